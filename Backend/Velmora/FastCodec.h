@@ -1,0 +1,275 @@
+// The binary wire codec: a cursor over a byte range of the caller's.
+//
+//   plain varint   unsigned, seven bits a byte, lowest first; bit 7 says that more follow
+//   zig-zag        signed v of width w as the varint of (v << 1) ^ (v >> (w - 1)), in w bits
+//   special        signed 64 bits for prices and amounts. NMA, NDA, NA: the bytes 03, 05, 07. Any other u = pattern of
+//   v:
+//                  the first byte holds its low five bits in bits 2 to 6; bit 7 says that u >> 5 follows as a plain
+//                  varint
+//   length         count up to 127: one byte. Above: two bytes, high part first, bit 7 of the first set; at most 32767
+//   string         length as a varint of 16 bits (or two bytes, low first, in the fixed form), then the bytes, no
+//   terminator fixed forms    little-endian, as held in memory
+//
+// By contract nothing here compares the cursor with the end of the range: a writer sizes the range from the message's
+// own limits beforehand, and a reader of bytes from strangers must have them verified. A write touches no byte outside
+// its encoding; a read touches nothing at or beyond the end unless the encoding itself runs there.
+#pragma once
+
+#include <cstdint>
+#include <cstring>
+#include <string>
+#include <type_traits>
+
+#include "Backend/Common/DumbCrypt.h"
+#include "Backend/Common/Inline.h"
+#include "Backend/Velmora/bufstl/bufstring.h"
+
+namespace Velmora {
+
+// Sentinels of signed 64-bit quantities. The last three take one byte in the special varint; MAX travels as any value.
+inline constexpr int64_t MAX = INT64_MAX - 1;
+inline constexpr int64_t NMA = INT64_MIN + 1;
+inline constexpr int64_t NDA = INT64_MIN + 2;
+inline constexpr int64_t NA = INT64_MIN + 3;
+
+class FastCodec {
+  public:
+    using bufstring = bufstl::bufstring;
+
+    /// A cursor at `begin` of the range [begin, end), which the caller owns.
+    FastCodec(char* begin, char* end) : _buf(begin), _begin(begin), _end(end) {}
+
+    size_t size() const { return static_cast<size_t>(_buf - _begin); } ///< bytes coded so far
+    bool check() const { return _buf <= _end; }                        ///< whether the cursor is still within the range
+    void reset() { _buf = _begin; }                                    ///< back to the begin of the range
+
+    // --- varints
+
+    /// The varint of the value's unsigned pattern.
+    template <class T>
+    FORCE_INLINE void write_varint(T value) {
+        static_assert(std::is_integral_v<T>);
+        auto rest = static_cast<std::make_unsigned_t<T>>(value);
+        char* p = _buf; // a local: stores through a char pointer could change the member itself
+        while (rest > 0x7F) {
+            *p++ = static_cast<char>(rest | 0x80);
+            rest = static_cast<decltype(rest)>(rest >> 7);
+        }
+        *p++ = static_cast<char>(rest);
+        _buf = p;
+    }
+
+    /// A varint of any length. Bits beyond the accumulator (32 bits wide for targets of 16 and 32 bits, else 64) are
+    /// dropped.
+    template <class T>
+    FORCE_INLINE T read_varint() {
+        static_assert(std::is_integral_v<T>);
+        using Accumulator = std::conditional_t<(sizeof(T) > 4), uint64_t, uint32_t>;
+        constexpr unsigned width = 8 * sizeof(Accumulator);
+        const char* p = _buf;
+        unsigned char byte = static_cast<unsigned char>(*p++);
+        Accumulator value = byte & 0x7Fu;
+        for (unsigned shift = 7; byte > 0x7F; shift += 7) {
+            byte = static_cast<unsigned char>(*p++);
+            if (shift < width) value |= static_cast<Accumulator>(byte & 0x7Fu) << shift;
+        }
+        _buf += p - _buf;
+        return static_cast<T>(value);
+    }
+    template <class T>
+    FORCE_INLINE void read_varint(T& value) {
+        value = read_varint<T>();
+    }
+
+    FORCE_INLINE void write_varint16_zigzag(int16_t v) { write_varint(zigzag<uint16_t>(v)); }
+    FORCE_INLINE void write_varint32_zigzag(int32_t v) { write_varint(zigzag<uint32_t>(v)); }
+    FORCE_INLINE void write_varint64_zigzag(int64_t v) { write_varint(zigzag<uint64_t>(v)); }
+    FORCE_INLINE void read_varint16_zigzag(int16_t& v) { v = unzigzag<int16_t>(read_varint<uint16_t>()); }
+    FORCE_INLINE void read_varint32_zigzag(int32_t& v) { v = unzigzag<int32_t>(read_varint<uint32_t>()); }
+    FORCE_INLINE void read_varint64_zigzag(int64_t& v) { v = unzigzag<int64_t>(read_varint<uint64_t>()); }
+
+    /// The special varint. Deliberate: a negative value travels as its full two's-complement pattern, in ten bytes. The
+    /// writer never sets bit 1, but the reader honours it.
+    template <class T>
+    FORCE_INLINE void write_varint_special(T value) {
+        static_assert(std::is_integral_v<T> && sizeof(T) == 8);
+        switch (static_cast<int64_t>(value)) {
+        case NMA:
+            return write_byte(0x03);
+        case NDA:
+            return write_byte(0x05);
+        case NA:
+            return write_byte(0x07);
+        }
+        const auto pattern = static_cast<uint64_t>(value);
+        const uint64_t rest = pattern >> 5;
+        write_byte(static_cast<unsigned char>((pattern & 0x1F) << 2 | (rest != 0 ? 0x80 : 0)));
+        if (rest != 0) write_varint(rest);
+    }
+    /// Bit 1 of the first byte complements the magnitude, for peers that set it; bit 0 alone has no meaning.
+    FORCE_INLINE void read_varint_special(uint64_t& pattern) {
+        const unsigned char first = read_byte();
+        switch (first) {
+        case 0x05:
+            pattern = static_cast<uint64_t>(NDA);
+            return;
+        case 0x07:
+            pattern = static_cast<uint64_t>(NA);
+            return;
+        case 0x03:
+            pattern = static_cast<uint64_t>(NMA);
+            return;
+        }
+        pattern = first >> 2 & 0x1Fu;
+        if ((first & 0x80) != 0) pattern |= read_varint<uint64_t>() << 5;
+        if ((first & 0x02) != 0) pattern = ~pattern;
+    }
+
+    /// The encoding of prices and amounts: the special varint.
+    FORCE_INLINE void write_qlfloat(long long v) { write_varint_special(v); }
+    FORCE_INLINE long long read_qlfloat() {
+        uint64_t pattern;
+        read_varint_special(pattern);
+        return static_cast<long long>(pattern);
+    }
+
+    // --- single bytes
+
+    FORCE_INLINE void write_bool(bool v) { write_byte(static_cast<unsigned char>(v)); }
+    FORCE_INLINE bool read_bool() { return read_byte() != 0; } ///< any byte but 0 is true
+    FORCE_INLINE void write_int8(char v) { write_byte(static_cast<unsigned char>(v)); }
+    FORCE_INLINE char read_int8() { return static_cast<char>(read_byte()); }
+    FORCE_INLINE void write_uint8(unsigned char v) { write_byte(v); }
+    FORCE_INLINE unsigned char read_uint8() { return read_byte(); }
+
+    // --- integers: signed ones as zig-zag varints, unsigned ones as plain varints
+
+    FORCE_INLINE void write_int16(int16_t v) { write_varint16_zigzag(v); }
+    FORCE_INLINE int16_t read_int16() { return unzigzag<int16_t>(read_varint<uint16_t>()); }
+    FORCE_INLINE void write_int32(int32_t v) { write_varint32_zigzag(v); }
+    FORCE_INLINE int32_t read_int32() { return unzigzag<int32_t>(read_varint<uint32_t>()); }
+    FORCE_INLINE void write_int64(int64_t v) { write_varint64_zigzag(v); }
+    FORCE_INLINE int64_t read_int64() { return unzigzag<int64_t>(read_varint<uint64_t>()); }
+    FORCE_INLINE void write_uint16(uint16_t v) { write_varint(v); }
+    FORCE_INLINE uint16_t read_uint16() { return read_varint<uint16_t>(); }
+    FORCE_INLINE void write_uint32(uint32_t v) { write_varint(v); }
+    FORCE_INLINE uint32_t read_uint32() { return read_varint<uint32_t>(); }
+    FORCE_INLINE void write_uint64(uint64_t v) { write_varint(v); }
+    FORCE_INLINE uint64_t read_uint64() { return read_varint<uint64_t>(); }
+
+    // --- fixed forms and floating point (IEEE 754): as held in memory, little-endian
+
+    FORCE_INLINE void write_uint16_fixed(uint16_t v) { write_raw(v); }
+    FORCE_INLINE uint16_t read_uint16_fixed() { return read_raw<uint16_t>(); }
+    FORCE_INLINE void write_uint32_fixed(uint32_t v) { write_raw(v); }
+    FORCE_INLINE uint32_t read_uint32_fixed() { return read_raw<uint32_t>(); }
+    FORCE_INLINE void write_int64_fixed(int64_t v) { write_raw(v); }
+    FORCE_INLINE int64_t read_int64_fixed() { return read_raw<int64_t>(); }
+    FORCE_INLINE void write_float4(float v) { write_raw(v); }
+    FORCE_INLINE float read_float4() { return read_raw<float>(); }
+    FORCE_INLINE void write_float8(double v) { write_raw(v); }
+    FORCE_INLINE double read_float8() { return read_raw<double>(); }
+
+    // --- element counts
+
+    /// The caller guarantees count <= 32767; the top bit of a larger one merges with the flag.
+    FORCE_INLINE void write_length(unsigned short count) {
+        if (count > 127) write_byte(static_cast<unsigned char>(0x80 | count >> 8));
+        write_byte(static_cast<unsigned char>(count));
+    }
+    /// Two bytes are accepted even where one would have done.
+    FORCE_INLINE unsigned short read_length() {
+        const unsigned char first = read_byte();
+        if (first <= 127) return first;
+        return static_cast<unsigned short>((first << 8 | read_byte()) & 0x7FFF);
+    }
+
+    // --- strings in a message block. Reads leave the text and one NUL, which takes storage from the string's block and
+    // so throws std::out_of_range when that is exhausted. The cipher forms encipher the written copy, never the source.
+
+    FORCE_INLINE void write_string(const bufstring& x) { __write_string(x, false, true); }
+    FORCE_INLINE void write_string_fixed(const bufstring& x) { __write_string(x, false, false); }
+    FORCE_INLINE void write_cryptstring(const bufstring& x) { __write_string(x, true, true); }
+    FORCE_INLINE void write_blob(const bufstring& x) { __write_string(x, false, true); }
+    FORCE_INLINE void write_cryptblob(const bufstring& x) { __write_string(x, true, true); }
+    FORCE_INLINE void read_string(bufstring& x) { __read_string(x, false, true); }
+    FORCE_INLINE void read_string_fixed(bufstring& x) { __read_string(x, false, false); }
+    FORCE_INLINE void read_cryptstring(bufstring& x) { __read_string(x, true, true); }
+    FORCE_INLINE void read_blob(bufstring& x) { __read_string(x, false, true); }
+    FORCE_INLINE void read_cryptblob(bufstring& x) { __read_string(x, true, true); }
+
+    /// The caller guarantees a text of at most 65535 characters: only the low 16 bits of its length are written.
+    FORCE_INLINE void __write_string(const bufstring& x, bool encrypt, bool useVarLen) {
+        write_text(x.c_str(), x.size(), encrypt, useVarLen);
+    }
+    FORCE_INLINE void __read_string(bufstring& x, bool encrypt, bool useVarLen) {
+        const uint16_t length = useVarLen ? read_uint16() : read_uint16_fixed();
+        x.assign(_buf, length);
+        _buf += length;
+        if (encrypt && length != 0) Quillon::DumbCrypt::decrypt(x.data(), length, 0);
+    }
+
+    // --- standard strings, in the layout of the others
+
+    void write_string(const std::string& x) { __write_string(x, false); }
+    void write_cryptstring(const std::string& x) { __write_string(x, true); }
+    void write_blob(const std::string& x) { __write_string(x, false); }
+    void write_cryptblob(const std::string& x) { __write_string(x, true); }
+    std::string read_string() { return __read_string(false); }
+    std::string read_cryptstring() { return __read_string(true); }
+    std::string read_blob() { return __read_string(false); }
+    std::string read_cryptblob() { return __read_string(true); }
+
+    void __write_string(const std::string& x, bool encrypt) { write_text(x.data(), x.size(), encrypt, true); }
+    std::string __read_string(bool encrypt) {
+        const uint16_t length = read_uint16();
+        std::string text(_buf, length);
+        _buf += length;
+        if (encrypt && length != 0) Quillon::DumbCrypt::decrypt(text.data(), length, 0);
+        return text;
+    }
+
+  private:
+    FORCE_INLINE void write_byte(unsigned char byte) { *_buf++ = static_cast<char>(byte); }
+    FORCE_INLINE unsigned char read_byte() { return static_cast<unsigned char>(*_buf++); }
+
+    template <class T>
+    FORCE_INLINE void write_raw(T value) {
+        std::memcpy(_buf, &value, sizeof value);
+        _buf += sizeof value;
+    }
+    template <class T>
+    FORCE_INLINE T read_raw() {
+        T value;
+        std::memcpy(&value, _buf, sizeof value);
+        _buf += sizeof value;
+        return value;
+    }
+
+    FORCE_INLINE void write_text(const char* text, size_t length, bool encrypt, bool useVarLen) {
+        const auto travelling = static_cast<uint16_t>(length);
+        if (useVarLen)
+            write_uint16(travelling);
+        else
+            write_uint16_fixed(travelling);
+        if (length == 0) return;
+        std::memcpy(_buf, text, length);
+        if (encrypt) Quillon::DumbCrypt::encrypt(_buf, static_cast<int>(length), 0);
+        _buf += length;
+    }
+
+    template <class U, class S>
+    static constexpr U zigzag(S v) {
+        return static_cast<U>(static_cast<U>(v) << 1 ^ static_cast<U>(v >> (8 * sizeof(S) - 1)));
+    }
+    template <class S, class U>
+    static constexpr S unzigzag(U u) {
+        return static_cast<S>(static_cast<U>(u >> 1) ^ static_cast<U>(0 - (u & 1)));
+    }
+
+    char* _buf;
+    char* _begin;
+    char* _end;
+};
+
+} // namespace Velmora

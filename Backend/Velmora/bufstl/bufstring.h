@@ -1,0 +1,87 @@
+// A text string in a message block: a vector of characters that ends with one NUL once anything has been stored.
+//
+//     never stored     no elements, no storage          size 0, c_str() ""
+//     stored empty     one element, the NUL             size 0, c_str() ""
+//     "abc"            four elements                    size 3
+//
+// The first two read and travel alike but compare unequal: emptiness is not normalised. Any byte may be stored, NUL
+// included. Growth is the vector's: what does not fit the capacity takes at least twice the old element count from the
+// block.
+#pragma once
+
+#include <cstring>
+#include <string>
+
+#include "Backend/Velmora/bufstl/bufvector.h"
+
+namespace bufstl {
+
+template <class CharT>
+class basic_bufstring : public bufvector<CharT> {
+    static_assert(std::is_same_v<CharT, char>, "texts of this system are bytes");
+    using Base = bufvector<CharT>;
+
+  public:
+    using typename Base::buffer_alloc;
+    using typename Base::size_type;
+
+    /// A string that was never stored.
+    explicit basic_bufstring(buffer_alloc& alloc) : Base(alloc) {}
+    basic_bufstring(const basic_bufstring&) = default;
+
+    /// Takes over all elements of `other`, its NUL included; none from a string that was never stored, not even a NUL.
+    basic_bufstring& operator=(const basic_bufstring& other) {
+        if (this == &other) return *this;
+        Base::resize(other.size_());
+        if (!other.empty_()) std::memmove(this->_M_start, other._M_start, other.size_());
+        return *this;
+    }
+    basic_bufstring& operator=(const char* text) { return assign(text); }
+    basic_bufstring& operator=(const std::string& text) { return assign(text.data(), text.size()); }
+
+    /// Stores `text` up to its NUL; a null pointer stores the empty text.
+    basic_bufstring& assign(const char* text) { return assign(text, text != nullptr ? std::strlen(text) : 0); }
+    /// Stores `n` characters, which may be some of this string's own.
+    basic_bufstring& assign(const char* text, size_type n) {
+        Base::resize(n + 1); // old storage, if `text` lies in it, stays readable: the block takes nothing back
+        if (n != 0) std::memmove(this->_M_start, text, n);
+        this->_M_start[n] = '\0';
+        return *this;
+    }
+    basic_bufstring& append(const char* text) {
+        const size_type old = size();
+        const size_type n = text != nullptr ? std::strlen(text) : 0;
+        Base::resize(old + n + 1);
+        if (n != 0) std::memmove(this->_M_start + old, text, n);
+        this->_M_start[old + n] = '\0';
+        return *this;
+    }
+    basic_bufstring& operator+=(const char* text) { return append(text); }
+
+    /// Makes the text empty. Keeps the storage and its NUL; a string that was never stored stays so.
+    void clear() {
+        if (empty_()) return;
+        Base::resize(1);
+        this->_M_start[0] = '\0';
+    }
+
+    const char* c_str() const { return empty_() ? "" : this->_M_start; }
+    size_type size() const { return empty_() ? 0 : Base::size() - 1; } ///< length of the text, without the NUL
+    bool empty() const { return size() == 0; }
+
+    // The same of the stored elements, without relying on the NUL.
+    size_type size_() const { return Base::size(); } ///< stored characters, the NUL included
+    bool empty_() const { return Base::empty(); }    ///< whether nothing is stored, not even a NUL
+
+    /// Whether the string is well formed: nothing stored, or a NUL at its end.
+    bool check() const { return empty_() || this->_M_finish[-1] == '\0'; }
+
+    friend bool operator==(const basic_bufstring& a, const std::string& b) {
+        return a.size() == b.size() && std::memcmp(a.c_str(), b.data(), b.size()) == 0;
+    }
+    friend bool operator!=(const basic_bufstring& a, const std::string& b) { return !(a == b); }
+};
+
+using bufstring = basic_bufstring<char>;
+
+} // namespace bufstl
