@@ -5,9 +5,10 @@
 // source.
 #pragma once
 
-// Declared here as well because <assert.h> hides it when NDEBUG is set; the declaration is the C library's own.
-extern "C" [[noreturn]] void __assert_fail(const char* expression, const char* file, unsigned int line,
-                                           const char* function) noexcept;
+// Declared here as well because <assert.h> hides it when NDEBUG is set. The declaration is the C library's own, down to
+// the form of the attribute, which a second declaration must not change.
+extern "C" void __assert_fail(const char* expression, const char* file, unsigned int line,
+                              const char* function) noexcept __attribute__((noreturn));
 
 /// Ends the process with the standard assertion report unless `expression` holds. The function named in the report is
 /// the one in which the macro stands.
