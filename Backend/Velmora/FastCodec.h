@@ -24,6 +24,12 @@
 #include "Backend/Common/Inline.h"
 #include "Backend/Velmora/bufstl/bufstring.h"
 
+// Names of this header that a host's earlier headers may have made macros.
+#pragma push_macro("MAX")
+#pragma push_macro("NA")
+#undef MAX
+#undef NA
+
 namespace Velmora {
 
 // Sentinels of signed 64-bit quantities. The last three take one byte in the special varint; MAX travels as any value.
@@ -31,6 +37,21 @@ inline constexpr int64_t MAX = INT64_MAX - 1;
 inline constexpr int64_t NMA = INT64_MIN + 1;
 inline constexpr int64_t NDA = INT64_MIN + 2;
 inline constexpr int64_t NA = INT64_MIN + 3;
+
+/// The sentinel's name, or null for any other value.
+inline const char* sentinelName(int64_t value) {
+    switch (value) {
+    case MAX:
+        return "MAX";
+    case NMA:
+        return "NMA";
+    case NDA:
+        return "NDA";
+    case NA:
+        return "NA";
+    }
+    return nullptr;
+}
 
 class FastCodec {
   public:
@@ -273,3 +294,6 @@ class FastCodec {
 };
 
 } // namespace Velmora
+
+#pragma pop_macro("NA")
+#pragma pop_macro("MAX")

@@ -12,7 +12,7 @@
 
 namespace Velmora {
 
-template <int Modulo>
+template <size_t Modulo>
 class MsgRegistry {
   public:
     /// An empty registry whose map is sized for that many entries.

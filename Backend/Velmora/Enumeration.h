@@ -1,0 +1,121 @@
+// The operations of the enumeration helpers, written once for all of them.
+//
+// A helper H (generated, for example Quillon::Side) has no instances, only static members: the enumeration `Type`, its
+// `Name`, and three tables that H::initialize() fills:
+//
+//     _names[value]     the enumerator's name, null where no enumerator has that value
+//     _toIndex[value]   the enumerator's ordinal in declaration order, 0 where none has that value
+//     _fromIndex[k]     the value of the enumerator with ordinal k
+//
+// The value tables are as long as the largest value asks for, so that a lookup is one read. A byte beyond them counts
+// as a value without a name.
+#pragma once
+
+#include <cstring>
+#include <ostream>
+#include <stdexcept>
+#include <string>
+
+#include "Backend/Common/Inline.h"
+#include "Backend/Velmora/FieldList.h"
+
+namespace Quillon {
+
+/// The hook through which every enumeration byte without a name passes, with the name of its field; `valid` is false.
+/// Defined by the protocol.
+void validateEnum(const std::string& fieldName, bool valid);
+
+} // namespace Quillon
+
+/// Calls the hook only for an invalid value, so that the field's name becomes a string only then.
+// clang-format off
+#define VALIDATE_ENUM(fieldName, valid) { if ( !valid ) validateEnum(fieldName, valid); }
+// clang-format on
+
+namespace Velmora {
+
+/// Fills the tables of helper H from its enumerator list. May run again; it writes the same contents.
+template <class H>
+void initializeEnumeration() {
+    for (const char*& name : H::_names) name = nullptr;
+    unsigned int index = 0;
+    enumerators(of<H>{}, [&](const char* name, typename H::Type value) {
+        H::_names[value] = name;
+        H::_toIndex[value] = static_cast<unsigned char>(index);
+        H::_fromIndex[index] = value;
+        ++index;
+    });
+    H::_initialized = true;
+}
+
+/// The name of the enumerator of that value, or null.
+template <class H>
+FORCE_INLINE const char* enumeratorName(unsigned char value) {
+    if constexpr (H::_maxValue < 255)
+        if (value > H::_maxValue) return nullptr;
+    return H::_names[value];
+}
+
+/// The same of any value, also one that does not fit a byte.
+template <class H>
+const char* enumeratorName(typename H::Type value) {
+    return static_cast<unsigned int>(value) <= H::_maxValue ? H::_names[value] : nullptr;
+}
+
+/// The ordinal of an enumerator; 0 for a value that is none.
+template <class H>
+FORCE_INLINE unsigned char enumeratorIndex(typename H::Type value) {
+    return static_cast<unsigned int>(value) <= H::_maxValue ? H::_toIndex[value] : 0;
+}
+
+/// Reports a byte without a name to the hook, out of line.
+COLD_PATH inline void reportInvalid(const char* fieldName) {
+    using Quillon::validateEnum;
+    const bool valid = false;
+    VALIDATE_ENUM(fieldName, valid)
+}
+
+/// Checks the byte of an enumeration field on its way to or from the wire.
+template <class H>
+FORCE_INLINE void validate(unsigned char value, const char* fieldName) {
+    if (!H::isValid(value)) reportInvalid(fieldName);
+}
+
+/// The value as an enumerator. Throws std::invalid_argument if it is none.
+template <class H>
+typename H::Type enumeratorFromValue(unsigned char value) {
+    if (H::isValid(value)) return static_cast<typename H::Type>(value);
+    // Deliberate: the value is inserted as a character, not as digits, and 0 therefore ends the text. Hosts match on
+    // it.
+    std::string text = std::string("Invalid value for ") + H::Name + ": ";
+    if (value != 0) text += static_cast<char>(value);
+    throw std::invalid_argument(text);
+}
+
+/// The enumerator of that exact name. Throws std::invalid_argument if there is none or `text` is null.
+template <class H>
+typename H::Type enumeratorFromString(const char* text) {
+    if (text == nullptr)
+        throw std::invalid_argument(std::string("Empty string for converting to enum ") + H::Name + ".");
+    for (unsigned int value = 0; value <= H::_maxValue; ++value)
+        if (H::_names[value] != nullptr && std::strcmp(H::_names[value], text) == 0)
+            return static_cast<typename H::Type>(value);
+    throw std::invalid_argument(std::string("Invalid string '") + text + "' for converting to enum " + H::Name + ".");
+}
+
+/// Writes the enumerator's name. A value without a name writes nothing and turns a standard stream bad, as inserting a
+/// null text does; a FastOStream is left as it is. Only the low byte of the value is looked at.
+template <class H, class Stream>
+Stream& printEnumerator(Stream& os, typename H::Type value) {
+    const char* name = H::toString(static_cast<unsigned char>(value));
+    if constexpr (std::is_base_of_v<std::ostream, Stream>) {
+        if (name == nullptr) {
+            os.setstate(std::ios_base::badbit);
+            return os;
+        }
+    }
+    os << name; // a FastOStream writes nothing for a null text
+    return os;
+}
+
+} // namespace Velmora

@@ -1,0 +1,91 @@
+// The vocabulary of the generated field lists.
+//
+// For every record and message X the generated header QLProtocol.fields.h holds one function
+//
+//     bool fields(of<X>, visit)      visit("price", &X::price, price) && visit("side", &X::side, plain) && ...
+//
+// that calls `visit(name, member pointer, encoding)` for each field in declaration order until a call returns false,
+// and returns whether all were visited. An operation over all types is one generic function over that list; see
+// operations/. Members come as pointers to members, so the list can also be walked without an object.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <type_traits>
+
+#include "Backend/Common/Inline.h"
+#include "Backend/Velmora/bufstl/bufstring.h"
+#include "Backend/Velmora/bufstl/bufvector.h"
+
+namespace Velmora {
+
+/// Names a type in a call, without an object of it.
+template <class T>
+struct of {
+    using type = T;
+};
+
+// How a field travels. The C++ type decides most of it; these tell fields of one type apart.
+struct plain_t {};   ///< the encoding that belongs to the C++ type
+struct price_t {};   ///< int64_t: the special varint with one-byte sentinels
+struct crypt_t {};   ///< bufstring: enciphered on the wire
+struct padding_t {}; ///< bufstring: written with a fixed two-byte length, read with a varint one
+
+inline constexpr plain_t plain{};
+inline constexpr price_t price{};
+inline constexpr crypt_t crypt{};
+inline constexpr padding_t padding{};
+
+// What kinds of value a field can hold.
+
+/// The nested `Type` of an enumeration helper. `enumerationOf(value)` is generated per enumeration, found by its
+/// argument, never defined, and names the helper: `of<Side> enumerationOf(Side::Type)`.
+template <class T>
+concept Enumerator = std::is_enum_v<T>;
+
+template <Enumerator T>
+using EnumerationOf = typename decltype(enumerationOf(T{}))::type;
+
+template <class T>
+concept String = std::is_same_v<T, bufstl::bufstring>;
+
+template <class T>
+struct is_vector : std::false_type {};
+template <class T>
+struct is_vector<bufstl::bufvector<T>> : std::true_type {};
+template <class T>
+struct is_vector<bufstl::bufvectox<T>> : std::true_type {};
+
+template <class T>
+concept Vector = is_vector<T>::value;
+
+/// A generated record or message: has a field list.
+template <class T>
+concept Composite = requires {
+    fields(of<T>{}, [](const char*, auto, auto) { return true; });
+};
+
+/// The type of the member that a pointer to member points to.
+template <class Member>
+struct member_type;
+template <class Owner, class T>
+struct member_type<T Owner::*> {
+    using type = T;
+};
+template <class Member>
+using MemberType = typename member_type<Member>::type;
+
+/// Whether a value of type T holds a string or a vector, directly or in a nested record, and so takes storage from a
+/// block.
+template <class T>
+constexpr bool holdsStorage() {
+    if constexpr (String<T> || Vector<T>)
+        return true;
+    else if constexpr (Composite<T>)
+        return !fields(of<T>{},
+                       [](const char*, auto member, auto) { return !holdsStorage<MemberType<decltype(member)>>(); });
+    else
+        return false;
+}
+
+} // namespace Velmora
