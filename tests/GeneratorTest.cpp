@@ -1,0 +1,327 @@
+// The generator: what it makes of a definition, what it rejects and how it says so, and what it leaves on disk.
+#include "generator/Definition.h"
+#include "generator/Emit.h"
+#include "generator/Output.h"
+
+#include <gtest/gtest.h>
+
+#include <sys/wait.h>
+
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <map>
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace qlgen;
+
+// Plain and backed types, every kind of vector, names that recur. Cases below replace parts of it.
+const std::string sound = R"(<protocol name="Test" version="1"
+  signature="00000000000000000000000000000001" signatureAPI="00000000000000000000000000000002"
+  signatureStorage="00000000000000000000000000000003">
+  <meanings>
+    <meaning name="side" doc="a side"/>
+  </meanings>
+  <enumeration name="Side" doc="A side.">
+    <enumerator name="OFR" value="2"/>
+    <enumerator name="BID" value="1"/>
+  </enumeration>
+  <record name="Pair" doc="Plain.">
+    <field name="side" type="Side"/>
+    <field name="size" type="price" doc="a size"/>
+  </record>
+  <record name="Book" doc="Backed.">
+    <field name="numbers" type="int32[]" doc="numbers"/>
+    <field name="pairs" type="Pair[]" doc="pairs"/>
+    <field name="best" type="Pair" doc="a pair"/>
+  </record>
+  <message name="BookMessage" id="0x0010" doc="Books.">
+    <field name="book" type="Book" doc="a book"/>
+    <field name="books" type="Book[]" doc="books"/>
+    <field name="names" type="string[]" doc="names"/>
+    <field name="secret" type="cryptstring" doc="a secret"/>
+  </message>
+  <message name="PingMessage" id="17" doc="A ping.">
+    <field name="side" type="Side" doc="another side"/>
+  </message>
+</protocol>
+)";
+
+std::string replaced(std::string text, const std::string& from, const std::string& to) {
+    const size_t at = text.find(from);
+    EXPECT_NE(at, text.npos) << from;
+    return at == text.npos ? text : text.replace(at, from.size(), to);
+}
+
+/// The error text for a definition named "d.xml", or "" if it is sound.
+std::string errorsOf(const std::string& xml) {
+    try {
+        parseDefinition(xml, "d.xml");
+    } catch (const DefinitionError& e) {
+        return e.what();
+    }
+    return "";
+}
+
+TEST(Definition, FieldsGetTypeEncodingAndStorageFromTheirLogicalType) {
+    const Definition definition = parseDefinition(sound, "d.xml");
+    struct Expected {
+        const char* cppType;
+        const char* encoding;
+        bool holdsStorage;
+        const char* doc;
+    };
+    const std::map<std::string, Expected> expected = {
+        {"Pair.side", {"Side::Type", "plain", false, "a side"}},
+        {"Pair.size", {"int64_t", "price", false, "a size"}},
+        {"Book.numbers", {"bufvector<int>", "plain", true, "numbers"}},
+        {"Book.pairs", {"bufvector<Pair>", "plain", true, "pairs"}},
+        {"Book.best", {"Pair", "plain", false, "a pair"}},
+        {"BookMessage.book", {"Book", "plain", true, "a book"}},
+        {"BookMessage.books", {"bufvectox<Book>", "plain", true, "books"}},
+        {"BookMessage.names", {"bufvectox<bufstring>", "plain", true, "names"}},
+        {"BookMessage.secret", {"bufstring", "crypt", true, "a secret"}},
+        {"PingMessage.side", {"Side::Type", "plain", false, "another side"}},
+    };
+    size_t seen = 0;
+    for (const Composite* type : composites(definition)) {
+        for (const Field& field : type->fields) {
+            const std::string name = type->name + "." + field.name;
+            SCOPED_TRACE(name);
+            ASSERT_TRUE(expected.contains(name));
+            const Expected& want = expected.at(name);
+            EXPECT_EQ(field.cppType, want.cppType);
+            EXPECT_EQ(field.encoding, want.encoding);
+            EXPECT_EQ(field.holdsStorage, want.holdsStorage);
+            EXPECT_EQ(field.doc, want.doc);
+            ++seen;
+        }
+    }
+    EXPECT_EQ(seen, expected.size());
+    EXPECT_EQ(definition.enumerations.at(0).maxValue(), 2);
+    EXPECT_EQ(definition.enumerations.at(0).enumerators.at(0).name, "OFR") << "declaration order, not value order";
+    EXPECT_EQ(definition.messages.at(0).id, 16);
+    EXPECT_EQ(definition.messages.at(1).id, 17);
+}
+
+// One fault each. The whole error text is compared, so that a fault has no second, misleading report.
+TEST(Definition, EachFaultIsReportedOnceWithItsLine) {
+    struct Case {
+        const char* from;
+        const char* to;
+        const char* error;
+    };
+    const Case cases[] = {
+        {"</message>", "</massage>", "25: not well-formed XML: Start-end tags mismatch"},
+        {"<protocol", "<protokoll", "29: not well-formed XML: Start-end tags mismatch"},
+        {"<meaning ", "<word/><meaning ", "5: <meanings> takes no element <word>"},
+        {"<meanings>", "<meanings>what", "4: <meanings> takes no text"},
+        {"doc=\"A side.\"", "doc=\"A side.\" dok=\"\"",
+         "7: <enumeration> has no attribute 'dok'\nd.xml:7: attribute 'dok' is empty"},
+        {" doc=\"A side.\"", "", "7: <enumeration> lacks the attribute 'doc'"},
+        {"doc=\"A side.\"", "doc=\"A\" doc=\"B\"", "7: attribute 'doc' is given twice"},
+        {"A side.", "A&#10;side.", "7: the doc must be one line and not end with a backslash"},
+        {"A side.", "A side.\\", "7: the doc must be one line and not end with a backslash"},
+        {"version=\"1\"", "version=\"one\"", "1: version 'one' is not a number"},
+        {"=\"00000000000000000000000000000003", "=\"3",
+         "1: signatureStorage '3' is not 32 hexadecimal digits in lower case"},
+        // names
+        {"name=\"BID\"", "name=\"1BID\"", "9: '1BID' is not an identifier"},
+        {"name=\"BID\"", "name=\"_BID\"", "9: '_BID' is not an identifier"},
+        {"name=\"BID\"", "name=\"xor\"", "9: 'xor' is a word of C++"},
+        {"name=\"BID\"", "name=\"Type\"", "9: the name 'Type' is taken by the generated code"},
+        {"\"size\"", "\"INDEX\"", "13: the name 'INDEX' is taken by the generated code"},
+        {"\"size\"", "\"Book\"", "13: 'Book' is the name of a type"},
+        {"\"PingMessage\"", "\"FastCodec\"", "26: the name 'FastCodec' is taken by the generated code"},
+        {"\"PingMessage\"", "\"int32\"", "26: 'int32' is a built-in type"},
+        // things given twice
+        {"\"PingMessage\"", "\"Side\"", "26: type 'Side' is declared twice"},
+        {"\"size\"", "\"side\"", "13: field 'side' is declared twice in 'Pair'"},
+        {"name=\"BID\"", "name=\"OFR\"", "9: enumerator 'OFR' is declared twice in 'Side'"},
+        {"value=\"1\"", "value=\"0x2\"", "9: enumerators 'OFR' and 'BID' have the same value"},
+        {"id=\"17\"", "id=\"16\"", "26: messages 'BookMessage' and 'PingMessage' have the same id"},
+        {"<meaning ", "<meaning name=\"side\" doc=\"b\"/>\n<meaning ", "6: meaning 'side' is given twice"},
+        // numbers
+        {"value=\"1\"", "value=\"-1\"", "9: value -1 is not in 0..65535"},
+        {"value=\"1\"", "value=\"65536\"", "9: value 65536 is not in 0..65535"},
+        {"value=\"1\"", "value=\"99999999999999999999\"", "9: value '99999999999999999999' is not a number"},
+        {"id=\"17\"", "id=\"17x\"", "26: id '17x' is not a number"},
+        {"id=\"17\"", "id=\"0x\"", "26: id '0x' is not a number"},
+        {"id=\"17\"", "id=\"0x10000\"", "26: id 0x10000 is not in 0..65535"},
+        {"id=\"17\"", "id=\"366\"",
+         "26: messages 'BookMessage' and 'PingMessage' share slot 16 of the direct table (id modulo 350)"},
+        // types
+        {"type=\"Side\"", "type=\"Sid\"", "12: unknown type 'Sid'"},
+        {"type=\"Side\"", "type=\"\"", "12: attribute 'type' is empty"},
+        {"type=\"Pair\"", "type=\"PingMessage\"", "18: message 'PingMessage' cannot be the type of a field"},
+        {"type=\"price\"", "type=\"Book[]\"", "11: records contain each other: Pair -> Book -> Pair"},
+        {"type=\"price\"", "type=\"Pair\"", "11: records contain each other: Pair -> Pair"},
+        {"int32[]", "price[]", "16: there are no vectors of 'price', only of int32, string and records"},
+        {"int32[]", "Side[]", "16: there are no vectors of 'Side', only of int32, string and records"},
+        {"int32[]", "int32[][]", "16: unknown type 'int32[]'"},
+        // what is missing or left over
+        {" doc=\"a size\"", "", "13: 'size' has neither a meaning nor a doc"},
+        {"type=\"Side\"", "type=\"Side\" doc=\"x\"", "5: no field uses the meaning 'side'"},
+        {"    <enumerator name=\"OFR\" value=\"2\"/>\n    <enumerator name=\"BID\" value=\"1\"/>\n", "",
+         "7: an enumeration needs an enumerator"},
+        {"    <field name=\"side\" type=\"Side\" doc=\"another side\"/>\n", "", "26: a message needs a field"},
+    };
+    ASSERT_EQ(errorsOf(sound), "");
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.to);
+        EXPECT_EQ(errorsOf(replaced(sound, c.from, c.to)), std::string("d.xml:") + c.error);
+    }
+}
+
+TEST(Definition, RecordsMustBeDeclaredBeforeTheyAreUsed) {
+    const std::string later =
+        "  <record name=\"Later\" doc=\"x\">\n    <field name=\"side\" type=\"Side\"/>\n  </record>\n";
+    const std::string xml = replaced(sound, "  <message", later + "  <message");
+    EXPECT_EQ(errorsOf(xml), "");
+    EXPECT_EQ(errorsOf(replaced(xml, "int32[]", "Later[]")), "d.xml:16: record 'Later' is used before it is declared");
+}
+
+TEST(Definition, AllFaultsAreReportedInOneRun) {
+    const std::string xml = replaced(replaced(sound, "id=\"17\"", "id=\"x\""), "int32[]", "Nothing");
+    EXPECT_EQ(errorsOf(xml), "d.xml:16: unknown type 'Nothing'\nd.xml:26: id 'x' is not a number");
+}
+
+TEST(Definition, DocumentsWithoutAProtocolAreRejected) {
+    EXPECT_EQ(errorsOf(""), "d.xml:1: not well-formed XML: No document element found");
+    EXPECT_EQ(errorsOf("<a/>"), "d.xml:1: the root element must be <protocol>");
+    EXPECT_EQ(errorsOf(sound + "<a/>"), "d.xml:30: not well-formed XML: there is a second root element");
+}
+
+TEST(Emit, HolesThatNothingFillsAreFaults) {
+    Text text;
+    text.add("$a-$b.", {{"a", "$b"}, {"b", "2"}});
+    EXPECT_TRUE(text.take().ends_with("$b-2."));
+    EXPECT_THROW(text.add("$other"), std::logic_error);
+}
+
+// ------- the committed output and the program
+
+class Generator : public testing::Test {
+  protected:
+    void SetUp() override {
+        const std::string name = testing::UnitTest::GetInstance()->current_test_info()->name();
+        directory = fs::temp_directory_path() / ("qlgen." + name + "." + std::to_string(getpid()));
+        fs::create_directories(directory);
+        write(definition(), sound);
+    }
+    void TearDown() override { fs::remove_all(directory); }
+
+    fs::path definition() const { return directory / "d.xml"; }
+    fs::path output() const { return directory / "out"; }
+
+    static void write(const fs::path& path, const std::string& text) { std::ofstream(path, std::ios::binary) << text; }
+
+    /// Runs the program; stores all it prints. Returns its exit status.
+    int run(const std::string& arguments) {
+        const std::string command = std::string(QL_GENERATOR) + " " + arguments + " 2>&1";
+        FILE* const pipe = popen(command.c_str(), "r");
+        EXPECT_NE(pipe, nullptr);
+        if (pipe == nullptr) return -1;
+        printed.clear();
+        std::array<char, 4096> buffer{};
+        while (const size_t n = fread(buffer.data(), 1, buffer.size(), pipe)) printed.append(buffer.data(), n);
+        const int status = pclose(pipe);
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+    int generate() { return run(definition().string() + " " + output().string()); }
+    int check() { return run("--check " + definition().string() + " " + output().string()); }
+
+    /// Name and content of every file in the output directory.
+    std::map<std::string, std::string> contents() const {
+        std::map<std::string, std::string> files;
+        if (fs::exists(output()))
+            for (const auto& entry : fs::directory_iterator(output()))
+                files[entry.path().filename()] = readFile(entry.path());
+        return files;
+    }
+
+    fs::path directory;
+    std::string printed;
+};
+
+TEST_F(Generator, CommittedOutputIsCurrentAndDeterministic) {
+    const fs::path root = QL_ROOT;
+    const fs::path source = root / "protocol/QLProtocol.xml";
+    const Definition protocol = parseDefinition(readFile(source), source);
+    const std::vector<File> files = emit(protocol);
+    EXPECT_EQ(outdated(files, root / "generated/QLProtocol"), std::vector<std::string>());
+    ASSERT_EQ(files.size(), 7u);
+
+    // Another parse of the same text by another process, whose addresses and hashes differ.
+    ASSERT_EQ(run(source.string() + " " + output().string()), 0) << printed;
+    EXPECT_EQ(outdated(files, output()), std::vector<std::string>());
+    EXPECT_EQ(contents().size(), files.size()) << "no temporary file stays behind";
+}
+
+TEST_F(Generator, FaultyDefinitionLeavesTheOutputAlone) {
+    write(definition(), replaced(sound, "int32[]", "Nothing"));
+    EXPECT_EQ(generate(), 2);
+    EXPECT_EQ(printed, definition().string() + ":16: unknown type 'Nothing'\n");
+    EXPECT_FALSE(fs::exists(output()));
+
+    write(definition(), sound);
+    ASSERT_EQ(generate(), 0) << printed;
+    const auto before = contents();
+    write(definition(), replaced(sound, "id=\"17\"", "id=\"16\""));
+    EXPECT_EQ(generate(), 2);
+    EXPECT_EQ(check(), 2);
+    EXPECT_EQ(contents(), before);
+}
+
+TEST_F(Generator, FilesThatCannotBeWrittenLeaveTheOthersAlone) {
+    ASSERT_EQ(generate(), 0) << printed;
+    const auto before = contents();
+    // A directory in the way of the last temporary file; an unwritable directory would not stop root.
+    fs::create_directory(output() / "AsciiWriter.cpp.tmp");
+    write(definition(), replaced(sound, "PingMessage", "PongMessage"));
+    EXPECT_EQ(generate(), 2);
+    EXPECT_NE(printed.find("cannot write"), printed.npos) << printed;
+    fs::remove(output() / "AsciiWriter.cpp.tmp");
+    EXPECT_EQ(contents(), before);
+
+    EXPECT_EQ(run((directory / "none.xml").string() + " " + output().string()), 2);
+    EXPECT_NE(printed.find("cannot read"), printed.npos) << printed;
+}
+
+TEST_F(Generator, CheckNamesWhatIsNotCurrentAndWritesNothing) {
+    EXPECT_EQ(check(), 1) << "nothing is there yet";
+    EXPECT_FALSE(fs::exists(output()));
+    ASSERT_EQ(generate(), 0) << printed;
+    EXPECT_EQ(check(), 0) << printed;
+    EXPECT_EQ(printed, "");
+
+    write(output() / "MsgHandler.h", contents().at("MsgHandler.h") + " ");
+    fs::remove(output() / "QLProtocol.cpp");
+    const auto before = contents();
+    EXPECT_EQ(check(), 1);
+    const std::string out = output().string();
+    EXPECT_EQ(printed, out + "/QLProtocol.cpp is not current\n" + out + "/MsgHandler.h is not current\n");
+    EXPECT_EQ(contents(), before);
+}
+
+TEST_F(Generator, FilesThatAreCurrentKeepTheirTime) {
+    ASSERT_EQ(generate(), 0) << printed;
+    const fs::file_time_type longAgo = fs::file_time_type::clock::now() - std::chrono::hours(24);
+    for (const auto& [name, text] : contents()) fs::last_write_time(output() / name, longAgo);
+    write(definition(),
+          replaced(sound, "value=\"1\"", "value=\"3\"")); // an enumerator's value stands in the header only
+    ASSERT_EQ(generate(), 0) << printed;
+    EXPECT_EQ(printed, "QLProtocol.h written\n");
+    for (const auto& [name, text] : contents())
+        EXPECT_EQ(fs::last_write_time(output() / name) == longAgo, name != "QLProtocol.h") << name;
+}
+
+TEST_F(Generator, WrongUsageIsRejected) {
+    EXPECT_GT(run(""), 100);
+    EXPECT_GT(run("--chek a b"), 100);
+}
+
+} // namespace

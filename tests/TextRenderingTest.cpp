@@ -1,0 +1,148 @@
+// The text of records and messages: the frame, and the fields as AsciiWriter writes them.
+#include <gtest/gtest.h>
+
+#include <iomanip>
+#include <set>
+#include <sstream>
+
+#include "generated/QLProtocol/AsciiWriter.h"
+#include "tests/Samples.h"
+
+namespace {
+
+using namespace Quillon;
+using Velmora::of;
+
+class TextRendering : public Module {};
+
+template <class T>
+std::string fast(const T& value) {
+    static char buffer[1 << 20];
+    FastOStream os(buffer, sizeof buffer);
+    os << value;
+    return std::string(os.begin(), os.size());
+}
+
+template <class T>
+std::string standard(const T& value) {
+    std::ostringstream os;
+    os << value;
+    return os.str();
+}
+
+template <class T>
+std::string severalLines(const T& value, int indent) {
+    StaticOStream<65536> os;
+    Velmora::TextCodec<FastOStream> codec(os);
+    AsciiWriter(codec, true, indent).handle(value);
+    return std::string(os.begin(), os.size());
+}
+
+TEST_F(TextRendering, EveryTypeStandsInItsFrameAndNamesEveryField) {
+    forEveryType([]<class T>(of<T>, const char* name) {
+        for (const Filling filling : fillings) {
+            InBlock<T> value;
+            Sample(filling, 2).fill(*value);
+            const std::string text = fast(*value);
+            EXPECT_EQ(text.find(std::string("<") + name + " "), 0u);
+            EXPECT_EQ(text.back(), '>');
+            fields(of<T>{}, [&](const char* field, auto, auto) {
+                EXPECT_NE(text.find(std::string(" ") + field + "="), std::string::npos) << field << " in " << text;
+                return true;
+            });
+            if (text.find('\0') == std::string::npos) {
+                EXPECT_EQ(standard(*value), text);
+            }
+        }
+    });
+}
+
+TEST_F(TextRendering, OneLine) {
+    InBlock<SubmitOrderMessage> order;
+    order->userID = 7;
+    order->quoteID = "Q-1";
+    order->contents.orderID = -42;
+    order->contents.clOrdID = "a \"quoted\" id";
+    order->contents.side = Side::BID;
+    order->contents.amount = Velmora::MAX;
+    order->contents.price = Velmora::NMA;
+    order->contents.stopPrice = Velmora::NDA;
+    order->contents.maxShow = Velmora::NA;
+    order->contents.ordType = static_cast<OrderType::Type>(99);
+    for (const char* key : {"k1", "k2"}) order->contents.parameters.add_back().key = key;
+    EXPECT_EQ(fast(*order),
+              "<SubmitOrderMessage userID=7 quoteID=\"Q-1\" onBehalfOfCompID=\"\" contents=(orderID=-42 "
+              "clOrdID=\"a \"quoted\" id\" timeApiClient=0 timeApiServer=0 timeHandler=0 feedID=0 marketID=0 side=BID "
+              "amount=MAX price=NMA ordType=99 timeInForce=DAY stopPrice=NDA maxShow=NA minAmount=0 "
+              "parameters=[(key=\"k1\" value=\"\") (key=\"k2\" value=\"\")]) modelID=\"\">");
+
+    InBlock<MDEntry> entry;
+    entry->source = -1;
+    EXPECT_EQ(fast(*entry), "<MDEntry price=0 amount=0 minAmount=0 updateAction=NEW element=0 side=0 source=-1 "
+                            "numberOfOrders=0 components=\"\">");
+    InBlock<Heartbeat> heartbeat;
+    EXPECT_EQ(fast(*heartbeat), "<Heartbeat timeApiServer=0 activeFeeds=[]>");
+    for (const int feed : {1, -2, 3}) heartbeat->activeFeeds.push_back(feed);
+    EXPECT_EQ(fast(*heartbeat), "<Heartbeat timeApiServer=0 activeFeeds=[1 -2 3]>");
+    InBlock<TradeHierarchy> hierarchy;
+    for (const char* name : {"a", "b c"}) hierarchy->groupNames.add_back() = name;
+    EXPECT_EQ(fast(*hierarchy), "<TradeHierarchy userName=\"\" groupNames=[\"a\" \"b c\"]>");
+    InBlock<LockUser> lock;
+    lock->locked = true;
+    EXPECT_EQ(fast(*lock), "<LockUser clRequestID=\"\" locked=T username=\"\">");
+    RequestMessage request;
+    request.request = Request::SECURITYINFO;
+    EXPECT_EQ(fast(request), "<RequestMessage fmID=(marketID=0 feedID=0) request=SECURITYINFO>");
+    InBlock<LogMessage> log;
+    log->description = "in clear";
+    EXPECT_NE(fast(*log).find("description=\"in clear\">"), std::string::npos);
+}
+
+TEST_F(TextRendering, SeveralLines) {
+    InBlock<TradeLimitData> data;
+    data->clDataID = "id";
+    data->userHierarchy.add_back().userName = "u";
+    data->userHierarchy[0].groupNames.add_back() = "g";
+    EXPECT_EQ(severalLines(*data, 0), "clDataID=\"id\"\n"
+                                      "groupLimits=[]\n"
+                                      "groupStates=[]\n"
+                                      "userHierarchy=[\n"
+                                      "  (\n"
+                                      "    userName=\"u\"\n"
+                                      "    groupNames=[\"g\"]\n"
+                                      "  )\n"
+                                      "]\n"
+                                      "marketRates=[]\n"
+                                      "numRemainingMessages=0\n"
+                                      "isSnapshot=F");
+    MemBusConnectMessage connect;
+    EXPECT_EQ(severalLines(connect, 3), "   id=(\n"
+                                        "     appID=0\n"
+                                        "     generation=0\n"
+                                        "   )");
+}
+
+TEST_F(TextRendering, EmbeddedNulEndsTheTextOnAStandardStreamOnly) {
+    InBlock<JsonFromClient> json;
+    json->contents = std::string("a\0b", 3);
+    EXPECT_EQ(standard(*json), "<JsonFromClient contents=\"a>");
+    EXPECT_EQ(fast(*json), std::string("<JsonFromClient contents=\"a\0b\">", 31));
+}
+
+TEST_F(TextRendering, FieldWidthPadsTheOpeningOnly) {
+    std::ostringstream os;
+    os << std::setw(30) << std::right << TimerMessage();
+    EXPECT_EQ(os.str(), std::string(16, ' ') + "<TimerMessage tqid=0>");
+    EXPECT_EQ(os.width(), 0);
+}
+
+TEST_F(TextRendering, FramesFollowEachOtherWithNothingBetween) {
+    char buffer[100];
+    FastOStream os(buffer, sizeof buffer);
+    const TimerMessage timer;
+    FastOStream& same = os << timer << timer;
+    EXPECT_EQ(&same, &os);
+    EXPECT_STREQ(os.ends(), "<TimerMessage tqid=0><TimerMessage tqid=0>");
+}
+
+} // namespace
