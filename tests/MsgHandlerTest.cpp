@@ -40,7 +40,7 @@ TEST_F(Handler, DispatchPrintsEveryMessageAsItsOperatorDoes) {
         AsciiWriter writer(codec, false, 0);
         EXPECT_TRUE(dispatch(T::ID, &*value, writer));
         direct << *value;
-        EXPECT_EQ("<" + std::string(name) + " " + std::string(dispatched.begin(), dispatched.size()) + ">",
+        EXPECT_EQ(std::string("<") + name + " " + std::string(dispatched.begin(), dispatched.size()) + ">",
                   std::string(direct.begin(), direct.size()));
         return true;
     });

@@ -1,0 +1,60 @@
+#include <memory>
+
+#include <unistd.h>
+
+#include "generated/QLProtocol/AsciiWriter.h"
+#include "generated/QLProtocol/MsgHandler.h"
+#include "tools/qlproto/CaptureScan.h"
+#include "tools/qlproto/Commands.h"
+#include "tools/qlproto/Output.h"
+
+namespace qlproto {
+
+namespace {
+
+/// Renders messages as lines of text. The text stream does not check its room, so it has enough for the longest packet:
+/// no byte of a sound body becomes more than 64 characters, field name included.
+class LinePrinter {
+  public:
+    explicit LinePrinter(Output& output) : _output(output), _room(std::make_unique_for_overwrite<char[]>(ROOM)) {}
+
+    void print(const Packet& packet, const MessageReader& reader) {
+        Quillon::FastOStream os(_room.get(), _room.get() + ROOM);
+        printTime(os, packet.time);
+        os << ' ' << reader.descriptor().name() << ' ';
+        Velmora::TextCodec<Quillon::FastOStream> codec(os);
+        Quillon::AsciiWriter writer(codec, false, 0);
+        Quillon::dispatch(reader.descriptor().id(), reader.message(), writer);
+        _output.appendVisible({os.begin(), os.size()});
+        _output.append("\n");
+    }
+
+  private:
+    static constexpr std::size_t ROOM = 64 * MAX_PACKET + 4096;
+
+    /// As the capture has it, which fixes no calendar: seconds, point, nine digits.
+    static void printTime(Quillon::FastOStream& os, int64_t time) {
+        constexpr int64_t second = 1'000'000'000;
+        const int64_t nanoseconds = time % second;
+        os << time / second << '.';
+        for (int64_t power = second / 10; power > nanoseconds && power > 1; power /= 10) os << '0';
+        os << nanoseconds;
+    }
+
+    Output& _output;
+    std::unique_ptr<char[]> _room;
+};
+
+} // namespace
+
+int decode(const std::string& capture) {
+    Output output(STDOUT_FILENO);
+    LinePrinter printer(output);
+    CaptureScan scan;
+    scan.run(capture, [&](const Packet& packet, const MessageReader& reader) { printer.print(packet, reader); });
+    output.flush();
+    scan.summarize();
+    return scan.exitCode();
+}
+
+} // namespace qlproto

@@ -1,0 +1,42 @@
+// How the commands end.
+//
+// Data goes to standard output, everything else to standard error. Bad data does not end a command: it says where and
+// goes on as far as it can.
+#pragma once
+
+#include <cstdint>
+#include <cstdio>
+#include <stdexcept>
+#include <string>
+
+namespace qlproto {
+
+enum ExitCode : int {
+    EXIT_FINE = 0,
+    EXIT_BAD_DATA = 1, ///< the input was read, but holds something that is wrong
+    EXIT_USAGE = 2,
+    EXIT_IO = 3, ///< a file cannot be opened, read or written
+};
+
+/// Tells people something on standard error. Nothing can be done if even that fails, so it is not an error.
+inline void tell(const std::string& line) { std::fprintf(stderr, "%s\n", line.c_str()); }
+
+/// A number and what is counted: "1 byte", "2 bytes".
+inline std::string counted(uint64_t number, const char* thing) {
+    return std::to_string(number) + ' ' + thing + (number == 1 ? "" : "s");
+}
+
+/// A file cannot be opened, read or written.
+class IoError : public std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+/// A capture is damaged so that nothing can be read beyond this place.
+class DamagedCapture : public std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+/// The reader of the output has gone. Not an error: nobody wants the rest.
+class ClosedPipe : public std::exception {};
+
+} // namespace qlproto

@@ -1,0 +1,33 @@
+// Text output in big writes.
+#pragma once
+
+#include <memory>
+#include <string_view>
+
+namespace qlproto {
+
+class Output {
+  public:
+    /// Writes to the file descriptor, which stays open.
+    explicit Output(int fd);
+
+    /// Throws IoError or ClosedPipe when what has gathered cannot be written.
+    void append(std::string_view text);
+
+    /// Appends text of which nothing may end the line or steer a terminal: control characters appear as \xNN.
+    void appendVisible(std::string_view text);
+
+    /// Writes what has gathered. To be called before the end; the destructor does not.
+    void flush();
+
+  private:
+    static constexpr std::size_t CAPACITY = 256 * 1024;
+
+    void write(std::string_view text);
+
+    int _fd;
+    std::unique_ptr<char[]> _buffer;
+    std::size_t _size = 0;
+};
+
+} // namespace qlproto

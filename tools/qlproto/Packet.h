@@ -1,0 +1,28 @@
+// One captured message: two bytes of message identifier, low byte first, then the message's body.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace qlproto {
+
+/// Bytes of identifier in front of the body.
+inline constexpr std::size_t IDENTIFIER_SIZE = 2;
+
+/// The longest packet of a capture.
+inline constexpr std::size_t MAX_PACKET = 262144;
+
+struct Packet {
+    int64_t time = 0;       ///< nanoseconds since 1970
+    std::string_view bytes; ///< valid until the next packet
+};
+
+/// Takes packets one by one, in the order of time.
+class PacketSink {
+  public:
+    virtual ~PacketSink() = default;
+    virtual void packet(const Packet& packet) = 0;
+};
+
+} // namespace qlproto
