@@ -22,36 +22,10 @@
 
 #include "Backend/Common/DumbCrypt.h"
 #include "Backend/Common/Inline.h"
+#include "Backend/Velmora/Wire.h"
 #include "Backend/Velmora/bufstl/bufstring.h"
 
-// Names of this header that a host's earlier headers may have made macros.
-#pragma push_macro("MAX")
-#pragma push_macro("NA")
-#undef MAX
-#undef NA
-
 namespace Velmora {
-
-// Sentinels of signed 64-bit quantities. The last three take one byte in the special varint; MAX travels as any value.
-inline constexpr int64_t MAX = INT64_MAX - 1;
-inline constexpr int64_t NMA = INT64_MIN + 1;
-inline constexpr int64_t NDA = INT64_MIN + 2;
-inline constexpr int64_t NA = INT64_MIN + 3;
-
-/// The sentinel's name, or null for any other value.
-inline const char* sentinelName(int64_t value) {
-    switch (value) {
-    case MAX:
-        return "MAX";
-    case NMA:
-        return "NMA";
-    case NDA:
-        return "NDA";
-    case NA:
-        return "NA";
-    }
-    return nullptr;
-}
 
 class FastCodec {
   public:
@@ -64,37 +38,28 @@ class FastCodec {
     bool check() const { return _buf <= _end; }                        ///< whether the cursor is still within the range
     void reset() { _buf = _begin; }                                    ///< back to the begin of the range
 
+    // For the operations that run whole messages past the range; they leave the cursor behind what they coded.
+    char* begin() const { return _begin; }
+    char* end() const { return _end; }
+    char* cursor() const { return _buf; }
+    void setCursor(char* cursor) { _buf = cursor; }
+
     // --- varints
 
     /// The varint of the value's unsigned pattern.
     template <class T>
     FORCE_INLINE void write_varint(T value) {
-        static_assert(std::is_integral_v<T>);
-        auto rest = static_cast<std::make_unsigned_t<T>>(value);
-        char* p = _buf; // a local: stores through a char pointer could change the member itself
-        while (rest > 0x7F) {
-            *p++ = static_cast<char>(rest | 0x80);
-            rest = static_cast<decltype(rest)>(rest >> 7);
-        }
-        *p++ = static_cast<char>(rest);
-        _buf = p;
+        Writer out(_buf);
+        out.varint(static_cast<std::make_unsigned_t<T>>(value));
+        _buf = out.p;
     }
-
     /// A varint of any length. Bits beyond the accumulator (32 bits wide for targets of 16 and 32 bits, else 64) are
     /// dropped.
     template <class T>
     FORCE_INLINE T read_varint() {
-        static_assert(std::is_integral_v<T>);
-        using Accumulator = std::conditional_t<(sizeof(T) > 4), uint64_t, uint32_t>;
-        constexpr unsigned width = 8 * sizeof(Accumulator);
-        const char* p = _buf;
-        unsigned char byte = static_cast<unsigned char>(*p++);
-        Accumulator value = byte & 0x7Fu;
-        for (unsigned shift = 7; byte > 0x7F; shift += 7) {
-            byte = static_cast<unsigned char>(*p++);
-            if (shift < width) value |= static_cast<Accumulator>(byte & 0x7Fu) << shift;
-        }
-        _buf += p - _buf;
+        Reader in(_buf, _begin, _end);
+        const auto value = in.varint<std::make_unsigned_t<T>>();
+        _buf += in.p - _buf;
         return static_cast<T>(value);
     }
     template <class T>
@@ -114,36 +79,15 @@ class FastCodec {
     template <class T>
     FORCE_INLINE void write_varint_special(T value) {
         static_assert(std::is_integral_v<T> && sizeof(T) == 8);
-        switch (static_cast<int64_t>(value)) {
-        case NMA:
-            return write_byte(0x03);
-        case NDA:
-            return write_byte(0x05);
-        case NA:
-            return write_byte(0x07);
-        }
-        const auto pattern = static_cast<uint64_t>(value);
-        const uint64_t rest = pattern >> 5;
-        write_byte(static_cast<unsigned char>((pattern & 0x1F) << 2 | (rest != 0 ? 0x80 : 0)));
-        if (rest != 0) write_varint(rest);
+        Writer out(_buf);
+        out.special(static_cast<int64_t>(value));
+        _buf = out.p;
     }
     /// Bit 1 of the first byte complements the magnitude, for peers that set it; bit 0 alone has no meaning.
     FORCE_INLINE void read_varint_special(uint64_t& pattern) {
-        const unsigned char first = read_byte();
-        switch (first) {
-        case 0x05:
-            pattern = static_cast<uint64_t>(NDA);
-            return;
-        case 0x07:
-            pattern = static_cast<uint64_t>(NA);
-            return;
-        case 0x03:
-            pattern = static_cast<uint64_t>(NMA);
-            return;
-        }
-        pattern = first >> 2 & 0x1Fu;
-        if ((first & 0x80) != 0) pattern |= read_varint<uint64_t>() << 5;
-        if ((first & 0x02) != 0) pattern = ~pattern;
+        Reader in(_buf, _begin, _end);
+        pattern = in.special();
+        _buf += in.p - _buf;
     }
 
     /// The encoding of prices and amounts: the special varint.
@@ -195,14 +139,16 @@ class FastCodec {
 
     /// The caller guarantees count <= 32767; the top bit of a larger one merges with the flag.
     FORCE_INLINE void write_length(unsigned short count) {
-        if (count > 127) write_byte(static_cast<unsigned char>(0x80 | count >> 8));
-        write_byte(static_cast<unsigned char>(count));
+        Writer out(_buf);
+        out.length(count);
+        _buf = out.p;
     }
     /// Two bytes are accepted even where one would have done.
     FORCE_INLINE unsigned short read_length() {
-        const unsigned char first = read_byte();
-        if (first <= 127) return first;
-        return static_cast<unsigned short>((first << 8 | read_byte()) & 0x7FFF);
+        Reader in(_buf, _begin, _end);
+        const unsigned short count = in.length();
+        _buf += in.p - _buf;
+        return count;
     }
 
     // --- strings in a message block. Reads leave the text and one NUL, which takes storage from the string's block and
@@ -251,6 +197,10 @@ class FastCodec {
     }
 
   private:
+    // A single operation is too short to ask for the processor's faster kernel.
+    using Writer = Velmora::Writer<Baseline>;
+    using Reader = Velmora::Reader<Baseline>;
+
     FORCE_INLINE void write_byte(unsigned char byte) { *_buf++ = static_cast<char>(byte); }
     FORCE_INLINE unsigned char read_byte() { return static_cast<unsigned char>(*_buf++); }
 
@@ -273,19 +223,9 @@ class FastCodec {
             write_uint16(travelling);
         else
             write_uint16_fixed(travelling);
-        if (length == 0) return;
-        std::memcpy(_buf, text, length);
-        if (encrypt) Quillon::DumbCrypt::encrypt(_buf, static_cast<int>(length), 0);
+        Quillon::copyBytes(_buf, text, length);
+        if (encrypt && length != 0) Quillon::DumbCrypt::encrypt(_buf, static_cast<int>(length), 0);
         _buf += length;
-    }
-
-    template <class U, class S>
-    static constexpr U zigzag(S v) {
-        return static_cast<U>(static_cast<U>(v) << 1 ^ static_cast<U>(v >> (8 * sizeof(S) - 1)));
-    }
-    template <class S, class U>
-    static constexpr S unzigzag(U u) {
-        return static_cast<S>(static_cast<U>(u >> 1) ^ static_cast<U>(0 - (u & 1)));
     }
 
     char* _buf;
@@ -294,6 +234,3 @@ class FastCodec {
 };
 
 } // namespace Velmora
-
-#pragma pop_macro("NA")
-#pragma pop_macro("MAX")

@@ -12,6 +12,7 @@
 #include <cstring>
 #include <string>
 
+#include "Backend/Common/CopyBytes.h"
 #include "Backend/Velmora/bufstl/bufvector.h"
 
 namespace bufstl {
@@ -32,8 +33,8 @@ class basic_bufstring : public bufvector<CharT> {
     /// Takes over all elements of `other`, its NUL included; none from a string that was never stored, not even a NUL.
     basic_bufstring& operator=(const basic_bufstring& other) {
         if (this == &other) return *this;
-        Base::resize(other.size_());
-        if (!other.empty_()) std::memmove(this->_M_start, other._M_start, other.size_());
+        const size_type count = other.size_();
+        if (count != 0 || !empty_()) Quillon::copyBytes(_M_overwrite(count), other._M_start, count);
         return *this;
     }
     basic_bufstring& operator=(const char* text) { return assign(text); }
@@ -43,9 +44,9 @@ class basic_bufstring : public bufvector<CharT> {
     basic_bufstring& assign(const char* text) { return assign(text, text != nullptr ? std::strlen(text) : 0); }
     /// Stores `n` characters, which may be some of this string's own.
     basic_bufstring& assign(const char* text, size_type n) {
-        Base::resize(n + 1); // old storage, if `text` lies in it, stays readable: the block takes nothing back
-        if (n != 0) std::memmove(this->_M_start, text, n);
-        this->_M_start[n] = '\0';
+        char* const start = _M_overwrite(n + 1);
+        Quillon::copyBytes(start, text, n);
+        start[n] = '\0';
         return *this;
     }
     basic_bufstring& append(const char* text) {
@@ -80,6 +81,20 @@ class basic_bufstring : public bufvector<CharT> {
         return a.size() == b.size() && std::memcmp(a.c_str(), b.data(), b.size()) == 0;
     }
     friend bool operator!=(const basic_bufstring& a, const std::string& b) { return !(a == b); }
+
+  private:
+    /// Makes `count` elements that the caller is about to overwrite, with the growth of resize() but without its fill.
+    /// Returns the first. Old storage that was replaced stays readable, for the block takes nothing back.
+    char* _M_overwrite(size_type count) {
+        if (__builtin_expect(count > this->capacity(), 1)) { // the first text of a fresh string
+            const size_type length = this->_M_check_len(count - size_(), "vector::_M_fill_insert");
+            char* const start = this->_M_allocate(length);
+            this->_M_give_up_storage();
+            this->_M_set_storage(start, start, length);
+        }
+        this->_M_finish = this->_M_start + count;
+        return this->_M_start;
+    }
 };
 
 using bufstring = basic_bufstring<char>;

@@ -156,6 +156,18 @@ class vector : public _Vector_base<T, Alloc> {
     const_pointer data() const { return _M_start; }
 
     void push_back(const T& value) { _M_insert_aux(end(), value); }
+    /// Appends `n` fresh elements one after the other and hands each to `fill` once it is built: growth by resize() and
+    /// a loop over what is new, in one pass. When `fill` throws, the elements built so far stay.
+    template <class Fill>
+    FORCE_INLINE void append_each(size_type n, Fill&& fill) {
+        if (static_cast<size_type>(_M_end_of_storage - _M_finish) < n) _M_grow(n);
+        for (; n != 0; --n) {
+            T* const fresh = _M_finish;
+            _M_alloc.construct(fresh, _M_alloc.get_init());
+            ++_M_finish;
+            fill(*fresh);
+        }
+    }
     void pop_back() { _M_erase_at_end(_M_finish - 1); }
 
     iterator insert(iterator position, const T& value) {
@@ -215,6 +227,10 @@ class vector : public _Vector_base<T, Alloc> {
         if (max_size() - size() < n) throwLength(operation);
         const size_type length = size() + std::max(size(), n);
         return length < size() || length > max_size() ? max_size() : length;
+    }
+    void _M_grow(size_type n) {
+        replaceStorage(_M_check_len(n, "vector::_M_fill_insert"),
+                       [&](T*& built) { copyConstruct(_M_start, _M_finish, built); });
     }
     void _M_erase_at_end(T* position) {
         destroyRange(position, _M_finish);

@@ -7,57 +7,101 @@
 #include "Backend/Velmora/Enumeration.h"
 #include "Backend/Velmora/FastCodec.h"
 #include "Backend/Velmora/FieldList.h"
+#include "Backend/Velmora/Wire.h"
 
 namespace Velmora {
 
+/// Reads all fields of `value` from `cursor` on, in the range [begin, end); returns the cursor behind them. The cursor
+/// goes in and out by value, so that it stays in a register.
+template <class Kernel, class T>
+[[gnu::noinline]] const char* decodeFields(T& value, const char* cursor, const char* begin, const char* end);
+
 // One overload per wire form, the mirror of those in Encode.h.
 
-FORCE_INLINE void get(FastCodec& codec, plain_t, std::same_as<bool> auto& v, const char*) { v = codec.read_bool(); }
-FORCE_INLINE void get(FastCodec& codec, plain_t, std::same_as<int8_t> auto& v, const char*) {
-    v = static_cast<int8_t>(codec.read_int8());
+template <class K>
+FORCE_INLINE void get(Reader<K>& in, plain_t, std::same_as<bool> auto& v, const char*) {
+    v = in.byte() != 0;
 }
-FORCE_INLINE void get(FastCodec& codec, plain_t, std::same_as<int16_t> auto& v, const char*) { v = codec.read_int16(); }
-FORCE_INLINE void get(FastCodec& codec, plain_t, std::same_as<int32_t> auto& v, const char*) { v = codec.read_int32(); }
-FORCE_INLINE void get(FastCodec& codec, plain_t, std::same_as<int64_t> auto& v, const char*) { v = codec.read_int64(); }
-FORCE_INLINE void get(FastCodec& codec, price_t, std::same_as<int64_t> auto& v, const char*) {
-    v = codec.read_qlfloat();
+template <class K>
+FORCE_INLINE void get(Reader<K>& in, plain_t, std::same_as<int8_t> auto& v, const char*) {
+    v = static_cast<int8_t>(in.byte());
 }
-FORCE_INLINE void get(FastCodec& codec, plain_t, String auto& v, const char*) { codec.read_string(v); }
-FORCE_INLINE void get(FastCodec& codec, crypt_t, String auto& v, const char*) { codec.read_cryptstring(v); }
+template <class K>
+FORCE_INLINE void get(Reader<K>& in, plain_t, std::same_as<int16_t> auto& v, const char*) {
+    v = unzigzag<int16_t>(in.template varint<uint16_t>());
+}
+template <class K>
+FORCE_INLINE void get(Reader<K>& in, plain_t, std::same_as<int32_t> auto& v, const char*) {
+    v = unzigzag<int32_t>(in.template varint<uint32_t>());
+}
+template <class K>
+FORCE_INLINE void get(Reader<K>& in, plain_t, std::same_as<int64_t> auto& v, const char*) {
+    v = unzigzag<int64_t>(in.template varint<uint64_t>());
+}
+template <class K>
+FORCE_INLINE void get(Reader<K>& in, price_t, std::same_as<int64_t> auto& v, const char*) {
+    v = static_cast<int64_t>(in.special());
+}
+
+template <class K>
+FORCE_INLINE void get(Reader<K>& in, plain_t, String auto& v, const char*) {
+    const auto length = in.template varint<uint16_t>();
+    v.assign(in.p, length);
+    in.p += length;
+}
+template <class K>
+FORCE_INLINE void get(Reader<K>& in, crypt_t, String auto& v, const char* name) {
+    get(in, plain, v, name);
+    if (!v.empty()) Quillon::DumbCrypt::decrypt(v.data(), static_cast<int>(v.size()), 0);
+}
 /// Deliberate: read with a varint length although written with a fixed one; see Encode.h.
-FORCE_INLINE void get(FastCodec& codec, padding_t, String auto& v, const char*) { codec.read_string(v); }
+template <class K>
+FORCE_INLINE void get(Reader<K>& in, padding_t, String auto& v, const char* name) {
+    get(in, plain, v, name);
+}
 
 /// The byte as it came: one without a name is reported to the hook and kept.
-template <Enumerator E>
-FORCE_INLINE void get(FastCodec& codec, plain_t, E& v, const char* name) {
-    const unsigned char byte = codec.read_uint8();
+template <class K, Enumerator E>
+FORCE_INLINE void get(Reader<K>& in, plain_t, E& v, const char* name) {
+    const unsigned char byte = in.byte();
     v = static_cast<E>(byte);
     validate<EnumerationOf<E>>(byte, name);
 }
 
-/// A record goes through its own read, on a copy of the cursor; see Encode.h.
-FORCE_INLINE void get(FastCodec& codec, plain_t, Composite auto& v, const char*) {
-    FastCodec handedOver = codec;
-    v.read(handedOver);
-    codec = handedOver;
+template <class K>
+FORCE_INLINE void get(Reader<K>& in, plain_t, Composite auto& v, const char*) {
+    in.p = decodeFields<K>(v, in.p, in.begin(), in.end());
 }
 
 /// The vector takes exactly the count that came: it grows by fresh elements or drops surplus ones.
-FORCE_INLINE void get(FastCodec& codec, plain_t, Vector auto& v, const char* name) {
-    v.resize(codec.read_length());
-    for (size_t i = 0; i < v.size(); ++i) get(codec, plain, v[i], name);
+template <class K>
+FORCE_INLINE void get(Reader<K>& in, plain_t, Vector auto& v, const char* name) {
+    const size_t count = in.length();
+    if (v.empty()) // as in every fresh message
+        return v.append_each(count, [&](auto& element) FORCE_INLINE_LAMBDA { get(in, plain, element, name); });
+    v.resize(count);
+    for (size_t i = 0; i < count; ++i) get(in, plain, v[i], name);
+}
+
+template <class Kernel, class T>
+const char* decodeFields(T& value, const char* cursor, const char* begin, const char* end) {
+    Reader<Kernel> in(cursor, begin, end);
+    fields(of<T>{}, [&](const char* name, auto member, auto encoding) FORCE_INLINE_LAMBDA {
+        get(in, encoding, value.*member, name);
+        return true;
+    });
+    return in.p;
 }
 
 /// All fields of `value` from the cursor of `codec`. When an exception passes, the value is partly decoded and
 /// destructible, and the cursor stands where it stood.
 template <class T>
 void decode(T& value, FastCodec& codec) {
-    FastCodec cursor = codec; // a local: stores into strings could change the codec itself
-    fields(of<T>{}, [&](const char* name, auto member, auto encoding) FORCE_INLINE_LAMBDA {
-        get(cursor, encoding, value.*member, name);
-        return true;
-    });
-    codec = cursor;
+    char* const cursor = codec.cursor();
+    const char* const behind = Quillon::hasFastDeposit()
+                                   ? decodeFields<Bmi2>(value, cursor, codec.begin(), codec.end())
+                                   : decodeFields<Baseline>(value, cursor, codec.begin(), codec.end());
+    codec.setCursor(cursor + (behind - cursor));
 }
 
 } // namespace Velmora

@@ -7,56 +7,99 @@
 #include "Backend/Velmora/Enumeration.h"
 #include "Backend/Velmora/FastCodec.h"
 #include "Backend/Velmora/FieldList.h"
+#include "Backend/Velmora/Wire.h"
 
 namespace Velmora {
 
+/// Writes all fields of `value` from `cursor` on; returns the cursor behind them. The cursor goes in and out by value,
+/// so that it stays in a register: stores through a char pointer could change any cursor in memory. Never inlined, so
+/// that the instructions of a kernel stand in functions that bear its name and nowhere else.
+template <class Kernel, class T>
+[[gnu::noinline]] char* encodeFields(const T& value, char* cursor);
+
 // One overload per wire form. Exact types are asked for, so that a wrong pair of type and encoding does not compile.
 
-FORCE_INLINE void put(FastCodec& codec, plain_t, std::same_as<bool> auto v, const char*) { codec.write_bool(v); }
-FORCE_INLINE void put(FastCodec& codec, plain_t, std::same_as<int8_t> auto v, const char*) {
-    codec.write_int8(static_cast<char>(v));
+template <class K>
+FORCE_INLINE void put(Writer<K>& out, plain_t, std::same_as<bool> auto v, const char*) {
+    out.byte(v);
 }
-FORCE_INLINE void put(FastCodec& codec, plain_t, std::same_as<int16_t> auto v, const char*) { codec.write_int16(v); }
-FORCE_INLINE void put(FastCodec& codec, plain_t, std::same_as<int32_t> auto v, const char*) { codec.write_int32(v); }
-FORCE_INLINE void put(FastCodec& codec, plain_t, std::same_as<int64_t> auto v, const char*) { codec.write_int64(v); }
-FORCE_INLINE void put(FastCodec& codec, price_t, std::same_as<int64_t> auto v, const char*) { codec.write_qlfloat(v); }
-FORCE_INLINE void put(FastCodec& codec, plain_t, const String auto& v, const char*) { codec.write_string(v); }
-FORCE_INLINE void put(FastCodec& codec, crypt_t, const String auto& v, const char*) { codec.write_cryptstring(v); }
+template <class K>
+FORCE_INLINE void put(Writer<K>& out, plain_t, std::same_as<int8_t> auto v, const char*) {
+    out.byte(static_cast<unsigned char>(v));
+}
+template <class K>
+FORCE_INLINE void put(Writer<K>& out, plain_t, std::same_as<int16_t> auto v, const char*) {
+    out.varint(zigzag<uint16_t>(v));
+}
+template <class K>
+FORCE_INLINE void put(Writer<K>& out, plain_t, std::same_as<int32_t> auto v, const char*) {
+    out.varint(zigzag<uint32_t>(v));
+}
+template <class K>
+FORCE_INLINE void put(Writer<K>& out, plain_t, std::same_as<int64_t> auto v, const char*) {
+    out.varint(zigzag<uint64_t>(v));
+}
+template <class K>
+FORCE_INLINE void put(Writer<K>& out, price_t, std::same_as<int64_t> auto v, const char*) {
+    out.special(v);
+}
+
+/// The caller guarantees a text of at most 65535 characters: only the low 16 bits of its length are written.
+template <class K>
+FORCE_INLINE void put(Writer<K>& out, plain_t, const String auto& v, const char*) {
+    out.varint(static_cast<uint16_t>(v.size()));
+    out.bytes(v.data(), v.size());
+}
+template <class K>
+FORCE_INLINE void put(Writer<K>& out, crypt_t, const String auto& v, const char* name) {
+    put(out, plain, v, name);
+    if (!v.empty()) Quillon::DumbCrypt::encrypt(out.p - v.size(), static_cast<int>(v.size()), 0);
+}
 /// Deliberate: written with a fixed two-byte length, read with a varint one. The body is two bytes plus the padding,
 /// whatever its length; peers depend on it.
-FORCE_INLINE void put(FastCodec& codec, padding_t, const String auto& v, const char*) { codec.write_string_fixed(v); }
+template <class K>
+FORCE_INLINE void put(Writer<K>& out, padding_t, const String auto& v, const char*) {
+    out.raw(static_cast<uint16_t>(v.size()));
+    out.bytes(v.data(), v.size());
+}
 
 /// One byte, whatever the enumeration's largest value; a byte without a name is reported to the hook and written all
 /// the same.
-FORCE_INLINE void put(FastCodec& codec, plain_t, Enumerator auto v, const char* name) {
+template <class K>
+FORCE_INLINE void put(Writer<K>& out, plain_t, Enumerator auto v, const char* name) {
     const auto byte = static_cast<unsigned char>(v);
     validate<EnumerationOf<decltype(v)>>(byte, name);
-    codec.write_uint8(byte);
+    out.byte(byte);
 }
 
-/// A record goes through its own write, out of line. It is handed a copy of the cursor, because a cursor whose address
-/// leaves this function could not stay in a register.
-FORCE_INLINE void put(FastCodec& codec, plain_t, const Composite auto& v, const char*) {
-    FastCodec handedOver = codec;
-    v.write(handedOver);
-    codec = handedOver;
+template <class K>
+FORCE_INLINE void put(Writer<K>& out, plain_t, const Composite auto& v, const char*) {
+    out.p = encodeFields<K>(v, out.p);
 }
 
 /// The caller guarantees at most 32767 elements; the count is not checked.
-FORCE_INLINE void put(FastCodec& codec, plain_t, const Vector auto& v, const char* name) {
-    codec.write_length(static_cast<unsigned short>(v.size()));
-    for (size_t i = 0; i < v.size(); ++i) put(codec, plain, v[i], name);
+template <class K>
+FORCE_INLINE void put(Writer<K>& out, plain_t, const Vector auto& v, const char* name) {
+    out.length(static_cast<unsigned short>(v.size()));
+    for (size_t i = 0; i < v.size(); ++i) put(out, plain, v[i], name);
+}
+
+template <class Kernel, class T>
+char* encodeFields(const T& value, char* cursor) {
+    Writer<Kernel> out(cursor);
+    fields(of<T>{}, [&](const char* name, auto member, auto encoding) FORCE_INLINE_LAMBDA {
+        put(out, encoding, value.*member, name);
+        return true;
+    });
+    return out.p;
 }
 
 /// All fields of `value` at the cursor of `codec`.
 template <class T>
 void encode(const T& value, FastCodec& codec) {
-    FastCodec cursor = codec; // a local: stores through a char pointer could change the codec itself
-    fields(of<T>{}, [&](const char* name, auto member, auto encoding) FORCE_INLINE_LAMBDA {
-        put(cursor, encoding, value.*member, name);
-        return true;
-    });
-    codec = cursor;
+    char* const cursor = codec.cursor();
+    codec.setCursor(Quillon::hasFastDeposit() ? encodeFields<Bmi2>(value, cursor)
+                                              : encodeFields<Baseline>(value, cursor));
 }
 
 } // namespace Velmora

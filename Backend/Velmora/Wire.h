@@ -1,0 +1,293 @@
+// The wire forms, as functions on a bare cursor. FastCodec offers them one by one; the operations over all types run
+// whole messages through them with the cursor in a register.
+//
+// A Writer touches exactly the bytes of the encoding: words are stored in overlapping pieces that end where it ends. A
+// Reader looks at whole words, but at none that reaches beyond the end of the range, nor at any byte beyond it unless
+// the encoding itself runs there.
+#pragma once
+
+#include <bit>
+#include <cstdint>
+#include <cstring>
+#include <type_traits>
+
+#include "Backend/Common/CopyBytes.h"
+#include "Backend/Common/Inline.h"
+#include "Backend/Common/Processor.h"
+
+// Names of this header that a host's earlier headers may have made macros.
+#pragma push_macro("MAX")
+#pragma push_macro("NA")
+#undef MAX
+#undef NA
+
+namespace Velmora {
+
+// Sentinels of signed 64-bit quantities. The last three take one byte in the special varint; MAX travels as any value.
+inline constexpr int64_t MAX = INT64_MAX - 1;
+inline constexpr int64_t NMA = INT64_MIN + 1;
+inline constexpr int64_t NDA = INT64_MIN + 2;
+inline constexpr int64_t NA = INT64_MIN + 3;
+
+/// The sentinel's name, or null for any other value.
+inline const char* sentinelName(int64_t value) {
+    switch (value) {
+    case MAX:
+        return "MAX";
+    case NMA:
+        return "NMA";
+    case NDA:
+        return "NDA";
+    case NA:
+        return "NA";
+    }
+    return nullptr;
+}
+
+template <class U, class S>
+FORCE_INLINE constexpr U zigzag(S v) {
+    return static_cast<U>(static_cast<U>(v) << 1 ^ static_cast<U>(v >> (8 * sizeof(S) - 1)));
+}
+template <class S, class U>
+FORCE_INLINE constexpr S unzigzag(U u) {
+    return static_cast<S>(static_cast<U>(u >> 1) ^ static_cast<U>(0 - (u & 1)));
+}
+
+// Kernels are told apart by a template argument; see Processor.h.
+using Quillon::Baseline;
+using Quillon::Bmi2;
+
+template <class Kernel>
+class Writer {
+  public:
+    explicit Writer(char* begin) : p(begin) {}
+
+    FORCE_INLINE void byte(unsigned char v) { *p++ = static_cast<char>(v); }
+
+    /// As held in memory, little-endian.
+    template <class T>
+    FORCE_INLINE void raw(T v) {
+        std::memcpy(p, &v, sizeof v);
+        p += sizeof v;
+    }
+
+    /// Plain varint. T tells how long it can get.
+    template <class T>
+    FORCE_INLINE void varint(T v) {
+        static_assert(std::is_unsigned_v<T>);
+        if (v < 0x80) return byte(static_cast<unsigned char>(v));
+        const unsigned bits = 64 - static_cast<unsigned>(std::countl_zero(uint64_t{v}));
+        const unsigned n = (bits * 9 + 64) / 64; // bytes: a seventh of the bits, rounded up
+        const uint64_t low = Kernel::spread(v & 0x00FFFFFFFFFFFFFF);
+        if constexpr (sizeof(T) > 4) {
+            if (n > 8) {
+                raw(low | more);
+                const auto rest = static_cast<unsigned>(v >> 56);
+                if (n == 9) return byte(static_cast<unsigned char>(rest));
+                return raw(static_cast<uint16_t>(rest | 0x80 | 0x100)); // the ten bytes end in the number's highest bit
+            }
+        }
+        const uint64_t word = low | (more >> (8 * (9 - n))); // all bytes but the last announce another
+        if (n > 4) {
+            store<uint32_t>(0, word);
+            store<uint32_t>(n - 4, word >> (8 * (n - 4)));
+        } else {
+            store<uint16_t>(0, word);
+            store<uint16_t>(n - 2, word >> (8 * (n - 2)));
+        }
+        p += n;
+    }
+
+    /// Special varint. Up to 2^62 it is the plain varint of the value with two zero bits below; see FastCodec.h.
+    FORCE_INLINE void special(int64_t v) {
+        const auto pattern = static_cast<uint64_t>(v);
+        if (__builtin_expect(pattern < uint64_t{1} << 62, 1)) return varint<uint64_t>(pattern << 2);
+        p = rareSpecial(p, pattern);
+    }
+
+    FORCE_INLINE void length(unsigned short count) {
+        if (count > 127) byte(static_cast<unsigned char>(0x80 | count >> 8));
+        byte(static_cast<unsigned char>(count));
+    }
+
+    FORCE_INLINE void bytes(const char* from, size_t n) {
+        Quillon::copyBytes(p, from, n);
+        p += n;
+    }
+
+    char* p;
+
+  private:
+    static constexpr uint64_t more = 0x8080808080808080;
+
+    template <class Piece>
+    FORCE_INLINE void store(unsigned offset, uint64_t v) {
+        const auto piece = static_cast<Piece>(v);
+        std::memcpy(p + offset, &piece, sizeof piece);
+    }
+
+    /// Sentinels, and patterns of 62 bits and more: negative values.
+    COLD_PATH static char* rareSpecial(char* p, uint64_t pattern) {
+        Writer out(p);
+        switch (static_cast<int64_t>(pattern)) {
+        case NMA:
+            out.byte(0x03);
+            break;
+        case NDA:
+            out.byte(0x05);
+            break;
+        case NA:
+            out.byte(0x07);
+            break;
+        default:
+            out.byte(static_cast<unsigned char>(0x80 | (pattern & 0x1F) << 2));
+            out.template varint<uint64_t>(pattern >> 5);
+        }
+        return out.p;
+    }
+};
+
+template <class Kernel>
+class Reader {
+  public:
+    /// `begin`: of the whole range; bytes between it and the cursor may be looked at again.
+    Reader(const char* cursor, const char* begin, const char* end) : p(cursor), _begin(begin), _end(end) {}
+
+    const char* begin() const { return _begin; }
+    const char* end() const { return _end; }
+
+    FORCE_INLINE unsigned char byte() { return static_cast<unsigned char>(*p++); }
+
+    template <class T>
+    FORCE_INLINE T raw() {
+        T v;
+        std::memcpy(&v, p, sizeof v);
+        p += sizeof v;
+        return v;
+    }
+
+    /// Plain varint of any length. Bits beyond 64 are dropped, and so are those beyond T.
+    template <class T>
+    FORCE_INLINE T varint() {
+        const auto first = static_cast<unsigned char>(*p);
+        if (first < 0x80) {
+            ++p;
+            return static_cast<T>(first);
+        }
+        uint64_t word;
+        if (__builtin_expect(_end - p >= 8, 1)) {
+            std::memcpy(&word, p, 8);
+            if (const uint64_t stop = ~word & more) return static_cast<T>(take(word, stop));
+            if constexpr (sizeof(T) > 4) {
+                // A byte behind the word belongs to the encoding: the ninth of a time in nanoseconds.
+                const auto ninth = static_cast<unsigned char>(p[8]);
+                if (ninth < 0x80) {
+                    p += 9;
+                    return static_cast<T>(Kernel::gather(word) | static_cast<uint64_t>(ninth) << 56);
+                }
+            }
+        } else {
+            word = tail(p, _begin, _end);
+            if (const uint64_t stop = ~word & more) return static_cast<T>(take(word, stop));
+        }
+        return static_cast<T>(taken(anyVarint(p)));
+    }
+
+    /// Special varint, as a pattern. Where its two low bits are zero it is a plain varint of the pattern with two zero
+    /// bits below; nine bytes and more are left to the slow way, because there the pattern's highest bits would be
+    /// lost.
+    FORCE_INLINE uint64_t special() {
+        const auto first = static_cast<unsigned char>(*p);
+        if (first < 0x80 && (first & 3) == 0) {
+            ++p;
+            return first >> 2;
+        }
+        if (__builtin_expect((first & 3) == 0, 1)) {
+            uint64_t word;
+            if (__builtin_expect(_end - p >= 8, 1))
+                std::memcpy(&word, p, 8);
+            else
+                word = tail(p, _begin, _end);
+            if (const uint64_t stop = ~word & more) return take(word, stop) >> 2;
+        }
+        return taken(rareSpecial(p));
+    }
+
+    FORCE_INLINE unsigned short length() {
+        const unsigned char first = byte();
+        if (first <= 127) return first;
+        return static_cast<unsigned short>((first << 8 | byte()) & 0x7FFF);
+    }
+
+    const char* p;
+
+  private:
+    static constexpr uint64_t more = 0x8080808080808080;
+
+    // What is out of line takes and returns the cursor by value: one whose address leaves the function could not stay
+    // in a register.
+    struct Taken {
+        uint64_t value;
+        const char* p;
+    };
+    FORCE_INLINE uint64_t taken(Taken t) {
+        p = t.p;
+        return t.value;
+    }
+
+    /// The varint whose last byte is marked by the lowest bit of `stop`.
+    FORCE_INLINE uint64_t take(uint64_t word, uint64_t stop) {
+        p += (static_cast<unsigned>(std::countr_zero(stop)) >> 3) + 1;
+        return Kernel::gather(word & (stop ^ (stop - 1)));
+    }
+
+    /// The word at `p`, of which the range holds fewer than eight bytes: the last eight bytes of the range, shifted
+    /// down. All ones where it holds no last byte of a varint or is too short for such a look.
+    [[gnu::noinline]] static uint64_t tail(const char* p, const char* begin, const char* end) {
+        const std::ptrdiff_t left = end - p;
+        if (left <= 0 || end - begin < 8) return ~uint64_t{0};
+        uint64_t word;
+        std::memcpy(&word, end - 8, 8);
+        const auto gone = static_cast<unsigned>(64 - 8 * left);
+        return (~word & more) >> gone != 0 ? word >> gone : ~uint64_t{0};
+    }
+
+    /// Byte by byte: ten bytes and more, and where the range is short.
+    [[gnu::noinline]] static Taken anyVarint(const char* p) {
+        auto byte = static_cast<unsigned char>(*p++);
+        uint64_t value = byte & 0x7Fu;
+        for (unsigned shift = 7; byte >= 0x80; shift += 7) {
+            byte = static_cast<unsigned char>(*p++);
+            if (shift < 64) value |= static_cast<uint64_t>(byte & 0x7Fu) << shift;
+        }
+        return {value, p};
+    }
+
+    [[gnu::noinline]] static Taken rareSpecial(const char* p) {
+        const auto first = static_cast<unsigned char>(*p++);
+        switch (first) {
+        case 0x05:
+            return {static_cast<uint64_t>(NDA), p};
+        case 0x07:
+            return {static_cast<uint64_t>(NA), p};
+        case 0x03:
+            return {static_cast<uint64_t>(NMA), p};
+        }
+        Taken result = {first >> 2 & 0x1Fu, p};
+        if ((first & 0x80) != 0) {
+            const Taken rest = anyVarint(p);
+            result = {result.value | rest.value << 5, rest.p};
+        }
+        if ((first & 0x02) != 0)
+            result.value = ~result.value; // never set by the writer; honoured for peers that set it
+        return result;
+    }
+
+    const char* _begin;
+    const char* _end;
+};
+
+} // namespace Velmora
+
+#pragma pop_macro("NA")
+#pragma pop_macro("MAX")
