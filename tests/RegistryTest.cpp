@@ -2,38 +2,9 @@
 // midway.
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <new>
-#include <set>
-
 #include "generated/QLProtocol/QLProtocol.fields.h"
 #include "generated/QLProtocol/QLProtocol.h"
-
-namespace {
-
-// Counts what is alive on the general heap and refuses one allocation on demand.
-long alive = 0;
-long untilRefusal = -1; // negative: never
-
-struct Refusal {
-    explicit Refusal(long after) { untilRefusal = after; }
-    ~Refusal() { untilRefusal = -1; }
-};
-
-} // namespace
-
-void* operator new(size_t size) {
-    if (untilRefusal >= 0 && untilRefusal-- == 0) throw std::bad_alloc();
-    void* p = std::malloc(size);
-    if (p == nullptr) throw std::bad_alloc();
-    ++alive;
-    return p;
-}
-void operator delete(void* p) noexcept {
-    if (p != nullptr) --alive;
-    std::free(p);
-}
-void operator delete(void* p, size_t) noexcept { operator delete(p); }
+#include "tests/CountedHeap.h"
 
 namespace {
 
@@ -90,29 +61,29 @@ TEST(Registry, TellsTheIdentityOfTheProtocol) {
 
 TEST(Registry, FinalizeReleasesEverythingAndMayRunAnyTime) {
     Quillon::finalize();
-    const long before = alive;
+    const long before = heap::alive;
     for (int round = 0; round < 3; ++round) {
         Quillon::initialize();
         expectComplete();
         // Protocol, and per message two descriptors and an entry of the map.
-        EXPECT_EQ(alive - before, 1 + 71 * 3);
+        EXPECT_EQ(heap::alive - before, 1 + 71 * 3);
         Quillon::finalize();
         EXPECT_EQ(Quillon::__protocol, nullptr);
-        EXPECT_EQ(alive, before);
+        EXPECT_EQ(heap::alive, before);
         Quillon::finalize();
-        EXPECT_EQ(alive, before);
+        EXPECT_EQ(heap::alive, before);
     }
     EXPECT_TRUE(Quillon::Side::_initialized) << "the enumeration tables stay";
 }
 
 TEST(Registry, OutOfMemoryAtAnyStepLeaksNothing) {
     Quillon::finalize();
-    const long before = alive;
+    const long before = heap::alive;
     long refused = 0;
     for (;; ++refused) {
         bool threw = false;
         {
-            const Refusal refusal(refused);
+            const heap::Refusal refusal(refused);
             try {
                 Quillon::initialize();
             } catch (const std::bad_alloc&) {
@@ -120,7 +91,7 @@ TEST(Registry, OutOfMemoryAtAnyStepLeaksNothing) {
             }
         }
         if (!threw) break;
-        EXPECT_EQ(alive - before, refused) << "what was made is registered";
+        EXPECT_EQ(heap::alive - before, refused) << "what was made is registered";
         if (Quillon::__protocol != nullptr) {
             size_t registered = 0;
             for (int id = 0; id < 65536; ++id)
@@ -128,7 +99,7 @@ TEST(Registry, OutOfMemoryAtAnyStepLeaksNothing) {
             EXPECT_EQ(registered, static_cast<size_t>(refused - 1) / 3);
         }
         Quillon::finalize();
-        EXPECT_EQ(alive, before) << "refused allocation " << refused;
+        EXPECT_EQ(heap::alive, before) << "refused allocation " << refused;
         EXPECT_EQ(Quillon::__protocol, nullptr);
     }
     EXPECT_EQ(refused, 1 + 71 * 3) << "every allocation of initialize() was refused once";

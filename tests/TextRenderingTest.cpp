@@ -80,6 +80,10 @@ TEST_F(TextRendering, OneLine) {
     entry->source = -1;
     EXPECT_EQ(fast(*entry), "<MDEntry price=0 amount=0 minAmount=0 updateAction=NEW element=0 side=0 source=-1 "
                             "numberOfOrders=0 components=\"\">");
+    CallbackMessage callback;
+    callback.arg1 = Velmora::NA;
+    callback.arg2 = INT64_MIN;
+    EXPECT_EQ(fast(callback), "<CallbackMessage action=0 arg1=NA arg2=-9223372036854775808 arg3=0 arg4=0>");
     InBlock<Heartbeat> heartbeat;
     EXPECT_EQ(fast(*heartbeat), "<Heartbeat timeApiServer=0 activeFeeds=[]>");
     for (const int feed : {1, -2, 3}) heartbeat->activeFeeds.push_back(feed);
@@ -120,6 +124,28 @@ TEST_F(TextRendering, SeveralLines) {
                                         "     appID=0\n"
                                         "     generation=0\n"
                                         "   )");
+}
+
+/// Renders values its own way: all strings in one case, and so on.
+struct Shouting : Velmora::TextCodec<FastOStream> {
+    using TextCodec::TextCodec;
+    using TextCodec::write_string;
+    void write_string(const bufstl::bufstring& x) override { stream() << '!' << x << '!'; }
+    void write_int64(long long) override { stream() << "int64"; }
+};
+
+TEST_F(TextRendering, DerivedCodecRendersValuesItsOwnWay) {
+    InBlock<JsonFromClient> json;
+    json->contents = "x";
+    InBlock<ProtocolDefinitionMessage> definition;
+    definition->proto = "y";
+    StaticOStream<65536> os;
+    Shouting codec(os);
+    AsciiWriter writer(codec, false, 0);
+    writer.handle(*json);
+    writer.handle(*definition);
+    writer.handle(HeartbeatTimerMessage());
+    EXPECT_STREQ(os.ends(), "contents=!x!proto=!y!interval_ns=int64");
 }
 
 TEST_F(TextRendering, EmbeddedNulEndsTheTextOnAStandardStreamOnly) {

@@ -30,18 +30,9 @@ inline constexpr int64_t NDA = INT64_MIN + 2;
 inline constexpr int64_t NA = INT64_MIN + 3;
 
 /// The sentinel's name, or null for any other value.
-inline const char* sentinelName(int64_t value) {
-    switch (value) {
-    case MAX:
-        return "MAX";
-    case NMA:
-        return "NMA";
-    case NDA:
-        return "NDA";
-    case NA:
-        return "NA";
-    }
-    return nullptr;
+FORCE_INLINE const char* sentinelName(int64_t value) {
+    if (__builtin_expect(value > NA && value < MAX, 1)) return nullptr; // they lie at the two ends
+    return value == MAX ? "MAX" : value == NMA ? "NMA" : value == NDA ? "NDA" : value == NA ? "NA" : nullptr;
 }
 
 template <class U, class S>

@@ -1,18 +1,22 @@
 // The text of a value's fields, for people who grep logs.
 //
-//   fields      name=value, separated by one blank
-//   records     (name=value ...)            vectors    [value value ...]
-//   int64_t     the sentinels by name: MAX, NMA, NDA, NA
-//   enumerations by name, a value without a name by number
-//   the rest    as the text codec writes it: strings in double quotes, booleans T or F
+//   fields        name=value, separated by one blank
+//   records       (name=value ...)            vectors    [value value ...]
+//   int64_t       the sentinels by name: MAX, NMA, NDA, NA
+//   enumerations  by name, a value without a name by number
+//   the rest      as the text codec writes it: strings in double quotes, booleans T or F
 //
 // On several lines every field stands on a line of its own, indented by two blanks a level; vectors of numbers and
 // strings stay on one line.
 #pragma once
 
 #include <concepts>
+#include <cstring>
+#include <typeinfo>
 
+#include "Backend/Common/CopyBytes.h"
 #include "Backend/Common/FastOStream.h"
+#include "Backend/Common/Util.h"
 #include "Backend/Velmora/Enumeration.h"
 #include "Backend/Velmora/FastCodec.h"
 #include "Backend/Velmora/FieldList.h"
@@ -20,107 +24,185 @@
 
 namespace Velmora {
 
-class FieldPrinter {
+// Where the text goes. A sink is passed and returned by value, so that its write position stays in a register.
+
+/// One line, straight into the buffer: what nearly every print wants. Writes what TextCodec writes, without its calls.
+class LineSink {
+  public:
+    explicit LineSink(char* position) : p(position) {}
+
+    FORCE_INLINE void separate(bool isFirst) {
+        if (!isFirst) *p++ = ' ';
+    }
+    FORCE_INLINE void open(char bracket) { *p++ = bracket; }
+    FORCE_INLINE void close(char bracket) { *p++ = bracket; }
+    FORCE_INLINE void character(char c) { *p++ = c; }
+    FORCE_INLINE void text(const char* text, size_t n) {
+        std::memcpy(p, text, n);
+        p += n;
+    }
+    FORCE_INLINE void boolean(bool v) { *p++ = v ? 'T' : 'F'; }
+    FORCE_INLINE void integer(int32_t v) {
+        if (v >= 0 && v < 10)
+            *p++ = static_cast<char>('0' + v);
+        else
+            p += Quillon::Util::itoa(v, p, 10);
+    }
+    FORCE_INLINE void integer(int64_t v) { p += Quillon::Util::lltoa(v, p, 10); }
+    FORCE_INLINE void string(const bufstl::bufstring& v) {
+        *p++ = '"';
+        Quillon::copyBytes(p, v.data(), v.size());
+        p += v.size();
+        *p++ = '"';
+    }
+    FORCE_INLINE void cryptstring(const bufstl::bufstring& v) { string(v); }
+
+    char* p;
+};
+
+/// Any layout, through the operations of a codec that may render values its own way.
+class CodecSink { // calls, not code in place: this way is rare, and there is one for every field
   public:
     using Codec = TextCodec<Quillon::FastOStream>;
 
-    /// `indent`: blanks in front of the outermost fields when printing on several lines. The codec must outlive the
-    /// printer.
-    FieldPrinter(Codec& codec, bool multiline, int indent) : _codec(codec), _multiline(multiline), _indent(indent) {}
+    CodecSink(Codec& codec, bool multiline, int indent) : _codec(&codec), _indent(indent), _multiline(multiline) {}
 
-    /// All fields of a record or message, without brackets or a line end around them.
-    template <class T>
-    void render(const T& value) {
-        bool first = true;
-        fields(of<T>{}, [&](const char* name, auto member, auto encoding) {
-            separate(first);
-            first = false;
-            _codec.stream() << name << '=';
-            show(encoding, value.*member);
-            return true;
-        });
+    [[gnu::noinline]] void separate(bool isFirst) {
+        if (!isFirst) character(_multiline ? '\n' : ' ');
+        if (_multiline) _codec->stream().write_nchars(' ', static_cast<size_t>(_indent));
     }
-
-  private:
-    void show(plain_t, std::same_as<bool> auto v) { _codec.write_bool(v); }
-    void show(plain_t, std::same_as<int8_t> auto v) { _codec.write_int8(static_cast<char>(v)); }
-    void show(plain_t, std::same_as<int16_t> auto v) { _codec.write_int16(v); }
-    void show(plain_t, std::same_as<int32_t> auto v) { _codec.write_int32(v); }
-    void show(plain_t, std::same_as<int64_t> auto v) { showQuantity(v); }
-    void show(price_t, std::same_as<int64_t> auto v) { showQuantity(v); }
-    void show(plain_t, const String auto& v) { _codec.write_string(v); }
-    void show(crypt_t, const String auto& v) { _codec.write_cryptstring(v); }
-    void show(padding_t, const String auto& v) { _codec.write_string(v); }
-
-    void show(plain_t, Enumerator auto v) {
-        const char* const name = enumeratorName<EnumerationOf<decltype(v)>>(v);
-        if (name != nullptr)
-            _codec.write_rawfield(name);
-        else
-            _codec.write_int32(v);
-    }
-
-    template <Composite T>
-    void show(plain_t, const T& v) {
-        open('(');
-        render(v);
-        close(')');
-    }
-
-    template <Vector V>
-    void show(plain_t, const V& v) {
-        if constexpr (Composite<typename V::value_type>) {
-            if (!v.empty()) return showRecords(v);
-        }
-        _codec.stream() << '[';
-        for (size_t i = 0; i < v.size(); ++i) {
-            if (i != 0) _codec.stream() << ' ';
-            show(plain, v[i]);
-        }
-        _codec.stream() << ']';
-    }
-
-    template <Vector V>
-    void showRecords(const V& v) {
-        open('[');
-        for (size_t i = 0; i < v.size(); ++i) {
-            separate(i == 0);
-            show(plain, v[i]);
-        }
-        close(']');
-    }
-
-    void showQuantity(int64_t v) {
-        if (const char* const sentinel = sentinelName(v))
-            _codec.write_rawfield(sentinel);
-        else
-            _codec.write_int64(v);
-    }
-
-    // Layout. On one line, brackets and blanks only; on several, every field and every record on a line of its own.
-
-    /// What stands before a field or a record: nothing before the first on one line.
-    void separate(bool isFirst) {
-        if (!isFirst) _codec.stream() << (_multiline ? '\n' : ' ');
-        if (_multiline) _codec.stream().write_nchars(' ', static_cast<size_t>(_indent));
-    }
-    void open(char bracket) {
-        _codec.stream() << bracket;
+    [[gnu::noinline]] void open(char bracket) {
+        character(bracket);
         if (!_multiline) return;
-        _codec.stream() << '\n';
+        character('\n');
         _indent += 2;
     }
-    void close(char bracket) {
+    [[gnu::noinline]] void close(char bracket) {
         if (_multiline) {
             _indent -= 2;
             separate(false);
         }
-        _codec.stream() << bracket;
+        character(bracket);
+    }
+    [[gnu::noinline]] void character(char c) { _codec->stream() << c; }
+    [[gnu::noinline]] void text(const char* text, size_t) { _codec->write_rawfield(text); }
+    void boolean(bool v) { _codec->write_bool(v); }
+    void integer(int8_t v) { _codec->write_int8(static_cast<char>(v)); }
+    void integer(int16_t v) { _codec->write_int16(v); }
+    void integer(int32_t v) { _codec->write_int32(v); }
+    void integer(int64_t v) { _codec->write_int64(v); }
+    void string(const bufstl::bufstring& v) { _codec->write_string(v); }
+    void cryptstring(const bufstl::bufstring& v) { _codec->write_cryptstring(v); }
+
+  private:
+    Codec* _codec;
+    int _indent;
+    bool _multiline;
+};
+
+/// All fields of `value`, without brackets around them. Returns the sink behind them.
+template <class Sink, class T>
+Sink renderFields(Sink sink, const T& value);
+
+// One overload per kind of value.
+
+template <class Sink>
+FORCE_INLINE void show(Sink& sink, plain_t, std::same_as<bool> auto v) {
+    sink.boolean(v);
+}
+template <class Sink, std::signed_integral T>
+requires(sizeof(T) < sizeof(int64_t)) FORCE_INLINE void show(Sink& sink, plain_t, T v) { sink.integer(v); }
+template <class Sink, class Encoding>
+requires std::same_as<Encoding, plain_t> || std::same_as<Encoding, price_t> FORCE_INLINE void
+show(Sink& sink, Encoding, std::same_as<int64_t> auto v) {
+    if (const char* const sentinel = sentinelName(v))
+        sink.text(sentinel, std::strlen(sentinel));
+    else
+        sink.integer(v);
+}
+template <class Sink, class Encoding>
+FORCE_INLINE void show(Sink& sink, Encoding, const String auto& v) {
+    if constexpr (std::is_same_v<Encoding, crypt_t>)
+        sink.cryptstring(v);
+    else
+        sink.string(v);
+}
+template <class Sink, Enumerator E>
+FORCE_INLINE void show(Sink& sink, plain_t, E v) {
+    if (const char* const name = enumeratorName<EnumerationOf<E>>(v))
+        sink.text(name, std::strlen(name));
+    else
+        sink.integer(static_cast<int32_t>(v));
+}
+template <class Sink>
+FORCE_INLINE void show(Sink& sink, plain_t, const Composite auto& v) {
+    sink.open('(');
+    sink = renderFields(sink, v);
+    sink.close(')');
+}
+template <class Sink, Vector V>
+FORCE_INLINE void show(Sink& sink, plain_t, const V& v) {
+    if constexpr (Composite<typename V::value_type>) {
+        if (!v.empty()) {
+            sink.open('[');
+            for (size_t i = 0; i < v.size(); ++i) {
+                sink.separate(i == 0);
+                show(sink, plain, v[i]);
+            }
+            return sink.close(']');
+        }
+    }
+    sink.character('[');
+    for (size_t i = 0; i < v.size(); ++i) {
+        if (i != 0) sink.character(' ');
+        show(sink, plain, v[i]);
+    }
+    sink.character(']');
+}
+
+template <class Sink, class T>
+Sink renderFields(Sink sink, const T& value) {
+    bool isFirst = true;
+    fields(of<T>{}, [&](const char* name, auto member, auto encoding) FORCE_INLINE_LAMBDA {
+        sink.separate(isFirst);
+        isFirst = false;
+        sink.text(name, __builtin_strlen(name));
+        sink.character('=');
+        show(sink, encoding, value.*member);
+        return true;
+    });
+    return sink;
+}
+
+/// Renders values through a codec, in the layout given.
+class FieldPrinter {
+  public:
+    using Codec = CodecSink::Codec;
+
+    /// `indent`: blanks in front of the outermost fields when printing on several lines. The codec must outlive the
+    /// printer.
+    FieldPrinter(Codec& codec, bool multiline, int indent)
+        : _codec(codec),
+          _multiline(multiline),
+          _indent(indent),
+          _isPlain(!multiline && typeid(codec) == typeid(Codec)) {} // a derived codec may render values its own way
+
+    /// All fields of a record or message, without brackets or a line end around them.
+    template <class T>
+    void render(const T& value) {
+        if (_isPlain) {
+            char* const position = _codec.stream().current();
+            _codec.stream().advance(static_cast<size_t>(renderFields(LineSink(position), value).p - position));
+        } else {
+            renderFields(CodecSink(_codec, _multiline, _indent), value);
+        }
     }
 
+  private:
     Codec& _codec;
     bool _multiline;
     int _indent;
+    bool _isPlain;
 };
 
 } // namespace Velmora

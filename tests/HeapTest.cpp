@@ -1,0 +1,52 @@
+// Messages and what is done with them never touch the general heap.
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "tests/CountedHeap.h"
+#include "tests/Samples.h"
+
+namespace {
+
+using Velmora::of;
+
+class Heap : public Module {};
+
+TEST_F(Heap, IsNotTouchedByAnyOperation) {
+    static char body[1 << 17], text[1 << 20];
+    forEveryType([]<class T>(of<T>, const char*) {
+        InBlock<T> value(1 << 18), copy(1 << 18), read(1 << 18);
+        Sample(Filling::typical, 8).fill(*value);
+        Quillon::FastOStream os(text, text + sizeof text);
+        Velmora::FastCodec codec(body, body + sizeof body);
+        const long before = heap::taken;
+        *copy = *value;
+        const bool same = *copy == *value && !(*copy < *value);
+        value->write(codec);
+        codec.reset();
+        read->read(codec);
+        value->checkbounds(value.block.begin(), value.block.end());
+        os << *value;
+        EXPECT_EQ(heap::taken, before);
+        EXPECT_TRUE(same);
+    });
+}
+
+TEST_F(Heap, IsNotTouchedByPrintingWhateverTheFieldsHold) {
+    static char text[1 << 20];
+    for (const Filling filling : fillings) {
+        forEveryType([&]<class T>(of<T>, const char*) {
+            InBlock<T> value(1 << 18);
+            Sample(filling, 8).fill(*value);
+            Quillon::FastOStream os(text, text + sizeof text);
+            std::ostringstream standard;
+            standard.str(std::string(1 << 20, ' ')); // room in advance, so that only our own taking would count
+            const long before = heap::taken;
+            os << *value;
+            standard << *value;
+            EXPECT_EQ(heap::taken, before);
+        });
+    }
+}
+
+} // namespace
