@@ -201,15 +201,19 @@ class vector : public _Vector_base<T, Alloc> {
             if (!equalElement(a._M_start + i, b._M_start + i)) return false;
         return true;
     }
-    /// Lexicographic, a proper prefix first. Characters are compared as signed, whatever `char` is on this machine.
-    friend bool operator<(const vector& a, const vector& b) {
-        const size_type common = std::min(a.size(), b.size());
+    /// Lexicographic, a proper prefix first: negative, 0 or positive as this vector is less than, equal to or greater
+    /// than the other. Characters are compared as signed, whatever `char` is on this machine.
+    int compare(const vector& other) const {
+        const size_type common = std::min(size(), other.size());
+        if constexpr (std::is_same_v<T, char>) // mostly equal, as far as both go
+            if (common == 0 || std::memcmp(_M_start, other._M_start, common) == 0) return compareSizes(other);
         for (size_type i = 0; i < common; ++i) {
-            if (lessElement(a._M_start + i, b._M_start + i)) return true;
-            if (lessElement(b._M_start + i, a._M_start + i)) return false;
+            if (lessElement(_M_start + i, other._M_start + i)) return -1;
+            if (lessElement(other._M_start + i, _M_start + i)) return 1;
         }
-        return a.size() < b.size();
+        return compareSizes(other);
     }
+    friend bool operator<(const vector& a, const vector& b) { return a.compare(b) < 0; }
 
   protected:
     void _M_fill_initialize(size_type n, const T& value) {
@@ -321,6 +325,7 @@ class vector : public _Vector_base<T, Alloc> {
             for (; first != last; ++first) _M_alloc.destroy(first);
     }
 
+    int compareSizes(const vector& other) const { return (size() > other.size()) - (size() < other.size()); }
     static bool equalElement(const T* a, const T* b) {
         if constexpr (isPlain<T>)
             return load(a) == load(b);

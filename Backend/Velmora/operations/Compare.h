@@ -14,15 +14,25 @@ bool differ(const T& a, const T& b) {
     return !fields(of<T>{}, [&](const char*, auto member, auto) FORCE_INLINE_LAMBDA { return a.*member == b.*member; });
 }
 
+/// Negative, 0 or positive as `a` is less than, equal to or greater than `b`: one walk over a string or vector decides
+/// both.
+template <class T>
+FORCE_INLINE int order(const T& a, const T& b) {
+    if constexpr (String<T> || Vector<T>)
+        return a.compare(b);
+    else
+        return a < b ? -1 : b < a;
+}
+
 template <class T>
 bool less(const T& a, const T& b) {
     if (&a == &b) return false;
-    bool isLess = false;
+    int decision = 0;
     fields(of<T>{}, [&](const char*, auto member, auto) FORCE_INLINE_LAMBDA {
-        isLess = a.*member < b.*member;
-        return !isLess && !(b.*member < a.*member);
+        decision = order(a.*member, b.*member);
+        return decision == 0;
     });
-    return isLess;
+    return decision < 0;
 }
 
 } // namespace Velmora
