@@ -336,7 +336,7 @@ bool Reader::resolveType(Node node, const std::string& type, Field& field) {
 }
 
 std::optional<Field> Reader::readField(Node node) {
-    checkAttributes(node, {"name", "type"}, {"doc"});
+    checkAttributes(node, {"name", "type"}, {"doc", "secret"});
     checkChildren(node, {});
     Field field;
     field.name = identifier(node, takenByComposite);
@@ -350,6 +350,10 @@ std::optional<Field> Reader::readField(Node node) {
             field.doc = meaning->second;
         _usedMeanings.insert(field.name);
     }
+    const std::string secret = text(node, "secret");
+    field.isSecret = secret == "true";
+    if (!secret.empty() && secret != "true" && secret != "false")
+        error(node, fmt::format("secret '{}' is neither true nor false", secret));
     const std::string type = text(node, "type");
     if (type.empty() || !resolveType(node, type, field)) return {};
     return field;

@@ -33,6 +33,7 @@ struct Field {
     std::string encoding;      ///< the tag of Velmora: "plain", "price", "crypt", "padding"
     bool holdsStorage = false; ///< is or contains a string or a vector
     bool isRecord = false;
+    bool isSecret = false; ///< not to be shown in logs
 };
 
 /// A record or a message.

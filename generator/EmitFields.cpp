@@ -2,8 +2,11 @@
 //
 //     void enumerators(of<Side>, visit)      visit("BID", Side::BID); ...
 //     bool fields(of<MDEntry>, visit)        visit("price", &MDEntry::price, Velmora::price) && ...
+//     bool secrets(of<Login>, visit)         visit(&Login::password) && ...            where a type has secrets
 //     bool records(visit)                    visit(Velmora::of<MDEntry>{}, "MDEntry") && ...
 #include "generator/Emit.h"
+
+#include <algorithm>
 
 namespace qlgen {
 namespace {
@@ -35,6 +38,23 @@ FORCE_INLINE constexpr bool fields(Velmora::of<$T>, Visit&& visit) {
     text.add(";\n}\n");
 }
 
+void addSecrets(Text& text, const Composite& type) {
+    if (std::ranges::none_of(type.fields, &Field::isSecret)) return;
+    text.add(R"(
+template <class Visit>
+constexpr bool secrets(Velmora::of<$T>, Visit&& visit) {
+)",
+             {{"T", type.name}});
+    const char* before = "    return ";
+    for (const Field& field : type.fields) {
+        if (!field.isSecret) continue;
+        text.add(before);
+        text.add("visit(&$T::$name)", {{"T", type.name}, {"name", field.name}});
+        before = "\n           && ";
+    }
+    text.add(";\n}\n");
+}
+
 template <class Types>
 void addList(Text& text, const char* name, const Types& types) {
     text.add(R"(
@@ -57,9 +77,9 @@ std::string emitFields(const Definition& definition) {
     Text text;
     text.add(R"(//
 // What the protocol consists of, as lists to walk: the enumerators of an enumeration, the fields of a record or
-// message, and the types themselves. Every entry is one call of `visit`; where that returns a bool, false ends the
-// walk, and the list returns whether it was walked to its end. For the sources that work over all types; the others
-// need QLProtocol.h only.
+// message, those of them that are secret (for types that have some), and the types themselves. Every entry is one call
+// of `visit`; where that returns a bool, false ends the walk, and the list returns whether it was walked to its end.
+// For the sources that work over all types; the others need QLProtocol.h only.
 #pragma once
 
 #include "Backend/Common/Inline.h"
@@ -72,6 +92,7 @@ namespace Quillon {
     for (const Enumeration& enumeration : definition.enumerations) addEnumerators(text, enumeration);
     text.add(restoreMacros(definition));
     for (const Composite* type : composites(definition)) addFields(text, *type);
+    for (const Composite* type : composites(definition)) addSecrets(text, *type);
     addList(text, "enumerations", definition.enumerations);
     addList(text, "records", definition.records);
     addList(text, "messages", definition.messages);

@@ -42,7 +42,7 @@ const std::string sound = R"(<protocol name="Test" version="1"
     <field name="book" type="Book" doc="a book"/>
     <field name="books" type="Book[]" doc="books"/>
     <field name="names" type="string[]" doc="names"/>
-    <field name="secret" type="cryptstring" doc="a secret"/>
+    <field name="secret" type="cryptstring" secret="true" doc="a secret"/>
   </message>
   <message name="PingMessage" id="17" doc="A ping.">
     <field name="side" type="Side" doc="another side"/>
@@ -97,6 +97,7 @@ TEST(Definition, FieldsGetTypeEncodingAndStorageFromTheirLogicalType) {
             EXPECT_EQ(field.encoding, want.encoding);
             EXPECT_EQ(field.holdsStorage, want.holdsStorage);
             EXPECT_EQ(field.doc, want.doc);
+            EXPECT_EQ(field.isSecret, name == "BookMessage.secret");
             ++seen;
         }
     }
@@ -137,6 +138,8 @@ TEST(Definition, EachFaultIsReportedOnceWithItsLine) {
         {"\"size\"", "\"Book\"", "13: 'Book' is the name of a type"},
         {"\"PingMessage\"", "\"FastCodec\"", "26: the name 'FastCodec' is taken by the generated code"},
         {"\"PingMessage\"", "\"int32\"", "26: 'int32' is a built-in type"},
+        {"secret=\"true\"", "secret=\"yes\"", "24: secret 'yes' is neither true nor false"},
+        {"secret=\"true\"", "secret=\"\"", "24: attribute 'secret' is empty"},
         // things given twice
         {"\"PingMessage\"", "\"Side\"", "26: type 'Side' is declared twice"},
         {"\"size\"", "\"side\"", "13: field 'side' is declared twice in 'Pair'"},
@@ -193,6 +196,22 @@ TEST(Definition, DocumentsWithoutAProtocolAreRejected) {
     EXPECT_EQ(errorsOf(""), "d.xml:1: not well-formed XML: No document element found");
     EXPECT_EQ(errorsOf("<a/>"), "d.xml:1: the root element must be <protocol>");
     EXPECT_EQ(errorsOf(sound + "<a/>"), "d.xml:30: not well-formed XML: there is a second root element");
+}
+
+TEST(Emit, SecretsHaveAListWhereThereAreSome) {
+    const auto fieldsOf = [](const std::string& xml) {
+        for (const File& file : emit(parseDefinition(xml, "d.xml")))
+            if (file.name == "QLProtocol.fields.h") return file.text;
+        return std::string();
+    };
+    const std::string list = "bool secrets(Velmora::of<BookMessage>, Visit&& visit) {\n"
+                             "    return visit(&BookMessage::secret);\n}\n";
+    EXPECT_NE(fieldsOf(sound).find(list), std::string::npos);
+    const std::string two = replaced(sound, "type=\"Book[]\"", "type=\"Book[]\" secret=\"true\"");
+    EXPECT_NE(fieldsOf(two).find("visit(&BookMessage::books)\n           && visit(&BookMessage::secret);"),
+              std::string::npos);
+    EXPECT_EQ(fieldsOf(replaced(sound, "secret=\"true\"", "secret=\"false\"")).find("bool secrets("),
+              std::string::npos);
 }
 
 TEST(Emit, HolesThatNothingFillsAreFaults) {

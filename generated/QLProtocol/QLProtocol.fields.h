@@ -1,9 +1,9 @@
 // Generated from protocol/QLProtocol.xml by qlgen. Do not edit.
 //
 // What the protocol consists of, as lists to walk: the enumerators of an enumeration, the fields of a record or
-// message, and the types themselves. Every entry is one call of `visit`; where that returns a bool, false ends the
-// walk, and the list returns whether it was walked to its end. For the sources that work over all types; the others
-// need QLProtocol.h only.
+// message, those of them that are secret (for types that have some), and the types themselves. Every entry is one call
+// of `visit`; where that returns a bool, false ends the walk, and the list returns whether it was walked to its end.
+// For the sources that work over all types; the others need QLProtocol.h only.
 #pragma once
 
 #include "Backend/Common/Inline.h"
@@ -1533,6 +1533,11 @@ FORCE_INLINE constexpr bool fields(Velmora::of<JsonFromServer>, Visit&& visit) {
 template <class Visit>
 FORCE_INLINE constexpr bool fields(Velmora::of<JsonFromClient>, Visit&& visit) {
     return visit("contents", &JsonFromClient::contents, Velmora::plain);
+}
+
+template <class Visit>
+constexpr bool secrets(Velmora::of<ClientConnectMessage>, Visit&& visit) {
+    return visit(&ClientConnectMessage::password);
 }
 
 template <class Visit>
