@@ -179,7 +179,8 @@ TEST(BufVectox, AssignmentTakesExactlyTheCountAndRebuildsElements) {
     EXPECT_EQ(v.capacity(), 5u);
     EXPECT_EQ(block.alloc.used_size(), used + 2 * 4) << "the first three strings fit the storage they kept";
     EXPECT_TRUE(v == source);
-    v = v;
+    const auto& self = v;
+    v = self;
     EXPECT_TRUE(v == source);
 }
 

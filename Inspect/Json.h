@@ -1,0 +1,60 @@
+// Messages as JSON, both ways and exactly: message to JSON to message gives an equal message.
+//
+//   message, record   object, its fields by their declared names; all of them, in declaration order when written
+//   vector            array
+//   bool              true, false
+//   int8 to int32     number
+//   int64             string of decimal digits or number, as asked when written; both when read. The sentinels by name:
+//                     "MAX", "NMA", "NDA", "NA"
+//   enumeration       the enumerator's name; the number of a value that has none. Both when read
+//   string            string; null for one that was never stored, "" for one stored empty. Bytes that are no valid
+//   UTF-8
+//                     stand as \xHH and a backslash as \\ in the string's value, which JSON's own escapes come on top
+//                     of: the byte FF is "\\xff" in the JSON text
+//
+// The identifier stands beside the JSON, as it stands beside a body. Reading is strict: names that are missing, unknown
+// or given twice, values of another type or out of range are errors that tell the path. The module need not be
+// initialised. Depends on nlohmann/json, which does not show here.
+#pragma once
+
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+#include "Backend/Velmora/MsgDescriptor.h"
+
+namespace Inspect {
+
+/// How 64-bit integers are written: many readers of JSON hold numbers as doubles, which are exact up to 2^53 only.
+enum class Integers { strings, numbers };
+
+class JsonError : public std::runtime_error {
+  public:
+    JsonError(const std::string& path, const std::string& reason)
+        : std::runtime_error(path.empty() ? reason : path + ": " + reason), _path(path) {}
+
+    /// The value concerned, as in "contents.parameters[3].value"; empty if it is the whole.
+    const std::string& path() const { return _path; }
+
+  private:
+    std::string _path;
+};
+
+/// The message as JSON on one line. Throws JsonError for an unknown identifier.
+std::string to_json(Velmora::MsgType_t id, const void* message, Integers integers = Integers::strings);
+
+template <class T>
+std::string to_json(const T& message, Integers integers = Integers::strings) {
+    return to_json(T::ID, &message, integers);
+}
+
+/// Sets the message, which must be freshly constructed, from JSON. Throws JsonError, and std::out_of_range when the
+/// message's block is exhausted; the message is then partly set and destructible.
+void from_json(Velmora::MsgType_t id, std::string_view json, void* message);
+
+template <class T>
+void from_json(std::string_view json, T& message) {
+    from_json(T::ID, json, &message);
+}
+
+} // namespace Inspect

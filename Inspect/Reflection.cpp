@@ -1,0 +1,219 @@
+#include "Inspect/Reflection.h"
+
+#include <algorithm>
+#include <array>
+#include <concepts>
+
+#include "Inspect/IdTable.h"
+#include "Inspect/Secrets.h"
+#include "Inspect/Sizes.h"
+
+namespace Inspect {
+namespace {
+
+using namespace Velmora;
+
+// --- the tables
+
+/// The name of T without its namespace. Cut from the compiler's own text, because looking it up in the lists of types
+/// would compare every type with every other.
+template <class T>
+consteval std::string_view nameOf() {
+    std::string_view text =
+        __PRETTY_FUNCTION__; // "... [with T = Quillon::MDEntry; ...]" or "... [T = Quillon::MDEntry]"
+    text.remove_prefix(text.find("T = Quillon::") + std::string_view("T = Quillon::").size());
+    return text.substr(0, text.find_first_of(";]"));
+}
+
+template <class H>
+constexpr auto enumeratorTable = [] {
+    std::array<EnumeratorInfo, H::_nbValues> table{};
+    size_t i = 0;
+    enumerators(of<H>{}, [&](const char* name, auto value) { table[i++] = {name, value}; });
+    return table;
+}();
+
+template <class H>
+constexpr EnumerationInfo enumerationInfo{H::Name, enumeratorTable<H>};
+
+/// A member of a template, so that records can be pointed to before they are defined.
+template <class T>
+struct Table {
+    static const TypeInfo type;
+};
+
+template <class T, class Encoding = plain_t>
+constexpr ValueInfo valueInfo = [] {
+    if constexpr (std::same_as<T, bool>)
+        return ValueInfo{Kind::boolean};
+    else if constexpr (std::same_as<T, int8_t>)
+        return ValueInfo{Kind::int8};
+    else if constexpr (std::same_as<T, int16_t>)
+        return ValueInfo{Kind::int16};
+    else if constexpr (std::same_as<T, int32_t>)
+        return ValueInfo{Kind::int32};
+    else if constexpr (std::same_as<T, int64_t>)
+        return ValueInfo{std::same_as<Encoding, price_t> ? Kind::price : Kind::int64};
+    else if constexpr (std::same_as<Encoding, crypt_t>)
+        return ValueInfo{Kind::cryptstring};
+    else if constexpr (std::same_as<Encoding, padding_t>)
+        return ValueInfo{Kind::padding};
+    else if constexpr (String<T>)
+        return ValueInfo{Kind::string};
+    else if constexpr (Enumerator<T>)
+        return ValueInfo{.kind = Kind::enumeration, .enumeration = &enumerationInfo<EnumerationOf<T>>};
+    else if constexpr (Vector<T>)
+        return ValueInfo{.kind = Kind::vector, .element = &valueInfo<typename T::value_type>};
+    else
+        return ValueInfo{.kind = Kind::record, .record = &Table<T>::type};
+}();
+
+template <class T>
+consteval size_t countFields() {
+    size_t count = 0;
+    fields(of<T>{}, [&](const char*, auto, auto) { return ++count, true; });
+    return count;
+}
+
+template <class T>
+constexpr auto fieldTable = [] {
+    std::array<FieldInfo, countFields<T>()> table{};
+    size_t i = 0;
+    fields(of<T>{}, [&](const char* name, auto member, auto encoding) {
+        using M = MemberType<decltype(member)>;
+        table[i++] = {name, valueInfo<M, decltype(encoding)>, minimal_size<M>(), is_secret<T>(member)};
+        return true;
+    });
+    return table;
+}();
+
+template <class T>
+constinit const TypeInfo Table<T>::type{nameOf<T>(), fieldTable<T>, minimal_size<T>(), sizeof(T)};
+
+constexpr IdTable<const TypeInfo*> types([]<class T>(of<T>, const char*) { return &Table<T>::type; });
+
+constexpr auto messageTable = [] {
+    std::array<MessageInfo, countTypes([](auto&& visit) { return Quillon::messages(visit); })> table{};
+    Quillon::messages([&]<class T>(of<T>, const char*) {
+        table[T::INDEX] = {T::ID, &Table<T>::type};
+        return true;
+    });
+    return table;
+}();
+
+// --- from offset to path
+
+/// Walks a body along the tables until it has passed the target, keeping the path of where it is.
+class Locator {
+  public:
+    Locator(std::string_view body, size_t target)
+        : _p(body.data()), _end(body.data() + body.size()), _target(body.data() + std::min(target, body.size())) {}
+
+    /// The fields of a record; true as soon as one holds the target. The path then names it.
+    bool find(const TypeInfo& type) {
+        for (const FieldInfo& field : type.fields) {
+            const size_t length = _path.size();
+            if (!_path.empty()) _path += '.';
+            _path += field.name;
+            if (find(field.value)) return true;
+            _path.resize(length);
+        }
+        return false;
+    }
+
+    const std::string& path() const { return _path; }
+
+  private:
+    bool find(const ValueInfo& value) {
+        if (value.kind == Kind::record) return find(*value.record);
+        if (_p == _target) return true;
+        if (value.kind != Kind::vector) {
+            skip(value.kind);
+            return _p > _target;
+        }
+        const size_t count = readCount();
+        if (_p > _target) return true;
+        for (size_t i = 0; i < count; ++i) {
+            const size_t length = _path.size();
+            _path += '[' + std::to_string(i) + ']';
+            if (find(*value.element)) return true;
+            _path.resize(length);
+        }
+        return false;
+    }
+
+    void skip(Kind kind) {
+        switch (kind) {
+        case Kind::int16:
+        case Kind::int32:
+        case Kind::int64:
+            readVarint();
+            return;
+        case Kind::price: {
+            const bool continues = (readByte() & 0x80) != 0;
+            if (continues) readVarint();
+            return;
+        }
+        case Kind::string:
+        case Kind::cryptstring:
+        case Kind::padding: {
+            const size_t length = readVarint() & 0xFFFF;
+            _p += std::min(length, static_cast<size_t>(_end - _p));
+            return;
+        }
+        default:
+            readByte();
+        }
+    }
+
+    unsigned char readByte() { return _p != _end ? static_cast<unsigned char>(*_p++) : 0; }
+    size_t readVarint() {
+        size_t value = 0;
+        unsigned char byte = 0x80;
+        for (unsigned shift = 0; (byte & 0x80) != 0; shift += 7) {
+            byte = readByte();
+            if (shift < 64) value |= static_cast<size_t>(byte & 0x7F) << shift;
+        }
+        return value;
+    }
+    size_t readCount() {
+        const size_t first = readByte();
+        return first < 0x80 ? first : (first << 8 | readByte()) & 0x7FFF;
+    }
+
+    const char* _p;
+    const char* _end;
+    const char* _target;
+    std::string _path;
+};
+
+} // namespace
+
+const TypeInfo* reflect(MsgType_t id) {
+    const TypeInfo* const* const found = types.find(id);
+    return found != nullptr ? *found : nullptr;
+}
+
+std::span<const MessageInfo> all_messages() { return messageTable; }
+
+std::string type_text(const ValueInfo& value) {
+    static constexpr const char* names[] = {"bool",  "int8",   "int16",       "int32",  "int64",
+                                            "price", "string", "cryptstring", "padding"};
+    switch (value.kind) {
+    case Kind::enumeration:
+        return std::string(value.enumeration->name);
+    case Kind::record:
+        return std::string(value.record->name);
+    case Kind::vector:
+        return type_text(*value.element) + "[]";
+    default:
+        return names[static_cast<size_t>(value.kind)];
+    }
+}
+
+std::string path_at(const TypeInfo& type, std::string_view body, size_t offset) {
+    Locator locator(body, offset);
+    return locator.find(type) ? locator.path() : "";
+}
+
+} // namespace Inspect

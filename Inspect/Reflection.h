@@ -1,0 +1,88 @@
+// What a message consists of, for tools that know only its identifier: constant tables made from the field lists.
+//
+//     const Inspect::TypeInfo* type = Inspect::reflect(0xF0E9);
+//     for (const Inspect::FieldInfo& field : type->fields) ... field.name, type_text(field.value)
+//
+// Everything here is static: pointers and texts are valid for ever, and the module need not be initialised.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "Backend/Velmora/MsgDescriptor.h"
+
+namespace Inspect {
+
+/// What a value is and thereby how it travels.
+enum class Kind : uint8_t {
+    boolean,     ///< one byte
+    int8,        ///< one byte
+    int16,       ///< zig-zag varint
+    int32,       ///< zig-zag varint
+    int64,       ///< zig-zag varint
+    price,       ///< int64_t as the special varint
+    string,      ///< length as a varint, then the bytes
+    cryptstring, ///< the same, enciphered
+    padding,     ///< read as a string; written with a length of two bytes
+    enumeration, ///< one byte
+    record,      ///< its fields, one after the other
+    vector,      ///< count, then the elements
+};
+
+struct EnumeratorInfo {
+    std::string_view name;
+    int32_t value;
+};
+
+struct EnumerationInfo {
+    std::string_view name;
+    std::span<const EnumeratorInfo> enumerators; ///< in declaration order
+};
+
+struct TypeInfo;
+
+struct ValueInfo {
+    Kind kind;
+    const EnumerationInfo* enumeration = nullptr; ///< of an enumeration
+    const TypeInfo* record = nullptr;             ///< of a record
+    const ValueInfo* element = nullptr;           ///< of a vector
+};
+
+struct FieldInfo {
+    std::string_view name;
+    ValueInfo value;
+    size_t minimalSize; ///< fewest bytes on the wire, as read() takes it
+    bool isSecret;      ///< not to be shown in logs
+};
+
+/// A record or a message.
+struct TypeInfo {
+    std::string_view name;
+    std::span<const FieldInfo> fields; ///< in declaration order, which is wire order
+    size_t minimalSize;                ///< fewest bytes on the wire, as read() takes it
+    size_t memorySize;                 ///< bytes of the object, without what it owns in its block
+};
+
+struct MessageInfo {
+    Velmora::MsgType_t id;
+    const TypeInfo* type;
+};
+
+/// The message with that identifier, or null.
+const TypeInfo* reflect(Velmora::MsgType_t id);
+
+/// All messages, in the order of the protocol's message index.
+std::span<const MessageInfo> all_messages();
+
+/// The type as the protocol definition spells it: "int64", "Side", "KeyValuePair[]".
+std::string type_text(const ValueInfo& value);
+
+/// The path, as in "contents.parameters[3].value", of the value to which the byte at `offset` of a body belongs, or of
+/// the one that should begin there if the body ends before. Empty if all values end before `offset`. The body before
+/// `offset` must be one that verify() takes; a body cut short or longer than its values is no matter.
+std::string path_at(const TypeInfo& type, std::string_view body, size_t offset);
+
+} // namespace Inspect

@@ -1,0 +1,184 @@
+#include "Inspect/SafeText.h"
+
+#include <algorithm>
+#include <concepts>
+#include <cstring>
+#include <string_view>
+
+#include "Backend/Velmora/Enumeration.h"
+#include "Inspect/IdTable.h"
+#include "Inspect/Secrets.h"
+#include "Inspect/Utf8.h"
+
+namespace Inspect {
+namespace {
+
+using namespace Velmora;
+
+constexpr std::string_view CUT = "...[cut]";
+
+/// Text in a bounded buffer. A piece is written whole or not at all; with the first that does not fit, the text goes
+/// back to the last piece that leaves room for the mark, and ends.
+class BoundedText {
+  public:
+    BoundedText(char* begin, char* end) : _begin(begin), _at(begin), _end(end), _lastWithMark(begin) {}
+
+    void put(std::string_view piece) {
+        if (_isCut || piece.empty()) return;
+        if (piece.size() > room(_at)) {
+            _isCut = true;
+            _at = _lastWithMark;
+            const size_t size = std::min(CUT.size(), room(_at)); // a tiny buffer cuts the mark, too
+            if (size != 0) std::memcpy(_at, CUT.data(), size);
+            _at += size;
+            return;
+        }
+        std::memcpy(_at, piece.data(), piece.size());
+        _at += piece.size();
+        if (room(_at) >= CUT.size()) _lastWithMark = _at;
+    }
+
+    bool isCut() const { return _isCut; }
+    Rendered rendered() const { return {static_cast<size_t>(_at - _begin), _isCut}; }
+
+  private:
+    size_t room(const char* at) const { return static_cast<size_t>(_end - at); }
+
+    char* _begin;
+    char* _at;
+    char* _end;
+    char* _lastWithMark; // behind the last piece that leaves room for the mark
+    bool _isCut = false;
+};
+
+/// Whether a code point may stand in a line as it is: not control characters, nor the invisible ones that separate
+/// lines or change the direction of what follows.
+bool isHarmless(char32_t c) {
+    if (c < 0x20 || (c >= 0x7F && c < 0xA0)) return false;
+    if (c == 0x061C || c == 0xFEFF) return false;
+    if (c >= 0x200B && c <= 0x200F) return false;
+    if (c >= 0x2028 && c <= 0x202E) return false;
+    return c < 0x2060 || c > 0x206F;
+}
+
+class Renderer {
+  public:
+    Renderer(char* begin, char* end, Secrets secrets) : _text(begin, end), _secrets(secrets) {}
+
+    template <class T>
+    Rendered message(const char* name, const T& value) {
+        _text.put("<");
+        _text.put(name);
+        _text.put(" ");
+        showFields(value);
+        _text.put(">");
+        return _text.rendered();
+    }
+
+  private:
+    template <class T>
+    void showFields(const T& value) {
+        bool isFirst = true;
+        fields(of<T>{}, [&](const char* name, auto member, auto) {
+            if (!isFirst) _text.put(" ");
+            isFirst = false;
+            _text.put(name);
+            _text.put("=");
+            if (_secrets == Secrets::hide && is_secret<T>(member))
+                _text.put("***");
+            else
+                show(value.*member);
+            return !_text.isCut();
+        });
+    }
+
+    void show(std::same_as<bool> auto v) { _text.put(v ? "T" : "F"); }
+    void show(std::same_as<int64_t> auto v) {
+        if (const char* const sentinel = sentinelName(v))
+            _text.put(sentinel);
+        else
+            _text.put(std::to_string(v));
+    }
+    template <std::signed_integral I>
+    requires(sizeof(I) < sizeof(int64_t)) void show(I v) { _text.put(std::to_string(v)); }
+    void show(Enumerator auto v) {
+        if (const char* const name = enumeratorName<EnumerationOf<decltype(v)>>(v))
+            _text.put(name);
+        else
+            show(static_cast<int32_t>(v));
+    }
+    template <Composite T>
+    void show(const T& v) {
+        _text.put("(");
+        showFields(v);
+        _text.put(")");
+    }
+    void show(const Vector auto& v) {
+        _text.put("[");
+        for (size_t i = 0; i < v.size() && !_text.isCut(); ++i) {
+            if (i != 0) _text.put(" ");
+            show(v[i]);
+        }
+        _text.put("]");
+    }
+    void show(const String auto& v) {
+        _text.put("\"");
+        for (std::string_view rest(v.c_str(), v.size()); !rest.empty() && !_text.isCut();) {
+            const CodePoint first = first_code_point(rest);
+            const size_t length = std::max<size_t>(first.length, 1);
+            showCharacter(first, rest.substr(0, length));
+            rest.remove_prefix(length);
+        }
+        _text.put("\"");
+    }
+
+    void showCharacter(CodePoint c, std::string_view bytes) {
+        if (c.length != 0) {
+            switch (c.value) {
+            case '"':
+                return _text.put("\\\"");
+            case '\\':
+                return _text.put("\\\\");
+            case '\n':
+                return _text.put("\\n");
+            case '\r':
+                return _text.put("\\r");
+            case '\t':
+                return _text.put("\\t");
+            }
+            if (isHarmless(c.value)) return _text.put(bytes);
+        }
+        for (const char byte : bytes) {
+            const auto b = static_cast<unsigned char>(byte);
+            const char escape[] = {'\\', 'x', HEX_DIGITS[b >> 4], HEX_DIGITS[b & 15]};
+            _text.put({escape, sizeof escape});
+        }
+    }
+
+    BoundedText _text;
+    Secrets _secrets;
+};
+
+template <class T>
+Rendered renderAs(const char* name, const void* message, char* begin, char* end, Secrets secrets) {
+    return Renderer(begin, end, secrets).message(name, *static_cast<const T*>(message));
+}
+
+struct Entry {
+    const char* name;
+    Rendered (*render)(const char* name, const void* message, char* begin, char* end, Secrets secrets);
+};
+constexpr IdTable<Entry> renderers([]<class T>(of<T>, const char* name) { return Entry{name, &renderAs<T>}; });
+
+} // namespace
+
+Rendered render(MsgType_t id, const void* message, char* begin, char* end, Secrets secrets) {
+    if (const Entry* const entry = renderers.find(id)) return entry->render(entry->name, message, begin, end, secrets);
+    BoundedText text(begin, end);
+    text.put("<unknown message ");
+    text.put(std::to_string(id));
+    text.put(">");
+    return text.rendered();
+}
+
+} // namespace Inspect

@@ -1,0 +1,40 @@
+// The text of a message for logs that strangers can write into: bounded, escaped, and with secrets hidden on request.
+//
+//     char line[512];
+//     const Inspect::Rendered text = Inspect::render(id, message, line, line + sizeof line, Inspect::Secrets::hide);
+//
+// The layout and the fields are those of the stream operators: "<Type name=value ...>". What differs:
+//
+//   strings      never leave their quotes or the line: the quote and the backslash as \" and \\, line feed, carriage
+//                return and tab as \n, \r and \t, any other control character and every byte that is no valid UTF-8 as
+//                \xHH, and so the invisible characters that break or reorder lines
+//   secrets      when hidden: name=***, which a string cannot show, for it stands in quotes
+//   no room      the text ends at the last value, character or escape that fits whole, and then "...[cut]". A text that
+//                is whole ends with ">", one that was cut never does.
+//
+// Values without special characters are rendered exactly as the stream operators do. The module must be initialised.
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "Backend/Velmora/MsgDescriptor.h"
+
+namespace Inspect {
+
+enum class Secrets { show, hide };
+
+struct Rendered {
+    size_t size = 0;    ///< characters written; there is no NUL
+    bool isCut = false; ///< whether room was missing
+};
+
+/// Renders the message into [begin, end). With an unknown identifier the text is "<unknown message ID>".
+Rendered render(Velmora::MsgType_t id, const void* message, char* begin, char* end, Secrets secrets);
+
+template <class T>
+Rendered render(const T& message, char* begin, char* end, Secrets secrets) {
+    return render(T::ID, &message, begin, end, secrets);
+}
+
+} // namespace Inspect

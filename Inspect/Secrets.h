@@ -1,0 +1,23 @@
+// Which fields the protocol definition marks as secret: not to be shown in logs.
+#pragma once
+
+#include "generated/QLProtocol/QLProtocol.fields.h"
+
+namespace Inspect {
+
+/// Whether that member of T is marked. Types without a secret have no list.
+template <class T, class Member>
+constexpr bool is_secret(Member member) {
+    if constexpr (requires { secrets(Velmora::of<T>{}, [](auto) { return true; }); }) {
+        return !secrets(Velmora::of<T>{}, [&](auto secret) {
+            if constexpr (std::is_same_v<decltype(secret), Member>)
+                return secret != member;
+            else
+                return true;
+        });
+    } else {
+        return false;
+    }
+}
+
+} // namespace Inspect

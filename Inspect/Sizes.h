@@ -1,0 +1,160 @@
+// How many bytes a value takes, on the wire and in a block, without writing or building anything.
+//
+//   encoded_size            the exact bytes that write() of this value writes
+//   max_encoded_size        the most that any value within given limits takes
+//   minimal_size            the least that read() of the type takes
+//   required_block_bytes    the exact bytes that a fresh copy of this value takes from its block, besides the object
+//                           itself: a stored string of length L takes L + 1, one that was never stored nothing, a
+//                           vector of n elements n * sizeof(element), plus what the elements own
+//
+// What a body takes when it is decoded is told by verify(): there every string takes L + 1, for the wire does not tell
+// empty strings from those never stored.
+#pragma once
+
+#include <algorithm>
+#include <bit>
+#include <concepts>
+#include <cstddef>
+#include <cstdint>
+
+#include "Backend/Velmora/FastCodec.h"
+#include "Backend/Velmora/FieldList.h"
+#include "generated/QLProtocol/QLProtocol.fields.h"
+
+namespace Inspect {
+
+inline constexpr size_t MAX_TEXT = 65535;  ///< characters of the longest string that can travel
+inline constexpr size_t MAX_COUNT = 32767; ///< elements of the longest vector that can travel
+
+namespace sizes {
+
+using namespace Velmora;
+
+/// Bytes of the plain varint of `value`: one for each seven bits begun.
+FORCE_INLINE constexpr size_t varint(uint64_t value) {
+    return (9 * static_cast<size_t>(std::bit_width(value | 1)) + 64) / 64;
+}
+/// Bytes of a zig-zag varint; narrower values take as many in their own width.
+FORCE_INLINE constexpr size_t zigzag(int64_t value) {
+    return varint(static_cast<uint64_t>(value) << 1 ^ static_cast<uint64_t>(value >> 63));
+}
+FORCE_INLINE constexpr size_t count(size_t n) { return n > 127 ? 2 : 1; }
+
+// One overload per wire form, the mirror of those of Velmora::put. Where put drops bits, so do these: the size is that
+// of what is written, even of values that should not be.
+
+FORCE_INLINE size_t encoded(plain_t, std::same_as<bool> auto) { return 1; }
+FORCE_INLINE size_t encoded(plain_t, std::same_as<int8_t> auto) { return 1; }
+FORCE_INLINE size_t encoded(plain_t, Enumerator auto) { return 1; }
+FORCE_INLINE size_t encoded(plain_t, std::same_as<int16_t> auto v) { return zigzag(v); }
+FORCE_INLINE size_t encoded(plain_t, std::same_as<int32_t> auto v) { return zigzag(v); }
+FORCE_INLINE size_t encoded(plain_t, std::same_as<int64_t> auto v) { return zigzag(v); }
+FORCE_INLINE size_t encoded(price_t, std::same_as<int64_t> auto v) {
+    if (v == Velmora::NMA || v == Velmora::NDA || v == Velmora::NA) return 1;
+    const uint64_t rest = static_cast<uint64_t>(v) >> 5;
+    return rest != 0 ? 1 + varint(rest) : 1;
+}
+FORCE_INLINE size_t encoded(plain_t, const String auto& v) {
+    return varint(static_cast<uint16_t>(v.size())) + v.size();
+}
+FORCE_INLINE size_t encoded(crypt_t, const String auto& v) { return encoded(plain, v); }
+FORCE_INLINE size_t encoded(padding_t, const String auto& v) { return 2 + v.size(); }
+template <Composite T>
+size_t encoded(plain_t, const T& v);
+FORCE_INLINE size_t encoded(plain_t, const Vector auto& v) {
+    size_t size = count(static_cast<uint16_t>(v.size()));
+    for (size_t i = 0; i < v.size(); ++i) size += encoded(plain, v[i]);
+    return size;
+}
+template <Composite T>
+size_t encoded(plain_t, const T& v) {
+    size_t size = 0;
+    fields(of<T>{}, [&](const char*, auto member, auto encoding) FORCE_INLINE_LAMBDA {
+        size += encoded(encoding, v.*member);
+        return true;
+    });
+    return size;
+}
+
+} // namespace sizes
+
+/// Bytes that write() of the value writes.
+template <Velmora::Composite T>
+size_t encoded_size(const T& value) {
+    return sizes::encoded(Velmora::plain, value);
+}
+
+/// What a host allows its values to hold. More than can travel counts as what can travel.
+struct Limits {
+    size_t text = MAX_TEXT;   ///< characters of every string
+    size_t count = MAX_COUNT; ///< elements of every vector
+};
+
+/// The most bytes that write() of a value within `limits` writes. T: a record, a message or the type of a field.
+template <class T>
+constexpr size_t max_encoded_size(Limits limits, bool isPrice = false) {
+    using namespace Velmora;
+    const size_t text = std::min(limits.text, MAX_TEXT);
+    const size_t count = std::min(limits.count, MAX_COUNT);
+    if constexpr (Composite<T>) {
+        size_t size = 0;
+        fields(of<T>{}, [&](const char*, auto member, auto encoding) {
+            if constexpr (std::same_as<decltype(encoding), padding_t>)
+                size += 2 + text;
+            else
+                size +=
+                    max_encoded_size<MemberType<decltype(member)>>(limits, std::same_as<decltype(encoding), price_t>);
+            return true;
+        });
+        return size;
+    } else if constexpr (Vector<T>) {
+        return sizes::count(count) + count * max_encoded_size<typename T::value_type>(limits);
+    } else if constexpr (String<T>) {
+        return sizes::varint(text) + text;
+    } else if constexpr (std::same_as<T, bool> || std::same_as<T, int8_t> || Enumerator<T>) {
+        return 1;
+    } else {
+        static_assert(std::same_as<T, int16_t> || std::same_as<T, int32_t> || std::same_as<T, int64_t>);
+        // One byte for each seven bits begun; a price has five in its first, the other 59 in nine: ten as well.
+        static_assert((64 - 5 + 6) / 7 + 1 == 10);
+        return isPrice ? 10 : (8 * sizeof(T) + 6) / 7;
+    }
+}
+
+/// The fewest bytes that read() of a T takes. T: a record, a message or the type of a field.
+template <class T>
+constexpr size_t minimal_size() {
+    if constexpr (Velmora::Composite<T>) {
+        size_t size = 0;
+        fields(Velmora::of<T>{}, [&](const char*, auto member, auto) {
+            size += minimal_size<Velmora::MemberType<decltype(member)>>();
+            return true;
+        });
+        return size;
+    } else {
+        return 1; // every value has a byte of its own, also an empty string and an empty vector
+    }
+}
+
+/// Bytes that assigning `value` to a freshly constructed T takes from its block.
+template <class T>
+size_t required_block_bytes(const T& value) {
+    using namespace Velmora;
+    size_t size = 0;
+    if constexpr (String<T>) {
+        size = value.size_();
+    } else if constexpr (Vector<T>) {
+        using Element = typename T::value_type;
+        size = value.size() * sizeof(Element);
+        if constexpr (holdsStorage<Element>())
+            for (const Element& element : value) size += required_block_bytes(element);
+    } else if constexpr (Composite<T>) {
+        fields(of<T>{}, [&](const char*, auto member, auto) {
+            if constexpr (holdsStorage<MemberType<decltype(member)>>()) size += required_block_bytes(value.*member);
+            return true;
+        });
+    }
+    return size;
+}
+
+} // namespace Inspect

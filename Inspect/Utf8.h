@@ -1,0 +1,35 @@
+// Recognising UTF-8.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace Inspect {
+
+struct CodePoint {
+    char32_t value;
+    size_t length; ///< bytes; 0 if the text does not begin with a valid sequence
+};
+
+/// The code point that `text`, which is not empty, begins with. Overlong forms, surrogates and values beyond U+10FFFF
+/// are not valid.
+inline CodePoint first_code_point(std::string_view text) {
+    const auto byte = [&](size_t i) { return static_cast<unsigned char>(text[i]); };
+    const unsigned char lead = byte(0);
+    if (lead < 0x80) return {lead, 1};
+    const size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
+    if (lead < 0xC2 || lead > 0xF4 || text.size() < length) return {0, 0};
+    char32_t value = lead & (0x7Fu >> length);
+    for (size_t i = 1; i < length; ++i) {
+        if ((byte(i) & 0xC0) != 0x80) return {0, 0};
+        value = value << 6 | (byte(i) & 0x3Fu);
+    }
+    const bool isOverlong = (length == 3 && value < 0x800) || (length == 4 && value < 0x10000);
+    if (isOverlong || value > 0x10FFFF || (value >= 0xD800 && value < 0xE000)) return {0, 0};
+    return {value, length};
+}
+
+inline constexpr char HEX_DIGITS[] = "0123456789abcdef";
+
+} // namespace Inspect

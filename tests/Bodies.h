@@ -1,0 +1,110 @@
+// Bodies of messages for tests: made from values, with a map of which bytes hold what, and decoded with all the checks
+// that a body which was declared good must stand.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+#include <vector>
+
+#include "Inspect/Sizes.h"
+#include "Inspect/Verify.h"
+#include "tests/Guarded.h"
+#include "tests/KnownEnumerators.h"
+#include "tests/Samples.h"
+
+/// One value in a body: all its bytes, or those of the count for a vector.
+struct Span {
+    std::string path;
+    size_t begin;
+    size_t end;
+    size_t count = 0;               ///< elements of a vector
+    size_t minimal = 0;             ///< fewest bytes of one of its elements
+    std::set<int> enumerators = {}; ///< bytes that the enumerators of an enumeration travel as
+};
+
+/// The body of a value in the form that read() takes, and what its bytes hold.
+class Body {
+  public:
+    template <class T>
+    explicit Body(const T& value)
+        : _range(Inspect::encoded_size(value) + 1, '\0'), // a PadMessage has three bytes of length here, not two
+          _codec(_range.data(), _range.data() + _range.size()) {
+        add(Velmora::plain, value, "");
+        bytes.assign(_range, 0, _codec.size());
+    }
+
+    std::string bytes;
+    std::vector<Span> spans;
+
+  private:
+    template <class Encoding, class T>
+    void add(Encoding encoding, const T& v, const std::string& path) {
+        if constexpr (Velmora::Composite<T>) {
+            fields(Velmora::of<T>{}, [&](const char* name, auto member, auto fieldEncoding) {
+                add(fieldEncoding, v.*member, path.empty() ? name : path + "." + name);
+                return true;
+            });
+        } else if constexpr (Velmora::Vector<T>) {
+            spans.push_back({path, _codec.size(), 0, v.size(), Inspect::minimal_size<typename T::value_type>()});
+            _codec.write_length(static_cast<unsigned short>(v.size()));
+            spans.back().end = _codec.size();
+            for (size_t i = 0; i < v.size(); ++i) add(Velmora::plain, v[i], path + "[" + std::to_string(i) + "]");
+        } else {
+            spans.push_back({path, _codec.size(), 0});
+            addLeaf(encoding, v);
+            spans.back().end = _codec.size();
+            if constexpr (Velmora::Enumerator<T>)
+                enumerators(Velmora::of<Velmora::EnumerationOf<T>>{},
+                            [&](const char*, auto e) { spans.back().enumerators.insert(e & 0xFF); });
+        }
+    }
+
+    template <class Encoding, class T>
+    void addLeaf(Encoding, const T& v) {
+        if constexpr (std::is_same_v<Encoding, Velmora::crypt_t>)
+            _codec.write_cryptstring(v);
+        else if constexpr (Velmora::String<T>)
+            _codec.write_string(v);
+        else if constexpr (std::is_same_v<Encoding, Velmora::price_t>)
+            _codec.write_qlfloat(v);
+        else if constexpr (std::is_same_v<T, int64_t>)
+            _codec.write_int64(v);
+        else if constexpr (std::is_same_v<T, int32_t>)
+            _codec.write_int32(v);
+        else if constexpr (std::is_same_v<T, int16_t>)
+            _codec.write_int16(v);
+        else // booleans, single bytes, enumerations
+            _codec.write_uint8(static_cast<unsigned char>(v));
+    }
+
+    std::string _range;
+    Velmora::FastCodec _codec;
+};
+
+template <class T>
+Body sampleBody(Filling filling, unsigned seed = 1) {
+    InBlock<T> value(1 << 18);
+    Sample(filling, seed).fill(*value);
+    return Body(*value);
+}
+
+/// A T decoded from bytes that verify() accepted, in a block of exactly the size it told. Expects the bytes consumed
+/// and the block bytes taken to be those told, and all that T owns to lie in the block.
+template <class T>
+class DecodedBody {
+  public:
+    DecodedBody(std::string_view body, const Inspect::Result& result)
+        : _value(static_cast<int>(sizeof(T) + result.blockBytes)) {
+        Velmora::FastCodec codec(const_cast<char*>(body.data()), const_cast<char*>(body.data() + body.size()));
+        _value->read(codec);
+        EXPECT_EQ(codec.size(), result.consumed);
+        EXPECT_EQ(_value.block.alloc.used_size(), sizeof(T) + result.blockBytes);
+        _value->checkbounds(_value.block.begin(), _value.block.end());
+    }
+    T& operator*() { return *_value; }
+
+  private:
+    InBlock<T> _value;
+};

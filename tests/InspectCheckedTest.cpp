@@ -1,0 +1,133 @@
+// Decoding and encoding for hosts: all or nothing.
+#include "Inspect/Checked.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/Bodies.h"
+#include "tests/Hex.h"
+
+namespace {
+
+using namespace Inspect;
+using Velmora::of;
+
+class Checked : public Module {};
+
+TEST_F(Checked, MessagesAreDecodedIntoExactlyTheBlockTheyNeed) {
+    Quillon::messages([&]<class T>(of<T>, const char* name) {
+        SCOPED_TRACE(name);
+        const std::string body = sampleBody<T>(Filling::typical).bytes;
+        const auto needed =
+            static_cast<int>(sizeof(T) + verify<T>(body.data(), body.data() + body.size(), whole).blockBytes);
+        Block block(needed, 3);
+        Decoded decoded = decode_verified(T::ID, body, block.alloc);
+        EXPECT_TRUE(decoded) << decoded.result.text();
+        if (!decoded) return false;
+        EXPECT_EQ(decoded.needed, static_cast<size_t>(needed));
+        EXPECT_EQ(block.alloc.unused_size(), 0u);
+        EXPECT_EQ(decoded.descriptor, Quillon::__protocol->getDescriptor(T::ID));
+        Sample(Filling::typical).check(*static_cast<T*>(decoded.object));
+        decoded.descriptor->checkbounds(decoded.object, block.begin(), block.end());
+        decoded.descriptor->destroy(decoded.object);
+
+        Block small(needed - 1);
+        decoded = decode_verified(T::ID, body, small.alloc);
+        EXPECT_FALSE(decoded);
+        EXPECT_EQ(decoded.result.text(), "block too small");
+        EXPECT_EQ(decoded.needed, static_cast<size_t>(needed));
+        EXPECT_EQ(small.alloc.used_size(), 0u) << "a refusal takes nothing";
+        return true;
+    });
+}
+
+TEST_F(Checked, RefusedBytesLeaveTheBlockAsItWas) {
+    struct Case {
+        Velmora::MsgType_t id;
+        const char* body;
+        Policy policy;
+        const char* text;
+    };
+    const Case cases[] = {
+        {Quillon::ClientConnectMessage::ID, "03616263", whole, "truncated at byte 4 (password)"},
+        {Quillon::ClientConnectMessage::ID, "0361626303", tolerant, "truncated at byte 4 (password)"},
+        {Quillon::TimerMessage::ID, "0000", whole, "trailing bytes at byte 1"},
+        {Quillon::TimerMessage::ID, "8000", strict, "non-minimal form at byte 0 (tqid)"},
+        {Quillon::BatchesCompletedMessage::ID, "ffff00", whole,
+         "count beyond the remaining bytes at byte 0 (batchesCompleted)"},
+        {0xF209, "00", whole, "unknown identifier 61961"},
+    };
+    Block block(4096);
+    for (const Case& c : cases) {
+        const std::string body = unhex(c.body);
+        const Decoded decoded = decode_verified(c.id, body, block.alloc, c.policy);
+        EXPECT_FALSE(decoded);
+        EXPECT_EQ(decoded.object, nullptr);
+        EXPECT_EQ(decoded.result.text(), c.text);
+        EXPECT_EQ(block.alloc.used_size(), 0u);
+    }
+}
+
+TEST_F(Checked, EncodingFitsExactlyOrWritesNothing) {
+    Quillon::messages([&]<class T>(of<T>, const char* name) {
+        SCOPED_TRACE(name);
+        InBlock<T> value(1 << 18);
+        Sample(Filling::extreme).fill(*value);
+        const size_t size = encoded_size(*value);
+        std::string range(size + 1, '\xAA');
+        Encoded encoded = encode_checked(*value, range.data(), range.data() + size);
+        EXPECT_TRUE(encoded);
+        EXPECT_EQ(encoded.size, size);
+        EXPECT_EQ(range.back(), '\xAA');
+        std::string plain(size, '\0');
+        Velmora::FastCodec codec(plain.data(), plain.data() + size);
+        value->write(codec);
+        EXPECT_EQ(range.substr(0, size), plain);
+
+        std::string untouched(size, '\xAA');
+        encoded = encode_checked(T::ID, &*value, untouched.data(), untouched.data() + size - 1);
+        EXPECT_EQ(encoded.refusal, Refusal::tooSmall);
+        EXPECT_EQ(encoded.size, size) << "the size needed";
+        EXPECT_EQ(untouched, std::string(size, '\xAA'));
+        return true;
+    });
+}
+
+TEST_F(Checked, WhatCannotTravelIsNamed) {
+    std::string range(1 << 20, '\xAA');
+    const auto refusal = [&](const auto& message) {
+        const Encoded encoded = encode_checked(message, range.data(), range.data() + range.size());
+        EXPECT_EQ(range.find_first_not_of('\xAA'), range.npos);
+        EXPECT_EQ(encoded.size, 0u);
+        return encoded.text();
+    };
+    InBlock<Quillon::SubmitOrderMessage> order(1 << 20);
+    order->contents.parameters.resize(4);
+    order->contents.parameters[3].value = std::string(65536, 'x');
+    EXPECT_EQ(refusal(*order), "string too long (contents.parameters[3].value)");
+    order->contents.clOrdID = std::string(70000, 'x');
+    EXPECT_EQ(refusal(*order), "string too long (contents.clOrdID)") << "the first of them";
+
+    InBlock<Quillon::TradeLimitDataMessage> limits(1 << 23);
+    limits->contents.userHierarchy.resize(2);
+    limits->contents.userHierarchy[1].groupNames.resize(32768);
+    EXPECT_EQ(refusal(*limits), "too many elements (contents.userHierarchy[1].groupNames)");
+    limits->contents.userHierarchy[1].groupNames.resize(2);
+    limits->contents.userHierarchy[1].groupNames[1] = std::string(65536, 'x');
+    EXPECT_EQ(refusal(*limits), "string too long (contents.userHierarchy[1].groupNames[1])");
+
+    InBlock<Quillon::BatchesCompletedMessage> numbers(1 << 19);
+    numbers->batchesCompleted.resize(32768);
+    EXPECT_EQ(refusal(*numbers), "too many elements (batchesCompleted)");
+    InBlock<Quillon::PadMessage> pad(1 << 19);
+    pad->padding = std::string(65536, 'x');
+    EXPECT_EQ(refusal(*pad), "string too long (padding)");
+    EXPECT_EQ(encode_checked(0xF209, nullptr, nullptr, nullptr).refusal, Refusal::unknownIdentifier);
+
+    // The largest that can travel do.
+    pad->padding = std::string(65535, 'x');
+    EXPECT_TRUE(encode_checked(*pad, range.data(), range.data() + range.size()));
+    numbers->batchesCompleted.resize(32767);
+    EXPECT_TRUE(encode_checked(*numbers, range.data(), range.data() + range.size()));
+}
+
+} // namespace

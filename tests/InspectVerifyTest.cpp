@@ -1,0 +1,466 @@
+// verify(): what it accepts, what it refuses and where, and that what it accepts decodes exactly as told.
+#include "Inspect/Verify.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <map>
+#include <random>
+
+#include "Inspect/Reflection.h"
+#include "tests/Bodies.h"
+#include "tests/Hex.h"
+
+namespace {
+
+using namespace Inspect;
+using Velmora::of;
+
+class Verify : public Module {
+  protected:
+    template <class T>
+    Result check(std::string_view body, const Policy& policy) {
+        const std::string_view held = guarded.hold(body);
+        return verify<T>(held.data(), held.data() + held.size(), policy);
+    }
+
+    Guarded guarded;
+};
+
+template <class Visit>
+void forEveryMessage(Visit&& visit) {
+    Quillon::messages([&](auto type, const char* name) {
+        SCOPED_TRACE(name);
+        visit(type);
+        return !testing::Test::HasFatalFailure();
+    });
+}
+
+// --- forms: one value of each wire form, in a message where it stands alone or between zeros
+
+struct Place {
+    Velmora::MsgType_t id;
+    const char* before;
+    std::string after;
+    const char* path;
+};
+
+std::string repeat(const char* text, size_t n) {
+    std::string result;
+    for (; n != 0; --n) result += text;
+    return result;
+}
+
+/// The rest of a TradeCaptureMessage behind origPrice: zeros, but for the side.
+const std::string behindPrice = repeat("00", 14) + "01" + repeat("00", 7);
+
+const std::map<std::string, Place> places = {
+    {"int16", {Quillon::MemBusConnectMessage::ID, "", "00", "id.appID"}},
+    {"int32", {Quillon::TimerMessage::ID, "", "", "tqid"}},
+    {"int64", {Quillon::HeartbeatTimerMessage::ID, "", "", "interval_ns"}},
+    {"price", {Quillon::TradeCaptureMessage::ID, "00", behindPrice, "origPrice"}},
+    {"string", {Quillon::JsonFromServer::ID, "", "", "contents"}},
+    {"padding", {Quillon::PadMessage::ID, "", "", "padding"}},
+    {"count", {Quillon::BatchesCompletedMessage::ID, "", "", "batchesCompleted"}},
+    {"bool", {Quillon::DateRolloverMessage::ID, "00000000", "", "dispatchToAll"}},
+    {"enumeration", {Quillon::TestMessage::ID, "", "", "test"}},
+    {"request", {Quillon::RequestMessage::ID, "0000", "", "request"}},
+};
+
+struct Form {
+    const char* kind;
+    std::string bytes;               ///< hexadecimal
+    Fault fault = Fault::none;       ///< under the strict policy
+    bool Policy::*liberty = nullptr; ///< the one liberty that makes it accepted; null if none does
+};
+
+TEST_F(Verify, FormsAreJudgedByThePolicyWhereverTheyStand) {
+    constexpr auto overlong = &Policy::overlongVarints;
+    constexpr auto dropped = &Policy::droppedBits;
+    constexpr auto nonMinimal = &Policy::nonMinimal;
+    constexpr auto reserved = &Policy::reservedPriceBits;
+    const Form forms[] = {
+        // canonical forms at the limits of every width
+        {"int16", "00"},
+        {"int16", "7f"},
+        {"int16", "8001"},
+        {"int16", "ff7f"},
+        {"int16", "808001"},
+        {"int16", "ffff03"},
+        {"int32", "808001"},
+        {"int32", "80808001"},
+        {"int32", "8080808001"},
+        {"int32", "ffffffff0f"},
+        {"int64", "ffffffff0f"},
+        {"int64", "808080808001"},
+        {"int64", "80808080808001"},
+        {"int64", "8080808080808001"},
+        {"int64", "808080808080808001"},
+        {"int64", "ffffffffffffffff7f"},
+        {"int64", "ffffffffffffffffff01"},
+        {"price", "00"},
+        {"price", "7c"},
+        {"price", "8001"},
+        {"price", "fc7f"},
+        {"price", "808001"},
+        {"price", "f8ffffffffffffffff03"},
+        {"price", "fcffffffffffffffff07"},
+        {"price", "03"},
+        {"price", "05"},
+        {"price", "07"},
+        {"price", "80808080808080808001"},
+        {"price", "90808080808080808004"},
+        {"string", "00"},
+        {"string", "03616263"},
+        {"string", "8001" + repeat("00", 128)},
+        {"string", "ff7f" + repeat("00", 16383)},
+        {"string", "ffff03" + repeat("00", 65535)},
+        {"padding", "03616263"},
+        {"count", "00"},
+        {"count", "7f" + repeat("00", 127)},
+        {"count", "8080" + repeat("00", 128)},
+        {"count", "ffff" + repeat("00", 32767)},
+        {"bool", "00"},
+        {"bool", "01"},
+        {"enumeration", "00"},
+        {"enumeration", "09"},
+        {"request", "4f"},
+        // more bytes than the width takes
+        {"int16", "80808000", Fault::overlongVarint, overlong},
+        {"int32", "808080808000", Fault::overlongVarint, overlong},
+        {"int64", "8080808080808080808000", Fault::overlongVarint, overlong},
+        {"int64", repeat("80", 300) + "00", Fault::overlongVarint, overlong},
+        {"price",
+         "80808080808080808080"
+         "00",
+         Fault::overlongVarint, nullptr},
+        {"price",
+         "84818080808080808080"
+         "00",
+         Fault::overlongVarint, overlong},
+        {"string",
+         "81808000"
+         "61",
+         Fault::overlongVarint, overlong},
+        // bits beyond the width
+        {"int16", "ffff04", Fault::varintOverflow, dropped},
+        {"int16", "808040", Fault::varintOverflow, dropped},
+        {"int32", "ffffffff10", Fault::varintOverflow, dropped},
+        {"int32", "808080807f", Fault::varintOverflow, dropped},
+        {"int64", "ffffffffffffffffff02", Fault::varintOverflow, dropped},
+        {"price", "fcffffffffffffffff08", Fault::varintOverflow, dropped},
+        {"string",
+         "818004"
+         "61",
+         Fault::lengthBeyondWidth, dropped},
+        {"string",
+         "81807c"
+         "61",
+         Fault::lengthBeyondWidth, dropped},
+        // what a shorter form stands for
+        {"int16", "8000", Fault::nonMinimal, nonMinimal},
+        {"int16", "ff8000", Fault::nonMinimal, nonMinimal},
+        {"int32", "8000", Fault::nonMinimal, nonMinimal},
+        {"int32", "ffffffff00", Fault::nonMinimal, nonMinimal},
+        {"int64", "80808080808080808000", Fault::nonMinimal, nonMinimal},
+        {"int64", "808080808080808000", Fault::nonMinimal, nonMinimal},
+        {"int64", "8080808080808000", Fault::nonMinimal, nonMinimal},
+        {"price", "8000", Fault::nonMinimal, nonMinimal},
+        {"price", "808000", Fault::nonMinimal, nonMinimal},
+        {"price", "84808080808080808004", Fault::nonMinimal, nonMinimal}, // the sentinels in their long forms
+        {"price", "88808080808080808004", Fault::nonMinimal, nonMinimal},
+        {"price", "8c808080808080808004", Fault::nonMinimal, nonMinimal},
+        {"string", "8300616263", Fault::nonMinimal, nonMinimal},
+        {"count", "8000", Fault::nonMinimal, nonMinimal},
+        {"count", "807f" + repeat("00", 127), Fault::nonMinimal, nonMinimal},
+        // the reserved bits of prices
+        {"price", "01", Fault::reservedPriceBits, reserved},
+        {"price", "02", Fault::reservedPriceBits, reserved},
+        {"price", "06", Fault::reservedPriceBits, reserved},
+        {"price", "8101", Fault::reservedPriceBits, reserved},
+        {"price", "8201", Fault::reservedPriceBits, reserved},
+        {"price", "83808001", Fault::reservedPriceBits, reserved},
+        // single bytes
+        {"bool", "02", Fault::badBoolean, &Policy::anyBoolean},
+        {"bool", "ff", Fault::badBoolean, &Policy::anyBoolean},
+        {"enumeration", "0a", Fault::unknownEnumerator, &Policy::unknownEnumerators},
+        {"enumeration", "ff", Fault::unknownEnumerator, &Policy::unknownEnumerators},
+        {"request", "50", Fault::unknownEnumerator, &Policy::unknownEnumerators},
+        // counts that the bytes cannot hold, whatever the policy
+        {"count", "01", Fault::countBeyondBytes},
+        {"count", "7f" + repeat("00", 126), Fault::countBeyondBytes},
+        {"count", "ffff" + repeat("00", 32766), Fault::countBeyondBytes},
+    };
+    for (const Form& form : forms) {
+        const Place& place = places.at(form.kind);
+        SCOPED_TRACE(std::string(form.kind) + " " + form.bytes.substr(0, 40));
+        const std::string before = unhex(place.before);
+        const std::string body = before + unhex(form.bytes) + unhex(place.after);
+        const auto verifyWith = [&](std::string_view bytes, const Policy& policy) {
+            const std::string_view front = guarded.holdAtBegin(bytes);
+            const Result first = verify(place.id, front.data(), front.data() + front.size(), policy);
+            const std::string_view held = guarded.hold(bytes);
+            Result result = verify(place.id, held.data(), held.data() + held.size(), policy);
+            EXPECT_EQ(first.fault, result.fault);
+            EXPECT_EQ(first.consumed, result.consumed);
+            return result;
+        };
+        const auto expectAccepted = [&](const Result& result) {
+            EXPECT_TRUE(result) << result.text();
+            EXPECT_EQ(result.consumed, body.size());
+            EXPECT_EQ(result.path(), "");
+        };
+        const auto expectRefused = [&](const Result& result) {
+            EXPECT_EQ(to_string(result.fault), std::string(to_string(form.fault)));
+            EXPECT_EQ(result.offset, before.size());
+            EXPECT_EQ(result.path(), place.path);
+            EXPECT_EQ(result.blockBytes, 0u);
+        };
+        if (form.fault == Fault::none)
+            expectAccepted(verifyWith(body, strict));
+        else
+            expectRefused(verifyWith(body, strict));
+        if (form.fault == Fault::countBeyondBytes) {
+            expectRefused(verifyWith(body, whole));
+            continue;
+        }
+        expectAccepted(verifyWith(body, whole));
+        if (form.liberty != nullptr) {
+            Policy policy;
+            policy.*form.liberty = true;
+            expectAccepted(verifyWith(body, policy));
+            policy = whole;
+            policy.*form.liberty = false;
+            expectRefused(verifyWith(body, policy));
+        }
+        // With room behind, whole words are looked at; the verdict is the same.
+        for (size_t room = 1; room <= 12; ++room) {
+            Policy policy;
+            policy.trailingBytes = true;
+            const std::string longer = body + std::string(room, '\x81');
+            if (form.fault == Fault::none)
+                expectAccepted(verifyWith(longer, policy));
+            else
+                expectRefused(verifyWith(longer, policy));
+            expectAccepted(verifyWith(longer, tolerant));
+        }
+        // Cut short anywhere inside, every form is refused.
+        for (size_t size = before.size(); size < std::min(body.size(), before.size() + 12); ++size)
+            EXPECT_FALSE(verifyWith({body.data(), size}, tolerant)) << size;
+    }
+}
+
+TEST_F(Verify, WhatIsNotAValueIsToldToo) {
+    const char none[] = "";
+    Result result = verify(0xF209, none, none, tolerant);
+    EXPECT_EQ(result.fault, Fault::unknownIdentifier);
+    EXPECT_EQ(result.text(), "unknown identifier 61961");
+    EXPECT_EQ(result.path(), "");
+    EXPECT_EQ(verify(Quillon::TimerMessage::ID - 350, none, none, tolerant).fault, Fault::unknownIdentifier)
+        << "the same place in a table is not the same identifier";
+
+    result = check<Quillon::TimerMessage>("", tolerant);
+    EXPECT_EQ(result.text(), "truncated at byte 0 (tqid)");
+
+    const std::string trailing = unhex("0000");
+    result = check<Quillon::TimerMessage>(trailing, whole);
+    EXPECT_EQ(result.text(), "trailing bytes at byte 1");
+    EXPECT_EQ(result.consumed, 1u);
+    result = check<Quillon::TimerMessage>(trailing, tolerant);
+    EXPECT_EQ(result.text(), "accepted");
+    EXPECT_EQ(result.consumed, 1u) << "trailing bytes are told";
+}
+
+TEST_F(Verify, FaultsHaveTextsOfTheirOwn) {
+    std::set<std::string> texts;
+    const char byte = 0;
+    for (int fault = 0; fault <= static_cast<int>(Fault::blockTooSmall); ++fault) {
+        const Result result{.fault = static_cast<Fault>(fault), .begin = &byte, .end = &byte + 1};
+        EXPECT_TRUE(result.text().starts_with(to_string(result.fault)));
+        texts.insert(to_string(result.fault));
+    }
+    EXPECT_EQ(texts.size(), static_cast<size_t>(Fault::blockTooSmall) + 1);
+    EXPECT_FALSE(texts.contains(to_string(static_cast<Fault>(99))));
+    const Result small{
+        .fault = Fault::blockTooSmall, .id = Quillon::TimerMessage::ID, .begin = &byte, .end = &byte + 1};
+    EXPECT_EQ(small.text(), "block too small") << "the fault of no value";
+    EXPECT_EQ(small.path(), "");
+}
+
+TEST_F(Verify, SamplesTakeExactlyTheBytesAndTheBlockTold) {
+    forEveryMessage([&]<class T>(of<T>) {
+        for (const Filling filling : fillings) {
+            for (unsigned seed = 1; seed <= 5; ++seed) {
+                Sample sample(filling, seed);
+                const std::string bytes = sampleBody<T>(filling, seed).bytes;
+                const Result result = check<T>(bytes, whole);
+                ASSERT_TRUE(result) << result.text();
+                EXPECT_EQ(result.consumed, bytes.size());
+                DecodedBody<T> decoded({result.begin, bytes.size()}, result);
+                sample.check(*decoded);
+                EXPECT_EQ(static_cast<bool>(check<T>(bytes, strict)), holdsKnownEnumerators(*decoded));
+                // One byte of block less does not do.
+                if (result.blockBytes == 0) continue;
+                InBlock<T> small(static_cast<int>(sizeof(T) + result.blockBytes - 1));
+                std::string copy = bytes;
+                Velmora::FastCodec codec(copy.data(), copy.data() + copy.size());
+                EXPECT_ANY_THROW(small->read(codec));
+            }
+        }
+    });
+}
+
+TEST_F(Verify, EveryTruncationOfEverySampleIsRefusedAtTheValueThatIsCut) {
+    size_t tried = 0;
+    forEveryMessage([&]<class T>(of<T>) {
+        for (const Filling filling : fillings) {
+            const Body body = sampleBody<T>(filling, 2);
+            for (size_t size = 0; size < body.bytes.size(); ++size) {
+                // The first value that is cut, or the first vector whose elements the rest cannot hold.
+                const Span* cut = nullptr;
+                for (const Span& span : body.spans) {
+                    cut = &span;
+                    if (span.end > size || span.count * span.minimal > size - span.end) break;
+                }
+                const Result result = check<T>({body.bytes.data(), size}, tolerant);
+                ASSERT_EQ(result.fault, cut->end > size ? Fault::truncated : Fault::countBeyondBytes) << size;
+                ASSERT_EQ(result.offset, cut->begin) << size;
+                ASSERT_EQ(result.path(), cut->path) << size;
+                ++tried;
+            }
+        }
+    });
+    RecordProperty("truncations", static_cast<int>(tried));
+}
+
+/// Verifies under both policies and holds them against read() and write().
+template <class T>
+bool agreesWithCodec(std::string_view body) {
+    const char* const end = body.data() + body.size();
+    const Result result = verify<T>(body.data(), end, tolerant);
+    const Result exact = verify<T>(body.data(), end, strict);
+    if (!result) {
+        EXPECT_FALSE(exact);
+        EXPECT_LE(result.offset, body.size());
+        EXPECT_NE(result.path(), "");
+        return false;
+    }
+    DecodedBody<T> decoded(body, result);
+    // Strict accepts what write() makes of values with declared enumerators, and nothing else.
+    const bool isWritten =
+        result.consumed == body.size() && holdsKnownEnumerators(*decoded) && Body(*decoded).bytes == body;
+    EXPECT_EQ(static_cast<bool>(exact), isWritten) << exact.text() << " " << hex(body);
+    return true;
+}
+
+TEST_F(Verify, EverySingleByteChangeIsRefusedOrDecodesCleanly) {
+    size_t tried = 0, accepted = 0;
+    forEveryMessage([&]<class T>(of<T>) {
+        for (const Filling filling : {Filling::zero, Filling::typical}) {
+            const std::string bytes = sampleBody<T>(filling, 3).bytes;
+            for (size_t at = 0; at < bytes.size(); ++at) {
+                std::string changed = bytes;
+                for (int change = 1; change < 256; ++change) {
+                    changed[at] = static_cast<char>(bytes[at] ^ change);
+                    accepted += agreesWithCodec<T>(guarded.hold(changed));
+                    ++tried;
+                    ASSERT_FALSE(testing::Test::HasFailure()) << at << " ^ " << change;
+                }
+            }
+        }
+    });
+    EXPECT_GT(accepted, tried / 10);
+    EXPECT_LT(accepted, tried);
+    RecordProperty("changes", static_cast<int>(tried));
+}
+
+TEST_F(Verify, RandomVarintsAreJudgedAsTheCodecReadsThem) {
+    std::mt19937_64 random(7);
+    for (int round = 0; round < 40000; ++round) {
+        // Mostly continuation bytes, so that long forms with bits near the limits are common.
+        std::string varint(random() % 12, '\0');
+        for (char& c : varint) c = static_cast<char>(random() % 4 != 0 ? random() | 0x80 : 0x80);
+        static constexpr char last[] = {0, 1, 3, 4, 7, 8, 15, 16, 127};
+        varint += last[random() % std::size(last)];
+        varint += std::string(random() % 4 * random() % 12, '\0');
+        agreesWithCodec<Quillon::HeartbeatTimerMessage>(guarded.hold(varint));
+        agreesWithCodec<Quillon::TimerMessage>(guarded.hold(varint));
+        agreesWithCodec<Quillon::JsonFromClient>(guarded.hold(varint));
+        agreesWithCodec<Quillon::MemBusConnectMessage>(guarded.hold(varint + '\0'));
+        agreesWithCodec<Quillon::TradeCaptureMessage>(guarded.hold('\0' + varint + unhex(behindPrice)));
+        ASSERT_FALSE(testing::Test::HasFailure()) << hex(varint);
+    }
+}
+
+TEST_F(Verify, EnumerationBytesAreKnownOrRefusedInEveryField) {
+    size_t seen = 0;
+    forEveryMessage([&]<class T>(of<T>) {
+        const Body body = sampleBody<T>(Filling::typical, 1);
+        for (const Span& span : body.spans) {
+            if (span.enumerators.empty()) continue;
+            ++seen;
+            std::string changed = body.bytes;
+            for (int byte = 0; byte < 256; ++byte) {
+                changed[span.begin] = static_cast<char>(byte);
+                EXPECT_TRUE(check<T>(changed, tolerant));
+                Policy policy = whole;
+                policy.unknownEnumerators = false;
+                const Result result = check<T>(changed, policy);
+                ASSERT_EQ(static_cast<bool>(result), span.enumerators.contains(byte)) << span.path << " " << byte;
+                if (result) continue;
+                EXPECT_EQ(result.fault, Fault::unknownEnumerator);
+                EXPECT_EQ(result.offset, span.begin);
+                EXPECT_EQ(result.path(), span.path);
+            }
+        }
+    });
+    EXPECT_GT(seen, 60u);
+}
+
+TEST_F(Verify, BlockBytesStayWithinTheBoundAndNearlyReachIt) {
+    double worst = 0;
+    const auto measure = [&]<class T>(of<T>, std::string_view body) {
+        const Result result = check<T>(body, whole);
+        ASSERT_TRUE(result) << result.text();
+        EXPECT_LE(result.blockBytes, 33 * result.consumed);
+        worst = std::max(worst, static_cast<double>(result.blockBytes) / static_cast<double>(result.consumed));
+        DecodedBody<T>({result.begin, body.size()}, result);
+    };
+    // One user in as many groups as can be, all without a name: clDataID, no limits, no states, the hierarchy, no
+    // rates.
+    const std::string names = unhex("ffff") + std::string(32767, '\0');
+    const std::string hierarchy = unhex("00"
+                                        "00"
+                                        "00"
+                                        "01"
+                                        "00")
+                                  + names
+                                  + unhex("00"
+                                          "00"
+                                          "00"
+                                          "00"
+                                          "00");
+    measure(of<Quillon::TradeLimitDataMessage>{}, hierarchy);
+    EXPECT_GT(worst, 32.9);
+    RecordProperty("worst", std::to_string(worst));
+    // The smallest elements of every other vector of a message, as many as fit 64 KB.
+    forEveryMessage([&]<class T>(of<T>) {
+        fields(of<T>{}, [&](const char*, auto member, auto) {
+            using M = Velmora::MemberType<decltype(member)>;
+            if constexpr (Velmora::Vector<M>) {
+                const size_t count = 32767, element = minimal_size<typename M::value_type>();
+                std::string body;
+                fields(of<T>{}, [&](const char*, auto other, auto) {
+                    if constexpr (std::is_same_v<decltype(other), decltype(member)>) {
+                        if (other == member) return body += unhex("ffff") + std::string(count * element, '\0'), true;
+                    }
+                    return body += std::string(minimal_size<Velmora::MemberType<decltype(other)>>(), '\0'), true;
+                });
+                measure(of<T>{}, body);
+            }
+            return true;
+        });
+    });
+}
+
+} // namespace
