@@ -1,0 +1,129 @@
+// What this library does with the measured messages.
+#include "bench/Ours.h"
+
+#include <ostream>
+#include <streambuf>
+
+#include "Backend/Velmora/operations/Decode.h"
+#include "Backend/Velmora/operations/Encode.h"
+#include "bench/Measure.h"
+#include "generated/QLProtocol/QLProtocol.fields.h"
+#ifdef QL_BENCH_INSPECT
+#include "Inspect/Verify.h"
+#endif
+
+namespace bench {
+
+namespace {
+
+/// A standard stream into memory of its own, without the growth of string streams.
+class MemoryStream : private std::streambuf, public std::ostream {
+  public:
+    MemoryStream() : std::ostream(static_cast<std::streambuf*>(this)) { restart(); }
+    void restart() { setp(_text, _text + sizeof _text); }
+
+  private:
+    char _text[plenty];
+};
+
+template <class M>
+void addShape(const Shape<M>& shape) {
+    using T = typename OurType<M>::type;
+    const auto ours = std::make_shared<OurMessages<M>>(shape);
+    const auto scratch = std::make_shared<Scratch>();
+    const auto out = std::make_shared<std::vector<char>>(plenty);
+    char* const begin = out->data();
+    char* const end = begin + plenty;
+
+    measure(
+        shape.name, "encode", "QLProtocol",
+        [=](size_t i) {
+            Velmora::FastCodec codec(begin, end);
+            (*ours)[i].write(codec);
+            benchmark::DoNotOptimize(codec.size());
+            (void)out; // keeps the bytes alive
+        },
+        meanSize(ours->bodies));
+    measure(shape.name, "decode", "QLProtocol",
+            [=](size_t i) { benchmark::DoNotOptimize(&ours->decode(i, *scratch)); });
+    measure(shape.name, "decode+read", "QLProtocol", [=](size_t i) {
+        Sum sum;
+        show(ours->decode(i, *scratch), sum);
+        benchmark::DoNotOptimize(sum.total);
+    });
+
+    // The path for processors without BMI2, whatever this one has.
+    measure(shape.name, "encode", "QLProtocol without BMI2", [=](size_t i) {
+        benchmark::DoNotOptimize(Velmora::encodeFields<Velmora::Baseline>((*ours)[i], begin));
+        (void)out;
+    });
+    measure(shape.name, "decode", "QLProtocol without BMI2", [=](size_t i) {
+        const auto& body = ours->bodies[i];
+        T& message = scratch->template fresh<T>();
+        Velmora::decodeFields<Velmora::Baseline>(message, body.data(), body.data(), body.data() + body.size());
+        benchmark::DoNotOptimize(&message);
+    });
+
+    // The same through the untyped descriptor, as queues and gateways do.
+    Velmora::MsgDescriptor* const descriptor = Quillon::__protocol->getDescriptor(T::ID);
+    measure(shape.name, "encode", "QLProtocol by descriptor", [=](size_t i) {
+        Velmora::FastCodec codec(begin, end);
+        descriptor->write(&(*ours)[i], codec);
+        benchmark::DoNotOptimize(codec.size());
+        (void)out;
+    });
+    measure(shape.name, "decode", "QLProtocol by descriptor", [=](size_t i) {
+        auto& body = ours->bodies[i];
+        scratch->restart();
+        void* const message = scratch->alloc.allocate(descriptor->size());
+        descriptor->construct(message, scratch->alloc);
+        Velmora::FastCodec codec(body.data(), body.data() + body.size());
+        descriptor->read(message, codec);
+        benchmark::DoNotOptimize(message);
+    });
+
+#ifdef QL_BENCH_INSPECT
+    measure(shape.name, "verify", "QLProtocol", [=](size_t i) {
+        const auto& body = ours->bodies[i];
+        benchmark::DoNotOptimize(Inspect::verify<T>(body.data(), body.data() + body.size(), Inspect::strict));
+    });
+#endif
+
+    measure(shape.name, "construct", "QLProtocol",
+            [=](size_t) { benchmark::DoNotOptimize(&scratch->template fresh<T>()); });
+    measure(shape.name, "copy", "QLProtocol", [=](size_t i) {
+        T& copy = scratch->template fresh<T>();
+        copy = (*ours)[i];
+        benchmark::DoNotOptimize(&copy);
+    });
+    measure(shape.name, "copy", "QLProtocol by descriptor", [=](size_t i) {
+        T& copy = scratch->template fresh<T>();
+        descriptor->copy(&copy, &(*ours)[i]);
+        benchmark::DoNotOptimize(&copy);
+    });
+    const auto others = std::make_shared<OurMessages<M>>(shape);
+    measure(shape.name, "compare equal", "QLProtocol",
+            [=](size_t i) { benchmark::DoNotOptimize((*ours)[i] == (*others)[i]); });
+    measure(shape.name, "compare less", "QLProtocol",
+            [=](size_t i) { benchmark::DoNotOptimize((*ours)[i] < (*others)[i]); });
+
+    measure(shape.name, "print", "FastOStream", [=](size_t i) {
+        Quillon::FastOStream text(begin, end);
+        text << (*ours)[i];
+        benchmark::DoNotOptimize(text.size());
+        (void)out;
+    });
+    const auto stream = std::make_shared<MemoryStream>();
+    measure(shape.name, "print", "std::ostream", [=](size_t i) {
+        stream->restart();
+        *stream << (*ours)[i];
+    });
+}
+
+} // namespace
+
+void addOurs() {
+    forEachShape([](const auto& shape) { addShape(shape); });
+}
+
+} // namespace bench

@@ -1,0 +1,57 @@
+// Runs every operation on every message under callgrind, which counts the instructions of each; see
+// scripts/count-instructions. Run by itself it only does the work.
+#include <valgrind/callgrind.h>
+
+#include <memory>
+#include <ostream>
+
+#include "bench/Ours.h"
+
+namespace bench {
+namespace {
+
+/// Counts op(i) over all messages of a shape and dumps the count under that name. The first round warms up what is set
+/// up at the first use, such as the addresses of a shared library's functions.
+template <class Op>
+void count(const std::string& name, Op&& op) {
+    for (size_t i = 0; i < distinct; ++i) op(i);
+    CALLGRIND_ZERO_STATS;
+    CALLGRIND_TOGGLE_COLLECT;
+    for (size_t i = 0; i < distinct; ++i) op(i);
+    CALLGRIND_TOGGLE_COLLECT;
+    CALLGRIND_DUMP_STATS_AT(name.c_str());
+}
+
+template <class M>
+void countShape(const Shape<M>& shape) {
+    using T = typename OurType<M>::type;
+    OurMessages<M> ours(shape), others(shape);
+    Scratch scratch;
+    std::vector<char> out(plenty);
+    char* const begin = out.data();
+    char* const end = begin + plenty;
+    bool keep = false;
+
+    const std::string name = shape.name;
+    count(name + "/encode", [&](size_t i) {
+        Velmora::FastCodec codec(begin, end);
+        ours[i].write(codec);
+    });
+    count(name + "/decode", [&](size_t i) { ours.decode(i, scratch); });
+    count(name + "/compare", [&](size_t i) { keep ^= ours[i] == others[i]; });
+    count(name + "/copy", [&](size_t i) { scratch.fresh<T>() = ours[i]; });
+    count(name + "/print", [&](size_t i) {
+        Quillon::FastOStream text(begin, end);
+        text << ours[i];
+    });
+    if (keep) std::abort(); // an even number of equal messages; used, so that no comparison can be left out
+}
+
+} // namespace
+} // namespace bench
+
+int main() {
+    Quillon::initialize();
+    bench::forEachShape([](const auto& shape) { bench::countShape(shape); });
+    Quillon::finalize();
+}

@@ -1,0 +1,187 @@
+"""Turns build/bench/results.json into table.md and plot.svg beside it.
+
+Times are medians of the processor time over all repetitions. A ratio is the peer's time divided by ours: above 1, ours is
+the faster.
+"""
+
+import argparse
+import json
+import math
+import pathlib
+import statistics
+
+OURS = "QLProtocol"
+# What stands before a reader's first field: peers that read in place decode nothing beforehand, so theirs is compared
+# with decoding and reading, too.
+IN_PLACE = ("fixed layout read every field", "FlatBuffers verify and read every field", "Cap'n Proto read every field")
+
+
+class Results:
+    """Medians by shape, operation and who, in the order of the table whatever the order of the runs."""
+
+    def __init__(self, path):
+        data = json.loads(path.read_text())
+        self.context = data["context"]
+        self.time, self.bytes, self.spread = {}, {}, []
+        for run in sorted(data["benchmarks"], key=lambda run: run["family_index"]):
+            if run.get("aggregate_name") == "cv":
+                self.spread.append(run["cpu_time"])
+            if run.get("aggregate_name") != "median":
+                continue
+            key = tuple(run["run_name"].split("/", 2))
+            self.time[key] = run["cpu_time"]
+            if "bytes" in run:
+                self.bytes[key] = run["bytes"]
+        self.shapes = list(dict.fromkeys(shape for shape, _, _ in self.time if shape != "module"))
+
+    def who(self, operation):
+        return list(dict.fromkeys(who for shape, o, who in self.time if o == operation and shape != "module"))
+
+    def row(self, operation, who):
+        return [self.time.get((shape, operation, who)) for shape in self.shapes]
+
+
+def number(value):
+    if value is None:
+        return ""
+    return f"{value:.0f}" if value >= 100 else f"{value:.1f}"
+
+
+def ratios(peer, ours):
+    return [p / o if p and o else None for p, o in zip(peer, ours)]
+
+
+def table(head, rows):
+    lines = ["| " + " | ".join(head) + " |", "|---" + "|---:" * (len(head) - 1) + "|"]
+    return "\n".join(lines + ["| " + " | ".join(row) + " |" for row in rows]) + "\n"
+
+
+def ratio_table(results, operation, base, peers):
+    ours = results.row(base, OURS)
+    rows = [[f"**{OURS}: {base}, ns**"] + [number(v) for v in ours] + [""]]
+    for who in peers:
+        ratio = ratios(results.row(operation, who), ours)
+        known = [v for v in ratio if v]
+        rows.append([who] + [f"{v:.2f}" if v else "" for v in ratio] + [f"{min(known):.2f}" if known else ""])
+    return table([""] + results.shapes + ["lowest"], rows)
+
+
+def machine():
+    for line in pathlib.Path("/proc/cpuinfo").read_text().splitlines():
+        if line.startswith("model name"):
+            return line.split(":", 1)[1].strip()
+    return "unknown processor"
+
+
+def write_table(results, args, path):
+    context = results.context
+    bmi2 = " bmi2 " in pathlib.Path("/proc/cpuinfo").read_text()
+    out = [
+        f"{machine()}, {context['num_cpus']} processors, BMI2 {'present' if bmi2 else 'absent'}; {args.compiler}; "
+        f"{context['date'][:10]}; load at start {context['load_avg'][0]:.2f}. Medians of {args.repetitions} repetitions, "
+        f"median coefficient of variation {100 * statistics.median(results.spread):.1f} %.\n"
+    ]
+
+    def section(title, body):
+        out.append(f"## {title}\n\n{body}")
+
+    encoders = [who for who in results.who("encode") if who != OURS]
+    decoders = [who for who in results.who("decode") if who != OURS]
+    section("Encode: peer’s time ÷ ours", ratio_table(results, "encode", "encode", encoders))
+    section("Decode into a fresh message: peer’s time ÷ ours", ratio_table(results, "decode", "decode", decoders))
+    section("Peers that read in place, time ÷ ours decoded and read",
+            ratio_table(results, "decode", "decode+read", [who for who in IN_PLACE if who in decoders]))
+
+    sizes = [[who] + [number(results.bytes.get((shape, "encode", who))) for shape in results.shapes]
+             for who in results.who("encode") if any((s, "encode", who) in results.bytes for s in results.shapes)]
+    section("Bytes on the wire, mean", table([""] + results.shapes, sizes))
+
+    operations = dict.fromkeys(o for shape, o, _ in results.time if shape != "module")
+    rows = [[f"{operation}: {who}"] + [number(v) for v in results.row(operation, who)]
+            for operation in operations for who in results.who(operation)]
+    section("All times, ns", table([""] + results.shapes, rows))
+
+    rows = [[f"{operation}: {who}", f"{t:.1f} ns"] for (shape, operation, who), t in results.time.items() if shape == "module"]
+    rows.append(["initialize(), cold", f"{float(context['initialize_us']):.0f} µs"])
+    rows.append(["code of the library (.text)", f"{int(args.text) / 1024:.0f} KiB"])
+    section("The module", table(["", ""], rows))
+    path.write_text("\n".join(out))
+
+
+# --- the plot: two panels of ratios over the messages, on a logarithmic scale, ours at 1
+
+COLOURS = ["#4c78a8", "#72b7b2", "#f58518", "#54a24b", "#b279a2", "#9d755d", "#e45756"]
+PANEL = {
+    "Encode": ("encode", ["plain byte loop", "fixed layout", "protobuf serialise", "protobuf fill and serialise",
+                          "FlatBuffers build", "Cap'n Proto flat", "msgpack-c pack"]),
+    "Decode into a fresh message": ("decode", ["plain byte loop", "fixed layout read every field",
+                                               "protobuf parse, object reused", "protobuf parse, arena",
+                                               "FlatBuffers verify and read every field",
+                                               "Cap'n Proto read every field", "msgpack-c unpack"]),
+}
+
+
+def panel(results, title, operation, peers, left, top):
+    width, height, low, high = 560, 300, 0.05, 40.0
+
+    def y(value):
+        share = math.log(value / low) / math.log(high / low)
+        return top + height * (1 - min(max(share, 0), 1))
+
+    out = [f'<text x="{left}" y="{top - 14}" font-weight="bold">{title}: peer’s time ÷ ours</text>']
+    for tick in (0.05, 0.1, 0.2, 0.5, 1, 2, 5, 10, 20, 40):
+        bold = tick == 1
+        out.append(f'<line x1="{left}" x2="{left + width}" y1="{y(tick):.1f}" y2="{y(tick):.1f}" '
+                   f'stroke="{"#000" if bold else "#ddd"}"/>')
+        out.append(f'<text x="{left - 6}" y="{y(tick) + 4:.1f}" text-anchor="end">{tick:g}</text>')
+    step = width / max(len(results.shapes), 1)
+    for i, shape in enumerate(results.shapes):
+        out.append(f'<text x="{left + step * (i + 0.5):.1f}" y="{top + height + 18}" text-anchor="middle">{shape}</text>')
+    ours = results.row(operation, OURS)
+    bar = step * 0.8 / len(peers)
+    for k, (who, colour) in enumerate(zip(peers, COLOURS)):
+        for i, ratio in enumerate(ratios(results.row(operation, who), ours)):
+            if ratio is None:
+                continue
+            x = left + step * (i + 0.1) + bar * k
+            high_y, low_y = sorted((y(ratio), y(1)))
+            out.append(f'<rect x="{x:.1f}" y="{high_y:.1f}" width="{bar - 1:.1f}" height="{max(low_y - high_y, 1):.1f}" '
+                       f'fill="{colour}"><title>{shape_title(results.shapes[i], who, ratio)}</title></rect>')
+        column, line = k % 4, k // 4
+        out.append(f'<rect x="{left + column * 145}" y="{top + height + 34 + 20 * line}" width="10" height="10" fill="{colour}"/>')
+        out.append(f'<text x="{left + column * 145 + 14}" y="{top + height + 43 + 20 * line}" font-size="10">'
+                   f'{short(who)}</text>')
+    return out
+
+
+def short(who):
+    return who.replace(" read every field", " read").replace(" and read", ", read").replace(", object reused", ", reused")
+
+
+def shape_title(shape, who, ratio):
+    return f"{shape}, {who}: {ratio:.2f}"
+
+
+def write_plot(results, args, path):
+    out = ['<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 660 850" font-family="sans-serif" font-size="11">',
+           '<rect width="660" height="850" fill="#fff"/>']
+    for i, (title, (operation, peers)) in enumerate(PANEL.items()):
+        out += panel(results, title, operation, peers, 60, 40 + 410 * i)
+    out.append(f'<text x="60" y="838" fill="#666">Bars above 1: {OURS} is faster. {machine()}; {args.compiler}.</text></svg>')
+    path.write_text("\n".join(out) + "\n")
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("folder", type=pathlib.Path)
+    parser.add_argument("--compiler", default="")
+    parser.add_argument("--repetitions", default="")
+    parser.add_argument("--text", default="0", help="size of the library's code in bytes")
+    args = parser.parse_args()
+    results = Results(args.folder / "results.json")
+    write_table(results, args, args.folder / "table.md")
+    write_plot(results, args, args.folder / "plot.svg")
+
+
+if __name__ == "__main__":
+    main()
