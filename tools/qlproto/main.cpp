@@ -1,11 +1,9 @@
 // qlproto: writes and reads captures of the protocol.
 #include <csignal>
 
-#include <CLI/CLI.hpp>
-
 #include "generated/QLProtocol/QLProtocol.h"
-#include "tools/qlproto/Commands.h"
 #include "tools/qlproto/Errors.h"
+#include "tools/qlproto/commands/Commands.h"
 
 namespace {
 
@@ -38,26 +36,10 @@ int main(int argc, char** argv) {
     app.footer(EXAMPLES);
     app.require_subcommand(1);
 
-    qlproto::GenerateOptions generate;
-    CLI::App* generateCommand = app.add_subcommand("generate", "Write a made-up trading session as a capture");
-    generateCommand->add_option("--messages", generate.messages, "How many messages")
-        ->check(CLI::NonNegativeNumber)
-        ->capture_default_str();
-    generateCommand->add_option("--seed", generate.seed, "The same seed gives the same bytes")
-        ->check(CLI::NonNegativeNumber)
-        ->capture_default_str();
-    generateCommand->add_option("-o,--output", generate.output, "The capture to write; - is standard output")
-        ->required();
-    generateCommand->footer("Example:\n  qlproto generate --messages 100000 --seed 7 -o session.pcap");
-
-    std::string capture;
-    CLI::App* decodeCommand = app.add_subcommand("decode", "Print messages, one a line: time, name, fields");
-    decodeCommand->add_option("capture", capture, "The capture to read; - is standard input")->required();
-    decodeCommand->footer("Example:\n  qlproto decode session.pcap | grep ' SubmitOrderMessage '");
-
-    CLI::App* roundtripCommand = app.add_subcommand("roundtrip", "Decode, encode again and compare every message");
-    roundtripCommand->add_option("capture", capture, "The capture to read; - is standard input")->required();
-    roundtripCommand->footer("Example:\n  qlproto roundtrip session.pcap");
+    qlproto::Commands commands;
+    qlproto::addGenerate(app, commands);
+    qlproto::addDecode(app, commands);
+    qlproto::addRoundTrip(app, commands);
 
     try {
         app.parse(argc, argv);
@@ -67,9 +49,8 @@ int main(int argc, char** argv) {
 
     const Protocol protocol;
     try {
-        if (*generateCommand) return qlproto::generate(generate);
-        if (*decodeCommand) return qlproto::decode(capture);
-        if (*roundtripCommand) return qlproto::roundtrip(capture);
+        for (const qlproto::Command& command : commands)
+            if (*command.app) return command.run();
         return qlproto::EXIT_USAGE;
     } catch (const qlproto::ClosedPipe&) {
         return qlproto::EXIT_FINE;

@@ -5,8 +5,8 @@
 #include "generated/QLProtocol/AsciiWriter.h"
 #include "generated/QLProtocol/MsgHandler.h"
 #include "tools/qlproto/CaptureScan.h"
-#include "tools/qlproto/Commands.h"
 #include "tools/qlproto/Output.h"
+#include "tools/qlproto/commands/Commands.h"
 
 namespace qlproto {
 
@@ -45,8 +45,6 @@ class LinePrinter {
     std::unique_ptr<char[]> _room;
 };
 
-} // namespace
-
 int decode(const std::string& capture) {
     Output output(STDOUT_FILENO);
     LinePrinter printer(output);
@@ -55,6 +53,16 @@ int decode(const std::string& capture) {
     output.flush();
     scan.summarize();
     return scan.exitCode();
+}
+
+} // namespace
+
+void addDecode(CLI::App& app, Commands& commands) {
+    const auto capture = std::make_shared<std::string>();
+    CLI::App* const command = app.add_subcommand("decode", "Print messages, one a line: time, name, fields");
+    command->add_option("capture", *capture, "The capture to read; - is standard input")->required();
+    command->footer("Example:\n  qlproto decode session.pcap | grep ' SubmitOrderMessage '");
+    commands.push_back({command, [capture] { return decode(*capture); }});
 }
 
 } // namespace qlproto

@@ -13,8 +13,8 @@
 #include <unistd.h>
 
 #include "tools/qlproto/CaptureScan.h"
-#include "tools/qlproto/Commands.h"
 #include "tools/qlproto/Output.h"
+#include "tools/qlproto/commands/Commands.h"
 
 namespace qlproto {
 
@@ -40,8 +40,6 @@ std::string difference(std::string_view body, std::string_view again) {
     return fmt::format("encodes to {} instead of {}, different from offset {} of the body on",
                        counted(again.size(), "byte"), body.size(), at);
 }
-
-} // namespace
 
 int roundtrip(const std::string& capture) {
     uint64_t identical = 0, different = 0, pads = 0, padsChanged = 0, requests = 0;
@@ -74,6 +72,16 @@ int roundtrip(const std::string& capture) {
     output.flush();
     scan.summarize();
     return scan.exitCode();
+}
+
+} // namespace
+
+void addRoundTrip(CLI::App& app, Commands& commands) {
+    const auto capture = std::make_shared<std::string>();
+    CLI::App* const command = app.add_subcommand("roundtrip", "Decode, encode again and compare every message");
+    command->add_option("capture", *capture, "The capture to read; - is standard input")->required();
+    command->footer("Example:\n  qlproto roundtrip session.pcap");
+    commands.push_back({command, [capture] { return roundtrip(*capture); }});
 }
 
 } // namespace qlproto
