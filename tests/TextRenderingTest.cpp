@@ -5,6 +5,7 @@
 #include <set>
 #include <sstream>
 
+#include "Backend/Velmora/operations/TextSize.h"
 #include "generated/QLProtocol/AsciiWriter.h"
 #include "tests/Samples.h"
 
@@ -153,6 +154,47 @@ TEST_F(TextRendering, EmbeddedNulEndsTheTextOnAStandardStreamOnly) {
     json->contents = std::string("a\0b", 3);
     EXPECT_EQ(standard(*json), "<JsonFromClient contents=\"a>");
     EXPECT_EQ(fast(*json), std::string("<JsonFromClient contents=\"a\0b\">", 31));
+}
+
+TEST_F(TextRendering, TextsBeyondTheScratchOfStandardStreamsAreCutVisibly) {
+    // The scratch holds 65,535 characters of fields. Texts that fit are whole, whatever might have been.
+    constexpr size_t room = 65535;
+    const std::string frame = "<JsonFromClient contents=\"\">";
+    const size_t around = std::strlen("contents=\"\"");
+    for (const size_t length : {room - around - 1, room - around, room - around + 1, size_t{65535}, size_t{70000}}) {
+        InBlock<JsonFromClient> json(200000);
+        json->contents = std::string(length, 'x');
+        const std::string whole = fast(*json);
+        ASSERT_EQ(whole.size(), frame.size() + length);
+        if (around + length <= room)
+            EXPECT_EQ(standard(*json), whole) << length;
+        else
+            EXPECT_EQ(standard(*json), whole.substr(0, std::strlen("<JsonFromClient ") + room - 8) + "...[cut]");
+    }
+
+    // The bound on the text of many small values is far above their text.
+    InBlock<Heartbeat> heartbeat(300000);
+    heartbeat->activeFeeds.resize(32000);
+    EXPECT_EQ(standard(*heartbeat), fast(*heartbeat));
+    InBlock<SubmitOrderMessage> order(8 << 20);
+    order->contents.parameters.resize(3500);
+    EXPECT_EQ(standard(*order), fast(*order)); // close to the room
+    order->contents.parameters.resize(32767);
+    const std::string cut = standard(*order);
+    EXPECT_EQ(cut, fast(*order).substr(0, std::strlen("<SubmitOrderMessage ") + room - 8) + "...[cut]");
+}
+
+TEST_F(TextRendering, NoTextIsLongerThanToldBeforehand) {
+    forEveryType([]<class T>(of<T>, const char* name) {
+        for (const Filling filling : fillings) {
+            InBlock<T> value;
+            Sample(filling, 3).fill(*value);
+            const size_t text = fast(*value).size() - std::strlen(name) - 3;
+            const size_t told = Velmora::maxFieldsTextSize(&*value);
+            EXPECT_LE(text, told) << name;
+            EXPECT_LE(told, 14 * text) << name; // and not by just anything
+        }
+    });
 }
 
 TEST_F(TextRendering, FieldWidthPadsTheOpeningOnly) {

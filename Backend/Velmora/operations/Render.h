@@ -69,7 +69,8 @@ class CodecSink { // calls, not code in place: this way is rare, and there is on
 
     [[gnu::noinline]] void separate(bool isFirst) {
         if (!isFirst) character(_multiline ? '\n' : ' ');
-        if (_multiline) _codec->stream().write_nchars(' ', static_cast<size_t>(_indent));
+        if (_multiline)
+            for (int i = 0; i < _indent; ++i) character(' ');
     }
     [[gnu::noinline]] void open(char bracket) {
         character(bracket);
@@ -84,7 +85,10 @@ class CodecSink { // calls, not code in place: this way is rare, and there is on
         }
         character(bracket);
     }
-    [[gnu::noinline]] void character(char c) { _codec->stream() << c; }
+    [[gnu::noinline]] void character(char c) {
+        const char text[] = {c, '\0'};
+        _codec->write_data(text);
+    }
     [[gnu::noinline]] void text(const char* text, size_t) { _codec->write_rawfield(text); }
     void boolean(bool v) { _codec->write_bool(v); }
     void integer(int8_t v) { _codec->write_int8(static_cast<char>(v)); }
