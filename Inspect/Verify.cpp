@@ -9,57 +9,71 @@
 namespace Inspect {
 namespace walk {
 
-const char* judgeVarint(const char* p, const char* start, unsigned bits, State& state, uint64_t& value) {
-    const unsigned most = (bits + 6) / 7;
+const char* Judge::boolean(const char* p) {
+    if (p != _end && byteAt(p) > 1 && !_policy.anyBoolean) return refuse(Fault::badBoolean, p);
+    return byte(p);
+}
+
+const char* Judge::enumerator(const char* p, bool isKnown) {
+    if (p != _end && !isKnown && !_policy.unknownEnumerators) return refuse(Fault::unknownEnumerator, p);
+    return byte(p);
+}
+
+/// A varint at `p`, which belongs to the value at `start`; stores its low 64 bits.
+const char* Judge::varint(const char* p, const char* start, unsigned bits, uint64_t& value) {
+    const unsigned most = longest(bits);
     bool dropsBits = false;
     unsigned char byte = 0x80;
     value = 0;
     for (size_t n = 0; byte >= 0x80; ++n) {
-        if (n == most && !state.policy.overlongVarints) return state.refuse(Fault::overlongVarint, start);
-        if (p == state.end) return state.refuse(Fault::truncated, start);
+        if (n == most && !_policy.overlongVarints) return refuse(Fault::overlongVarint, start);
+        if (p == _end) return refuse(Fault::truncated, start);
         byte = byteAt(p++);
         const uint64_t group = byte & 0x7F;
         const size_t shift = 7 * n;
         if (shift < 64) value |= group << shift;
         dropsBits |= shift < bits ? bits - shift < 7 && group >> (bits - shift) != 0 : group != 0;
         // A last byte of 0 adds nothing. Where even overlong forms are accepted, so are those zeros.
-        if (byte == 0 && n != 0 && n < most && !state.policy.nonMinimal) return state.refuse(Fault::nonMinimal, start);
+        if (byte == 0 && n != 0 && n < most && !_policy.nonMinimal) return refuse(Fault::nonMinimal, start);
     }
-    if (dropsBits && !state.policy.droppedBits) return state.refuse(Fault::varintOverflow, start);
+    if (dropsBits && !_policy.droppedBits) return refuse(Fault::varintOverflow, start);
     return p;
 }
 
-const char* judgePrice(const char* p, State& state) {
-    if (p == state.end) return state.refuse(Fault::truncated, p);
+const char* Judge::price(const char* p) {
+    if (p == _end) return refuse(Fault::truncated, p);
     const unsigned first = byteAt(p);
     if (first == 0x03 || first == 0x05 || first == 0x07) return p + 1;
-    if ((first & 0x03) != 0 && !state.policy.reservedPriceBits) return state.refuse(Fault::reservedPriceBits, p);
+    if ((first & 0x03) != 0 && !_policy.reservedPriceBits) return refuse(Fault::reservedPriceBits, p);
     if ((first & 0x80) == 0) return p + 1;
     uint64_t rest;
-    const char* const next = judgeVarint(p + 1, p, PRICE_REST, state, rest);
+    const char* const next = varint(p + 1, p, PRICE_REST, rest);
     if (next == nullptr) return nullptr;
     // Shorter forms: without a rest that is 0, and one byte for a sentinel.
     const auto value = static_cast<int64_t>(rest << 5 | (first >> 2 & 0x1F));
-    if ((rest == 0 || value == NMA || value == NDA || value == NA) && !state.policy.nonMinimal)
-        return state.refuse(Fault::nonMinimal, p);
+    if ((rest == 0 || value == NMA || value == NDA || value == NA) && !_policy.nonMinimal)
+        return refuse(Fault::nonMinimal, p);
     return next;
 }
 
-const char* judgeLength(const char* p, State& state, size_t& length) {
+const char* Judge::length(const char* p, size_t& n) {
     uint64_t value;
-    const char* const text = judgeVarint(p, p, 16, state, value);
+    const char* const text = varint(p, p, 16, value);
     if (text == nullptr) {
-        if (state.fault == Fault::varintOverflow) state.fault = Fault::lengthBeyondWidth;
+        if (_fault == Fault::varintOverflow) _fault = Fault::lengthBeyondWidth;
         return nullptr;
     }
-    length = value & 0xFFFF;
+    n = value & 0xFFFF;
     return text;
 }
 
-const char* judgeCount(const char* p, State& state, size_t& count) {
-    if (state.remaining(p) < 2) return state.refuse(Fault::truncated, p);
-    count = (static_cast<size_t>(byteAt(p)) << 8 | byteAt(p + 1)) & 0x7FFF;
-    if (count < 128 && !state.policy.nonMinimal) return state.refuse(Fault::nonMinimal, p);
+const char* Judge::count(const char* p, size_t& n) {
+    if (p == _end) return refuse(Fault::truncated, p);
+    n = byteAt(p);
+    if (n < 0x80) return p + 1;
+    if (remaining(p) < 2) return refuse(Fault::truncated, p);
+    n = (n << 8 | byteAt(p + 1)) & 0x7FFF;
+    if (n < 0x80 && !_policy.nonMinimal) return refuse(Fault::nonMinimal, p);
     return p + 2;
 }
 
@@ -71,7 +85,7 @@ namespace {
 constexpr auto table = [] {
     std::array<Verifier, Velmora::countTypes([](auto&& visit) { return Quillon::messages(visit); })> byIndex{};
     Quillon::messages([&]<class T>(Velmora::of<T>, const char*) {
-        byIndex[T::INDEX] = &walk::run<T>;
+        byIndex[T::INDEX] = {&walk::canonical<T>, &walk::judge<T>};
         return true;
     });
     return byIndex;
@@ -85,13 +99,14 @@ const Verifier* const verifiers = table.data();
 
 namespace {
 
-constexpr IdTable<detail::Verifier> byIdentifier([]<class T>(Velmora::of<T>, const char*) { return &walk::run<T>; });
+constexpr IdTable<size_t> indices([]<class T>(Velmora::of<T>, const char*) { return size_t{T::INDEX}; });
 
 } // namespace
 
 Result verify(Velmora::MsgType_t id, const char* begin, const char* end, const Policy& policy) {
-    if (const detail::Verifier* const verifier = byIdentifier.find(id)) return (*verifier)(begin, end, policy);
-    return {.fault = Fault::unknownIdentifier, .id = id, .begin = begin, .end = end};
+    const size_t* const index = indices.find(id);
+    if (index == nullptr) return {.fault = Fault::unknownIdentifier, .id = id, .begin = begin, .end = end};
+    return detail::verify(detail::verifiers[*index], id, begin, end, policy);
 }
 
 std::string Result::path() const {

@@ -84,18 +84,43 @@ struct Result {
     std::string text() const;
 };
 
+namespace detail {
+
+/// Where a walk over a body stands.
+struct Position {
+    const char* p; ///< null: refused
+    size_t blockBytes;
+};
+
+/// What verifies the bodies of one message.
+struct Verifier {
+    /// The end of a body whose values all stand in the form that write() gives them; anything else for others.
+    Position (*canonical)(const char* begin, const char* end);
+    /// The verdict on those others, which takes longer.
+    Result (*judge)(const char* begin, const char* end, const Policy& policy);
+};
+extern const Verifier* const verifiers; // by INDEX
+
+inline Result verify(const Verifier& verifier, Velmora::MsgType_t id, const char* begin, const char* end,
+                     const Policy& policy) {
+    const Position last = verifier.canonical(begin, end);
+    if (last.p != end) return verifier.judge(begin, end, policy);
+    return {.id = id,
+            .consumed = static_cast<size_t>(end - begin),
+            .blockBytes = last.blockBytes,
+            .begin = begin,
+            .end = end};
+}
+
+} // namespace detail
+
 /// Verifies the body of the message with that identifier.
 Result verify(Velmora::MsgType_t id, const char* begin, const char* end, const Policy& policy);
-
-namespace detail {
-using Verifier = Result (*)(const char* begin, const char* end, const Policy& policy);
-extern const Verifier* const verifiers; // by INDEX
-} // namespace detail
 
 /// Verifies the body of message T.
 template <class T>
 Result verify(const char* begin, const char* end, const Policy& policy) {
-    return detail::verifiers[T::INDEX](begin, end, policy);
+    return detail::verify(detail::verifiers[T::INDEX], T::ID, begin, end, policy);
 }
 
 } // namespace Inspect

@@ -1,10 +1,11 @@
-// The walk behind verify(): one check per wire form, over the field lists.
+// The walk behind verify(): over the field lists, with one of two walkers that know the wire forms.
 //
-// Each check takes the position of a value and returns the one behind it, or null when the value is refused. The checks
-// here accept only canonical forms, and fast: one byte first, then eight at a time. All else, also what merely stands
-// close to the end of the body, goes to the judges in Verify.cpp, which read byte by byte and know the policy.
+//   Canonical   takes what write() produces, fast, and tells nothing about anything else
+//   Judge       byte by byte; knows the policy, and finds the first fault
 //
-// A position is never advanced before the bytes up to there are known to exist: all tests are on what remains.
+// A body goes through the first, and only if that refuses it through the second. A walker's functions take the position
+// of a value and return the one behind it, or null when the value is refused. A position is never advanced before the
+// bytes up to there are known to exist: all tests are on what remains.
 #pragma once
 
 #include <bit>
@@ -19,181 +20,281 @@ namespace Inspect::walk {
 
 using namespace Velmora;
 
-/// What one verification knows.
-struct State {
-    State(const char* begin_, const char* end_, const Policy& policy_)
-        : end(end_), lastWord(end_ - begin_ >= 8 ? end_ - 8 : nullptr), policy(policy_) {}
+inline unsigned char byteAt(const char* p) { return static_cast<unsigned char>(*p); }
 
-    size_t remaining(const char* p) const { return static_cast<size_t>(end - p); }
+/// Significant bits of a price whose two low bits are zero, taken as one varint, and of what follows its first byte.
+inline constexpr unsigned PRICE = 66;
+inline constexpr unsigned PRICE_REST = 59;
+
+/// A varint of `bits` significant bits takes at most this many bytes.
+constexpr unsigned longest(unsigned bits) { return (bits + 6) / 7; }
+
+/// Whether an enumerator of H travels as that byte, which is the low one of its value.
+template <class H>
+FORCE_INLINE bool isKnown(unsigned byte) {
+    struct Set {
+        uint64_t words[4] = {};
+    };
+    static constexpr Set known = [] {
+        Set set;
+        enumerators(of<H>{},
+                    [&](const char*, auto value) { set.words[(value & 0xFF) >> 6] |= uint64_t{1} << (value & 63); });
+        return set;
+    }();
+    constexpr uint64_t first = known.words[0];
+    if constexpr ((known.words[1] | known.words[2] | known.words[3]) == 0)
+        return byte < 64 && (first >> byte & 1) != 0; // nearly all; needs no table
+    else
+        return (known.words[byte >> 6] >> (byte & 63) & 1) != 0;
+}
+
+class Canonical {
+  public:
+    Canonical(const char* begin, const char* end) : _end(end), _lastWord(end - begin >= 8 ? end - 8 : nullptr) {}
+
+    FORCE_INLINE const char* byte(const char* p) const { return p != _end ? p + 1 : refused(); }
+    FORCE_INLINE const char* boolean(const char* p) const { return p != _end && byteAt(p) <= 1 ? p + 1 : refused(); }
+    template <class H>
+    FORCE_INLINE const char* enumerator(const char* p) const {
+        return p != _end && isKnown<H>(byteAt(p)) ? p + 1 : refused();
+    }
+
+    template <unsigned Bits>
+    FORCE_INLINE const char* varint(const char* p) const {
+        if (p == _end) return refused();
+        return byteAt(p) < 0x80 ? p + 1 : longVarint<Bits>(p);
+    }
+    FORCE_INLINE const char* price(const char* p) const {
+        if (p == _end) return refused();
+        const unsigned first = byteAt(p);
+        if ((first & 0x83) == 0) return p + 1;
+        if ((first & 0x03) == 0) return longVarint<PRICE>(p);
+        return first == 0x03 || first == 0x05 || first == 0x07 ? p + 1 : refused();
+    }
+    FORCE_INLINE const char* length(const char* p, size_t& n) const {
+        if (p == _end) return refused();
+        n = byteAt(p);
+        if (n < 0x80) return p + 1;
+        const Length length = longLength(p);
+        n = length.value;
+        return length.text;
+    }
+    FORCE_INLINE const char* count(const char* p, size_t& n) const {
+        if (p == _end) return refused();
+        n = byteAt(p);
+        if (n < 0x80) return p + 1;
+        if (remaining(p) < 2) return refused();
+        n = (n << 8 | byteAt(p + 1)) & 0x7FFF;
+        return n >= 0x80 ? p + 2 : refused();
+    }
+    /// The characters of a string whose length stands at `start`.
+    FORCE_INLINE const char* text(const char* p, size_t n, const char*) const {
+        return remaining(p) >= n ? p + n : refused();
+    }
+    /// Not asked: where elements are missing, the bytes run out.
+    FORCE_INLINE static bool canHold(const char*, size_t, size_t, const char*) { return true; }
+
+  private:
+    /// No position. The empty statement keeps the compiler from choosing the next position without a branch: it would
+    /// then wait for the bytes of this value, where the processor else goes on with the value it expects.
+    FORCE_INLINE static const char* refused() {
+        __asm__ volatile("");
+        return nullptr;
+    }
+
+    size_t remaining(const char* p) const { return static_cast<size_t>(_end - p); }
+
+    /// The last byte of the longest varint of `Bits` bits is at most this.
+    template <unsigned Bits>
+    static constexpr unsigned lastMax = (1u << (Bits - 7 * (longest(Bits) - 1))) - 1;
+
+    /// The bytes of a varint whose first eight are in `word`, of which `N` are known to continue; 0 if it is longer or
+    /// not canonical. By branches, not by counting bits: lengths repeat from message to message, so the processor goes
+    /// on to the next value at the length it expects instead of waiting for this one.
+    template <unsigned Bits, unsigned N = 1>
+    FORCE_INLINE static unsigned lengthInWord(uint64_t word) {
+        constexpr unsigned most = longest(Bits);
+        if constexpr (N < 8 && N < most) {
+            const auto byte = static_cast<unsigned char>(word >> 8 * N);
+            if (byte >= 0x80) return lengthInWord<Bits, N + 1>(word);
+            if (byte != 0 && (N + 1 < most || byte <= lastMax<Bits>)) return N + 1;
+        }
+        return 0;
+    }
+
+    /// The end of a varint whose first byte continues.
+    template <unsigned Bits>
+    FORCE_INLINE const char* longVarint(const char* p) const {
+        constexpr unsigned most = longest(Bits);
+        uint64_t word;
+        if (p <= _lastWord) {
+            std::memcpy(&word, p, 8);
+        } else if (_lastWord != nullptr) {
+            // The last eight bytes, shifted so that the first is the one at `p`. The zeros that come in look like last
+            // bytes that add nothing, which no canonical form has.
+            std::memcpy(&word, _lastWord, 8);
+            word >>= 8 * (p - _lastWord);
+        } else {
+            return shortBody<Bits>(p);
+        }
+        constexpr uint64_t continues = 0x8080808080808080u;
+        if (most <= 8 || (word & continues) != continues) {
+            const unsigned length = lengthInWord<Bits>(word);
+            return length != 0 ? p + length : refused();
+        }
+        // Nine bytes or ten: times, and numbers near the limits.
+        static_assert(most <= 8 || most == 10);
+        if (remaining(p) > 8 && byteAt(p + 8) < 0x80) return byteAt(p + 8) != 0 ? p + 9 : refused();
+        if (remaining(p) < 10) return refused();
+        if (Bits == PRICE && word >> 8 == continues >> 8) return refused(); // perhaps a sentinel in its long form
+        return byteAt(p + 9) != 0 && byteAt(p + 9) <= lastMax<Bits> ? p + 10 : refused();
+    }
+
+    /// The same in a body of fewer than eight bytes.
+    template <unsigned Bits>
+    [[gnu::noinline]] const char* shortBody(const char* p) const {
+        uint64_t word = 0;
+        std::memcpy(&word, p, remaining(p));
+        const unsigned length = lengthInWord<Bits>(word);
+        return length != 0 ? p + length : refused();
+    }
+
+    /// Returned by value: what a call could change through its address would not stay in a register.
+    struct Length {
+        const char* text;
+        size_t value;
+    };
+    [[gnu::noinline]] Length longLength(const char* p) const {
+        const char* const text = longVarint<16>(p);
+        if (text == nullptr) return {nullptr, 0};
+        size_t value = (byteAt(p) & 0x7Fu) | (byteAt(p + 1) & 0x7Fu) << 7;
+        if (text - p == 3) value |= size_t{byteAt(p + 2)} << 14;
+        return {text, value};
+    }
+
+    const char* const _end;
+    const char* const _lastWord; // the last eight bytes of the body; null if it is shorter
+};
+
+class Judge {
+  public:
+    Judge(const char* end, const Policy& policy) : _end(end), _policy(policy) {}
+
+    Fault fault() const { return _fault; }
+    const char* at() const { return _at; } ///< the faulty value
 
     /// Notes the first fault, of the value at `p`.
     const char* refuse(Fault why, const char* p) {
-        fault = why;
-        at = p;
+        _fault = why;
+        _at = p;
         return nullptr;
     }
 
-    const char* const end;
-    const char* const lastWord; ///< the last eight bytes of the body; null if it is shorter
-    const Policy& policy;
-    size_t blockBytes = 0;
-    Fault fault = Fault::none;
-    const char* at = nullptr; ///< the faulty value
+    const char* byte(const char* p) { return p != _end ? p + 1 : refuse(Fault::truncated, p); }
+    const char* boolean(const char* p);
+    template <class H>
+    const char* enumerator(const char* p) {
+        return enumerator(p, p != _end && isKnown<H>(byteAt(p)));
+    }
+    template <unsigned Bits>
+    const char* varint(const char* p) {
+        uint64_t value;
+        return varint(p, p, Bits, value);
+    }
+    const char* price(const char* p);
+    const char* length(const char* p, size_t& n);
+    const char* count(const char* p, size_t& n);
+    const char* text(const char* p, size_t n, const char* start) {
+        return remaining(p) >= n ? p + n : refuse(Fault::truncated, start);
+    }
+    /// Whether the bytes from `p` on can hold that many elements, whose count stands at `start`.
+    bool canHold(const char* p, size_t n, size_t elementSize, const char* start) {
+        if (remaining(p) / elementSize < n) refuse(Fault::countBeyondBytes, start);
+        return _fault == Fault::none;
+    }
+
+  private:
+    size_t remaining(const char* p) const { return static_cast<size_t>(_end - p); }
+    const char* enumerator(const char* p, bool isKnown);
+    const char* varint(const char* p, const char* start, unsigned bits, uint64_t& value);
+
+    const char* const _end;
+    const Policy& _policy;
+    Fault _fault = Fault::none;
+    const char* _at = nullptr;
 };
 
-inline unsigned char byteAt(const char* p) { return static_cast<unsigned char>(*p); }
+// Goes in and out by value, so that it stays in registers.
+using detail::Position;
 
-/// Significant bits of what follows the first byte of a price.
-inline constexpr unsigned PRICE_REST = 59;
+// One overload per kind of value, the mirror of those of Velmora::get.
 
-/// A varint of `Bits` significant bits takes at most this many bytes, the last of which is at most lastMax.
-template <unsigned Bits>
-inline constexpr unsigned longest = (Bits + 6) / 7;
-template <unsigned Bits>
-inline constexpr unsigned lastMax = (1u << (Bits - 7 * (longest<Bits> - 1))) - 1;
-
-// The judges, one byte at a time. `start` is where the value begins, for the report.
-
-/// A varint at `p`; stores its low 64 bits.
-COLD_PATH const char* judgeVarint(const char* p, const char* start, unsigned bits, State& state, uint64_t& value);
-COLD_PATH const char* judgePrice(const char* p, State& state);
-/// The length of a string.
-COLD_PATH const char* judgeLength(const char* p, State& state, size_t& length);
-/// A count of two bytes.
-COLD_PATH const char* judgeCount(const char* p, State& state, size_t& count);
-
-/// The bytes of a canonical varint whose first eight are in `word`, of which `N` are known to continue; 0 if it is none
-/// or longer. By branches, not by counting bits: lengths repeat from message to message, so the processor goes on to
-/// the next value at the length it expects instead of waiting for this one.
-template <unsigned Bits, unsigned N = 1>
-FORCE_INLINE unsigned lengthInWord(uint64_t word) {
-    constexpr unsigned most = longest<Bits>;
-    if constexpr (N < 8 && N < most) {
-        const auto byte = static_cast<unsigned char>(word >> 8 * N);
-        if (byte >= 0x80) return lengthInWord<Bits, N + 1>(word);
-        if (byte != 0 && (N + 1 < most || byte <= lastMax<Bits>)) return N + 1;
-    }
-    return 0;
+template <class Walker>
+FORCE_INLINE void check(of<int8_t>, plain_t, Position& at, Walker& walker) {
+    at.p = walker.byte(at.p);
+}
+template <class Walker>
+FORCE_INLINE void check(of<bool>, plain_t, Position& at, Walker& walker) {
+    at.p = walker.boolean(at.p);
+}
+template <class Walker>
+FORCE_INLINE void check(of<int16_t>, plain_t, Position& at, Walker& walker) {
+    at.p = walker.template varint<16>(at.p);
+}
+template <class Walker>
+FORCE_INLINE void check(of<int32_t>, plain_t, Position& at, Walker& walker) {
+    at.p = walker.template varint<32>(at.p);
+}
+template <class Walker>
+FORCE_INLINE void check(of<int64_t>, plain_t, Position& at, Walker& walker) {
+    at.p = walker.template varint<64>(at.p);
+}
+template <class Walker>
+FORCE_INLINE void check(of<int64_t>, price_t, Position& at, Walker& walker) {
+    at.p = walker.price(at.p);
+}
+template <Enumerator E, class Walker>
+FORCE_INLINE void check(of<E>, plain_t, Position& at, Walker& walker) {
+    at.p = walker.template enumerator<EnumerationOf<E>>(at.p);
 }
 
-/// The end of a varint at `p`, whose first byte continues, or null if it is not plainly in canonical form.
-template <unsigned Bits>
-FORCE_INLINE const char* plainVarint(const char* p, const State& state) {
-    constexpr unsigned most = longest<Bits>;
-    uint64_t word;
-    if (p <= state.lastWord) {
-        std::memcpy(&word, p, 8);
-    } else if (state.lastWord != nullptr) {
-        // The last eight bytes, shifted so that the first is the one at `p`. The zeros that come in look like last
-        // bytes that add nothing, which no canonical form has.
-        std::memcpy(&word, state.lastWord, 8);
-        word >>= 8 * (p - state.lastWord);
-    } else {
-        return nullptr;
-    }
-    constexpr uint64_t continues = 0x8080808080808080u;
-    if (most <= 8 || (word & continues) != continues) {
-        const unsigned length = lengthInWord<Bits>(word);
-        return length != 0 ? p + length : nullptr;
-    }
-    // Nine bytes or ten: times, and numbers near the limits.
-    if (Bits == PRICE_REST && word == continues) return nullptr; // perhaps a sentinel in its long form
-    if (state.remaining(p) > 8 && byteAt(p + 8) < 0x80) {
-        const bool isCanonical = byteAt(p + 8) != 0 && (most > 9 || byteAt(p + 8) <= lastMax<Bits>);
-        return isCanonical ? p + 9 : nullptr;
-    }
-    if (most == 10 && state.remaining(p) > 9 && byteAt(p + 9) == lastMax<Bits>) return p + 10;
-    return nullptr;
-}
-
-template <unsigned Bits>
-FORCE_INLINE const char* checkVarint(const char* p, State& state) {
-    if (p != state.end && byteAt(p) < 0x80) return p + 1;
-    if (p != state.end)
-        if (const char* const next = plainVarint<Bits>(p, state)) return next;
-    uint64_t value;
-    return judgeVarint(p, p, Bits, state, value);
-}
-
-// One overload per wire form, the mirror of those of Velmora::get.
-
-FORCE_INLINE const char* check(of<int8_t>, plain_t, const char* p, State& state) {
-    return p != state.end ? p + 1 : state.refuse(Fault::truncated, p);
-}
-FORCE_INLINE const char* check(of<bool>, plain_t, const char* p, State& state) {
-    if (p == state.end) return state.refuse(Fault::truncated, p);
-    if (byteAt(p) > 1 && !state.policy.anyBoolean) return state.refuse(Fault::badBoolean, p);
-    return p + 1;
-}
-FORCE_INLINE const char* check(of<int16_t>, plain_t, const char* p, State& state) { return checkVarint<16>(p, state); }
-FORCE_INLINE const char* check(of<int32_t>, plain_t, const char* p, State& state) { return checkVarint<32>(p, state); }
-FORCE_INLINE const char* check(of<int64_t>, plain_t, const char* p, State& state) { return checkVarint<64>(p, state); }
-
-FORCE_INLINE const char* check(of<int64_t>, price_t, const char* p, State& state) {
-    if (p == state.end) return judgePrice(p, state);
-    const unsigned first = byteAt(p);
-    if ((first & 0x83) == 0) return p + 1;
-    if ((first & 0x83) == 0x80 && state.remaining(p) > 1) {
-        const unsigned second = byteAt(p + 1);
-        if (second < 0x80) {
-            if (second != 0) return p + 2;
-        } else if (const char* const next = plainVarint<PRICE_REST>(p + 1, state)) {
-            return next;
-        }
-    }
-    return judgePrice(p, state);
-}
-
-/// The bytes that the enumerators of H travel as: the low bytes of their values.
-template <class H>
-inline constexpr auto knownBytes = [] {
-    struct {
-        uint64_t words[4] = {};
-    } set;
-    enumerators(of<H>{},
-                [&](const char*, auto value) { set.words[(value & 0xFF) >> 6] |= uint64_t{1} << (value & 63); });
-    return set;
-}();
-
-template <Enumerator E>
-FORCE_INLINE const char* check(of<E>, plain_t, const char* p, State& state) {
-    if (p == state.end) return state.refuse(Fault::truncated, p);
-    const unsigned byte = byteAt(p);
-    const bool isKnown = (knownBytes<EnumerationOf<E>>.words[byte >> 6] >> (byte & 63) & 1) != 0;
-    if (!isKnown && !state.policy.unknownEnumerators) return state.refuse(Fault::unknownEnumerator, p);
-    return p + 1;
-}
-
-template <String T, class Encoding>
-FORCE_INLINE const char* check(of<T>, Encoding, const char* p, State& state) {
+template <String T, class Encoding, class Walker>
+FORCE_INLINE void check(of<T>, Encoding, Position& at, Walker& walker) {
     size_t length;
-    const char* text = p + 1;
-    if (p != state.end && byteAt(p) < 0x80)
-        length = byteAt(p);
-    else if ((text = judgeLength(p, state, length)) == nullptr)
-        return nullptr;
-    if (state.remaining(text) < length) return state.refuse(Fault::truncated, p);
-    state.blockBytes += length + 1;
-    return text + length;
+    const char* const start = at.p;
+    at.p = walker.length(start, length);
+    if (at.p == nullptr) return;
+    at.p = walker.text(at.p, length, start);
+    at.blockBytes += length + 1;
 }
 
-template <Composite T>
-const char* check(of<T>, plain_t, const char* p, State& state);
+template <class T, class Walker>
+[[gnu::noinline]] Position checkFields(Position at, Walker& walker);
+template <class T, class Walker>
+Position checkFieldsInPlace(Position at, Walker& walker);
 
-template <Vector V>
-FORCE_INLINE const char* check(of<V>, plain_t, const char* p, State& state) {
+template <Composite T, class Walker>
+FORCE_INLINE void check(of<T>, plain_t, Position& at, Walker& walker) {
+    at = checkFields<T>(at, walker);
+}
+
+template <Vector V, class Walker>
+FORCE_INLINE void check(of<V>, plain_t, Position& at, Walker& walker) {
     using Element = typename V::value_type;
     size_t count;
-    const char* element = p + 1;
-    if (p != state.end && byteAt(p) < 0x80)
-        count = byteAt(p);
-    else if ((element = judgeCount(p, state, count)) == nullptr)
-        return nullptr;
-    if (state.remaining(element) / minimal_size<Element>() < count) return state.refuse(Fault::countBeyondBytes, p);
-    state.blockBytes += count * sizeof(Element);
-    for (; count != 0; --count)
-        if ((element = check(of<Element>{}, plain, element, state)) == nullptr) return nullptr;
-    return element;
+    const char* const start = at.p;
+    at.p = walker.count(start, count);
+    if (at.p == nullptr) return;
+    if (!walker.canHold(at.p, count, minimal_size<Element>(), start)) {
+        at.p = nullptr;
+        return;
+    }
+    at.blockBytes += count * sizeof(Element);
+    for (; count != 0 && at.p != nullptr; --count)
+        if constexpr (Composite<Element>)
+            at = checkFieldsInPlace<Element>(at, walker);
+        else
+            check(of<Element>{}, plain, at, walker);
 }
 
 /// Strings in a T itself, those in vectors apart.
@@ -213,30 +314,39 @@ consteval size_t countStrings() {
 template <class Element>
 inline constexpr bool isBounded = sizeof(Element) + countStrings<Element>() <= 33 * minimal_size<Element>();
 
-template <Composite T>
-const char* check(of<T>, plain_t, const char* p, State& state) {
+template <class T, class Walker>
+FORCE_INLINE Position checkFieldsInPlace(Position at, Walker& walker) {
     fields(of<T>{}, [&](const char*, auto member, auto encoding) FORCE_INLINE_LAMBDA {
         using M = MemberType<decltype(member)>;
         if constexpr (Vector<M>) static_assert(isBounded<typename M::value_type>);
-        p = check(of<M>{}, encoding, p, state);
-        return p != nullptr;
+        check(of<M>{}, encoding, at, walker);
+        return at.p != nullptr;
     });
-    return p;
+    return at;
+}
+template <class T, class Walker>
+Position checkFields(Position at, Walker& walker) {
+    return checkFieldsInPlace<T>(at, walker);
 }
 
-/// The body of message T.
 template <class T>
-Result run(const char* begin, const char* end, const Policy& policy) {
-    State state(begin, end, policy);
-    const char* const p = check(of<T>{}, plain, begin, state);
-    if (p != nullptr && p != end && !policy.trailingBytes) state.refuse(Fault::trailingBytes, p);
+Position canonical(const char* begin, const char* end) {
+    const Canonical walker(begin, end);
+    return checkFieldsInPlace<T>(Position{begin, 0}, walker);
+}
+
+template <class T>
+Result judge(const char* begin, const char* end, const Policy& policy) {
+    Judge walker(end, policy);
+    const Position last = checkFieldsInPlace<T>(Position{begin, 0}, walker);
+    if (last.p != nullptr && last.p != end && !policy.trailingBytes) walker.refuse(Fault::trailingBytes, last.p);
     Result result{.id = T::ID, .begin = begin, .end = end};
-    if (state.fault == Fault::none) {
-        result.consumed = static_cast<size_t>(p - begin);
-        result.blockBytes = state.blockBytes;
+    if (walker.fault() == Fault::none) {
+        result.consumed = static_cast<size_t>(last.p - begin);
+        result.blockBytes = last.blockBytes;
     } else {
-        result.fault = state.fault;
-        result.offset = result.consumed = static_cast<size_t>(state.at - begin);
+        result.fault = walker.fault();
+        result.offset = result.consumed = static_cast<size_t>(walker.at() - begin);
     }
     return result;
 }

@@ -142,6 +142,7 @@ TEST_F(Verify, FormsAreJudgedByThePolicyWhereverTheyStand) {
          "81808000"
          "61",
          Fault::overlongVarint, overlong},
+        {"string", "81" + repeat("80", 9) + "0161", Fault::overlongVarint, nullptr}, // a bit beyond 64, too
         // bits beyond the width
         {"int16", "ffff04", Fault::varintOverflow, dropped},
         {"int16", "808040", Fault::varintOverflow, dropped},
@@ -326,6 +327,9 @@ TEST_F(Verify, EveryTruncationOfEverySampleIsRefusedAtTheValueThatIsCut) {
                 ASSERT_EQ(result.fault, cut->end > size ? Fault::truncated : Fault::countBeyondBytes) << size;
                 ASSERT_EQ(result.offset, cut->begin) << size;
                 ASSERT_EQ(result.path(), cut->path) << size;
+                // The strict policy may refuse an earlier value, but sees the same cut.
+                const Result exact = check<T>({body.bytes.data(), size}, strict);
+                ASSERT_TRUE(exact.fault == result.fault || exact.offset < result.offset) << exact.text();
                 ++tried;
             }
         }
