@@ -101,6 +101,20 @@ constexpr auto messageTable = [] {
     return table;
 }();
 
+constexpr auto recordTable = [] {
+    std::array<const TypeInfo*, countTypes([](auto&& visit) { return Quillon::records(visit); })> table{};
+    size_t i = 0;
+    Quillon::records([&]<class T>(of<T>, const char*) { return table[i++] = &Table<T>::type, true; });
+    return table;
+}();
+
+constexpr auto enumerationTable = [] {
+    std::array<const EnumerationInfo*, countTypes([](auto&& visit) { return Quillon::enumerations(visit); })> table{};
+    size_t i = 0;
+    Quillon::enumerations([&]<class H>(of<H>, const char*) { return table[i++] = &enumerationInfo<H>, true; });
+    return table;
+}();
+
 // --- from offset to path
 
 /// Walks a body along the tables until it has passed the target, keeping the path of where it is.
@@ -195,6 +209,10 @@ const TypeInfo* reflect(MsgType_t id) {
 }
 
 std::span<const MessageInfo> all_messages() { return messageTable; }
+
+std::span<const TypeInfo* const> all_records() { return recordTable; }
+
+std::span<const EnumerationInfo* const> all_enumerations() { return enumerationTable; }
 
 std::string type_text(const ValueInfo& value) {
     static constexpr const char* names[] = {"bool",  "int8",   "int16",       "int32",  "int64",
