@@ -46,6 +46,7 @@ int main(int argc, char** argv) {
     qlproto::addDescribe(app, commands);
     qlproto::addEnum(app, commands);
     qlproto::addSchema(app, commands);
+    qlproto::addCorpus(app, commands);
 
     try {
         app.parse(argc, argv);

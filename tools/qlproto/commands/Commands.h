@@ -17,6 +17,7 @@ struct Command {
 using Commands = std::vector<Command>;
 
 void addAnnotate(CLI::App& app, Commands& commands);
+void addCorpus(CLI::App& app, Commands& commands);
 void addDecode(CLI::App& app, Commands& commands);
 void addDescribe(CLI::App& app, Commands& commands);
 void addEncode(CLI::App& app, Commands& commands);
