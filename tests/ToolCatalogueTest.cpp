@@ -90,7 +90,7 @@ TEST(Schema, IsTheDefinition) {
     ASSERT_EQ(expected["messages"].size(), 71u);
     for (const char* list : {"enumerations", "records", "messages"}) EXPECT_EQ(schema[list], expected[list]) << list;
 
-    const json messages = json::parse(folder.run("qlproto messages --json").out);
+    const ordered_json messages = ordered_json::parse(folder.run("qlproto messages --json").out);
     ASSERT_EQ(messages.size(), 71u);
     for (size_t i = 0; i < messages.size(); ++i) {
         EXPECT_EQ(messages[i]["name"], expected["messages"][i]["name"]);

@@ -119,9 +119,10 @@ void addEncode(CLI::App& app, Commands& commands) {
     command->footer(
         "A line: {\"time\": \"1709535600.000000042\", \"message\": \"TimerMessage\", \"id\": 53284, \"body\": "
         "{\"tqid\": 7}}\n"
-        "id and time may be left out. Bad lines are told with the path of what is wrong and left out.\n\n"
+        "id and time may be left out. Bad lines are told with the path of what is wrong and left out. The lines of\n"
+        "decode --format json come out as the packets they were made of.\n\n"
         "Examples:\n"
-        "  qlproto decode --format json session.pcap | qlproto encode - -o again.pcap\n"
+        "  qlproto encode - -o timer.pcap <<<'{\"message\": \"TimerMessage\", \"body\": {\"tqid\": 7}}'\n"
         "  qlproto encode --format hex - <<<'{\"message\": \"TimerMessage\", \"body\": {\"tqid\": 7}}'");
     commands.push_back({command, [options] { return encode(*options); }});
 }
