@@ -4,6 +4,7 @@
 #include <array>
 #include <concepts>
 
+#include "Inspect/BodyWalk.h"
 #include "Inspect/IdTable.h"
 #include "Inspect/Secrets.h"
 #include "Inspect/Sizes.h"
@@ -101,91 +102,19 @@ constexpr auto messageTable = [] {
     return table;
 }();
 
-// --- from offset to path
+constexpr auto recordTable = [] {
+    std::array<const TypeInfo*, countTypes([](auto&& visit) { return Quillon::records(visit); })> table{};
+    size_t i = 0;
+    Quillon::records([&]<class T>(of<T>, const char*) { return table[i++] = &Table<T>::type, true; });
+    return table;
+}();
 
-/// Walks a body along the tables until it has passed the target, keeping the path of where it is.
-class Locator {
-  public:
-    Locator(std::string_view body, size_t target)
-        : _p(body.data()), _end(body.data() + body.size()), _target(body.data() + std::min(target, body.size())) {}
-
-    /// The fields of a record; true as soon as one holds the target. The path then names it.
-    bool find(const TypeInfo& type) {
-        for (const FieldInfo& field : type.fields) {
-            const size_t length = _path.size();
-            if (!_path.empty()) _path += '.';
-            _path += field.name;
-            if (find(field.value)) return true;
-            _path.resize(length);
-        }
-        return false;
-    }
-
-    const std::string& path() const { return _path; }
-
-  private:
-    bool find(const ValueInfo& value) {
-        if (value.kind == Kind::record) return find(*value.record);
-        if (_p == _target) return true;
-        if (value.kind != Kind::vector) {
-            skip(value.kind);
-            return _p > _target;
-        }
-        const size_t count = readCount();
-        if (_p > _target) return true;
-        for (size_t i = 0; i < count; ++i) {
-            const size_t length = _path.size();
-            _path += '[' + std::to_string(i) + ']';
-            if (find(*value.element)) return true;
-            _path.resize(length);
-        }
-        return false;
-    }
-
-    void skip(Kind kind) {
-        switch (kind) {
-        case Kind::int16:
-        case Kind::int32:
-        case Kind::int64:
-            readVarint();
-            return;
-        case Kind::price: {
-            const bool continues = (readByte() & 0x80) != 0;
-            if (continues) readVarint();
-            return;
-        }
-        case Kind::string:
-        case Kind::cryptstring:
-        case Kind::padding: {
-            const size_t length = readVarint() & 0xFFFF;
-            _p += std::min(length, static_cast<size_t>(_end - _p));
-            return;
-        }
-        default:
-            readByte();
-        }
-    }
-
-    unsigned char readByte() { return _p != _end ? static_cast<unsigned char>(*_p++) : 0; }
-    size_t readVarint() {
-        size_t value = 0;
-        unsigned char byte = 0x80;
-        for (unsigned shift = 0; (byte & 0x80) != 0; shift += 7) {
-            byte = readByte();
-            if (shift < 64) value |= static_cast<size_t>(byte & 0x7F) << shift;
-        }
-        return value;
-    }
-    size_t readCount() {
-        const size_t first = readByte();
-        return first < 0x80 ? first : (first << 8 | readByte()) & 0x7FFF;
-    }
-
-    const char* _p;
-    const char* _end;
-    const char* _target;
-    std::string _path;
-};
+constexpr auto enumerationTable = [] {
+    std::array<const EnumerationInfo*, countTypes([](auto&& visit) { return Quillon::enumerations(visit); })> table{};
+    size_t i = 0;
+    Quillon::enumerations([&]<class H>(of<H>, const char*) { return table[i++] = &enumerationInfo<H>, true; });
+    return table;
+}();
 
 } // namespace
 
@@ -195,6 +124,10 @@ const TypeInfo* reflect(MsgType_t id) {
 }
 
 std::span<const MessageInfo> all_messages() { return messageTable; }
+
+std::span<const TypeInfo* const> all_records() { return recordTable; }
+
+std::span<const EnumerationInfo* const> all_enumerations() { return enumerationTable; }
 
 std::string type_text(const ValueInfo& value) {
     static constexpr const char* names[] = {"bool",  "int8",   "int16",       "int32",  "int64",
@@ -212,8 +145,14 @@ std::string type_text(const ValueInfo& value) {
 }
 
 std::string path_at(const TypeInfo& type, std::string_view body, size_t offset) {
-    Locator locator(body, offset);
-    return locator.find(type) ? locator.path() : "";
+    const size_t target = std::min(offset, body.size());
+    std::string path;
+    walk_body(type, body, [&](const BodyValue& value) {
+        if (value.begin != target && value.end <= target) return true;
+        path = value.path;
+        return false;
+    });
+    return path;
 }
 
 } // namespace Inspect

@@ -77,6 +77,12 @@ const TypeInfo* reflect(Velmora::MsgType_t id);
 /// All messages, in the order of the protocol's message index.
 std::span<const MessageInfo> all_messages();
 
+/// All records, in declaration order.
+std::span<const TypeInfo* const> all_records();
+
+/// All enumerations, in declaration order.
+std::span<const EnumerationInfo* const> all_enumerations();
+
 /// The type as the protocol definition spells it: "int64", "Side", "KeyValuePair[]".
 std::string type_text(const ValueInfo& value);
 

@@ -61,6 +61,32 @@ bool isHarmless(char32_t c) {
     return c < 0x2060 || c > 0x206F;
 }
 
+/// Passes the text to `put` character by character, escaped, until that returns false.
+template <class Put>
+void putEscaped(std::string_view text, Put put) {
+    while (!text.empty()) {
+        const CodePoint first = first_code_point(text);
+        const std::string_view bytes = text.substr(0, std::max<size_t>(first.length, 1));
+        text.remove_prefix(bytes.size());
+        const std::string_view named = first.length == 0     ? ""
+                                       : first.value == '"'  ? "\\\""
+                                       : first.value == '\\' ? "\\\\"
+                                       : first.value == '\n' ? "\\n"
+                                       : first.value == '\r' ? "\\r"
+                                       : first.value == '\t' ? "\\t"
+                                                             : "";
+        if (!named.empty() || (first.length != 0 && isHarmless(first.value))) {
+            if (!put(named.empty() ? bytes : named)) return;
+            continue;
+        }
+        for (const char byte : bytes) {
+            const auto b = static_cast<unsigned char>(byte);
+            const char escape[] = {'\\', 'x', HEX_DIGITS[b >> 4], HEX_DIGITS[b & 15]};
+            if (!put(std::string_view(escape, sizeof escape))) return;
+        }
+    }
+}
+
 class Renderer {
   public:
     Renderer(char* begin, char* end, Secrets secrets) : _text(begin, end), _secrets(secrets) {}
@@ -123,36 +149,11 @@ class Renderer {
     }
     void show(const String auto& v) {
         _text.put("\"");
-        for (std::string_view rest(v.c_str(), v.size()); !rest.empty() && !_text.isCut();) {
-            const CodePoint first = first_code_point(rest);
-            const size_t length = std::max<size_t>(first.length, 1);
-            showCharacter(first, rest.substr(0, length));
-            rest.remove_prefix(length);
-        }
+        putEscaped({v.c_str(), v.size()}, [&](std::string_view piece) {
+            _text.put(piece);
+            return !_text.isCut();
+        });
         _text.put("\"");
-    }
-
-    void showCharacter(CodePoint c, std::string_view bytes) {
-        if (c.length != 0) {
-            switch (c.value) {
-            case '"':
-                return _text.put("\\\"");
-            case '\\':
-                return _text.put("\\\\");
-            case '\n':
-                return _text.put("\\n");
-            case '\r':
-                return _text.put("\\r");
-            case '\t':
-                return _text.put("\\t");
-            }
-            if (isHarmless(c.value)) return _text.put(bytes);
-        }
-        for (const char byte : bytes) {
-            const auto b = static_cast<unsigned char>(byte);
-            const char escape[] = {'\\', 'x', HEX_DIGITS[b >> 4], HEX_DIGITS[b & 15]};
-            _text.put({escape, sizeof escape});
-        }
     }
 
     BoundedText _text;
@@ -179,6 +180,15 @@ Rendered render(MsgType_t id, const void* message, char* begin, char* end, Secre
     text.put(std::to_string(id));
     text.put(">");
     return text.rendered();
+}
+
+std::string quoted(std::string_view text) {
+    std::string result = "\"";
+    putEscaped(text, [&](std::string_view piece) {
+        result += piece;
+        return true;
+    });
+    return result + '"';
 }
 
 } // namespace Inspect

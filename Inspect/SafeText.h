@@ -17,6 +17,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 
 #include "Backend/Velmora/MsgDescriptor.h"
 
@@ -36,5 +37,8 @@ template <class T>
 Rendered render(const T& message, char* begin, char* end, Secrets secrets) {
     return render(T::ID, &message, begin, end, secrets);
 }
+
+/// The text in quotes, escaped as render() does.
+std::string quoted(std::string_view text);
 
 } // namespace Inspect

@@ -40,6 +40,13 @@ int main(int argc, char** argv) {
     qlproto::addGenerate(app, commands);
     qlproto::addDecode(app, commands);
     qlproto::addRoundTrip(app, commands);
+    qlproto::addEncode(app, commands);
+    qlproto::addAnnotate(app, commands);
+    qlproto::addMessages(app, commands);
+    qlproto::addDescribe(app, commands);
+    qlproto::addEnum(app, commands);
+    qlproto::addSchema(app, commands);
+    qlproto::addCorpus(app, commands);
 
     try {
         app.parse(argc, argv);

@@ -16,8 +16,15 @@ struct Command {
 
 using Commands = std::vector<Command>;
 
+void addAnnotate(CLI::App& app, Commands& commands);
+void addCorpus(CLI::App& app, Commands& commands);
 void addDecode(CLI::App& app, Commands& commands);
+void addDescribe(CLI::App& app, Commands& commands);
+void addEncode(CLI::App& app, Commands& commands);
+void addEnum(CLI::App& app, Commands& commands);
 void addGenerate(CLI::App& app, Commands& commands);
+void addMessages(CLI::App& app, Commands& commands);
 void addRoundTrip(CLI::App& app, Commands& commands);
+void addSchema(CLI::App& app, Commands& commands);
 
 } // namespace qlproto

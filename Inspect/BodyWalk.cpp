@@ -1,0 +1,133 @@
+#include "Inspect/BodyWalk.h"
+
+#include <algorithm>
+
+#include "Backend/Common/DumbCrypt.h"
+#include "Backend/Velmora/Wire.h"
+
+namespace Inspect {
+namespace {
+
+/// The cursor, and the path of where it is.
+class Walk {
+  public:
+    Walk(std::string_view body, const std::function<bool(const BodyValue&)>& visit, PadForm padForm)
+        : _body(body), _visit(visit), _padForm(padForm) {}
+
+    /// False if the visitor ended it.
+    bool record(const TypeInfo& type) {
+        for (const FieldInfo& field : type.fields) {
+            const size_t length = _path.size();
+            if (!_path.empty()) _path += '.';
+            _path += field.name;
+            if (!value(field.value, field.isSecret)) return false;
+            _path.resize(length);
+        }
+        return true;
+    }
+
+  private:
+    bool value(const ValueInfo& info, bool isSecret) {
+        if (info.kind == Kind::record) return record(*info.record);
+        BodyValue value{info, _path, _at, 0, 0, {}, isSecret};
+        value.number = readNumber(info.kind);
+        if (info.kind == Kind::string || info.kind == Kind::cryptstring || info.kind == Kind::padding) {
+            value.bytes = _body.substr(_at, static_cast<size_t>(value.number));
+            _at += value.bytes.size();
+        }
+        value.end = _at;
+        if (!_visit(value)) return false;
+        return info.kind != Kind::vector || elements(*info.element, value.number, isSecret);
+    }
+
+    bool elements(const ValueInfo& element, int64_t count, bool isSecret) {
+        const size_t length = _path.size();
+        for (int64_t i = 0; i < count; ++i) {
+            _path += '[' + std::to_string(i) + ']';
+            if (!value(element, isSecret)) return false;
+            _path.resize(length);
+        }
+        return true;
+    }
+
+    /// The value itself, or the length or count in front of it.
+    int64_t readNumber(Kind kind) {
+        switch (kind) {
+        case Kind::boolean:
+            return readByte() != 0;
+        case Kind::int8:
+            return static_cast<int8_t>(readByte());
+        case Kind::enumeration:
+            return readByte();
+        case Kind::int16:
+            return unzigzag(static_cast<uint16_t>(readVarint()));
+        case Kind::int32:
+            return unzigzag(static_cast<uint32_t>(readVarint()));
+        case Kind::int64:
+            return unzigzag(readVarint());
+        case Kind::price:
+            return readPrice();
+        case Kind::padding:
+            if (_padForm == PadForm::written) {
+                const int64_t low = readByte();
+                return low | readByte() << 8;
+            }
+            [[fallthrough]];
+        case Kind::string:
+        case Kind::cryptstring:
+            return static_cast<uint16_t>(readVarint());
+        case Kind::vector: {
+            const int first = readByte();
+            return first < 0x80 ? first : (first << 8 | readByte()) & 0x7FFF;
+        }
+        case Kind::record:
+            break; // has no number
+        }
+        return 0;
+    }
+
+    unsigned char readByte() { return _at < _body.size() ? static_cast<unsigned char>(_body[_at++]) : 0; }
+
+    uint64_t readVarint() {
+        uint64_t value = 0;
+        unsigned char byte = 0x80;
+        for (unsigned shift = 0; byte >= 0x80; shift += 7) {
+            byte = readByte();
+            if (shift < 64) value |= static_cast<uint64_t>(byte & 0x7F) << shift;
+        }
+        return value;
+    }
+
+    static int64_t unzigzag(uint64_t u) { return static_cast<int64_t>(u >> 1 ^ (0 - (u & 1))); }
+
+    int64_t readPrice() {
+        const unsigned char first = readByte();
+        if (first == 0x03) return Velmora::NMA;
+        if (first == 0x05) return Velmora::NDA;
+        if (first == 0x07) return Velmora::NA;
+        uint64_t magnitude = first >> 2 & 0x1F;
+        if (first >= 0x80) magnitude |= readVarint() << 5;
+        return static_cast<int64_t>((first & 0x02) != 0 ? ~magnitude : magnitude);
+    }
+
+    const std::string_view _body;
+    const std::function<bool(const BodyValue&)>& _visit;
+    const PadForm _padForm;
+    size_t _at = 0;
+    std::string _path;
+};
+
+} // namespace
+
+std::string BodyValue::text() const {
+    std::string text(bytes);
+    if (value.kind == Kind::cryptstring) Quillon::DumbCrypt::decrypt(text.data(), static_cast<int>(text.size()), 0);
+    return text;
+}
+
+bool walk_body(const TypeInfo& type, std::string_view body, const std::function<bool(const BodyValue&)>& visit,
+               PadForm padForm) {
+    return Walk(body, visit, padForm).record(type);
+}
+
+} // namespace Inspect

@@ -1,0 +1,149 @@
+// The commands that show what the protocol consists of, held against the definition file they do not read.
+#include <cstring>
+#include <fstream>
+#include <map>
+#include <regex>
+#include <set>
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include "tests/ToolFolder.h"
+#include "tools/qlproto/Names.h"
+
+namespace {
+
+using nlohmann::json;
+using nlohmann::ordered_json;
+
+/// The attributes of one element of the definition, which has one element a line.
+std::map<std::string, std::string> attributes(const std::string& line) {
+    static const std::regex pattern(R"RE((\w+)="([^"]*)")RE");
+    std::map<std::string, std::string> found;
+    for (std::sregex_iterator it(line.begin(), line.end(), pattern), end; it != end; ++it) found[(*it)[1]] = (*it)[2];
+    return found;
+}
+
+/// The definition in the form of `qlproto schema`, without encodings.
+ordered_json definition() {
+    ordered_json all = {{"enumerations", json::array()}, {"records", json::array()}, {"messages", json::array()}};
+    ordered_json* current = nullptr;
+    std::ifstream file(QL_ROOT "/protocol/QLProtocol.xml");
+    for (std::string line; std::getline(file, line);) {
+        const size_t start = line.find('<');
+        if (start == std::string::npos) continue;
+        const auto is = [&](const char* element) { return line.compare(start, strlen(element), element) == 0; };
+        auto attribute = attributes(line);
+        const auto begin = [&](const char* list, const char* members) {
+            all[list].push_back({{"name", attribute["name"]}});
+            current = &all[list].back();
+            if (attribute.contains("id")) (*current)["id"] = std::stoi(attribute["id"], nullptr, 0);
+            (*current)[members] = json::array();
+        };
+        if (is("<enumeration ")) begin("enumerations", "values");
+        if (is("<record ")) begin("records", "fields");
+        if (is("<message ")) begin("messages", "fields");
+        if (is("<enumerator "))
+            (*current)["values"].push_back({{"name", attribute["name"]}, {"value", std::stoi(attribute["value"])}});
+        if (is("<field ")) {
+            ordered_json field = {{"name", attribute["name"]}, {"type", attribute["type"]}};
+            if (attribute["secret"] == "true") field["secret"] = true;
+            (*current)["fields"].push_back(std::move(field));
+        }
+    }
+    return all;
+}
+
+TEST(Schema, IsTheDefinition) {
+    const ToolFolder folder;
+    const ToolFolder::Result result = folder.run("qlproto schema");
+    ASSERT_EQ(result.exitCode, 0) << result.err;
+    ordered_json schema = ordered_json::parse(result.out);
+    const std::map<std::string, std::string> encodings = {
+        {"bool", "bool"},           {"int8", "byte"},           {"int16", "zigzag-varint"},
+        {"int32", "zigzag-varint"}, {"int64", "zigzag-varint"}, {"price", "special-varint"},
+        {"string", "string"},       {"padding", "padding"},     {"cryptstring", "crypt-string"}};
+    std::set<std::string> records;
+    for (const ordered_json& record : schema["records"]) records.insert(record["name"]);
+    const auto expectEncoding = [&](const ordered_json& value) {
+        const std::string type = value["type"];
+        const auto known = encodings.find(type);
+        EXPECT_EQ(value["encoding"], known != encodings.end() ? known->second
+                                     : type.ends_with("[]")   ? "vector"
+                                     : records.contains(type) ? "record"
+                                                              : "enum-byte")
+            << type;
+    };
+    for (const char* list : {"records", "messages"})
+        for (ordered_json& type : schema[list])
+            for (ordered_json& field : type["fields"]) {
+                expectEncoding(field);
+                field.erase("encoding");
+                const std::string spelled = field["type"];
+                EXPECT_EQ(field.contains("element"), spelled.ends_with("[]"));
+                if (!field.contains("element")) continue;
+                EXPECT_EQ(field["element"]["type"], spelled.substr(0, spelled.size() - 2));
+                expectEncoding(field["element"]);
+                field.erase("element");
+            }
+    const ordered_json expected = definition();
+    ASSERT_EQ(expected["messages"].size(), 71u);
+    for (const char* list : {"enumerations", "records", "messages"}) EXPECT_EQ(schema[list], expected[list]) << list;
+
+    const ordered_json messages = ordered_json::parse(folder.run("qlproto messages --json").out);
+    ASSERT_EQ(messages.size(), 71u);
+    for (size_t i = 0; i < messages.size(); ++i) {
+        EXPECT_EQ(messages[i]["name"], expected["messages"][i]["name"]);
+        EXPECT_EQ(messages[i]["id"], expected["messages"][i]["id"]);
+        EXPECT_EQ(messages[i]["fields"], expected["messages"][i]["fields"].size());
+    }
+}
+
+TEST(Catalogue, ShowsTypesLevelByLevelAndEnumerators) {
+    const ToolFolder folder;
+    const std::string order = folder.run("qlproto describe 61673").out;
+    EXPECT_EQ(order, folder.run("qlproto describe SubmitOrderMessage").out);
+    // The record in the message, the vector in the record, the string in the vector's elements.
+    const std::regex levels("SubmitOrderMessage: message 61673 \\(0xF0E9\\), 5 fields, 20 or more bytes[^]*"
+                            "\n  contents +SubmitOrder +16 or more  its fields\n[^]*"
+                            "\n    price +price +1\\.\\.10 +special varint\n[^]*"
+                            "\n    parameters +KeyValuePair\\[\\] +1 or more +count, elements\n"
+                            "      key +string [^]*");
+    EXPECT_TRUE(std::regex_match(order, levels)) << order;
+    EXPECT_NE(folder.run("qlproto describe ClientConnectMessage").out.find("secret\n"), std::string::npos);
+    EXPECT_EQ(folder.run("qlproto enum Side").out,
+              "value  name\n    1  BID\n    2  OFR\n    3  BOTH\n    4  MIDPOINT\n");
+    EXPECT_NE(folder.run("qlproto enum Request").out.find("53327  SECURITYINFO  travels as its low byte, 79"),
+              std::string::npos);
+    const std::string table = folder.run("qlproto messages").out;
+    EXPECT_EQ(std::count(table.begin(), table.end(), '\n'), 72);
+    EXPECT_NE(table.find("\n53284  0xD024  TimerMessage "), std::string::npos) << table;
+}
+
+TEST(Catalogue, SuggestsTheNearestNames) {
+    const struct {
+        const char* command;
+        const char* complaint;
+    } cases[] = {
+        {"describe submitorder", "no message or record is named 'submitorder'; did you mean SubmitOrder or "
+                                 "SubmitOrderMessage?"},
+        {"describe TimrMessage", "did you mean TimerMessage"},
+        {"describe Xyzzyqwertyuiop", "no message or record is named 'Xyzzyqwertyuiop'\n"},
+        {"describe 3", "no message has the identifier 3\n"},
+        {"describe 0xD024z", "no message or record is named '0xD024z'"},
+        {"enum Sid", "did you mean Side?"},
+    };
+    const ToolFolder folder;
+    for (const auto& it : cases) {
+        const ToolFolder::Result result = folder.run(std::string("qlproto ") + it.command);
+        EXPECT_EQ(result.exitCode, 2) << it.command;
+        EXPECT_EQ(result.out, "") << it.command;
+        EXPECT_NE(result.err.find(it.complaint), std::string::npos) << it.command << ": " << result.err;
+    }
+    for (const char* name : {"TimerMessage", "53284", "0xD024", "0xd024"})
+        EXPECT_EQ(qlproto::findMessage(name)->type->name, "TimerMessage") << name;
+    for (const char* name : {"", "0x", "timermessage", "118820", "-1", " 53284"})
+        EXPECT_EQ(qlproto::findMessage(name), nullptr) << name;
+}
+
+} // namespace

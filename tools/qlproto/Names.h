@@ -1,0 +1,41 @@
+// Types and enumerations as users name them on the command line: by their exact names, messages also by identifier,
+// decimal or hexadecimal (53300, 0xD034).
+//
+// The checks are for options: a wrong name is a usage error that suggests the nearest names.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <CLI/CLI.hpp>
+
+#include "Inspect/Reflection.h"
+
+namespace qlproto {
+
+/// Null if there is none of that name or identifier.
+const Inspect::MessageInfo* findMessage(std::string_view nameOrId);
+
+/// A message, or a record, which has no identifier.
+struct NamedType {
+    const Inspect::TypeInfo* type = nullptr; ///< null if there is none of that name or identifier
+    std::optional<Velmora::MsgType_t> id;
+};
+NamedType findType(std::string_view nameOrId);
+
+const Inspect::EnumerationInfo* findEnumeration(std::string_view name);
+
+/// The candidates that a mistyped `name` may have meant, the nearest first, at most three. The case does not count, and
+/// a part of a name is near to it.
+std::vector<std::string_view> nearestNames(std::string_view name, const std::vector<std::string_view>& candidates);
+
+/// "no message is named 'Order'; did you mean A, B or C?"
+std::string noSuchMessage(std::string_view nameOrId);
+
+CLI::Validator isMessage();
+CLI::Validator isType();
+CLI::Validator isEnumeration();
+
+} // namespace qlproto

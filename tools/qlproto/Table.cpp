@@ -1,0 +1,26 @@
+#include "tools/qlproto/Table.h"
+
+#include <algorithm>
+
+namespace qlproto {
+
+std::string Table::text(std::size_t indent) const {
+    std::vector<std::size_t> widths(_columns.size());
+    for (const auto& row : _rows)
+        for (std::size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], row[i].size());
+
+    std::string text;
+    for (const auto& row : _rows) {
+        std::string line(indent, ' ');
+        for (std::size_t i = 0; i < row.size(); ++i) {
+            if (i != 0) line += "  ";
+            const std::string padding(widths[i] - row[i].size(), ' ');
+            line += _columns[i] == Align::left ? row[i] + padding : padding + row[i];
+        }
+        line.resize(line.find_last_not_of(' ') + 1);
+        text += line + '\n';
+    }
+    return text;
+}
+
+} // namespace qlproto

@@ -1,0 +1,57 @@
+#include "tools/qlproto/WireForm.h"
+
+#include <fmt/format.h>
+
+namespace qlproto {
+
+using Inspect::Kind;
+
+WireForm wireForm(const Inspect::ValueInfo& value) {
+    constexpr std::size_t TEXT = 65535;
+    switch (value.kind) {
+    case Kind::boolean:
+        return {"bool", "byte, 0 or 1", 1, 1};
+    case Kind::int8:
+        return {"byte", "byte, signed", 1, 1};
+    case Kind::enumeration:
+        return {"enum-byte", "byte", 1, 1};
+    case Kind::int16:
+        return {"zigzag-varint", "zig-zag varint", 1, 3};
+    case Kind::int32:
+        return {"zigzag-varint", "zig-zag varint", 1, 5};
+    case Kind::int64:
+        return {"zigzag-varint", "zig-zag varint", 1, 10};
+    case Kind::price:
+        return {"special-varint", "special varint", 1, 10};
+    case Kind::string:
+        return {"string", "length as a varint, bytes", 1, TEXT + 3};
+    case Kind::cryptstring:
+        return {"crypt-string", "length as a varint, enciphered bytes", 1, TEXT + 3};
+    case Kind::padding:
+        // Deliberate: written with a length of two bytes, read with a varint. An empty one is read from one byte.
+        return {"padding", "written: length in two bytes, low first; read: as a varint; bytes", 1, TEXT + 2};
+    case Kind::record:
+        return wireForm(*value.record);
+    case Kind::vector:
+        return {"vector", "count, elements", 1, {}};
+    }
+    return {"", "", 0, {}};
+}
+
+WireForm wireForm(const Inspect::TypeInfo& type) {
+    WireForm whole{"record", "its fields", 0, 0};
+    for (const Inspect::FieldInfo& field : type.fields) {
+        const WireForm form = wireForm(field.value);
+        whole.minimal += form.minimal;
+        whole.maximal = whole.maximal && form.maximal ? std::optional(*whole.maximal + *form.maximal) : std::nullopt;
+    }
+    return whole;
+}
+
+std::string sizeText(const WireForm& form) {
+    if (!form.maximal) return fmt::format("{} or more", form.minimal);
+    if (*form.maximal == form.minimal) return fmt::format("{}", form.minimal);
+    return fmt::format("{}..{}", form.minimal, *form.maximal);
+}
+
+} // namespace qlproto

@@ -1,0 +1,136 @@
+// qlproto annotate: a hex dump of a body that explains itself.
+//
+// The bytes come from a packet of a capture, from hexadecimal text or as they are. A packet has the identifier in front
+// of the body; so has hexadecimal or raw input unless --type says what it is.
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <memory>
+#include <sstream>
+
+#include <fmt/format.h>
+#include <unistd.h>
+
+#include "tools/qlproto/Annotation.h"
+#include "tools/qlproto/Capture.h"
+#include "tools/qlproto/Errors.h"
+#include "tools/qlproto/Hex.h"
+#include "tools/qlproto/Names.h"
+#include "tools/qlproto/Output.h"
+#include "tools/qlproto/commands/Commands.h"
+
+namespace qlproto {
+
+namespace {
+
+struct Options {
+    std::string input;
+    std::string type;
+    std::string policy = "whole";
+    uint64_t packet = 0; ///< counted from 1
+    bool isRaw = false;
+};
+
+std::string contentOf(const std::string& path) {
+    std::ostringstream text;
+    if (path == "-") {
+        text << std::cin.rdbuf();
+    } else {
+        std::ifstream file(path, std::ios::binary);
+        if (!file || std::filesystem::is_directory(path)) throw IoError(fmt::format("{}: cannot be read", path));
+        text << file.rdbuf();
+    }
+    return text.str();
+}
+
+/// The bytes of that packet of a capture.
+std::string packetOf(const std::string& path, uint64_t number) {
+    CaptureReader capture(path);
+    Packet packet;
+    for (uint64_t i = 0; i < number; ++i)
+        if (!capture.next(packet))
+            throw DamagedCapture(fmt::format("{}: has no packet {}, only {}", path, number, counted(i, "packet")));
+    return std::string(packet.bytes);
+}
+
+/// A file where there is one of that name, else hexadecimal text.
+std::string bytesOf(const Options& options) {
+    if (options.packet != 0) return packetOf(options.input, options.packet);
+    if (options.isRaw) return contentOf(options.input);
+    const bool isFile = options.input == "-" || ::access(options.input.c_str(), F_OK) == 0;
+    return bytesFromHex(isFile ? contentOf(options.input) : options.input);
+}
+
+int annotateBytes(const Options& options, std::string_view bytes) {
+    const Inspect::MessageInfo* message = nullptr;
+    if (!options.type.empty()) {
+        message = findMessage(options.type);
+    } else {
+        if (bytes.size() < IDENTIFIER_SIZE) {
+            tell(fmt::format("qlproto: {} cannot hold an identifier", counted(bytes.size(), "byte")));
+            return EXIT_BAD_DATA;
+        }
+        const unsigned id =
+            static_cast<unsigned char>(bytes[0]) | static_cast<unsigned>(static_cast<unsigned char>(bytes[1])) << 8;
+        bytes.remove_prefix(IDENTIFIER_SIZE);
+        message = findMessage(std::to_string(id));
+        if (message == nullptr) {
+            tell(fmt::format("qlproto: unknown message identifier {} (0x{:04X})", id, id));
+            return EXIT_BAD_DATA;
+        }
+    }
+    const Inspect::Policy policy = options.policy == "strict"     ? Inspect::strict
+                                   : options.policy == "tolerant" ? Inspect::tolerant
+                                                                  : Inspect::whole;
+    const Annotation annotation = annotate(*message, bytes, policy);
+    Output output(STDOUT_FILENO);
+    output.append(fmt::format("{} {} (0x{:04X}), body of {}\n", message->type->name, message->id, message->id,
+                              counted(bytes.size(), "byte")));
+    output.append(annotation.text);
+    output.flush();
+    if (annotation.fault) return EXIT_FINE;
+    tell(fmt::format("qlproto: {}: {}", message->type->name, annotation.fault.text()));
+    return EXIT_BAD_DATA;
+}
+
+int annotateInput(const Options& options) {
+    try {
+        return annotateBytes(options, bytesOf(options));
+    } catch (const HexError& error) {
+        tell(fmt::format("qlproto: {}: neither a file nor hexadecimal: {}", options.input, error.what()));
+        return EXIT_USAGE;
+    }
+}
+
+} // namespace
+
+void addAnnotate(CLI::App& app, Commands& commands) {
+    const auto options = std::make_shared<Options>();
+    CLI::App* const command =
+        app.add_subcommand("annotate", "Explain every byte of a body: offset, hex, field, type, value");
+    command
+        ->add_option("input", options->input,
+                     "Hexadecimal text, or a file of it, or with --packet a capture; - is standard input")
+        ->required();
+    CLI::Option* const packet =
+        command->add_option("--packet", options->packet, "The packet of a capture to take, counted from 1")
+            ->check(CLI::PositiveNumber);
+    command
+        ->add_option("--type", options->type,
+                     "What the body is; without, the identifier stands in front of it, low byte first")
+        ->check(isMessage())
+        ->excludes(packet);
+    command->add_flag("--raw", options->isRaw, "The input is a file of the bytes themselves")->excludes(packet);
+    command->add_option("--policy", options->policy, "What counts as a fault")
+        ->check(CLI::IsMember({"strict", "tolerant", "whole"}))
+        ->capture_default_str();
+    command->footer("Examples:\n"
+                    "  qlproto annotate --type TimerMessage 0e\n"
+                    "  qlproto annotate 24d00e\n"
+                    "  qlproto annotate session.pcap --packet 17\n"
+                    "  qlproto annotate --policy strict --type QuoteRequestMessage "
+                    "'02 04 01 01 51 00 90 03 01 00 00 00 00 00'");
+    commands.push_back({command, [options] { return annotateInput(*options); }});
+}
+
+} // namespace qlproto

@@ -1,0 +1,43 @@
+// qlproto corpus: the test vectors in corpus/.
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+
+#include <fmt/format.h>
+
+#include "tools/qlproto/Errors.h"
+#include "tools/qlproto/commands/Commands.h"
+#include "tools/qlproto/corpus/Vectors.h"
+
+namespace qlproto {
+
+namespace {
+
+int writeCorpus(const std::filesystem::path& folder) {
+    std::error_code error;
+    std::filesystem::create_directories(folder, error);
+    if (error) throw IoError(fmt::format("{}: {}", folder.string(), error.message()));
+    for (const Inspect::MessageInfo& message : Inspect::all_messages()) {
+        const std::filesystem::path path = folder / (std::string(message.type->name) + ".ndjson");
+        errno = 0;
+        std::ofstream file(path, std::ios::binary);
+        file << corpus::vectorLines(message) << std::flush;
+        if (!file) throw IoError(fmt::format("{}: {}", path.string(), std::strerror(errno)));
+    }
+    return EXIT_FINE;
+}
+
+} // namespace
+
+void addCorpus(CLI::App& app, Commands& commands) {
+    const auto folder = std::make_shared<std::string>();
+    CLI::App* const command = app.add_subcommand(
+        "corpus", "Write test vectors for other implementations: a file of JSON lines for each message");
+    command->add_option("-o,--output", *folder, "The folder to write to")->required();
+    command->footer("Example:\n  qlproto corpus -o corpus");
+    commands.push_back({command, [folder] { return writeCorpus(*folder); }});
+}
+
+} // namespace qlproto

@@ -1,0 +1,130 @@
+// qlproto encode: lines of JSON to packets.
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <memory>
+
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <unistd.h>
+
+#include "tools/qlproto/Capture.h"
+#include "tools/qlproto/Errors.h"
+#include "tools/qlproto/Hex.h"
+#include "tools/qlproto/MessageLine.h"
+#include "tools/qlproto/Output.h"
+#include "tools/qlproto/commands/Commands.h"
+
+namespace qlproto {
+
+namespace {
+
+struct Options {
+    std::string input;
+    std::string output = "-";
+    std::string format = "capture";
+};
+
+/// A file open for writing; "-" is standard output.
+class OutputFile {
+  public:
+    explicit OutputFile(const std::string& path)
+        : _fd(path == "-" ? STDOUT_FILENO : ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666)) {
+        if (_fd < 0) throw IoError(fmt::format("{}: {}", path, std::strerror(errno)));
+    }
+    ~OutputFile() {
+        if (_fd != STDOUT_FILENO) ::close(_fd);
+    }
+    OutputFile(const OutputFile&) = delete;
+    OutputFile& operator=(const OutputFile&) = delete;
+
+    int fd() const { return _fd; }
+
+  private:
+    int _fd;
+};
+
+/// Packets as lines of hexadecimal digits, identifier first, or their bodies one behind the other as they are.
+class BytesWriter : public PacketSink {
+  public:
+    BytesWriter(const std::string& path, bool isHex) : _file(path), _output(_file.fd()), _isHex(isHex) {}
+
+    void packet(const Packet& packet) override {
+        if (_isHex)
+            _output.append(hexFromBytes(packet.bytes) + '\n');
+        else
+            _output.append(packet.bytes.substr(IDENTIFIER_SIZE));
+    }
+    void close() { _output.flush(); }
+
+  private:
+    OutputFile _file;
+    Output _output;
+    bool _isHex;
+};
+
+/// Every line that is good goes to the sink; of the others standard error tells. False if there were any.
+bool encodeLines(std::istream& input, PacketSink& sink) {
+    MessageLineReader reader;
+    uint64_t number = 0, bad = 0;
+    for (std::string line; std::getline(input, line);) {
+        ++number;
+        if (line.find_first_not_of(" \t\r") == std::string::npos) continue;
+        try {
+            sink.packet(reader.read(line));
+        } catch (const Inspect::JsonError& error) {
+            tell(fmt::format("line {}: {}", number, error.what()));
+            ++bad;
+        }
+    }
+    if (input.bad()) throw IoError("the input cannot be read");
+    if (bad != 0) tell(fmt::format("{} of {} bad", bad, counted(number, "line")));
+    return bad == 0;
+}
+
+int encode(const Options& options) {
+    std::ifstream file;
+    if (options.input != "-") {
+        file.open(options.input, std::ios::binary);
+        if (!file || std::filesystem::is_directory(options.input))
+            throw IoError(fmt::format("{}: cannot be read", options.input));
+    }
+    std::istream& input = options.input == "-" ? std::cin : file;
+    const auto run = [&](auto&& writer) {
+        const bool isGood = encodeLines(input, writer);
+        writer.close();
+        return isGood ? EXIT_FINE : EXIT_BAD_DATA;
+    };
+    if (options.format == "capture") return run(CaptureWriter(options.output));
+    return run(BytesWriter(options.output, options.format == "hex"));
+}
+
+} // namespace
+
+void addEncode(CLI::App& app, Commands& commands) {
+    const auto options = std::make_shared<Options>();
+    CLI::App* const command = app.add_subcommand("encode", "Make packets of messages in JSON, one a line");
+    command->add_option("input", options->input, "The lines, as decode --format json prints them; - is standard input")
+        ->required();
+    command->add_option("-o,--output", options->output, "The file to write; - is standard output")
+        ->capture_default_str();
+    command
+        ->add_option("--format", options->format,
+                     "capture; hex: a line of digits for each packet, identifier first, low byte first; raw: the "
+                     "bodies alone, one behind the other")
+        ->check(CLI::IsMember({"capture", "hex", "raw"}))
+        ->capture_default_str();
+    command->footer(
+        "A line: {\"time\": \"1709535600.000000042\", \"message\": \"TimerMessage\", \"id\": 53284, \"body\": "
+        "{\"tqid\": 7}}\n"
+        "id and time may be left out. Bad lines are told with the path of what is wrong and left out. The lines of\n"
+        "decode --format json come out as the packets they were made of.\n\n"
+        "Examples:\n"
+        "  qlproto encode - -o timer.pcap <<<'{\"message\": \"TimerMessage\", \"body\": {\"tqid\": 7}}'\n"
+        "  qlproto encode --format hex - <<<'{\"message\": \"TimerMessage\", \"body\": {\"tqid\": 7}}'");
+    commands.push_back({command, [options] { return encode(*options); }});
+}
+
+} // namespace qlproto

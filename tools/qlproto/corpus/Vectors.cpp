@@ -1,0 +1,204 @@
+#include "tools/qlproto/corpus/Vectors.h"
+
+#include <array>
+#include <concepts>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+
+#include <fmt/format.h>
+#include <nlohmann/json.hpp>
+
+#include "Inspect/Checked.h"
+#include "Inspect/IdTable.h"
+#include "Inspect/Json.h"
+#include "Inspect/SafeText.h"
+#include "tools/qlproto/Hex.h"
+#include "tools/qlproto/corpus/Filler.h"
+#include "tools/qlproto/session/Session.h"
+
+namespace qlproto::corpus {
+
+namespace {
+
+constexpr std::size_t ROOM = 1 << 20; ///< for any of these messages, encoded, rendered or in memory
+
+/// A message made of its field list: what it is, and as what it travels.
+struct Filled {
+    std::string json;
+    std::string written;  ///< by write()
+    std::string readable; ///< as read() takes it: the same but for a PadMessage
+};
+
+/// `filling`: none for the value as constructed.
+template <class T>
+Filled makeFilled(std::optional<Filling> filling) {
+    const auto block = std::make_unique_for_overwrite<char[]>(ROOM),
+               bytes = std::make_unique_for_overwrite<char[]>(ROOM);
+    Velmora::BufferAllocator alloc(block.get(), static_cast<int>(ROOM), "corpus", "message");
+    T message(alloc);
+    if (filling) Filler(*filling).fill(message);
+    Velmora::FastCodec codec(bytes.get(), bytes.get() + ROOM);
+    message.write(codec);
+    Filled filled{Inspect::to_json(message), std::string(bytes.get(), codec.size()), ""};
+    if constexpr (std::same_as<T, Quillon::PadMessage>) {
+        codec.reset();
+        codec.write_string(message.padding);
+    }
+    filled.readable.assign(bytes.get(), codec.size());
+    return filled;
+}
+
+constexpr Inspect::IdTable<Filled (*)(std::optional<Filling>)> fillers([]<class T>(Velmora::of<T>, const char*) {
+    return &makeFilled<T>;
+});
+
+struct Meaning {
+    std::string json, text;
+};
+
+/// What a body stands for, if it is one that can be decoded.
+std::optional<Meaning> meaningOf(Velmora::MsgType_t id, const std::string& body) {
+    const auto block = std::make_unique_for_overwrite<char[]>(ROOM),
+               text = std::make_unique_for_overwrite<char[]>(ROOM);
+    Velmora::BufferAllocator alloc(block.get(), static_cast<int>(ROOM), "corpus", "message");
+    const Inspect::Decoded decoded = Inspect::decode_verified(id, body, alloc, Inspect::whole);
+    if (!decoded) return {};
+    const Inspect::Rendered rendered =
+        Inspect::render(id, decoded.object, text.get(), text.get() + ROOM, Inspect::Secrets::show);
+    Meaning meaning{Inspect::to_json(id, decoded.object), std::string(text.get(), rendered.size)};
+    decoded.descriptor->destroy(decoded.object);
+    return meaning;
+}
+
+/// Up to two different bodies of each message, as they occur in trading.
+class SessionBodies : public PacketSink {
+  public:
+    SessionBodies() { session::Session(1, 3000, *this).run(); }
+
+    void packet(const Packet& packet) override {
+        const auto id = static_cast<Velmora::MsgType_t>(static_cast<unsigned char>(packet.bytes[0])
+                                                        | static_cast<unsigned char>(packet.bytes[1]) << 8);
+        if (id == Quillon::PadMessage::ID) return; // is written in another form than it is read in
+        std::set<std::string>& bodies = _bodies[id];
+        const std::string_view body = packet.bytes.substr(IDENTIFIER_SIZE);
+        if (bodies.size() < 2 && (bodies.empty() || body.size() <= 600)) bodies.emplace(body);
+    }
+    const std::set<std::string>& of(Velmora::MsgType_t id) { return _bodies[id]; }
+
+  private:
+    std::map<Velmora::MsgType_t, std::set<std::string>> _bodies;
+};
+
+/// The names of the faults as enumerators, for programs.
+const char* faultName(Inspect::Fault fault) {
+    using enum Inspect::Fault;
+    switch (fault) {
+    case truncated:
+        return "truncated";
+    case overlongVarint:
+        return "overlongVarint";
+    case varintOverflow:
+        return "varintOverflow";
+    case nonMinimal:
+        return "nonMinimal";
+    case lengthBeyondWidth:
+        return "lengthBeyondWidth";
+    case countBeyondBytes:
+        return "countBeyondBytes";
+    case unknownEnumerator:
+        return "unknownEnumerator";
+    case badBoolean:
+        return "badBoolean";
+    case reservedPriceBits:
+        return "reservedPriceBits";
+    case trailingBytes:
+        return "trailingBytes";
+    default: // of the caller, not of a body
+        return "none";
+    }
+}
+
+std::string inQuotes(const std::string& text) { return nlohmann::json(text).dump(); }
+
+std::string faultJson(const Expected& expected) {
+    return fmt::format(R"({{"fault":"{}","offset":{},"path":{}}})", faultName(expected.fault), expected.offset,
+                       inQuotes(expected.path));
+}
+
+class Lines {
+  public:
+    explicit Lines(const Inspect::MessageInfo& message) : _message(message) {}
+
+    void golden(const std::string& name, const std::string& body, const std::string& written) {
+        const std::optional<Meaning> meaning = meaningOf(_message.id, body);
+        if (!meaning || !_golden.insert(body).second) return;
+        begin("golden", name, body);
+        // As constructed, enumerations are 0, which is an enumerator of some only.
+        const Inspect::Result strict =
+            Inspect::verify(_message.id, body.data(), body.data() + body.size(), Inspect::strict);
+        if (!strict) _text += ",\"strict\":" + faultJson({strict.fault, strict.offset, strict.path()});
+        if (written != body) _text += fmt::format(R"(,"written":"{}")", hexFromBytes(written));
+        _text += fmt::format(R"(,"json":{},"text":{}}})", meaning->json, inQuotes(meaning->text)) + '\n';
+    }
+
+    void encode(const std::string& name, const std::string& body, const std::string& json) {
+        begin("encode", name, body);
+        _text += fmt::format(R"(,"json":{}}})", json) + '\n';
+    }
+
+    void hostile(const Hostile& vector) {
+        const std::string fault = faultJson(vector.strict);
+        begin("hostile", vector.name, vector.body);
+        _text += fmt::format(R"(,"strict":{},"whole":)", fault);
+        const std::optional<Meaning> meaning = vector.isTakenWhole ? meaningOf(_message.id, vector.body) : std::nullopt;
+        _text += (meaning ? fmt::format(R"({{"json":{}}})", meaning->json) : fault) + "}\n";
+    }
+
+    const std::string& text() const { return _text; }
+
+  private:
+    void begin(const char* kind, const std::string& name, const std::string& body) {
+        _text += fmt::format(R"({{"message":"{}","id":{},"kind":"{}","name":{},"hex":"{}")", _message.type->name,
+                             _message.id, kind, inQuotes(name), hexFromBytes(body));
+    }
+
+    const Inspect::MessageInfo& _message;
+    std::set<std::string> _golden; ///< bodies so far
+    std::string _text;
+};
+
+} // namespace
+
+std::string vectorLines(const Inspect::MessageInfo& message) {
+    static SessionBodies sessionBodies;
+    static constexpr std::pair<const char*, std::optional<Filling>> fillings[] = {
+        {"zero", {}},
+        {"small values", Filling::small},
+        {"least values", Filling::least},
+        {"greatest values", Filling::most},
+        {"sentinels", Filling::sentinels},
+        {"all bytes in texts", Filling::bytes},
+        {"counts of two bytes", Filling::counts},
+    };
+    const auto& fill = **fillers.find(message.id);
+    Lines lines(message);
+    for (const auto& [name, filling] : fillings) {
+        const Filled filled = fill(filling);
+        lines.golden(name, filled.readable, filled.written);
+    }
+    int number = 0;
+    for (const std::string& body : sessionBodies.of(message.id))
+        lines.golden(fmt::format("from a session, {}", ++number), body, body);
+    // What write() takes and read() does not give back: strings never stored, enumerators beyond a byte.
+    for (const auto& [name, filling] : {fillings[0], fillings[1]}) {
+        const Filled filled = fill(filling);
+        const std::optional<Meaning> meaning = meaningOf(message.id, filled.readable);
+        if (meaning && meaning->json != filled.json) lines.encode(name, filled.written, filled.json);
+    }
+    for (const Hostile& vector : hostileVectors(*message.type, fill(Filling::small).readable)) lines.hostile(vector);
+    return lines.text();
+}
+
+} // namespace qlproto::corpus
