@@ -17,6 +17,7 @@ struct Command {
 using Commands = std::vector<Command>;
 
 void addDecode(CLI::App& app, Commands& commands);
+void addDissector(CLI::App& app, Commands& commands);
 void addGenerate(CLI::App& app, Commands& commands);
 void addRoundTrip(CLI::App& app, Commands& commands);
 
