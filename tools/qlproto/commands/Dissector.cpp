@@ -2,11 +2,11 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <fstream>
 #include <iterator>
 #include <memory>
 #include <vector>
 
-#include <fcntl.h>
 #include <fmt/format.h>
 #include <unistd.h>
 
@@ -86,16 +86,19 @@ class Tables {
 };
 
 int dissector(const std::string& path) {
-    const int fd = path == "-" ? STDOUT_FILENO : open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
-    if (fd < 0) throw IoError(fmt::format("cannot create {}: {}", path, std::strerror(errno)));
-    Output output(fd);
-    output.append(
-        "-- Dissector of the QLProtocol for link type USER0 (147). Made by qlproto dissector. Do not edit.\n\n");
-    output.append(Tables().text());
-    output.append(DISSECTOR_RUNTIME);
-    output.flush();
-    if (fd != STDOUT_FILENO && close(fd) != 0)
-        throw IoError(fmt::format("cannot write {}: {}", path, std::strerror(errno)));
+    const std::string script =
+        "-- Dissector of the QLProtocol for link type USER0 (147). Made by qlproto dissector. Do not edit.\n\n"
+        + Tables().text() + std::string(DISSECTOR_RUNTIME);
+    if (path == "-") {
+        Output output(STDOUT_FILENO);
+        output.append(script);
+        output.flush();
+        return EXIT_FINE;
+    }
+    std::ofstream file(path, std::ios::binary);
+    file << script;
+    file.close();
+    if (!file) throw IoError(fmt::format("cannot write {}: {}", path, std::strerror(errno)));
     return EXIT_FINE;
 }
 
