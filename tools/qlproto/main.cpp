@@ -47,6 +47,7 @@ int main(int argc, char** argv) {
     qlproto::addEnum(app, commands);
     qlproto::addSchema(app, commands);
     qlproto::addCorpus(app, commands);
+    qlproto::addDissector(app, commands);
 
     try {
         app.parse(argc, argv);

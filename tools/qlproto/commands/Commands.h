@@ -22,6 +22,7 @@ void addDecode(CLI::App& app, Commands& commands);
 void addDescribe(CLI::App& app, Commands& commands);
 void addEncode(CLI::App& app, Commands& commands);
 void addEnum(CLI::App& app, Commands& commands);
+void addDissector(CLI::App& app, Commands& commands);
 void addGenerate(CLI::App& app, Commands& commands);
 void addMessages(CLI::App& app, Commands& commands);
 void addRoundTrip(CLI::App& app, Commands& commands);

@@ -1,0 +1,119 @@
+// qlproto dissector: the packet-analyser plug-in, a Lua script. Its tables are made from reflection, all else is fixed.
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <vector>
+
+#include <fmt/format.h>
+#include <unistd.h>
+
+#include "Inspect/Reflection.h"
+#include "tools/qlproto/Errors.h"
+#include "tools/qlproto/Output.h"
+#include "tools/qlproto/commands/Commands.h"
+#include "tools/qlproto/dissector/Runtime.h"
+
+namespace qlproto {
+
+namespace {
+
+/// The protocol as Lua tables, in the form that dissector/runtime.lua states.
+class Tables {
+  public:
+    Tables() {
+        for (const Inspect::MessageInfo& message : Inspect::all_messages()) gather(*message.type);
+    }
+
+    std::string text() {
+        line("local enumerations = {{");
+        for (const Inspect::EnumerationInfo* enumeration : _enumerations) {
+            line("    {} = {{", enumeration->name);
+            // One byte travels, whatever the enumerator's value.
+            for (const Inspect::EnumeratorInfo& it : enumeration->enumerators)
+                line("        [{}] = \"{}\",", it.value & 0xFF, it.name);
+            line("    }},");
+        }
+        line("}}\n\nlocal records = {{");
+        for (const Inspect::TypeInfo* record : _records) {
+            line("    {} = {{ size = {},", record->name, record->minimalSize);
+            fields(*record);
+        }
+        line("}}\n\nlocal messages = {{");
+        for (const Inspect::MessageInfo& message : Inspect::all_messages()) {
+            line("    {{ id = 0x{:04X}, name = \"{}\",", message.id, message.type->name);
+            fields(*message.type);
+        }
+        line("}}\n");
+        return std::move(_text);
+    }
+
+  private:
+    /// The records and enumerations that a type uses, each once.
+    void gather(const Inspect::TypeInfo& type) {
+        for (const Inspect::FieldInfo& field : type.fields) {
+            const Inspect::ValueInfo& value = field.value.element != nullptr ? *field.value.element : field.value;
+            if (value.enumeration != nullptr) addOnce(_enumerations, value.enumeration);
+            if (value.record != nullptr && addOnce(_records, value.record)) gather(*value.record);
+        }
+    }
+
+    template <class T>
+    static bool addOnce(std::vector<T>& all, T one) {
+        if (std::find(all.begin(), all.end(), one) != all.end()) return false;
+        all.push_back(one);
+        return true;
+    }
+
+    void fields(const Inspect::TypeInfo& type) {
+        for (const Inspect::FieldInfo& field : type.fields)
+            line("        {{ \"{}\", \"{}\"{} }},", field.name, Inspect::type_text(field.value),
+                 field.isSecret ? ", secret = true" : "");
+        line("    }},");
+    }
+
+    template <class... Args>
+    void line(fmt::format_string<Args...> format, Args&&... args) {
+        fmt::format_to(std::back_inserter(_text), format, std::forward<Args>(args)...);
+        _text += '\n';
+    }
+
+    std::vector<const Inspect::EnumerationInfo*> _enumerations;
+    std::vector<const Inspect::TypeInfo*> _records;
+    std::string _text;
+};
+
+int dissector(const std::string& path) {
+    const std::string script =
+        "-- Dissector of the QLProtocol for link type USER0 (147). Made by qlproto dissector. Do not edit.\n\n"
+        + Tables().text() + std::string(DISSECTOR_RUNTIME);
+    if (path == "-") {
+        Output output(STDOUT_FILENO);
+        output.append(script);
+        output.flush();
+        return EXIT_FINE;
+    }
+    std::ofstream file(path, std::ios::binary);
+    file << script;
+    file.close();
+    if (!file) throw IoError(fmt::format("cannot write {}: {}", path, std::strerror(errno)));
+    return EXIT_FINE;
+}
+
+} // namespace
+
+void addDissector(CLI::App& app, Commands& commands) {
+    const auto output = std::make_shared<std::string>("-");
+    CLI::App* const command =
+        app.add_subcommand("dissector", "Write a packet-analyser plug-in, a Lua script for Wireshark and tshark");
+    command->add_option("-o,--output", *output, "The script to write; - is standard output")->capture_default_str();
+    command->footer(R"(Examples:
+  qlproto dissector -o qlprotocol.lua
+  qlproto dissector -o qlprotocol.lua && tshark -X lua_script:qlprotocol.lua -r session.pcap -c 20
+  qlproto dissector | grep -c secret)");
+    commands.push_back({command, [output] { return dissector(*output); }});
+}
+
+} // namespace qlproto

@@ -1,0 +1,413 @@
+-- The fixed part of the dissector. In front of it stand, made from the protocol, the tables
+--
+--   enumerations  NAME = { [number] = "ENUMERATOR", ... }
+--   records       NAME = { size = fewest bytes on the wire, { "field", "type" }, ... }
+--   messages      { id = identifier, name = "NAME", { "field", "type", secret = true or absent }, ... }
+--
+-- with types as the protocol's definition spells them: "int64", "Side", "KeyValuePair[]".
+--
+-- Filter names: ql.<message>.<field>, the message in lower case without its ending "Message". Where a message holds
+-- several fields of a name, the names of the records around it stand in front, as few as tell them apart:
+-- ql.mktdata.fmID.marketID. A vector v has its number of elements as v.count; v itself names its elements.
+--
+-- Numbers in Lua are doubles, exact up to 2^53. 64-bit values therefore are pairs of 32 bits, low and high, until they
+-- become an Int64.
+
+local byte, char, floor = string.byte, string.char, math.floor
+local bxor = (bit32 or bit).bxor
+
+local ql = Proto("ql", "QLProtocol")
+
+local identifiers = {}
+for _, message in ipairs(messages) do identifiers[message.id] = message.name end
+local idField = ProtoField.uint16("ql.id", "Identifier", base.HEX, identifiers)
+local nameField = ProtoField.string("ql.message", "Message")
+local all = { idField, nameField }
+
+local function expertInfo(name, text)
+    return ProtoExpert.new("ql." .. name, text, expert.group.MALFORMED, expert.severity.ERROR)
+end
+local truncated = expertInfo("truncated", "The body ends inside a value")
+local countBeyondBytes = expertInfo("countbeyondbytes", "More elements than the remaining bytes can hold")
+local trailingBytes = expertInfo("trailingbytes", "Bytes behind the last value")
+local unknownIdentifier = expertInfo("unknownidentifier", "No message has this identifier")
+local cutByCapture = ProtoExpert.new("ql.cutbycapture", "The capture holds only a part of the packet",
+                                     expert.group.UNDECODED, expert.severity.WARN)
+ql.experts = { truncated, countBeyondBytes, trailingBytes, unknownIdentifier, cutByCapture }
+
+-- Fields whose values go into the Info column, unless they are secret or lie in a vector.
+local keyFields = {}
+for name in ([[clOrdID orderID quoteID tradeID execID userID userName marketID feedID side amount price ordStatus status
+               connectionResponse level description]]):gmatch("%w+") do
+    keyFields[name] = true
+end
+local MOST_KEYS = 8
+
+-- ---------------------------------------------------------------------------------------------------------------------
+-- The packet at hand. Positions are those of Lua strings: the first byte is 1.
+
+local tvb        -- the packet
+local data       -- its bytes
+local pos        -- of the next byte
+local current    -- the field being read, for reports
+local summary    -- texts for the Info column
+
+-- Ends the dissection of the packet.
+local function fault(info, text) error({ info = info, text = text }, 0) end
+
+local function endsInside() fault(truncated, ("truncated at byte %d (%s)"):format(#data, current.path)) end
+
+local function nextByte()
+    local b = byte(data, pos) or endsInside()
+    pos = pos + 1
+    return b
+end
+
+-- A varint's bits from the sixth byte on lie in the high half; the fifth byte is shared.
+local LOW = { 2 ^ 7, 2 ^ 14, 2 ^ 21 }
+local HIGH = { [5] = 2 ^ 3, [6] = 2 ^ 10, [7] = 2 ^ 17, [8] = 2 ^ 24 }
+
+-- A plain varint of any length as low and high 32 bits. Bits beyond 64 are dropped.
+local function varint()
+    local b = nextByte()
+    if b < 128 then return b, 0 end
+    local low, high, i = b - 128, 0, 0
+    repeat
+        b = nextByte()
+        i = i + 1
+        local bits = b % 128
+        if i < 4 then
+            low = low + bits * LOW[i]
+        elseif i == 4 then
+            low = low + bits % 16 * 2 ^ 28
+            high = floor(bits / 16)
+        elseif i < 9 then
+            high = high + bits * HIGH[i]
+        elseif i == 9 then
+            high = high + bits % 2 * 2 ^ 31
+        end
+    until b < 128
+    return low, high
+end
+
+local function unzigzag(u)
+    if u % 2 == 0 then return u / 2 end
+    return -(u + 1) / 2
+end
+
+local function int16() return unzigzag(varint() % 2 ^ 16) end
+
+local function int32() return unzigzag((varint())) end
+
+local function int64()
+    local low, high = varint()
+    local odd = low % 2
+    low = floor(low / 2) + high % 2 * 2 ^ 31
+    high = floor(high / 2)
+    if odd == 1 then return 2 ^ 32 - 1 - low, 2 ^ 32 - 1 - high end
+    return low, high
+end
+
+local SENTINEL_BYTES = { [3] = 1, [5] = 2, [7] = 3 } -- NMA, NDA and NA are 2^63 and so much
+
+-- The special varint: five bits in the first byte, the rest as a varint. Bit 1 complements; no writer of ours sets it.
+local function price()
+    local first = nextByte()
+    local sentinel = SENTINEL_BYTES[first]
+    if sentinel then return sentinel, 2 ^ 31 end
+    local low, high = floor(first / 4) % 32, 0
+    if first >= 128 then
+        local restLow, restHigh = varint()
+        low = low + restLow % 2 ^ 27 * 32
+        high = restHigh % 2 ^ 27 * 32 + floor(restLow / 2 ^ 27)
+    end
+    if floor(first / 2) % 2 == 1 then return 2 ^ 32 - 1 - low, 2 ^ 32 - 1 - high end
+    return low, high
+end
+
+local function sentinelName(low, high)
+    if high == 2 ^ 31 then return low == 1 and "NMA" or low == 2 and "NDA" or low == 3 and "NA" or nil end
+    if high == 2 ^ 31 - 1 and low == 2 ^ 32 - 2 then return "MAX" end
+end
+
+-- The keystream that enciphers strings: splitmix64 of the block's number, top bits set. The key is 0. Always the same,
+-- so it is made once, as far as it was needed.
+local keystream = {}
+local CIPHER_STEP = UInt64.new(0x7F4A7C15, 0x9E3779B9)
+local CIPHER_FACTOR_1 = UInt64.new(0x1CE4E5B9, 0xBF58476D)
+local CIPHER_FACTOR_2 = UInt64.new(0x133111EB, 0x94D049BB)
+local cipherState = UInt64.new(0, 0)
+
+local function extendKeystream()
+    cipherState = cipherState + CIPHER_STEP
+    local keys = cipherState
+    keys = keys:bxor(keys:rshift(30)) * CIPHER_FACTOR_1
+    keys = keys:bxor(keys:rshift(27)) * CIPHER_FACTOR_2
+    keys = keys:bxor(keys:rshift(31)):bor(UInt64.new(0x80808080, 0x80808080))
+    for _, half in ipairs({ keys:lower(), keys:higher() }) do
+        for _ = 1, 4 do
+            keystream[#keystream + 1] = half % 256
+            half = floor(half / 256)
+        end
+    end
+end
+
+local function decipher(text)
+    while #keystream < #text do extendKeystream() end
+    local plain = {}
+    for i = 1, #text do plain[i] = char(bxor(byte(text, i), keystream[i])) end
+    return table.concat(plain)
+end
+
+-- Text for a label, which must not hold NULs nor bytes above ASCII that are no UTF-8. Which those are is not told apart
+-- here: a text with any such byte that the analyser's own decoding does not keep is shown by it.
+local function isPlain(text) return not text:find("[%z\128-\255]") end
+
+-- ---------------------------------------------------------------------------------------------------------------------
+-- One function for each type: reads the value of a field and adds it to the tree.
+
+local function range(from) return tvb(from - 1, pos - from) end
+
+local function note(field, text)
+    if field.isKey and #summary < MOST_KEYS then summary[#summary + 1] = field.name .. "=" .. text end
+end
+
+local function number(read)
+    return function(field, tree)
+        local from = pos
+        local value = read()
+        note(field, value)
+        return tree:add(field.proto, range(from), value)
+    end
+end
+
+local function number64(read)
+    return function(field, tree)
+        local from = pos
+        local low, high = read()
+        local value = Int64.new(low, high)
+        local item = tree:add(field.proto, range(from), value)
+        local name = sentinelName(low, high)
+        if name then item:append_text(" (" .. name .. ")") end
+        if field.isKey then note(field, name or tostring(value)) end
+        return item
+    end
+end
+
+-- The bytes of a string of that length; returns where they begin.
+local function take(length)
+    local from = pos
+    if from + length - 1 > #data then endsInside() end
+    pos = from + length
+    return from
+end
+
+local function text(field, tree, length)
+    local from = take(length)
+    if field.isKey and length ~= 0 then note(field, data:sub(from, pos - 1)) end
+    return tree:add_packet_field(field.proto, range(from), ENC_UTF_8)
+end
+
+local function enciphered(field, tree)
+    local from = take(varint() % 2 ^ 16)
+    local plain = decipher(data:sub(from, pos - 1))
+    note(field, plain)
+    if isPlain(plain) then return tree:add(field.proto, range(from), plain) end
+    return tree:add_packet_field(field.proto, ByteArray.new(plain, true):tvb("Deciphered")(), ENC_UTF_8)
+end
+
+local readers = {
+    bool = number(function() return nextByte() ~= 0 end),
+    int8 = number(function()
+        local b = nextByte()
+        return b < 128 and b or b - 256
+    end),
+    int16 = number(int16),
+    int32 = number(int32),
+    int64 = number64(int64),
+    price = number64(price),
+    string = function(field, tree) return text(field, tree, varint() % 2 ^ 16) end,
+    cryptstring = enciphered,
+    -- Deliberate: shown as it is written, with a length of two bytes, although it is read with a varint one.
+    padding = function(field, tree)
+        local low = nextByte()
+        return text(field, tree, low + 256 * nextByte())
+    end,
+}
+
+local function enumeration(field, tree)
+    local value = nextByte()
+    note(field, field.enumerators[value] or value)
+    return tree:add(field.proto, range(pos - 1), value)
+end
+
+local function members(fields, tree)
+    for i = 1, #fields do
+        local field = fields[i]
+        current = field
+        field.read(field, tree)
+    end
+end
+
+local function record(field, tree)
+    local from = pos
+    local item = tree:add(field.proto, tvb(from - 1))
+    members(field.members, item)
+    item:set_len(pos - from)
+    return item
+end
+
+local function vector(field, tree)
+    local from = pos
+    local count = nextByte()
+    if count >= 128 then count = count % 128 * 256 + nextByte() end
+    local item = tree:add(field.count, range(from), count)
+    local left = #data - pos + 1
+    if count * field.elementSize > left then
+        fault(countBeyondBytes, ("%d elements at byte %d (%s) cannot be in the remaining %d bytes")
+                                    :format(count, from - 1, field.path, left))
+    end
+    for i = 0, count - 1 do
+        current = field
+        field.readElement(field, item):prepend_text("[" .. i .. "] ")
+    end
+    item:set_len(pos - from)
+    return item
+end
+
+-- ---------------------------------------------------------------------------------------------------------------------
+-- From the tables to fields that can be read and filtered.
+
+local protoFields = {
+    bool = ProtoField.bool, int8 = ProtoField.int8, int16 = ProtoField.int16, int32 = ProtoField.int32,
+    int64 = ProtoField.int64, price = ProtoField.int64, string = ProtoField.string, cryptstring = ProtoField.string,
+    padding = ProtoField.string,
+}
+
+-- The fields of a message or record, with the path from the message to each. All that get a filter name are gathered.
+local function build(entries, path, inVector, named)
+    local fields = {}
+    for i, entry in ipairs(entries) do
+        local name, typeName = entry[1], entry[2]
+        local elementType = typeName:match("^(.*)%[%]$")
+        local field = { name = name, path = path .. name, inVector = inVector or elementType ~= nil }
+        fields[i] = field
+        named[#named + 1] = field
+
+        local kind = elementType or typeName
+        local read = readers[kind]
+        if records[kind] then
+            field.members = build(records[kind], field.path .. ".", field.inVector, named)
+            field.kind = "record"
+            read = record
+        elseif enumerations[kind] then
+            field.enumerators = enumerations[kind]
+            field.kind = "enumeration"
+            read = enumeration
+        else
+            field.kind = kind
+        end
+        field.read = read
+        if elementType then
+            field.read, field.readElement = vector, read
+            field.elementSize = field.members and records[kind].size or 1
+            field.counted = { path = field.path .. ".count", countOf = field }
+            named[#named + 1] = field.counted
+        end
+        field.isKey = keyFields[name] and not field.inVector and not field.members and not entry.secret
+    end
+    return fields
+end
+
+-- The endings of a path, shortest first: "price", "mdEntryList.price", "contents.mdEntryList.price".
+local function endings(path)
+    local result = {}
+    local from = #path + 1
+    while from > 1 do
+        from = path:sub(1, from - 1):match(".*()%.") or 0
+        from = from + 1
+        result[#result + 1] = path:sub(from)
+        from = from - 1
+    end
+    return result
+end
+
+local function register(prefix, named)
+    local uses = {}
+    for _, field in ipairs(named) do
+        for _, ending in ipairs(endings(field.path)) do uses[ending] = (uses[ending] or 0) + 1 end
+    end
+    for _, field in ipairs(named) do
+        local filter = field.path
+        for _, ending in ipairs(endings(field.path)) do
+            if uses[ending] == 1 then
+                filter = ending
+                break
+            end
+        end
+        filter = prefix .. filter
+        local proto
+        if field.countOf then
+            proto = ProtoField.uint16(filter, field.countOf.name, base.DEC, nil, nil, "Number of elements")
+            field.countOf.count = proto
+        elseif field.kind == "record" then
+            proto = ProtoField.none(filter, field.name)
+        elseif field.kind == "enumeration" then
+            proto = ProtoField.uint8(filter, field.name, base.DEC, field.enumerators)
+        else
+            proto = protoFields[field.kind](filter, field.name)
+        end
+        if not field.countOf then field.proto = proto end
+        all[#all + 1] = proto
+    end
+end
+
+local byIdentifier = {}
+for _, message in ipairs(messages) do
+    local named = {}
+    byIdentifier[message.id] = { name = message.name, fields = build(message, "", false, named) }
+    register("ql." .. message.name:gsub("Message$", ""):lower() .. ".", named)
+end
+ql.fields = all
+
+-- ---------------------------------------------------------------------------------------------------------------------
+
+local function dissectBody(message, tree)
+    members(message.fields, tree)
+    local left = #data - pos + 1
+    if left ~= 0 then fault(trailingBytes, ("%d bytes left over behind the last value"):format(left)) end
+end
+
+local function dissect(tree)
+    current = { path = "identifier" }
+    local low = nextByte()
+    local id = low + 256 * nextByte()
+    local message = byIdentifier[id]
+    tree:add_le(idField, tvb(0, 2))
+    if not message then fault(unknownIdentifier, ("unknown message identifier 0x%04X"):format(id)) end
+    tree:add(nameField, tvb(0, 2), message.name):set_generated()
+    tree:append_text(", " .. message.name)
+    summary.name = message.name
+    dissectBody(message, tree)
+end
+
+function ql.dissector(buffer, info, root)
+    tvb, pos, summary = buffer, 1, {}
+    data = buffer:raw()
+    info.cols.protocol = "QLProtocol"
+    local tree = root:add(ql, buffer())
+
+    local fine, problem = pcall(dissect, tree)
+    local line = summary.name or "?"
+    if #summary > 0 then line = line .. " " .. table.concat(summary, " ") end
+    if not fine then
+        if type(problem) ~= "table" then error(problem, 0) end -- an error of this script, not of the packet
+        local cut = buffer:captured_len() < buffer:reported_len()
+        tree:add_proto_expert_info(cut and problem.info == truncated and cutByCapture or problem.info, problem.text)
+        line = line .. " [" .. problem.text .. "]"
+    end
+    info.cols.info = line
+    tvb, data = nil, nil
+end
+
+DissectorTable.get("wtap_encap"):add(wtap.USER0, ql)
