@@ -18,6 +18,7 @@ using Commands = std::vector<Command>;
 
 void addDecode(CLI::App& app, Commands& commands);
 void addGenerate(CLI::App& app, Commands& commands);
+void addManual(CLI::App& app, Commands& commands); ///< adds manpage and completion
 void addRoundTrip(CLI::App& app, Commands& commands);
 
 } // namespace qlproto
