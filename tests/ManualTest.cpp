@@ -36,6 +36,7 @@ class Manual : public testing::Test {
         CLI::App* const show = app.add_subcommand("show", "Shows [it]: \"all\" of $it, 5 `%`");
         show->add_option("name", text)->required()->check(named("NAME|ID"));
         show->add_option("--how", text, "The way")->check(CLI::IsMember({"short", "long"}))->capture_default_str();
+        show->add_flag("--all", isAll, "Everything");
         show->add_option("--secret", text)->group("");
         CLI::Option_group* const group = show->add_option_group("of files");
         group->add_option("-o,--output", text, "A file");
@@ -69,6 +70,7 @@ class Manual : public testing::Test {
     CLI::App app{"Shows things", "qlproto"};
     std::string text = "short";
     int count = 0;
+    bool isAll = false;
     fs::path directory = fs::temp_directory_path() / ("ManualTest" + std::to_string(getpid()));
 };
 
@@ -76,12 +78,12 @@ TEST_F(Manual, BashOffersCommandsOptionsAndValues) {
     using Names = std::set<std::string>;
     EXPECT_EQ(offered("qlproto \"\"", 1), (Names{"show", "values", "-h", "--help"}));
     EXPECT_EQ(offered("qlproto sh", 1), Names{"show"});
-    EXPECT_EQ(offered("qlproto show --", 2), (Names{"--help", "--how", "--output", "--first"}));
+    EXPECT_EQ(offered("qlproto show --", 2), (Names{"--help", "--how", "--all", "--output", "--first"}));
     EXPECT_EQ(offered("qlproto show --how \"\"", 3), (Names{"short", "long"}));
     EXPECT_EQ(offered("qlproto show --first \"\"", 3), Names{});
     EXPECT_EQ(offered("qlproto show -o a", 3), Names{"a file.pcap"});
     EXPECT_EQ(offered("qlproto show SubmitO", 2), (Names{"SubmitOrderMessage", "SubmitOrder"}));
-    EXPECT_EQ(offered("qlproto show --first 5 MDEnt", 4), Names{"MDEntry"});
+    EXPECT_EQ(offered("qlproto show --first 5 --all MDEnt", 5), Names{"MDEntry"});
     EXPECT_EQ(offered("qlproto values Si", 2), Names{"Side"});
     EXPECT_EQ(offered("qlproto values", 2).size(), 34u);
 }
@@ -96,8 +98,9 @@ TEST_F(Manual, ZshIsGivenCommandsOptionsAndValues) {
     EXPECT_EQ(given("qlproto x", 2),
               (std::vector<std::string>{"show:Shows \\[it\\]\\: \"all\" of $it, 5 `%`", "values:Shows values"}));
     const auto show = given("qlproto show x", 3);
-    for (const char* spec : {"(-o --output)--output[A file]:TEXT:_files", "(--first)--first[That many]:INT: ",
-                             "(--how)--how[The way]:TEXT\\:{short,long}:(short long)"})
+    for (const char* spec :
+         {"(-o --output)--output[A file]:TEXT:_files", "(--all)--all[Everything]",
+          "(--first)--first[That many]:INT: ", "(--how)--how[The way]:TEXT\\:{short,long}:(short long)"})
         EXPECT_EQ(std::ranges::count(show, spec), 1) << spec;
     EXPECT_TRUE(show.back().starts_with(":name:(LogMessage ")) << show.back();
     EXPECT_TRUE(given("qlproto values x", 3).back().starts_with(":name:(LogLevel Side "));

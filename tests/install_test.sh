@@ -25,7 +25,7 @@ else
         dpkg-deb -x "$package" "$work/root"
         dpkg-deb -c "$package" | awk '$1 !~ /^d/ { print $6 }' >>"$work/files"
         case $name in
-        libqlprotocol-dev) needed=$(setting BUILD_SHARED_LIBS | sed -n 's/ON/libqlprotocol1 (= 1.0.0)/p') ;;
+        libqlprotocol-dev) needed=$(setting BUILD_SHARED_LIBS | sed -n "s/ON/libqlprotocol1 (= $(setting CMAKE_PROJECT_VERSION))/p") ;;
         libqlprotocol1) needed=libstdc++6 ;;
         qlproto) needed=libpcap0 ;;
         esac
