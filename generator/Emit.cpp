@@ -67,7 +67,7 @@ std::vector<File> emit(const Definition& definition) {
     return {{"QLProtocol.h", emitHeader(definition)},          {"QLProtocol.fields.h", emitFields(definition)},
             {"QLProtocol.cpp", emitSource(definition)},        {"MsgHandler.h", emitHandlerHeader(definition)},
             {"MsgHandler.cpp", emitHandlerSource(definition)}, {"AsciiWriter.h", emitWriterHeader(definition)},
-            {"AsciiWriter.cpp", emitWriterSource(definition)}};
+            {"AsciiWriter.cpp", emitWriterSource(definition)}, {"Catalogue.md", emitCatalogue(definition)}};
 }
 
 } // namespace qlgen

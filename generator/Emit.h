@@ -28,6 +28,7 @@ std::string emitHandlerHeader(const Definition& definition); ///< MsgHandler.h
 std::string emitHandlerSource(const Definition& definition); ///< MsgHandler.cpp
 std::string emitWriterHeader(const Definition& definition);  ///< AsciiWriter.h
 std::string emitWriterSource(const Definition& definition);  ///< AsciiWriter.cpp
+std::string emitCatalogue(const Definition& definition);     ///< Catalogue.md, for people
 
 // What the emitters share.
 

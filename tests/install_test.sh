@@ -1,17 +1,75 @@
 #!/bin/sh
-# install_test.sh BUILD EXAMPLES COMPILER: installs the build into an empty prefix, builds the examples against it as an
-# outside project does, and runs the host.
+# install_test.sh prefix|packages BUILD SOURCE COMPILER: installs the build into an empty prefix, or the Debian packages of it
+# into an empty root; builds the examples against that as outside projects do, by find_package and by pkg-config, runs them,
+# and looks at what lies there.
+#
+# Packages are unpacked with dpkg-deb -x, which needs neither root nor a root file system with all they depend on.
 set -eu
-build=$1 examples=$2 compiler=$3
+way=$1 build=$2 source=$3 compiler=$4
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
+setting() { sed -n "s/^$1:[A-Z]*=//p" "$build/CMakeCache.txt"; }
+fail() { echo "$*" >&2; exit 1; }
 
-cmake --install "$build" --prefix "$work/prefix" >/dev/null
-flags=$(sed -n 's/^CMAKE_CXX_FLAGS:[A-Z]*=//p' "$build/CMakeCache.txt") # a sanitizer's, if any
-cmake -S "$examples" -B "$work/build" -DCMAKE_PREFIX_PATH="$work/prefix" -DCMAKE_CXX_COMPILER="$compiler" \
+if [ "$way" = prefix ]; then
+    prefix=$work/prefix
+    cmake --install "$build" --prefix "$prefix" >/dev/null
+else
+    prefix=$work/root/usr
+    (cd "$build" && cpack -B "$work/packages" -D CPACK_OUTPUT_FILE_PREFIX="$work/packages") >"$work/log" 2>&1 ||
+        { cat "$work/log"; exit 1; }
+    names=""
+    for package in "$work"/packages/*.deb; do
+        name=$(dpkg-deb -f "$package" Package) depends=$(dpkg-deb -f "$package" Depends)
+        names="$names $name"
+        dpkg-deb -x "$package" "$work/root"
+        dpkg-deb -c "$package" | awk '$1 !~ /^d/ { print $6 }' >>"$work/files"
+        case $name in
+        libqlprotocol-dev) needed=$(setting BUILD_SHARED_LIBS | sed -n "s/ON/libqlprotocol1 (= $(setting CMAKE_PROJECT_VERSION))/p") ;;
+        libqlprotocol1) needed=libstdc++6 ;;
+        qlproto) needed=libpcap0 ;;
+        esac
+        case $depends in *"$needed"*) ;; *) fail "$name depends on '$depends', not on $needed" ;; esac
+    done
+    expected=" libqlprotocol-dev qlproto"
+    [ "$(setting BUILD_SHARED_LIBS)" != ON ] || expected=" libqlprotocol-dev libqlprotocol1 qlproto"
+    [ "$names" = "$expected" ] || fail "packages made:$names"
+    twice=$(sort "$work/files" | uniq -d)
+    [ -z "$twice" ] || fail "in two packages: $twice"
+fi
+
+library=$(dirname "$(find "$prefix" -name qlprotocol.pc)")
+export PKG_CONFIG_PATH="$library" LD_LIBRARY_PATH="${library%/pkgconfig}"
+flags="$(setting CMAKE_CXX_FLAGS)" # a sanitizer's, if any
+
+check() { # HOST GATEWAY
+    "$1" >"$work/output"
+    grep -q '^received <SubmitOrderMessage userID=7 .*side=BID .*price=108250000 ' "$work/output" || fail "$(cat "$work/output")"
+    grep -q '^copied, equal, inside its block$' "$work/output" || fail "$(cat "$work/output")"
+    "$2" >"$work/output"
+    [ "$(cat "$work/output")" = "accepted TimerMessage
+refused: truncated at byte 0 (tqid)" ] || fail "$(cat "$work/output")"
+}
+
+cmake -S "$source/examples" -B "$work/build" -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_CXX_COMPILER="$compiler" \
     -DCMAKE_CXX_FLAGS="$flags" >/dev/null
 cmake --build "$work/build" >/dev/null
-"$work/build/host" >"$work/output"
-cat "$work/output"
-grep -q '^received <SubmitOrderMessage userID=7 .*side=BID .*price=108250000 ' "$work/output"
-grep -q '^copied, equal, inside its block$' "$work/output"
+check "$work/build/host" "$work/build/gateway"
+
+for example in host:qlprotocol gateway:qlinspect; do
+    "$compiler" -std=c++20 $flags "$source/examples/${example%:*}.cpp" $(pkg-config --cflags --libs "${example#*:}") \
+        -o "$work/${example%:*}"
+done
+check "$work/host" "$work/gateway"
+
+# The tool, and what it tells of itself.
+"$prefix/bin/qlproto" generate --messages 100 -o - | "$prefix/bin/qlproto" decode - | wc -l | grep -qx 100
+[ "$(gzip -dc "$prefix/share/man/man1/qlproto.1.gz" | grep -c '^\.SS decode$')" = 1 ]
+bash -n "$prefix/share/bash-completion/completions/qlproto"
+[ -n "$(find "$prefix/share/zsh" -name _qlproto)" ]
+
+# No text tells where it was built, and neither does a program without debug information.
+kind=--binary-files=text
+[ "$(setting CMAKE_BUILD_TYPE)" = Release ] || kind=--binary-files=without-match
+leaks=$(grep -rl "$kind" -F -e "$source" "$prefix") || true
+[ -z "$leaks" ] || fail "names a folder of the build: $leaks"

@@ -48,6 +48,7 @@ int main(int argc, char** argv) {
     qlproto::addSchema(app, commands);
     qlproto::addCorpus(app, commands);
     qlproto::addDissector(app, commands);
+    qlproto::addManual(app, commands);
 
     try {
         app.parse(argc, argv);

@@ -1,0 +1,134 @@
+// What the tool tells about itself: the manual page, and completions as the shells themselves work them out.
+#include "tools/qlproto/manual/Completion.h"
+#include "tools/qlproto/manual/ManualPage.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <set>
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace qlproto;
+
+/// What a shell command prints, both streams, line by line.
+std::vector<std::string> run(const std::string& command) {
+    FILE* pipe = popen(("exec 2>&1; " + command).c_str(), "r");
+    std::string text;
+    std::array<char, 4096> buffer;
+    while (const size_t n = fread(buffer.data(), 1, buffer.size(), pipe)) text.append(buffer.data(), n);
+    pclose(pipe);
+    std::vector<std::string> lines;
+    std::istringstream in(text);
+    for (std::string line; std::getline(in, line);) lines.push_back(line);
+    return lines;
+}
+
+/// A command line with one of everything.
+class Manual : public testing::Test {
+  protected:
+    Manual() {
+        CLI::App* const show = app.add_subcommand("show", "Shows [it]: \"all\" of $it, 5 `%`");
+        show->add_option("name", text)->required()->check(named("NAME|ID"));
+        show->add_option("--how", text, "The way")->check(CLI::IsMember({"short", "long"}))->capture_default_str();
+        show->add_flag("--all", isAll, "Everything");
+        show->add_option("--secret", text)->group("");
+        CLI::Option_group* const group = show->add_option_group("of files");
+        group->add_option("-o,--output", text, "A file");
+        group->add_option("--first", count, "That many");
+        show->footer("Examples:\n  qlproto show Side\n  .hidden '\\n'\n\nNote: that's all.");
+        app.add_subcommand("values", "Shows values")->add_option("name", text)->check(named("NAME"));
+        app.add_subcommand("inner", "Not for people")->group("");
+        app.footer("Examples:\n  qlproto show x\n\nExit status: 0 fine.");
+        fs::create_directories(directory);
+        fs::current_path(directory);
+        std::ofstream("a file.pcap");
+        std::ofstream("bash") << bashCompletion(commandTree(app));
+        std::ofstream("zsh") << zshCompletion(commandTree(app));
+    }
+    ~Manual() override {
+        fs::current_path("/");
+        fs::remove_all(directory);
+    }
+
+    static CLI::Validator named(const char* kind) {
+        return {[](std::string&) { return std::string(); }, kind};
+    }
+
+    /// What bash offers for the last of `words`.
+    std::set<std::string> offered(const std::string& words, int position) {
+        const auto lines = run("bash -c '. ./bash; COMP_WORDS=(" + words + "); COMP_CWORD=" + std::to_string(position)
+                               + "; _qlproto; for it in \"${COMPREPLY[@]}\"; do echo \"$it\"; done'");
+        return {lines.begin(), lines.end()};
+    }
+
+    CLI::App app{"Shows things", "qlproto"};
+    std::string text = "short";
+    int count = 0;
+    bool isAll = false;
+    fs::path directory = fs::temp_directory_path() / ("ManualTest" + std::to_string(getpid()));
+};
+
+TEST_F(Manual, BashOffersCommandsOptionsAndValues) {
+    using Names = std::set<std::string>;
+    EXPECT_EQ(offered("qlproto \"\"", 1), (Names{"show", "values", "-h", "--help"}));
+    EXPECT_EQ(offered("qlproto sh", 1), Names{"show"});
+    EXPECT_EQ(offered("qlproto show --", 2), (Names{"--help", "--how", "--all", "--output", "--first"}));
+    EXPECT_EQ(offered("qlproto show --how \"\"", 3), (Names{"short", "long"}));
+    EXPECT_EQ(offered("qlproto show --first \"\"", 3), Names{});
+    EXPECT_EQ(offered("qlproto show -o a", 3), Names{"a file.pcap"});
+    EXPECT_EQ(offered("qlproto show SubmitO", 2), (Names{"SubmitOrderMessage", "SubmitOrder"}));
+    EXPECT_EQ(offered("qlproto show --first 5 --all MDEnt", 5), Names{"MDEntry"});
+    EXPECT_EQ(offered("qlproto values Si", 2), Names{"Side"});
+    EXPECT_EQ(offered("qlproto values", 2).size(), 34u);
+}
+
+// The functions of the completion system stand in for it and show what they are given.
+TEST_F(Manual, ZshIsGivenCommandsOptionsAndValues) {
+    const auto given = [](const char* words, int current) {
+        return run("zsh -f -c '_describe() { print -rl -- ${(P)2} }; _arguments() { print -rl -- \"$@\" };"
+                   " words=("
+                   + std::string(words) + "); CURRENT=" + std::to_string(current) + "; . ./zsh'");
+    };
+    EXPECT_EQ(given("qlproto x", 2),
+              (std::vector<std::string>{"show:Shows \\[it\\]\\: \"all\" of $it, 5 `%`", "values:Shows values"}));
+    const auto show = given("qlproto show x", 3);
+    for (const char* spec :
+         {"(-o --output)--output[A file]:TEXT:_files", "(--all)--all[Everything]",
+          "(--first)--first[That many]:INT: ", "(--how)--how[The way]:TEXT\\:{short,long}:(short long)"})
+        EXPECT_EQ(std::ranges::count(show, spec), 1) << spec;
+    EXPECT_TRUE(show.back().starts_with(":name:(LogMessage ")) << show.back();
+    EXPECT_TRUE(given("qlproto values x", 3).back().starts_with(":name:(LogLevel Side "));
+}
+
+TEST_F(Manual, PageIsSoundAndReadsAsMeant) {
+    std::ofstream("page") << manualPage(commandTree(app), "1.2.3");
+    const auto page = run("MANWIDTH=100 man -l page | col -bx");
+    for (const char* line : {"       qlproto show [OPTIONS] name", "              The way (default: short)",
+                             "       Shows [it]: \"all\" of $it, 5 `%`.", "         .hidden '\\n'", "EXIT STATUS",
+                             "       Note: that's all.", "       -o, --output TEXT"})
+        EXPECT_EQ(std::ranges::count(page, line), 1) << line;
+    for (const std::string& line : page) {
+        EXPECT_EQ(line.find("--secret"), line.npos);
+        EXPECT_EQ(line.find("inner"), line.npos);
+    }
+}
+
+// The tool's own, with all its commands. The page has no date, so that it is the same whenever it was built.
+TEST_F(Manual, OfTheToolIsSound) {
+    const std::string tool = QLPROTO_TOOL;
+    const std::vector<std::string> none;
+    EXPECT_EQ(run(tool + " manpage >page"), none);
+    EXPECT_EQ(run("mandoc -T lint -W warning page | grep -v 'missing date'"), none);
+    EXPECT_EQ(run("man --warnings -l page >/dev/null"), none);
+    EXPECT_EQ(run(tool + " completion bash >bash && bash -n bash"), none);
+    EXPECT_EQ(run(tool + " completion zsh >zsh && zsh -n zsh"), none);
+    EXPECT_EQ(offered("qlproto comp", 1), std::set<std::string>{"completion"});
+}
+
+} // namespace

@@ -1,0 +1,41 @@
+// qlproto manpage and qlproto completion: the tool described by itself. The build installs what they print.
+#include <memory>
+
+#include <unistd.h>
+
+#include "tools/qlproto/Errors.h"
+#include "tools/qlproto/Output.h"
+#include "tools/qlproto/commands/Commands.h"
+#include "tools/qlproto/manual/Completion.h"
+#include "tools/qlproto/manual/ManualPage.h"
+
+namespace qlproto {
+
+namespace {
+
+int print(const std::string& text) {
+    Output output(STDOUT_FILENO);
+    output.append(text);
+    output.flush();
+    return EXIT_FINE;
+}
+
+} // namespace
+
+void addManual(CLI::App& app, Commands& commands) {
+    CLI::App* const page = app.add_subcommand("manpage", "Print the manual page, for man");
+    page->footer("Example:\n  qlproto manpage | man -l -");
+    commands.push_back({page, [&app] { return print(manualPage(commandTree(app), QLPROTO_VERSION)); }});
+
+    const auto shell = std::make_shared<std::string>();
+    CLI::App* const completion =
+        app.add_subcommand("completion", "Print the completion of this command line for a shell");
+    completion->add_option("shell", *shell, "The shell")->required()->check(CLI::IsMember({"bash", "zsh"}));
+    completion->footer("Example:\n  qlproto completion bash > qlproto.bash");
+    commands.push_back({completion, [&app, shell] {
+                            const CommandNode tool = commandTree(app);
+                            return print(*shell == "bash" ? bashCompletion(tool) : zshCompletion(tool));
+                        }});
+}
+
+} // namespace qlproto

@@ -1,0 +1,197 @@
+#include "tools/qlproto/manual/Completion.h"
+
+#include <functional>
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include "generated/QLProtocol/QLProtocol.fields.h"
+
+namespace qlproto {
+
+namespace {
+
+using Words = std::vector<std::string>;
+
+Words typeNames() {
+    Words names;
+    const auto add = [&](auto, const char* name) { return names.emplace_back(name), true; };
+    Quillon::messages(add);
+    Quillon::records(add);
+    return names;
+}
+
+Words enumerationNames() {
+    Words names;
+    Quillon::enumerations([&](auto, const char* name) { return names.emplace_back(name), true; });
+    return names;
+}
+
+std::string joined(const Words& words) { return fmt::format("{}", fmt::join(words, " ")); }
+
+Words optionNames(const CommandNode& command) {
+    Words names;
+    for (const Argument& it : command.options) names.insert(names.end(), it.names.begin(), it.names.end());
+    return names;
+}
+
+Words commandNames(const CommandNode& tool) {
+    Words names;
+    for (const CommandNode& it : tool.commands) names.push_back(it.name);
+    return names;
+}
+
+// --- bash
+
+/// What offers the values of one argument; empty when nothing can be offered.
+std::string bashOffer(const Argument& it) {
+    switch (it.value) {
+    case Value::file:
+        return "files=yes";
+    case Value::choice:
+        return fmt::format("words+=' {}'", joined(it.choices));
+    case Value::type:
+        return "words+=\" $types\"";
+    case Value::enumeration:
+        return "words+=\" $enumerations\"";
+    case Value::none:
+    case Value::opaque:
+        break;
+    }
+    return "";
+}
+
+void addBashCases(std::string& script, const CommandNode& command) {
+    for (const Argument& it : command.options) {
+        if (it.value == Value::none) continue;
+        Words patterns;
+        for (const std::string& name : it.names) patterns.push_back(fmt::format("'{} {}'", command.name, name));
+        const std::string offer = bashOffer(it);
+        script +=
+            fmt::format("    {}) value=yes{} ;;\n", fmt::join(patterns, " | "), offer.empty() ? "" : "; " + offer);
+    }
+}
+
+} // namespace
+
+std::string bashCompletion(const CommandNode& tool) {
+    std::string script =
+        fmt::format(R"(# Completion of {0} for bash. Made by "{0} completion bash" from the commands themselves.
+_{0}() {{
+    local types='{1}'
+    local enumerations='{2}'
+    local current=${{COMP_WORDS[COMP_CWORD]}} previous=${{COMP_WORDS[COMP_CWORD - 1]}}
+    local command= words= files= value= i
+    for ((i = 1; i < COMP_CWORD; ++i)); do
+        case ${{COMP_WORDS[i]}} in
+        -*) ;;
+        *) command=${{COMP_WORDS[i]}} && break ;;
+        esac
+    done
+
+    # The value of an option.
+    case "$command $previous" in
+)",
+                    tool.name, joined(typeNames()), joined(enumerationNames()));
+    for (const CommandNode& it : tool.commands) addBashCases(script, it);
+    script += "    esac\n\n    # An option, or what goes by position.\n    [ -n \"$value\" ] || case \"$command "
+              "$current\" in\n";
+    script += fmt::format("    ' '*) words='{} {}' ;;\n", joined(commandNames(tool)), joined(optionNames(tool)));
+    for (const CommandNode& it : tool.commands) {
+        script += fmt::format("    '{} -'*) words='{}' ;;\n", it.name, joined(optionNames(it)));
+        Words offers;
+        for (const Argument& argument : it.positionals)
+            if (const std::string offer = bashOffer(argument); !offer.empty()) offers.push_back(offer);
+        if (offers.empty()) offers.push_back(fmt::format("words='{}'", joined(optionNames(it))));
+        script += fmt::format("    '{} '*) {} ;;\n", it.name, fmt::join(offers, "; "));
+    }
+    script += fmt::format(R"(    esac
+
+    mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current"; [ -z "$files" ] || compgen -f -- "$current")
+}}
+complete -o filenames -F _{0} {0}
+)",
+                          tool.name);
+    return script;
+}
+
+// --- zsh
+
+namespace {
+
+/// Within double quotes, and with what _arguments and _describe would take for their own syntax escaped.
+std::string zshText(const std::string& text) {
+    std::string out;
+    for (const char c : text) {
+        if (c == '\\') out += "\\\\\\";
+        if (c == '"' || c == '$' || c == '`' || c == '[' || c == ']' || c == ':') out += '\\';
+        out += c;
+    }
+    return out;
+}
+
+std::string zshAction(const Argument& it) {
+    switch (it.value) {
+    case Value::file:
+        return "_files";
+    case Value::choice:
+        return fmt::format("({})", joined(it.choices));
+    case Value::type:
+        return "($types)";
+    case Value::enumeration:
+        return "($enumerations)";
+    case Value::none:
+    case Value::opaque:
+        break;
+    }
+    return " ";
+}
+
+/// The specs of one command for _arguments.
+Words zshSpecs(const CommandNode& command) {
+    Words specs;
+    for (const Argument& it : command.options) {
+        const std::string value =
+            it.value == Value::none ? "" : fmt::format(":{}:{}", zshText(it.placeholder), zshAction(it));
+        const std::string others = it.isRepeatable ? "*" : fmt::format("({})", joined(it.names));
+        for (const std::string& name : it.names)
+            specs.push_back(fmt::format("\"{}{}[{}]{}\"", others, name, zshText(it.description), value));
+    }
+    for (const Argument& it : command.positionals)
+        specs.push_back(
+            fmt::format("\"{}:{}:{}\"", it.isRepeatable ? "*" : "", zshText(it.placeholder), zshAction(it)));
+    return specs;
+}
+
+} // namespace
+
+std::string zshCompletion(const CommandNode& tool) {
+    Words commands;
+    for (const CommandNode& it : tool.commands)
+        commands.push_back(fmt::format("        \"{}:{}\"", it.name, zshText(it.description)));
+    std::string script =
+        fmt::format(R"(#compdef {0}
+# Completion of {0} for zsh. Made by "{0} completion zsh" from the commands themselves.
+_{0}() {{
+    local types='{1}'
+    local enumerations='{2}'
+    local -a commands=(
+{3}
+    )
+    if ((CURRENT == 2)); then
+        _describe command commands
+        return
+    fi
+    shift words
+    ((--CURRENT))
+    case $words[1] in
+)",
+                    tool.name, joined(typeNames()), joined(enumerationNames()), fmt::join(commands, "\n"));
+    for (const CommandNode& it : tool.commands)
+        script += fmt::format("    {})\n        _arguments -s \\\n            {}\n        ;;\n", it.name,
+                              fmt::join(zshSpecs(it), " \\\n            "));
+    script += fmt::format("    esac\n}}\n_{} \"$@\"\n", tool.name);
+    return script;
+}
+
+} // namespace qlproto
