@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "Backend/Velmora/Enumeration.h"
+#include "Inspect/Display.h"
 #include "Inspect/IdTable.h"
 #include "Inspect/Secrets.h"
 #include "Inspect/Utf8.h"
@@ -38,6 +39,9 @@ class BoundedText {
         if (room(_at) >= CUT.size()) _lastWithMark = _at;
     }
 
+    /// Whether a piece of that size leaves room for the mark.
+    bool takesWithMark(size_t size) const { return room(_at) >= size + CUT.size(); }
+
     bool isCut() const { return _isCut; }
     Rendered rendered() const { return {static_cast<size_t>(_at - _begin), _isCut}; }
 
@@ -61,35 +65,9 @@ bool isHarmless(char32_t c) {
     return c < 0x2060 || c > 0x206F;
 }
 
-/// Passes the text to `put` character by character, escaped, until that returns false.
-template <class Put>
-void putEscaped(std::string_view text, Put put) {
-    while (!text.empty()) {
-        const CodePoint first = first_code_point(text);
-        const std::string_view bytes = text.substr(0, std::max<size_t>(first.length, 1));
-        text.remove_prefix(bytes.size());
-        const std::string_view named = first.length == 0     ? ""
-                                       : first.value == '"'  ? "\\\""
-                                       : first.value == '\\' ? "\\\\"
-                                       : first.value == '\n' ? "\\n"
-                                       : first.value == '\r' ? "\\r"
-                                       : first.value == '\t' ? "\\t"
-                                                             : "";
-        if (!named.empty() || (first.length != 0 && isHarmless(first.value))) {
-            if (!put(named.empty() ? bytes : named)) return;
-            continue;
-        }
-        for (const char byte : bytes) {
-            const auto b = static_cast<unsigned char>(byte);
-            const char escape[] = {'\\', 'x', HEX_DIGITS[b >> 4], HEX_DIGITS[b & 15]};
-            if (!put(std::string_view(escape, sizeof escape))) return;
-        }
-    }
-}
-
 class Renderer {
   public:
-    Renderer(char* begin, char* end, Secrets secrets) : _text(begin, end), _secrets(secrets) {}
+    Renderer(char* begin, char* end, const Display& display) : _text(begin, end), _display(display) {}
 
     template <class T>
     Rendered message(const char* name, const T& value) {
@@ -101,17 +79,24 @@ class Renderer {
         return _text.rendered();
     }
 
+    Rendered characters(std::string_view bytes) {
+        showCharacters(bytes);
+        return _text.rendered();
+    }
+
   private:
     template <class T>
     void showFields(const T& value) {
         bool isFirst = true;
-        fields(of<T>{}, [&](const char* name, auto member, auto) {
+        fields(of<T>{}, [&](const char* name, auto member, auto encoding) {
             if (!isFirst) _text.put(" ");
             isFirst = false;
             _text.put(name);
             _text.put("=");
-            if (_secrets == Secrets::hide && is_secret<T>(member))
+            if (_display.secrets == Secrets::hide && is_secret<T>(member))
                 _text.put("***");
+            else if constexpr (std::same_as<decltype(encoding), price_t>)
+                showPrice(value.*member);
             else
                 show(value.*member);
             return !_text.isCut();
@@ -119,6 +104,12 @@ class Renderer {
     }
 
     void show(std::same_as<bool> auto v) { _text.put(v ? "T" : "F"); }
+    void showPrice(int64_t v) {
+        if (_display.priceScale == 1)
+            show(v);
+        else
+            _text.put(scaled_text(v, _display.priceScale));
+    }
     void show(std::same_as<int64_t> auto v) {
         if (const char* const sentinel = sentinelName(v))
             _text.put(sentinel);
@@ -149,32 +140,75 @@ class Renderer {
     }
     void show(const String auto& v) {
         _text.put("\"");
-        putEscaped({v.c_str(), v.size()}, [&](std::string_view piece) {
-            _text.put(piece);
-            return !_text.isCut();
-        });
+        showCharacters({v.c_str(), v.size()});
         _text.put("\"");
     }
 
+    void showCharacters(std::string_view rest) {
+        while (!rest.empty() && !_text.isCut()) {
+            size_t plain = 0;
+            while (plain < rest.size() && isPlain(rest[plain])) ++plain;
+            if (plain != 0 && _text.takesWithMark(plain)) { // as good as one by one
+                _text.put(rest.substr(0, plain));
+                rest.remove_prefix(plain);
+                continue;
+            }
+            const CodePoint first = first_code_point(rest);
+            const size_t length = std::max<size_t>(first.length, 1);
+            showCharacter(first, rest.substr(0, length));
+            rest.remove_prefix(length);
+        }
+    }
+
+    /// Whether the character stands as it is, at a glance.
+    static bool isPlain(char c) { return c >= 0x20 && c < 0x7F && c != '"' && c != '\\'; }
+
+    void showCharacter(CodePoint c, std::string_view bytes) {
+        if (c.length != 0) {
+            switch (c.value) {
+            case '"':
+                return _text.put("\\\"");
+            case '\\':
+                return _text.put("\\\\");
+            case '\n':
+                return _text.put("\\n");
+            case '\r':
+                return _text.put("\\r");
+            case '\t':
+                return _text.put("\\t");
+            }
+            if (isHarmless(c.value)) return _text.put(bytes);
+        }
+        for (const char byte : bytes) {
+            const auto b = static_cast<unsigned char>(byte);
+            const char escape[] = {'\\', 'x', HEX_DIGITS[b >> 4], HEX_DIGITS[b & 15]};
+            _text.put({escape, sizeof escape});
+        }
+    }
+
     BoundedText _text;
-    Secrets _secrets;
+    const Display& _display;
 };
 
 template <class T>
-Rendered renderAs(const char* name, const void* message, char* begin, char* end, Secrets secrets) {
-    return Renderer(begin, end, secrets).message(name, *static_cast<const T*>(message));
+Rendered renderAs(const char* name, const void* message, char* begin, char* end, const Display& display) {
+    return Renderer(begin, end, display).message(name, *static_cast<const T*>(message));
 }
 
 struct Entry {
     const char* name;
-    Rendered (*render)(const char* name, const void* message, char* begin, char* end, Secrets secrets);
+    Rendered (*render)(const char* name, const void* message, char* begin, char* end, const Display& display);
 };
 constexpr IdTable<Entry> renderers([]<class T>(of<T>, const char* name) { return Entry{name, &renderAs<T>}; });
 
 } // namespace
 
 Rendered render(MsgType_t id, const void* message, char* begin, char* end, Secrets secrets) {
-    if (const Entry* const entry = renderers.find(id)) return entry->render(entry->name, message, begin, end, secrets);
+    return render(id, message, begin, end, Display{.secrets = secrets});
+}
+
+Rendered render(MsgType_t id, const void* message, char* begin, char* end, const Display& display) {
+    if (const Entry* const entry = renderers.find(id)) return entry->render(entry->name, message, begin, end, display);
     BoundedText text(begin, end);
     text.put("<unknown message ");
     text.put(std::to_string(id));
@@ -182,12 +216,17 @@ Rendered render(MsgType_t id, const void* message, char* begin, char* end, Secre
     return text.rendered();
 }
 
+void append_safe(std::string_view bytes, std::string& text) {
+    const size_t before = text.size();
+    text.resize(before + 4 * bytes.size()); // no byte takes more
+    const Display display;
+    Renderer renderer(text.data() + before, text.data() + text.size(), display);
+    text.resize(before + renderer.characters(bytes).size);
+}
+
 std::string quoted(std::string_view text) {
     std::string result = "\"";
-    putEscaped(text, [&](std::string_view piece) {
-        result += piece;
-        return true;
-    });
+    append_safe(text, result);
     return result + '"';
 }
 

@@ -12,38 +12,13 @@
 #include <sys/wait.h>
 
 #include "generated/QLProtocol/MsgHandler.h"
+#include "tests/Sessions.h"
 #include "tools/qlproto/MessageReader.h"
-#include "tools/qlproto/session/Session.h"
 
 using namespace Quillon;
 
 namespace {
 
-struct Sent {
-    int64_t time;
-    std::string bytes;
-    bool operator==(const Sent&) const = default;
-    MsgType_t id() const {
-        return static_cast<MsgType_t>(static_cast<unsigned char>(bytes[0]) | static_cast<unsigned char>(bytes[1]) << 8);
-    }
-};
-
-struct Memory : qlproto::PacketSink {
-    std::vector<Sent> packets;
-    void packet(const qlproto::Packet& packet) override { packets.push_back({packet.time, std::string(packet.bytes)}); }
-};
-
-std::vector<Sent> session(uint64_t seed, uint64_t messages) {
-    Memory memory;
-    qlproto::session::Session(seed, messages, memory).run();
-    return memory.packets;
-}
-
-class WithProtocol : public testing::Test {
-  protected:
-    void SetUp() override { initialize(); }
-    void TearDown() override { finalize(); }
-};
 using Session = WithProtocol;
 using Reader = WithProtocol;
 
@@ -473,7 +448,7 @@ TEST_F(Tool, ShowsFieldsAndNoControlCharacters) {
     const Result result = run("qlproto decode a.pcap");
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.out, "1709535600.000000042 TimerMessage tqid=7\n"
-                          "1709535600.000000042 JsonFromServer contents=\"one\\x0Atwo\\x1B[31m\\x7F\"\n");
+                          "1709535600.000000042 JsonFromServer contents=\"one\\ntwo\\x1b[31m\\x7f\"\n");
 }
 
 TEST_F(Tool, NamesBadPacketsAndGoesOn) {
@@ -488,20 +463,21 @@ TEST_F(Tool, NamesBadPacketsAndGoesOn) {
         {captureHeader(), 0, 0, "0 messages, "},
         {captureHeader() + record(timer), 0, 1, "1 message, 3 bytes, "},
         {captureHeader() + record(std::string("\x03\x00", 2)) + record(timer), 1, 1,
-         "packet 1: unknown message identifier 3"},
+         "packet 1 at offset 24: unknown message identifier 3"},
         {captureHeader() + record(timer) + record("\x24") + record(timer), 1, 2,
-         "packet 2: 1 byte cannot hold an identifier"},
-        {captureHeader() + record("") + record(timer), 1, 1, "packet 1: 0 bytes cannot hold an identifier"},
-        {captureHeader() + record(timer + "x"), 1, 0, "packet 1: TimerMessage: 1 byte left over"},
-        {captureHeader() + record("\x24\xD0"), 1, 0,
-         "packet 1: TimerMessage: body of 0 bytes ends before its fields do"},
+         "packet 2 at offset 43: 1 byte cannot hold an identifier"},
+        {captureHeader() + record("") + record(timer), 1, 1,
+         "packet 1 at offset 24: 0 bytes cannot hold an identifier"},
+        {captureHeader() + record(timer + "x"), 1, 0, "packet 1 at offset 24: TimerMessage: trailing bytes at byte 1"},
+        {captureHeader() + record("\x24\xD0"), 1, 0, "packet 1 at offset 24: TimerMessage: truncated at byte 0 (tqid)"},
         {captureHeader() + record("\x24\xD0\x80"), 1, 0,
-         "packet 1: TimerMessage: body of 1 byte ends before its fields do"},
-        {captureHeader() + record(timer, 100) + record(timer), 1, 1, "packet 1: only 3 of its 100 bytes were captured"},
+         "packet 1 at offset 24: TimerMessage: truncated at byte 0 (tqid)"},
+        {captureHeader() + record(timer, 100) + record(timer), 1, 1,
+         "packet 1 at offset 24: only 3 of its 100 bytes were captured"},
         {captureHeader() + record(timer) + record(timer).substr(0, 18), 1, 1,
-         "after packet 1: a.pcap: truncated dump file"},
+         "after packet 1: damaged record at offset 43: the capture ends inside its 3 bytes; 18 bytes skipped"},
         {captureHeader() + record(timer) + record(timer).substr(0, 7), 1, 1,
-         "after packet 1: a.pcap: truncated dump file"},
+         "after packet 1: damaged record at offset 43: the capture ends inside its header; 7 bytes skipped"},
         {captureHeader(1) + record(timer), 1, 0, "link type 1 instead of USER0 (147)"},
         {captureHeader().substr(0, 20), 1, 0, "not a capture"},
         {"", 1, 0, "not a capture"},
@@ -570,9 +546,58 @@ TEST_F(Tool, FindsBytesThatDoNotComeBack) {
     const Result result = run("qlproto roundtrip a.pcap");
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_NE(result.out.find("different 1\n"), std::string::npos) << result.out;
-    EXPECT_NE(result.err.find("packet 1: TimerMessage: encodes to 1 byte instead of 2, different from offset 0"),
-              std::string::npos)
+    EXPECT_NE(
+        result.err.find("packet 1 at offset 24: TimerMessage: encodes to 1 byte instead of 2, different from offset 0"),
+        std::string::npos)
         << result.err;
+}
+
+TEST_F(Tool, GeneratesProfilesAndRates) {
+    struct Case {
+        const char* options;
+        double low, high; ///< messages per second
+        int exitCode;     ///< of verifying it
+    };
+    const Case cases[] = {{"--profile usual", 2000, 4000, 0}, {"--profile quiet", 50, 400, 0},
+                          {"--profile busy", 8000, 40000, 0}, {"--profile hostile", 2000, 4000, 1},
+                          {"--rate 100", 80, 120, 0},         {"--profile busy --rate 50000", 35000, 65000, 0}};
+    for (const Case& it : cases) {
+        const std::string generate = std::string("qlproto generate --messages 20000 --seed 3 ") + it.options + " -o ";
+        ASSERT_EQ(run(generate + "a.pcap").exitCode, 0) << it.options;
+        EXPECT_EQ(run(generate + "-").out, content("a.pcap")) << it.options;
+        const Result verified = run("qlproto verify a.pcap");
+        EXPECT_EQ(verified.exitCode, it.exitCode) << it.options;
+        EXPECT_NE(verified.out.find("all packets"), std::string::npos) << verified.out;
+
+        std::istringstream lines(run("qlproto decode a.pcap").out);
+        std::set<std::string> names;
+        std::vector<double> times;
+        for (std::string time, name, rest; lines >> time >> name && std::getline(lines, rest);) {
+            names.insert(name);
+            times.push_back(std::stod(time));
+        }
+        EXPECT_EQ(names.size(), 71u) << it.options;
+        const double rate = static_cast<double>(times.size() - 2000) / (times.back() - times[2000]);
+        EXPECT_GT(rate, it.low) << it.options;
+        EXPECT_LT(rate, it.high) << it.options;
+    }
+}
+
+TEST_F(Tool, ExamplesOfTheHelpRunAsPrinted) {
+    ASSERT_EQ(run("qlproto generate --messages 100000 --seed 7 -o session.pcap").exitCode, 0);
+    std::string help = run("qlproto --help").out;
+    std::istringstream commands(help.substr(help.find("Subcommands:\n") + 13));
+    for (std::string line; std::getline(commands, line) && line.rfind("  ", 0) == 0;)
+        if (line[2] != ' ') help += run("qlproto " + line.substr(2, line.find(' ', 2) - 2) + " --help").out;
+    int examples = 0;
+    std::istringstream lines(help);
+    for (std::string line; std::getline(lines, line);) {
+        if (line.rfind("  qlproto ", 0) != 0) continue;
+        ++examples;
+        const Result result = run("set -o pipefail; " + line.substr(2));
+        EXPECT_EQ(result.exitCode, 0) << line << ": " << result.err;
+    }
+    EXPECT_GT(examples, 10);
 }
 
 } // namespace

@@ -28,5 +28,6 @@ void addManual(CLI::App& app, Commands& commands); ///< adds manpage and complet
 void addMessages(CLI::App& app, Commands& commands);
 void addRoundTrip(CLI::App& app, Commands& commands);
 void addSchema(CLI::App& app, Commands& commands);
+void addVerify(CLI::App& app, Commands& commands);
 
 } // namespace qlproto
