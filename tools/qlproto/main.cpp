@@ -40,6 +40,7 @@ int main(int argc, char** argv) {
     qlproto::addGenerate(app, commands);
     qlproto::addDecode(app, commands);
     qlproto::addRoundTrip(app, commands);
+    qlproto::addStats(app, commands);
 
     try {
         app.parse(argc, argv);

@@ -19,5 +19,6 @@ using Commands = std::vector<Command>;
 void addDecode(CLI::App& app, Commands& commands);
 void addGenerate(CLI::App& app, Commands& commands);
 void addRoundTrip(CLI::App& app, Commands& commands);
+void addStats(CLI::App& app, Commands& commands);
 
 } // namespace qlproto
