@@ -7,7 +7,10 @@
 #include "tests/ToolFolder.h"
 #include "tools/qlproto/Plot.h"
 #include "tools/qlproto/analysis/Histogram.h"
+#include "tools/qlproto/analysis/LatencyStats.h"
 #include "tools/qlproto/analysis/RateSeries.h"
+#include "tools/qlproto/analysis/TrafficStats.h"
+#include "tools/qlproto/session/Session.h"
 
 using namespace Quillon;
 using nlohmann::json;
@@ -119,6 +122,104 @@ TEST_F(Analysis, StatsTellsCountsRatesAndSizes) {
                                            "sizes": {"min": 3, "median": 3, "p99": 7, "max": 7}})"));
     EXPECT_EQ(told["messages"]["TimerMessage"]["bytes"], 11);
     EXPECT_EQ(told["messages"].size(), 2u);
+}
+
+TEST_F(Analysis, LatencyTellsEachHop) {
+    const auto submit = [](int64_t client, int64_t server, int64_t handler) {
+        return ToolFolder::packet<SubmitOrderMessage>([&](SubmitOrderMessage& it) {
+            it.contents.timeApiClient = client;
+            it.contents.timeApiServer = server;
+            it.contents.timeHandler = handler;
+        });
+    };
+    const auto received = ToolFolder::packet<OrderReceivedMessage>([](OrderReceivedMessage& it) {
+        it.contents.timeApiServer = 1000;
+        it.contents.timeApiClient = 1'001'000;
+    });
+    const auto data = ToolFolder::packet<MktDataMessage>([](MktDataMessage& it) {
+        it.mvd.timeExchange = INT64_MIN; // from a stranger: the difference is beyond 64 bits
+        it.mvd.timeArrival = INT64_MAX;
+    });
+    const auto imHere = ToolFolder::packet<ImHereMessage>([](ImHereMessage& it) {
+        it.timeApiClient = 1;
+        it.timeApiServer = 2;
+    });
+    folder.store("a.pcap", {{1, submit(1000, 1640, 13990)},
+                            {2, submit(1000, 1500, 0)},
+                            {3, submit(2000, 1600, 1700)},
+                            {4, received},
+                            {5, data},
+                            {6, imHere}});
+    const ToolFolder::Result result = folder.run("qlproto latency a.pcap");
+    EXPECT_EQ(result.exitCode, 0);
+    std::vector<std::string> rows;
+    std::istringstream lines(result.out);
+    for (std::string line; std::getline(lines, line);) {
+        std::istringstream words(line);
+        std::string row;
+        for (std::string word; words >> word;) row += (row.empty() ? "" : " ") + word;
+        rows.push_back(row);
+    }
+    const std::vector<std::string> expected = {
+        "message hop count p50 p90 p99 p99.9 max unset negative lowest",
+        "MktDataMessage exchange->arrival 1 9223372037s 9223372037s 9223372037s 9223372037s 9223372037s 0 0 -",
+        "MktDataMessage arrival->handler 0 - - - - - 1 0 -",
+        "MktDataMessage handler->enhanced 0 - - - - - 1 0 -",
+        "MktDataMessage enhanced->server 0 - - - - - 1 0 -",
+        "MktDataMessage server->client 0 - - - - - 1 0 -",
+        "MktDataMessage exchange->client 0 - - - - - 1 0 -",
+        "SubmitOrderMessage client->server 2 500ns 640ns 640ns 640ns 640ns 0 1 -400ns",
+        "SubmitOrderMessage server->handler 2 100ns 12.35µs 12.35µs 12.35µs 12.35µs 1 0 -",
+        "SubmitOrderMessage client->handler 1 12.99µs 12.99µs 12.99µs 12.99µs 12.99µs 1 1 -300ns",
+        "OrderReceivedMessage server->client 1 1.000ms 1.000ms 1.000ms 1.000ms 1.000ms 0 0 -",
+    };
+    ASSERT_GE(rows.size(), expected.size());
+    EXPECT_EQ(std::vector(rows.begin(), rows.begin() + static_cast<std::ptrdiff_t>(expected.size())), expected);
+    EXPECT_EQ(rows.size(), expected.size() + 9) << "the hops of all messages, server->client once";
+
+    const json told = json::parse(folder.run("qlproto latency --json a.pcap").out);
+    EXPECT_EQ(told["messages"]["SubmitOrderMessage"][1],
+              json::parse(R"({"from": "server", "to": "handler", "count": 2, "unset": 1, "negative": 0, "min": 100,
+                              "p50": 100, "p90": 12350, "p99": 12350, "p99.9": 12350, "max": 12350})"));
+    EXPECT_FALSE(told["messages"].contains("ImHereMessage"));
+}
+
+// Each half counted by itself and added up is the whole, and the stations of made-up sessions, which are stamped in
+// order, are in order.
+TEST_F(Analysis, PartsAddUpToTheWhole) {
+    struct Counts : qlproto::PacketSink {
+        qlproto::MessageReader reader;
+        qlproto::TrafficStats traffic, trafficParts[2];
+        qlproto::LatencyStats latency, latencyParts[2];
+        size_t packets = 0;
+        void packet(const qlproto::Packet& packet) override {
+            ASSERT_TRUE(reader.read(packet.bytes));
+            const size_t part = packets++ / 100 % 2;
+            for (auto* it : {&traffic, &trafficParts[part]}) it->add(packet, reader);
+            for (auto* it : {&latency, &latencyParts[part]}) it->add(packet, reader);
+        }
+    } counts;
+    qlproto::session::Session(3, 20000, counts).run();
+    counts.trafficParts[0].merge(counts.trafficParts[1]);
+    counts.latencyParts[0].merge(counts.latencyParts[1]);
+
+    const auto same = [](const Histogram& a, const Histogram& b) {
+        EXPECT_EQ(a.count(), b.count());
+        if (a.count() == 0 || b.count() == 0) return;
+        for (double percent : {1.0, 50.0, 99.0}) EXPECT_EQ(a.percentile(percent), b.percentile(percent));
+    };
+    for (size_t i = 0; i < qlproto::MESSAGE_COUNT; ++i) {
+        const auto &whole = counts.traffic.byMessage()[i], &sum = counts.trafficParts[0].byMessage()[i];
+        same(whole.sizes, sum.sizes);
+        EXPECT_EQ(whole.bytes, sum.bytes);
+        EXPECT_EQ(whole.overTime.seconds(), sum.overTime.seconds());
+        for (size_t hop = 0; hop < counts.latency.byMessage()[i].size(); ++hop) {
+            const auto& it = counts.latency.byMessage()[i][hop];
+            same(it.times, counts.latencyParts[0].byMessage()[i][hop].times);
+            EXPECT_EQ(it.times.count(), whole.sizes.count()) << "no hop is unset or negative";
+        }
+    }
+    EXPECT_EQ(counts.traffic.overall().sizes.count(), 20000u);
 }
 
 } // namespace

@@ -27,10 +27,8 @@ std::string Table::text() const {
         for (std::size_t i = 0; i < row.size(); ++i) {
             const std::string padding(widths[i] - columns(row[i]), ' ');
             const bool isLast = i + 1 == row.size();
-            if (i == 0)
-                text += row[i] + (isLast ? "" : padding);
-            else
-                text += "  " + padding + row[i];
+            if (i != 0) text += "  ";
+            text += i < _toTheLeft ? row[i] + (isLast ? "" : padding) : padding + row[i];
         }
         text += '\n';
     }

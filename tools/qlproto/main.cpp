@@ -41,6 +41,7 @@ int main(int argc, char** argv) {
     qlproto::addDecode(app, commands);
     qlproto::addRoundTrip(app, commands);
     qlproto::addStats(app, commands);
+    qlproto::addLatency(app, commands);
 
     try {
         app.parse(argc, argv);

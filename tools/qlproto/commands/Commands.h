@@ -18,6 +18,7 @@ using Commands = std::vector<Command>;
 
 void addDecode(CLI::App& app, Commands& commands);
 void addGenerate(CLI::App& app, Commands& commands);
+void addLatency(CLI::App& app, Commands& commands);
 void addRoundTrip(CLI::App& app, Commands& commands);
 void addStats(CLI::App& app, Commands& commands);
 
