@@ -222,4 +222,80 @@ TEST_F(Analysis, PartsAddUpToTheWhole) {
     EXPECT_EQ(counts.traffic.overall().sizes.count(), 20000u);
 }
 
+// Two users use the same clOrdID; a cancellation of all cancels orders of both; packet 4 comes late.
+TEST_F(Analysis, TraceFollowsIdentifiersFromMessageToMessage) {
+    const auto of = []<class Message>(Velmora::of<Message>, int32_t user, int64_t orderID, const char* clOrdID,
+                                      const char* exOrdID = "", const char* cxlID = "", const char* newID = "") {
+        return ToolFolder::packet<Message>([&](Message& it) {
+            it.userID = user;
+            it.contents.orderID = orderID;
+            it.contents.clOrdID = clOrdID;
+            if constexpr (requires { it.contents.exOrdID; }) it.contents.exOrdID = exOrdID;
+            if constexpr (requires { it.contents.cxlID; }) it.contents.cxlID = cxlID;
+            if constexpr (requires { it.contents.clNewID; }) it.contents.clNewID = newID;
+        });
+    };
+    const Velmora::of<OrderReceivedMessage> received;
+    const Velmora::of<OrderSubmittedMessage> submitted;
+    const Velmora::of<OrderCanceledMessage> canceled;
+    const Velmora::of<ModifyOrderMessage> modify;
+    std::vector<std::string> packets = {
+        of(received, 1, 100, "a"),
+        of(received, 2, 200, "a"),
+        ToolFolder::packet<NewOrderMessage>([](NewOrderMessage& it) {
+            it.contents.clOrdID = "n";
+            it.contents.orderID = "100"; // a text: no order 100 of the order flow
+            it.contents.execID = "x";
+            it.contents.quoteID = "q-bid";
+            it.contents.quoteReqID = "q";
+        }),
+        of(modify, 1, 0, "a", "", "", "b"),
+        of(submitted, 1, 100, "", "E1"),
+        ToolFolder::packet<CancelAllOrderMessage>([](CancelAllOrderMessage& it) { it.contents.cxlID = "all"; }),
+        of(canceled, 1, 0, "b", "", "all"),
+        of(canceled, 2, 200, "a", "", "all"),
+        of(canceled, 3, 300, "c", "", "all"),
+        ToolFolder::packet<TradeCaptureAckMessage>([](TradeCaptureAckMessage& it) { it.contents.execID = "x"; }),
+        ToolFolder::packet<ConnectResponseMessage>([](ConnectResponseMessage& it) { it.sessionID = 9; }),
+        ToolFolder::packet<InternalClientInfoMessage>([](InternalClientInfoMessage& it) {
+            it.userID = 2;
+            it.sessionID = 9;
+        }),
+    };
+    std::vector<ToolFolder::Packet> capture;
+    for (size_t i = 0; i < packets.size(); ++i)
+        capture.emplace_back(static_cast<int64_t>(i + 1) * 1'000'000 + (i == 3 ? 1'500'000 : 0), packets[i]);
+    folder.store("a.pcap", capture);
+
+    struct Case {
+        const char* subject;
+        std::vector<uint64_t> packets;
+    };
+    const Case cases[] = {
+        {"--order E1 --user 1", {1, 5, 4, 6, 7}}, // by its third name; the first is learnt in between
+        {"--order 200 --user 2", {2, 6, 8}},
+        {"--order 300", {6, 9}},
+        {"--order a", {1, 2, 5, 4, 6, 7, 8}}, // without a user, the orders of both
+        {"--order n", {3, 10}},
+        {"--quote q-bid", {3, 10}},
+        {"--quote x", {}},
+        {"--user 2", {2, 8, 11, 12}},
+        {"--user 0", {}},
+    };
+    for (const Case& it : cases) {
+        const ToolFolder::Result result = folder.run("qlproto trace a.pcap --json " + std::string(it.subject));
+        EXPECT_EQ(result.exitCode, 0);
+        std::vector<uint64_t> found;
+        std::istringstream lines(result.out);
+        for (std::string line; std::getline(lines, line);) found.push_back(json::parse(line)["packet"]);
+        EXPECT_EQ(found, it.packets) << it.subject;
+    }
+    EXPECT_EQ(folder.run("qlproto trace a.pcap --order n").out,
+              "packet  time         gap       message                 fields\n"
+              "3       0.003000000  +0ns      NewOrderMessage         clOrdID=\"n\" orderID=\"100\" execID=\"x\" "
+              "quoteID=\"q-bid\" quoteReqID=\"q\"\n"
+              "10      0.010000000  +7.000ms  TradeCaptureAckMessage  execID=\"x\"\n");
+    EXPECT_EQ(folder.run("qlproto trace a.pcap --order n --quote q").exitCode, 2);
+}
+
 } // namespace

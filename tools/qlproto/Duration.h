@@ -1,4 +1,4 @@
-// Durations for people: four digits and the unit they are readable in.
+// Times and durations for people.
 #pragma once
 
 #include <cstdint>
@@ -9,7 +9,8 @@
 
 namespace qlproto {
 
-/// "640ns", "12.35µs", "-1.500ms", "72.00s"; without a blank, so that it stays one word.
+/// Four digits and the unit they are readable in: "640ns", "12.35µs", "-1.500ms", "72.00s"; without a blank, so that it
+/// stays one word.
 inline std::string readableDuration(int64_t nanoseconds) {
     const double size = std::abs(static_cast<double>(nanoseconds));
     if (size < 1e3) return fmt::format("{}ns", nanoseconds);
@@ -19,6 +20,11 @@ inline std::string readableDuration(int64_t nanoseconds) {
     const double value = static_cast<double>(nanoseconds) / unit;
     const int decimals = std::abs(value) < 9.9995 ? 3 : std::abs(value) < 99.995 ? 2 : std::abs(value) < 999.95 ? 1 : 0;
     return fmt::format("{:.{}f}{}", value, decimals, name);
+}
+
+/// As the capture has it, which fixes no calendar: seconds, point, nine digits.
+inline std::string captureTime(int64_t nanoseconds) {
+    return fmt::format("{}.{:09}", nanoseconds / 1'000'000'000, nanoseconds % 1'000'000'000);
 }
 
 } // namespace qlproto

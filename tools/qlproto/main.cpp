@@ -42,6 +42,7 @@ int main(int argc, char** argv) {
     qlproto::addRoundTrip(app, commands);
     qlproto::addStats(app, commands);
     qlproto::addLatency(app, commands);
+    qlproto::addTrace(app, commands);
 
     try {
         app.parse(argc, argv);

@@ -21,5 +21,6 @@ void addGenerate(CLI::App& app, Commands& commands);
 void addLatency(CLI::App& app, Commands& commands);
 void addRoundTrip(CLI::App& app, Commands& commands);
 void addStats(CLI::App& app, Commands& commands);
+void addTrace(CLI::App& app, Commands& commands);
 
 } // namespace qlproto
