@@ -298,4 +298,73 @@ TEST_F(Analysis, TraceFollowsIdentifiersFromMessageToMessage) {
     EXPECT_EQ(folder.run("qlproto trace a.pcap --order n --quote q").exitCode, 2);
 }
 
+TEST_F(Analysis, DiffTellsWhatIsInOneOnlyAndWhichFieldsDiffer) {
+    const auto quotes = [](int64_t time, const std::vector<std::string>& ids) {
+        return ToolFolder::packet<MassQuoteMessage>([&](MassQuoteMessage& it) {
+            it.contents.timeApiClient = time;
+            for (const std::string& id : ids) it.contents.quotes.add_back().quoteID = id;
+        });
+    };
+    const auto connect = [](const char* password) {
+        return ToolFolder::packet<ClientConnectMessage>([&](ClientConnectMessage& it) { it.password = password; });
+    };
+    std::vector<ToolFolder::Packet> a, b;
+    for (int i = 1; i <= 20; ++i) a.emplace_back(i, timer(i));
+    b = a;
+    a[18].second = quotes(5, {"x\x1B", "y"});
+    b[18].second = quotes(6, {"z"});
+    b[16].second = std::string(b[16].second).append("trailing");
+    b[14].second = connect("hunter2");
+    a[14].second = connect("hunter3");
+    b.insert(b.begin() + 9, {7, connect("")}); // packet 10
+    b[6].second = timer(70);
+    b.erase(b.begin() + 2); // packet 3 of the first
+    folder.store("a.pcap", a);
+    folder.store("b.pcap", b);
+
+    const ToolFolder::Result result = folder.run("qlproto diff a.pcap b.pcap");
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.out, "< 3 TimerMessage\n"
+                          "! 7 6 TimerMessage\n"
+                          "    tqid: 7 -> 70\n"
+                          "> 9 ClientConnectMessage\n"
+                          "! 15 15 ClientConnectMessage\n"
+                          "    password: *** -> ***\n"
+                          "! 17 17 TimerMessage\n"
+                          "    in the other a bad packet: TimerMessage: 8 bytes left over behind its fields\n"
+                          "! 19 19 MassQuoteMessage\n"
+                          "    contents.quotes[0].quoteID: \"x\\u001b\" -> \"z\"\n"
+                          "    contents.quotes[1].quoteID: \"y\" -> nothing\n"
+                          "    contents.quotes[1].price: 0 -> nothing\n"
+                          "    contents.quotes[1].amount: 0 -> nothing\n"
+                          "    contents.quotes[1].side: 0 -> nothing\n"
+                          "    contents.quotes[1].detail: \"\" -> nothing\n"
+                          "    contents.timeApiClient: 5 -> 6\n"
+                          "equal 15, different 4, only in the first 1, only in the second 1\n");
+    const std::string ends = "and 5 more\nequal 15, different 4, only in the first 1, only in the second 1\n";
+    EXPECT_TRUE(folder.run("qlproto diff --first 1 a.pcap b.pcap").out.ends_with(ends));
+    EXPECT_TRUE(folder.run("qlproto diff --ignore timeApiClient,quotes a.pcap b.pcap")
+                    .out.ends_with("\nequal 16, different 3, only in the first 1, only in the second 1\n"));
+
+    EXPECT_EQ(folder.run("cat a.pcap | qlproto diff - a.pcap").exitCode, 0);
+    EXPECT_EQ(folder.run("qlproto diff - -").exitCode, 2);
+}
+
+// What is taken out of a session here and put in there is found, even if it is more than what is laid side by side.
+TEST_F(Analysis, DiffFindsTheWayBackAfterLongGaps) {
+    struct Memory : qlproto::PacketSink {
+        std::vector<ToolFolder::Packet> packets;
+        void packet(const qlproto::Packet& it) override { packets.emplace_back(it.time, it.bytes); }
+    } session;
+    qlproto::session::Session(5, 20000, session).run();
+    std::vector<ToolFolder::Packet> other = session.packets;
+    other.erase(other.begin() + 15000, other.begin() + 18000);
+    other.erase(other.begin() + 100, other.begin() + 103);
+    other.insert(other.begin() + 5000, 1700, {0, timer(-1)});
+    folder.store("a.pcap", session.packets);
+    folder.store("b.pcap", other);
+    EXPECT_TRUE(folder.run("qlproto diff a.pcap b.pcap")
+                    .out.ends_with("equal 16997, different 0, only in the first 3003, only in the second 1700\n"));
+}
+
 } // namespace

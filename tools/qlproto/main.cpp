@@ -43,6 +43,7 @@ int main(int argc, char** argv) {
     qlproto::addStats(app, commands);
     qlproto::addLatency(app, commands);
     qlproto::addTrace(app, commands);
+    qlproto::addDiff(app, commands);
 
     try {
         app.parse(argc, argv);

@@ -17,6 +17,7 @@ struct Command {
 using Commands = std::vector<Command>;
 
 void addDecode(CLI::App& app, Commands& commands);
+void addDiff(CLI::App& app, Commands& commands);
 void addGenerate(CLI::App& app, Commands& commands);
 void addLatency(CLI::App& app, Commands& commands);
 void addRoundTrip(CLI::App& app, Commands& commands);
