@@ -76,11 +76,19 @@ class Comparer {
 
     std::vector<FlatField> fields() const {
         std::vector<FlatField> all = flatFields(_reader.descriptor().id(), _reader.message());
-        std::erase_if(all, [&](const FlatField& field) {
-            const std::string name = field.path.substr(field.path.rfind('.') + 1);
-            return std::find(_ignored.begin(), _ignored.end(), name) != _ignored.end();
-        });
+        std::erase_if(all, [&](const FlatField& field) { return isIgnored(field.path); });
         return all;
+    }
+
+    /// Whether the value's own name, or that of a record or vector it stands in, is among the ignored.
+    bool isIgnored(std::string_view path) const {
+        while (!path.empty()) {
+            const std::string_view step = path.substr(0, path.find('.'));
+            path.remove_prefix(std::min(step.size() + 1, path.size()));
+            const std::string_view name = step.substr(0, step.find('['));
+            if (std::find(_ignored.begin(), _ignored.end(), name) != _ignored.end()) return true;
+        }
+        return false;
     }
 
     std::vector<std::string> _ignored;
