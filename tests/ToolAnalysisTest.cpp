@@ -1,6 +1,8 @@
 // What the tool finds out about captures: the figures themselves, and the commands that tell them.
 #include <random>
+#include <set>
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
@@ -29,6 +31,45 @@ class Analysis : public testing::Test {
 
 std::string timer(int32_t tqid) {
     return ToolFolder::packet<TimerMessage>([&](TimerMessage& it) { it.tqid = tqid; });
+}
+
+// --- pages
+
+/// The data in a report's page.
+json pageData(const std::string& page) {
+    const std::string opening = "<script type=\"application/json\" id=\"data\">";
+    const size_t begin = page.find(opening) + opening.size();
+    return json::parse(page.substr(begin, page.find("</script>", begin) - begin));
+}
+
+/// The rows of all tables in a page, each as its cells' texts with a "|" behind each cell.
+std::set<std::string> tableRows(const std::string& page) {
+    std::set<std::string> rows;
+    for (size_t at = page.find("<tr"); at != std::string::npos; at = page.find("<tr", at)) {
+        const size_t end = page.find("</tr>", at);
+        std::string row;
+        for (bool isTag = false; at < end; ++at) {
+            if (page.compare(at, 5, "</td>") == 0 || page.compare(at, 5, "</th>") == 0) row += '|';
+            if (page[at] == '<') isTag = true;
+            if (!isTag) row += page[at];
+            if (page[at] == '>') isTag = false;
+        }
+        rows.insert(row);
+    }
+    return rows;
+}
+
+/// A number as the page shows it: 1,234,567.
+std::string grouped(uint64_t number) {
+    return number < 1000 ? std::to_string(number) : fmt::format("{},{:03}", grouped(number / 1000), number % 1000);
+}
+
+/// Nanoseconds between 1 and 1,000 microseconds as the page shows them: four digits.
+std::string digits(int64_t nanoseconds) {
+    const int decimals = nanoseconds < 10'000 ? 3 : nanoseconds < 100'000 ? 2 : 1;
+    const int64_t step = decimals == 3 ? 1 : decimals == 2 ? 10 : 100;
+    const int64_t rounded = (nanoseconds + step / 2) / step * step; // half away from zero, as browsers round
+    return fmt::format("{:.{}f}", static_cast<double>(rounded) / 1000, decimals);
 }
 
 // --- distributions
@@ -365,6 +406,115 @@ TEST_F(Analysis, DiffFindsTheWayBackAfterLongGaps) {
     folder.store("b.pcap", other);
     EXPECT_TRUE(folder.run("qlproto diff a.pcap b.pcap")
                     .out.ends_with("equal 16997, different 0, only in the first 3003, only in the second 1700\n"));
+}
+
+// Messages of one order each, and what became of it.
+TEST_F(Analysis, ReportCountsOrdersByOutcome) {
+    int64_t id = 0;
+    std::vector<ToolFolder::Packet> packets;
+    const auto tell = [&]<class Message>(Velmora::of<Message>, auto fill) {
+        packets.emplace_back(1, ToolFolder::packet<Message>([&](Message& it) {
+                                 it.contents.orderID = id;
+                                 fill(it.contents);
+                             }));
+    };
+    const auto nothing = [](auto&) {};
+    const auto submit = [&] { tell(Velmora::of<SubmitOrderMessage>{}, nothing); };
+    const auto fill = [&] { tell(Velmora::of<TradeCaptureMessage>{}, nothing); };
+    const auto done = [&] { tell(Velmora::of<OrderDoneMessage>{}, nothing); };
+    const auto cancel = [&](CancelReason::Type reason) {
+        tell(Velmora::of<OrderCanceledMessage>{}, [&](OrderCanceled& it) { it.reason = reason; });
+    };
+    ++id, submit();                                                               // still open
+    ++id, cancel(CancelReason::BY_ADMIN), submit();                               // canceled
+    ++id, submit(), cancel(CancelReason::ORDER_MODIFIED), fill(), fill(), done(); // filled
+    ++id, submit(), fill();                                                       // filled in part, still open
+    ++id, fill(), cancel(CancelReason::BY_EXCHANGE), done();                      // filled in part, then canceled
+    ++id, done();                                                                 // done without a fill
+    ++id, tell(Velmora::of<OrderRejectedMessage>{}, nothing);                     // rejected
+    ++id, tell(Velmora::of<OrderSubmittedMessage>{}, [](OrderSubmitted& it) { it.ordStatus = OrderStatus::FILLED; });
+    id = 0, submit(); // of no order
+    for (const char* order : {"a", "b", "c"})
+        packets.emplace_back(
+            1, ToolFolder::packet<NewOrderMessage>([&](NewOrderMessage& it) { it.contents.clOrdID = order; }));
+    packets.emplace_back(
+        1, ToolFolder::packet<AcceptOrderMessage>([](AcceptOrderMessage& it) { it.contents.clOrdID = "a"; }));
+    packets.emplace_back(
+        1, ToolFolder::packet<OrderTimeoutMessage>([](OrderTimeoutMessage& it) { it.contents.clOrdID = "b"; }));
+    folder.store("a.pcap", packets);
+
+    const json data = pageData(folder.run("qlproto report a.pcap -o -").out);
+    EXPECT_EQ(data["orders"], json::parse(R"([{"name": "rejected", "orders": 1},
+                                              {"name": "filled in part, then canceled", "orders": 1},
+                                              {"name": "canceled", "orders": 1},
+                                              {"name": "filled", "orders": 2},
+                                              {"name": "filled in part, still open", "orders": 1},
+                                              {"name": "done without a fill", "orders": 1},
+                                              {"name": "still open", "orders": 1}])"));
+    EXPECT_EQ(data["newOrders"], json::parse(R"([{"name": "rejected", "orders": 0},
+                                                 {"name": "accepted", "orders": 1},
+                                                 {"name": "timed out", "orders": 1},
+                                                 {"name": "unanswered", "orders": 1}])"));
+}
+
+// The page in a browser: what its tables say, and that its charts have been drawn.
+TEST_F(Analysis, ReportShowsFiguresAndChartsInABrowser) {
+    const std::string hostile = "a</script><img src=x onerror=console.error(1)>&amp;.pcap"; // a file in the folder "a<"
+    std::filesystem::create_directory(folder.path("a<"));
+    ASSERT_EQ(folder.run("qlproto generate --messages 5000 --seed 7 -o a.pcap").exitCode, 0);
+    std::string bytes = folder.content("a.pcap");
+    bytes[24 + 16] = '\x03'; // the first packet becomes one of an unknown message
+    std::ofstream(folder.path(hostile), std::ios::binary) << bytes;
+    folder.store("empty.pcap", {});
+
+    struct Case {
+        std::string capture;
+        int exitCode;
+        size_t charts;
+    };
+    const Case cases[] = {{"a.pcap", 0, 5}, {hostile, 1, 5}, {"empty.pcap", 0, 0}};
+    for (const Case& it : cases) {
+        SCOPED_TRACE(it.capture);
+        const ToolFolder::Result made = folder.run("qlproto report '" + it.capture + "' -o report.html");
+        EXPECT_EQ(made.exitCode, it.exitCode) << made.err;
+        // Counts the charts of which more than a few points have a colour.
+        std::ofstream(folder.path("report.html"), std::ios::app) << R"(<script>
+            document.documentElement.dataset.charts = [...document.querySelectorAll(".chart canvas")].filter((it) =>
+                it.getContext("2d").getImageData(0, 0, it.width, it.height).data.filter((v, i) => i % 4 === 3 && v > 0)
+                    .length > 2000).length;</script>)";
+        const ToolFolder::Result shown =
+            folder.run("timeout 120 '" CHROMIUM "' --headless --no-sandbox --disable-gpu --disable-dev-shm-usage "
+                       "--user-data-dir=profile --enable-logging=stderr --dump-dom file://$PWD/report.html");
+        EXPECT_EQ(shown.exitCode, 0);
+        EXPECT_EQ(shown.err.find("CONSOLE"), std::string::npos) << shown.err;
+        EXPECT_NE(shown.out.find("data-state=\"drawn\""), std::string::npos);
+        EXPECT_NE(shown.out.find("data-charts=\"" + std::to_string(it.charts) + "\""), std::string::npos);
+        EXPECT_EQ(shown.out.find("<img"), std::string::npos);
+        EXPECT_EQ(shown.out.find("//www"), std::string::npos) << "nothing comes from elsewhere";
+
+        const std::set<std::string> rows = tableRows(shown.out);
+        const json stats = json::parse(folder.run("qlproto stats --json '" + it.capture + "'").out);
+        for (const auto& [name, message] : stats["messages"].items()) {
+            const json& sizes = message["sizes"];
+            const std::string beginning =
+                name + '|' + grouped(message["count"]) + '|' + grouped(message["bytes"]) + '|';
+            const std::string end = '|' + grouped(sizes["min"]) + '|' + grouped(sizes["median"]) + '|'
+                                    + grouped(sizes["p99"]) + '|' + grouped(sizes["max"]) + '|';
+            EXPECT_TRUE(std::any_of(rows.begin(), rows.end(), [&](const std::string& row) {
+                return row.starts_with(beginning) && row.ends_with(end);
+            })) << beginning;
+        }
+        const json latency = json::parse(folder.run("qlproto latency --json '" + it.capture + "'").out);
+        for (const json& hop : latency["all"]) {
+            const std::string beginning = hop["from"].get<std::string>() + " → " + hop["to"].get<std::string>() + '|'
+                                          + grouped(hop["count"]) + '|' + digits(hop["p50"]) + " µs|"
+                                          + digits(hop["p90"]) + " µs|";
+            EXPECT_TRUE(std::any_of(rows.begin(), rows.end(), [&](const std::string& row) {
+                return row.starts_with(beginning);
+            })) << beginning;
+        }
+        EXPECT_EQ(rows.contains("1|unknown message identifier 53251 (0xD003)|"), it.exitCode == 1);
+    }
 }
 
 } // namespace

@@ -7,6 +7,7 @@ bool CaptureScan::next(CaptureReader& capture, Packet& packet) {
         return capture.next(packet);
     } catch (const DamagedCapture& damage) {
         ++_bad;
+        if (_onFault) _onFault(_packets, fmt::format("damaged behind this packet: {}", damage.what()));
         tell(fmt::format("qlproto: after packet {}: {}", _packets, damage.what()));
         return false;
     }
@@ -14,6 +15,7 @@ bool CaptureScan::next(CaptureReader& capture, Packet& packet) {
 
 void CaptureScan::complain(const std::string& fault) {
     ++_bad;
+    if (_onFault) _onFault(_packets, fault);
     tell(fmt::format("qlproto: packet {}: {}", _packets, fault));
 }
 

@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <functional>
 #include <string>
 
 #include <fmt/format.h>
@@ -37,6 +38,9 @@ class CaptureScan {
         }
     }
 
+    /// `listener(packet, fault)` is told of each fault, too; packets count from 1.
+    void onFault(std::function<void(uint64_t, const std::string&)> listener) { _onFault = std::move(listener); }
+
     /// Tells of something that is wrong with the packet just read.
     void complain(const std::string& fault);
 
@@ -55,6 +59,7 @@ class CaptureScan {
     uint64_t _messages = 0;
     uint64_t _bytes = 0;
     uint64_t _bad = 0;
+    std::function<void(uint64_t, const std::string&)> _onFault;
 };
 
 } // namespace qlproto

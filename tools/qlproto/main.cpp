@@ -13,6 +13,9 @@ constexpr const char* EXAMPLES = R"(Examples:
   qlproto decode session.pcap | grep ' SubmitOrderMessage '
   qlproto generate --messages 1000 -o - | qlproto decode -
   qlproto roundtrip session.pcap
+  qlproto stats --plot session.pcap
+  qlproto trace session.pcap --order heron-1
+  qlproto report session.pcap -o report.html
 
 Exit status: 0 fine, 1 bad data found, 2 usage, 3 input or output failed.)";
 
@@ -44,6 +47,7 @@ int main(int argc, char** argv) {
     qlproto::addLatency(app, commands);
     qlproto::addTrace(app, commands);
     qlproto::addDiff(app, commands);
+    qlproto::addReport(app, commands);
 
     try {
         app.parse(argc, argv);

@@ -28,6 +28,7 @@ class LatencyStats {
         uint64_t negative = 0;    ///< messages whose times are in the wrong order
         int64_t mostNegative = 0; ///< nanoseconds
 
+        bool occurs() const { return times.count() + unset + negative != 0; }
         void add(int64_t begin, int64_t end);
         void merge(const Hop& other);
     };

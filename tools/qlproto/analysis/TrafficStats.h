@@ -5,6 +5,9 @@
 
 #include <array>
 #include <cstdint>
+#include <vector>
+
+#include <nlohmann/json_fwd.hpp>
 
 #include "tools/qlproto/MessageReader.h"
 #include "tools/qlproto/analysis/Histogram.h"
@@ -42,14 +45,23 @@ class TrafficStats {
     /// By INDEX of the message.
     const std::array<Traffic, MESSAGE_COUNT>& byMessage() const { return _traffic; }
 
-    Traffic overall() const {
-        Traffic sum;
-        for (const Traffic& it : _traffic) sum.merge(it);
-        return sum;
-    }
+    Traffic overall() const;
+
+    /// INDEX of each message that occurs, the most frequent first.
+    std::vector<std::size_t> byFrequency() const;
 
   private:
     std::array<Traffic, MESSAGE_COUNT> _traffic;
 };
+
+/// Count, bytes, rate over `seconds`, sizes.
+nlohmann::ordered_json trafficJson(const TrafficStats::Traffic& traffic, double seconds);
+
+/// How many messages have a size from one power of two up to the next.
+struct SizeClass {
+    uint64_t low, high; ///< both included
+    uint64_t count;
+};
+std::vector<SizeClass> sizeClasses(const Histogram& sizes);
 
 } // namespace qlproto

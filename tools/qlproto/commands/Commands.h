@@ -20,6 +20,7 @@ void addDecode(CLI::App& app, Commands& commands);
 void addDiff(CLI::App& app, Commands& commands);
 void addGenerate(CLI::App& app, Commands& commands);
 void addLatency(CLI::App& app, Commands& commands);
+void addReport(CLI::App& app, Commands& commands);
 void addRoundTrip(CLI::App& app, Commands& commands);
 void addStats(CLI::App& app, Commands& commands);
 void addTrace(CLI::App& app, Commands& commands);

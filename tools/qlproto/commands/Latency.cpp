@@ -24,11 +24,9 @@ struct Options {
     bool json = false;
 };
 
-bool occurs(const Hop& hop) { return hop.times.count() + hop.unset + hop.negative != 0; }
-
 void add(Table& table, std::string_view name, const std::vector<Hop>& hops) {
     for (const Hop& hop : hops) {
-        if (!occurs(hop)) continue;
+        if (!hop.occurs()) continue;
         std::vector<std::string> row{std::string(name),
                                      fmt::format("{}->{}", STATIONS[hop.from].name, STATIONS[hop.to].name),
                                      std::to_string(hop.times.count())};
@@ -56,7 +54,7 @@ std::string table(const LatencyStats& stats) {
 nlohmann::ordered_json toJson(const std::vector<Hop>& hops) {
     nlohmann::ordered_json json = nlohmann::ordered_json::array();
     for (const Hop& hop : hops) {
-        if (!occurs(hop)) continue;
+        if (!hop.occurs()) continue;
         nlohmann::ordered_json it{{"from", STATIONS[hop.from].name},
                                   {"to", STATIONS[hop.to].name},
                                   {"count", hop.times.count()},

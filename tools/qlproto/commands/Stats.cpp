@@ -1,5 +1,5 @@
 // qlproto stats: how much of what a capture holds.
-#include <bit>
+#include <algorithm>
 #include <memory>
 
 #include <fmt/format.h>
@@ -26,25 +26,10 @@ struct Options {
     bool plot = false;
 };
 
-/// Calls `visit(name, traffic)` for each message that occurs, the most frequent first.
-template <class Visit>
-void forEachFrequentFirst(const TrafficStats& stats, Visit visit) {
-    std::vector<std::size_t> order;
-    for (std::size_t i = 0; i < MESSAGE_COUNT; ++i)
-        if (stats.byMessage()[i].sizes.count() != 0) order.push_back(i);
-    std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
-        return stats.byMessage()[a].sizes.count() > stats.byMessage()[b].sizes.count();
-    });
-    for (std::size_t i : order) visit(Inspect::all_messages()[i].type->name, stats.byMessage()[i]);
-}
-
-double rate(const Traffic& traffic, double seconds) {
-    return seconds > 0 ? static_cast<double>(traffic.sizes.count()) / seconds : 0;
-}
-
 std::vector<std::string> row(std::string_view name, const Traffic& it, double seconds) {
     const Histogram& sizes = it.sizes;
-    const std::string perSecond = seconds > 0 ? fmt::format("{:.1f}", rate(it, seconds)) : "-";
+    const std::string perSecond =
+        seconds > 0 ? fmt::format("{:.1f}", static_cast<double>(sizes.count()) / seconds) : "-";
     if (sizes.count() == 0) return {std::string(name), "0", "0", "-", "-", "-", "-", "-"};
     return {std::string(name),
             std::to_string(sizes.count()),
@@ -59,31 +44,21 @@ std::vector<std::string> row(std::string_view name, const Traffic& it, double se
 std::string table(const TrafficStats& stats, const Traffic& overall) {
     const double seconds = overall.overTime.seconds();
     Table table({"message", "count", "bytes", "per s", "min", "median", "p99", "max"});
-    forEachFrequentFirst(stats, [&](std::string_view name, const Traffic& it) { table.add(row(name, it, seconds)); });
+    for (std::size_t i : stats.byFrequency())
+        table.add(row(Inspect::all_messages()[i].type->name, stats.byMessage()[i], seconds));
     table.add(row("all", overall, seconds));
     return table.text();
-}
-
-nlohmann::ordered_json toJson(const Traffic& it, double seconds) {
-    nlohmann::ordered_json json{{"count", it.sizes.count()}, {"bytes", it.bytes}};
-    json["perSecond"] = seconds > 0 ? nlohmann::ordered_json(rate(it, seconds)) : nullptr;
-    if (it.sizes.count() == 0) return json;
-    json["sizes"] = {{"min", it.sizes.min()},
-                     {"median", it.sizes.percentile(50)},
-                     {"p99", it.sizes.percentile(99)},
-                     {"max", it.sizes.max()}};
-    return json;
 }
 
 std::string json(const TrafficStats& stats, const Traffic& overall) {
     const double seconds = overall.overTime.seconds();
     nlohmann::ordered_json json;
     json["seconds"] = seconds;
-    json["all"] = toJson(overall, seconds);
+    json["all"] = trafficJson(overall, seconds);
     json["messages"] = nlohmann::ordered_json::object();
-    forEachFrequentFirst(stats, [&](std::string_view name, const Traffic& it) {
-        json["messages"][std::string(name)] = toJson(it, seconds);
-    });
+    for (std::size_t i : stats.byFrequency())
+        json["messages"][std::string(Inspect::all_messages()[i].type->name)] =
+            trafficJson(stats.byMessage()[i], seconds);
     return json.dump(2) + '\n';
 }
 
@@ -101,19 +76,10 @@ std::string plotRate(const RateSeries& overTime, std::size_t width) {
 }
 
 std::string plotSizes(const Histogram& sizes, std::size_t width) {
-    std::vector<uint64_t> counts; // by bits of the size
-    sizes.forEach([&](int64_t low, int64_t, uint64_t count) {
-        const auto bits = static_cast<std::size_t>(std::bit_width(static_cast<uint64_t>(low)));
-        counts.resize(std::max(counts.size(), bits + 1));
-        counts[bits] += count;
-    });
     std::vector<Bar> bars;
-    for (std::size_t bits = 1; bits < counts.size(); ++bits) {
-        if (bars.empty() && counts[bits] == 0) continue;
-        const uint64_t low = uint64_t{1} << (bits - 1);
+    for (const SizeClass& it : sizeClasses(sizes))
         bars.push_back(
-            {fmt::format("{}-{}", low, 2 * low - 1), static_cast<double>(counts[bits]), std::to_string(counts[bits])});
-    }
+            {fmt::format("{}-{}", it.low, it.high), static_cast<double>(it.count), std::to_string(it.count)});
     return "\nmessages by size in bytes\n" + plotBars(bars, width);
 }
 
