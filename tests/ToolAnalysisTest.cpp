@@ -6,13 +6,13 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include "tests/Sessions.h"
 #include "tests/ToolFolder.h"
 #include "tools/qlproto/Plot.h"
 #include "tools/qlproto/analysis/Histogram.h"
 #include "tools/qlproto/analysis/LatencyStats.h"
 #include "tools/qlproto/analysis/RateSeries.h"
 #include "tools/qlproto/analysis/TrafficStats.h"
-#include "tools/qlproto/session/Session.h"
 
 using namespace Quillon;
 using nlohmann::json;
@@ -21,11 +21,8 @@ using qlproto::RateSeries;
 
 namespace {
 
-class Analysis : public testing::Test {
+class Analysis : public WithProtocol {
   protected:
-    void SetUp() override { initialize(); }
-    void TearDown() override { finalize(); }
-
     ToolFolder folder;
 };
 
@@ -372,7 +369,7 @@ TEST_F(Analysis, DiffTellsWhatIsInOneOnlyAndWhichFieldsDiffer) {
                           "! 15 15 ClientConnectMessage\n"
                           "    password: *** -> ***\n"
                           "! 17 17 TimerMessage\n"
-                          "    in the other a bad packet: TimerMessage: 8 bytes left over behind its fields\n"
+                          "    in the other a bad packet: TimerMessage: trailing bytes at byte 1\n"
                           "! 19 19 MassQuoteMessage\n"
                           "    contents.quotes[0].quoteID: \"x\\u001b\" -> \"z\"\n"
                           "    contents.quotes[1].quoteID: \"y\" -> nothing\n"
@@ -393,16 +390,13 @@ TEST_F(Analysis, DiffTellsWhatIsInOneOnlyAndWhichFieldsDiffer) {
 
 // What is taken out of a session here and put in there is found, even if it is more than what is laid side by side.
 TEST_F(Analysis, DiffFindsTheWayBackAfterLongGaps) {
-    struct Memory : qlproto::PacketSink {
-        std::vector<ToolFolder::Packet> packets;
-        void packet(const qlproto::Packet& it) override { packets.emplace_back(it.time, it.bytes); }
-    } session;
-    qlproto::session::Session(5, 20000, session).run();
-    std::vector<ToolFolder::Packet> other = session.packets;
+    std::vector<ToolFolder::Packet> whole;
+    for (const Sent& it : session(5, 20000)) whole.emplace_back(it.time, it.bytes);
+    std::vector<ToolFolder::Packet> other = whole;
     other.erase(other.begin() + 15000, other.begin() + 18000);
     other.erase(other.begin() + 100, other.begin() + 103);
     other.insert(other.begin() + 5000, 1700, {0, timer(-1)});
-    folder.store("a.pcap", session.packets);
+    folder.store("a.pcap", whole);
     folder.store("b.pcap", other);
     EXPECT_TRUE(folder.run("qlproto diff a.pcap b.pcap")
                     .out.ends_with("equal 16997, different 0, only in the first 3003, only in the second 1700\n"));

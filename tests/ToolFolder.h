@@ -5,7 +5,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <sstream>
 #include <stdexcept>
 #include <string>
@@ -22,6 +21,7 @@ class ToolFolder {
     struct Result {
         int exitCode;
         std::string out, err;
+        size_t lines() const { return static_cast<size_t>(std::count(out.begin(), out.end(), '\n')); }
     };
 
     /// A packet for store(): time and bytes.

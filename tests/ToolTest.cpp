@@ -1,6 +1,4 @@
 // The command-line tool: the sessions it makes up, and the commands as their users run them.
-#include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <map>
 #include <set>
@@ -9,41 +7,16 @@
 #include <vector>
 
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
 #include "generated/QLProtocol/MsgHandler.h"
+#include "tests/Sessions.h"
+#include "tests/ToolFolder.h"
 #include "tools/qlproto/MessageReader.h"
-#include "tools/qlproto/session/Session.h"
 
 using namespace Quillon;
 
 namespace {
 
-struct Sent {
-    int64_t time;
-    std::string bytes;
-    bool operator==(const Sent&) const = default;
-    MsgType_t id() const {
-        return static_cast<MsgType_t>(static_cast<unsigned char>(bytes[0]) | static_cast<unsigned char>(bytes[1]) << 8);
-    }
-};
-
-struct Memory : qlproto::PacketSink {
-    std::vector<Sent> packets;
-    void packet(const qlproto::Packet& packet) override { packets.push_back({packet.time, std::string(packet.bytes)}); }
-};
-
-std::vector<Sent> session(uint64_t seed, uint64_t messages) {
-    Memory memory;
-    qlproto::session::Session(seed, messages, memory).run();
-    return memory.packets;
-}
-
-class WithProtocol : public testing::Test {
-  protected:
-    void SetUp() override { initialize(); }
-    void TearDown() override { finalize(); }
-};
 using Session = WithProtocol;
 using Reader = WithProtocol;
 
@@ -378,41 +351,8 @@ TEST_F(Reader, SurvivesBodiesOfAnyBytes) {
 // --- the commands
 
 /// A folder of its own for files, and the tool as a subprocess.
-class Tool : public WithProtocol {
+class Tool : public WithProtocol, protected ToolFolder {
   protected:
-    struct Result {
-        int exitCode;
-        std::string out, err;
-        size_t lines() const { return static_cast<size_t>(std::count(out.begin(), out.end(), '\n')); }
-    };
-
-    void SetUp() override {
-        WithProtocol::SetUp();
-        std::string name = (std::filesystem::temp_directory_path() / "qlproto-XXXXXX").string();
-        ASSERT_NE(mkdtemp(name.data()), nullptr);
-        _folder = name;
-    }
-    void TearDown() override {
-        std::filesystem::remove_all(_folder);
-        WithProtocol::TearDown();
-    }
-
-    std::string path(const std::string& name) const { return _folder / name; }
-
-    /// Runs a command line in the folder, with `qlproto` the tool.
-    Result run(const std::string& command) {
-        const std::string line = "cd '" + _folder.string() + "' && qlproto() { '" QLPROTO_TOOL "' \"$@\"; }; { "
-                                 + command + "; } >out 2>err";
-        std::ofstream(path("command")) << line;
-        const int status = std::system(("bash '" + path("command") + "'").c_str());
-        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, content("out"), content("err")};
-    }
-
-    std::string content(const std::string& name) const {
-        std::ostringstream text;
-        text << std::ifstream(path(name), std::ios::binary).rdbuf();
-        return text.str();
-    }
     void store(const std::string& name, const std::string& bytes) {
         std::ofstream(path(name), std::ios::binary) << bytes;
     }
@@ -425,9 +365,6 @@ class Tool : public WithProtocol {
         const auto size = static_cast<uint32_t>(packet.size());
         return word(1709535600) + word(42) + word(size) + word(cutFrom != 0 ? cutFrom : size) + packet;
     }
-
-  private:
-    std::filesystem::path _folder;
 };
 
 TEST_F(Tool, GeneratesACaptureWithNanosecondsAndLinkTypeUser0) {
@@ -488,20 +425,21 @@ TEST_F(Tool, NamesBadPacketsAndGoesOn) {
         {captureHeader(), 0, 0, "0 messages, "},
         {captureHeader() + record(timer), 0, 1, "1 message, 3 bytes, "},
         {captureHeader() + record(std::string("\x03\x00", 2)) + record(timer), 1, 1,
-         "packet 1: unknown message identifier 3"},
+         "packet 1 at offset 24: unknown message identifier 3"},
         {captureHeader() + record(timer) + record("\x24") + record(timer), 1, 2,
-         "packet 2: 1 byte cannot hold an identifier"},
-        {captureHeader() + record("") + record(timer), 1, 1, "packet 1: 0 bytes cannot hold an identifier"},
-        {captureHeader() + record(timer + "x"), 1, 0, "packet 1: TimerMessage: 1 byte left over"},
-        {captureHeader() + record("\x24\xD0"), 1, 0,
-         "packet 1: TimerMessage: body of 0 bytes ends before its fields do"},
+         "packet 2 at offset 43: 1 byte cannot hold an identifier"},
+        {captureHeader() + record("") + record(timer), 1, 1,
+         "packet 1 at offset 24: 0 bytes cannot hold an identifier"},
+        {captureHeader() + record(timer + "x"), 1, 0, "packet 1 at offset 24: TimerMessage: trailing bytes at byte 1"},
+        {captureHeader() + record("\x24\xD0"), 1, 0, "packet 1 at offset 24: TimerMessage: truncated at byte 0 (tqid)"},
         {captureHeader() + record("\x24\xD0\x80"), 1, 0,
-         "packet 1: TimerMessage: body of 1 byte ends before its fields do"},
-        {captureHeader() + record(timer, 100) + record(timer), 1, 1, "packet 1: only 3 of its 100 bytes were captured"},
+         "packet 1 at offset 24: TimerMessage: truncated at byte 0 (tqid)"},
+        {captureHeader() + record(timer, 100) + record(timer), 1, 1,
+         "packet 1 at offset 24: only 3 of its 100 bytes were captured"},
         {captureHeader() + record(timer) + record(timer).substr(0, 18), 1, 1,
-         "after packet 1: a.pcap: truncated dump file"},
+         "after packet 1: damaged record at offset 43: the capture ends inside its 3 bytes; 18 bytes skipped"},
         {captureHeader() + record(timer) + record(timer).substr(0, 7), 1, 1,
-         "after packet 1: a.pcap: truncated dump file"},
+         "after packet 1: damaged record at offset 43: the capture ends inside its header; 7 bytes skipped"},
         {captureHeader(1) + record(timer), 1, 0, "link type 1 instead of USER0 (147)"},
         {captureHeader().substr(0, 20), 1, 0, "not a capture"},
         {"", 1, 0, "not a capture"},
@@ -570,8 +508,9 @@ TEST_F(Tool, FindsBytesThatDoNotComeBack) {
     const Result result = run("qlproto roundtrip a.pcap");
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_NE(result.out.find("different 1\n"), std::string::npos) << result.out;
-    EXPECT_NE(result.err.find("packet 1: TimerMessage: encodes to 1 byte instead of 2, different from offset 0"),
-              std::string::npos)
+    EXPECT_NE(
+        result.err.find("packet 1 at offset 24: TimerMessage: encodes to 1 byte instead of 2, different from offset 0"),
+        std::string::npos)
         << result.err;
 }
 

@@ -2,39 +2,72 @@
 #pragma once
 
 #include <cstdint>
-#include <cstdio>
 #include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
 
 #include <pcap/pcap.h>
 
+#include "tools/qlproto/ByteWindow.h"
 #include "tools/qlproto/Packet.h"
 
 namespace qlproto {
 
+/// Damage to a capture's records. A damaged body alone is not: its packet comes out and is found bad by who reads it.
+struct Damage {
+    uint64_t offset = 0;  ///< of the record's header in the file
+    uint64_t skipped = 0; ///< bytes that belong to no record that could be told; 0 if the packet came out all the same
+    std::string reason;   ///< what is wrong with the header
+
+    std::string text() const;
+};
+
+/// Reads captures, damaged ones, too: the usual library ends at the first record whose header is damaged, and a damaged
+/// length would make it swallow or misread the good packets behind it. Either byte order, times in micro- or
+/// nanoseconds.
+///
+/// A record is trusted if its header is plausible and the next one follows where it says, or if its body verifies with
+/// the length it says. No part of a body is a body, so there is only one such length. Otherwise records are searched
+/// for byte by byte from behind the header's first byte on.
 class CaptureReader {
   public:
     /// Opens the capture; "-" is standard input. Throws IoError, or DamagedCapture if it is none of ours.
     explicit CaptureReader(const std::string& path);
 
-    /// Reads the next packet; false at the end. Its bytes are valid until the next call. Throws DamagedCapture or
-    /// IoError.
+    /// Reads the next packet; false at the end. Its bytes are valid until the next call. Throws IoError.
     bool next(Packet& packet);
+
+    /// What was wrong between the packet before and this one, or the end. Null if nothing was.
+    const Damage* damage() const { return _damage ? &*_damage : nullptr; }
 
     /// Bytes that the last packet had before it was cut to what the capture holds of it; as many as it has if it was
     /// not.
     uint64_t originalLength() const { return _originalLength; }
 
+    uint64_t position() const { return _window.position(); } ///< offset in the file up to which all was read
+    uint64_t fileSize() const { return _window.fileSize(); } ///< 0 if it is not known
+
   private:
-    struct Close {
-        void operator()(pcap_t* p) const { pcap_close(p); }
+    struct Record {
+        uint32_t seconds, fraction, captured, original;
     };
 
-    [[noreturn]] void fail(const char* what) const;
+    Record parse(std::string_view header) const;
+    bool isPlausible(const Record& record) const;
+    bool isSoundHeader(std::string_view bytes) const;
+    std::optional<uint32_t> trustedLength();
+    bool followsRecord(std::size_t length);
+    bool holdsAnchor(std::size_t length);
+    bool isAnchor(std::size_t at);
+    bool findAnchor();
+    std::string describe(std::string_view header) const;
 
-    std::string _path;
-    std::FILE* _file = nullptr; // owned by _pcap once that is open
-    std::unique_ptr<pcap_t, Close> _pcap;
+    ByteWindow _window;
+    bool _isSwapped = false; ///< the file's byte order is not ours
+    uint32_t _fractions = 0; ///< of a second
+    std::size_t _taken = 0;  ///< bytes of the record that came out last
+    std::optional<Damage> _damage;
     uint64_t _originalLength = 0;
 };
 

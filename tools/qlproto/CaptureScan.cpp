@@ -3,20 +3,23 @@
 namespace qlproto {
 
 bool CaptureScan::next(CaptureReader& capture, Packet& packet) {
-    try {
-        return capture.next(packet);
-    } catch (const DamagedCapture& damage) {
-        ++_bad;
-        if (_onFault) _onFault(_packets, fmt::format("damaged behind this packet: {}", damage.what()));
-        tell(fmt::format("qlproto: after packet {}: {}", _packets, damage.what()));
-        return false;
-    }
+    const bool isThere = capture.next(packet);
+    if (const Damage* const damage = capture.damage()) note(fmt::format("after packet {}", _packets), damage->text());
+    if (!isThere) return false;
+    ++_packets;
+    _bytes += packet.bytes.size();
+    _offset = packet.offset;
+    return true;
 }
 
 void CaptureScan::complain(const std::string& fault) {
+    note(fmt::format("packet {} at offset {}", _packets, _offset), fault);
+}
+
+void CaptureScan::note(const std::string& where, const std::string& fault) {
     ++_bad;
     if (_onFault) _onFault(_packets, fault);
-    tell(fmt::format("qlproto: packet {}: {}", _packets, fault));
+    tell(fmt::format("qlproto: {}: {}", where, fault));
 }
 
 void CaptureScan::summarize() const {

@@ -16,16 +16,14 @@ namespace qlproto {
 
 class CaptureScan {
   public:
-    /// Calls `handle(packet, reader)` for each good message of the capture. Bad packets and the place where a damaged
-    /// capture ends are told on standard error.
+    /// Calls `handle(packet, reader)` for each good message of the capture. Bad packets and damaged
+    /// places are told on standard error.
     template <class Handle>
     void run(const std::string& path, Handle&& handle) {
         CaptureReader capture(path);
         MessageReader reader;
         Packet packet;
         while (next(capture, packet)) {
-            ++_packets;
-            _bytes += packet.bytes.size();
             if (capture.originalLength() != packet.bytes.size()) {
                 complain(fmt::format("only {} of its {} bytes were captured", packet.bytes.size(),
                                      capture.originalLength()));
@@ -38,7 +36,7 @@ class CaptureScan {
         }
     }
 
-    /// `listener(packet, fault)` is told of each fault, too; packets count from 1.
+    /// `listener(packet, fault)` is told of each fault, too. Packets count from 1.
     void onFault(std::function<void(uint64_t, const std::string&)> listener) { _onFault = std::move(listener); }
 
     /// Tells of something that is wrong with the packet just read.
@@ -53,12 +51,14 @@ class CaptureScan {
 
   private:
     bool next(CaptureReader& capture, Packet& packet);
+    void note(const std::string& where, const std::string& fault);
 
     std::chrono::steady_clock::time_point _start = std::chrono::steady_clock::now();
     uint64_t _packets = 0;
     uint64_t _messages = 0;
     uint64_t _bytes = 0;
     uint64_t _bad = 0;
+    uint64_t _offset = 0; ///< of the packet just read
     std::function<void(uint64_t, const std::string&)> _onFault;
 };
 

@@ -31,7 +31,7 @@ class IoError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-/// A capture is damaged so that nothing can be read beyond this place.
+/// A file is no capture of ours, or so damaged that nothing of it can be read.
 class DamagedCapture : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };

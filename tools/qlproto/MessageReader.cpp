@@ -1,28 +1,20 @@
 #include "tools/qlproto/MessageReader.h"
 
-#include <cstring>
-#include <stdexcept>
-
 #include <fmt/format.h>
 
+#include "Inspect/Checked.h"
 #include "tools/qlproto/Errors.h"
+#include "tools/qlproto/Verification.h"
 
 namespace qlproto {
 
 namespace {
 
-/// Bytes that a pad's body says it takes. Deliberate: pads are written with a length of two bytes but read with one of
-/// variable length, so a reader never ends where the body does. A pad is sound if its length is that of its written
-/// form.
-std::size_t padSize(std::string_view body) {
-    if (body.size() < 2) return 2;
-    return 2u + static_cast<unsigned char>(body[0]) + 256u * static_cast<unsigned char>(body[1]);
-}
+constexpr std::size_t LONGEST_STRING = 65535;
 
 } // namespace
 
-MessageReader::MessageReader()
-    : _bytes(std::make_unique<char[]>(MAX_PACKET + SLACK)), _block(std::make_unique_for_overwrite<char[]>(BLOCK)) {}
+MessageReader::MessageReader() : _block(std::make_unique_for_overwrite<char[]>(BLOCK)) {}
 
 bool MessageReader::read(std::string_view packet) {
     discard();
@@ -31,42 +23,22 @@ bool MessageReader::read(std::string_view packet) {
     if (packet.size() > MAX_PACKET)
         return bad(fmt::format("{} are more than a packet can have", counted(packet.size(), "byte")));
 
-    const auto id = static_cast<Velmora::MsgType_t>(static_cast<unsigned char>(packet[0])
-                                                    | static_cast<unsigned char>(packet[1]) << 8);
+    const Velmora::MsgType_t id = identifierOf(packet);
     _descriptor = Quillon::__protocol->getDescriptor(id);
     if (_descriptor == nullptr) return bad(fmt::format("unknown message identifier {} (0x{:04X})", id, id));
 
-    const std::string_view body = packet.substr(IDENTIFIER_SIZE);
-    std::memcpy(_bytes.get(), body.data(), body.size());
-    if (body.size() < _dirty) std::memset(_bytes.get() + body.size(), 0, _dirty - body.size());
-    _dirty = body.size();
-    _body = {_bytes.get(), body.size()};
-    return decode();
-}
-
-bool MessageReader::decode() {
-    std::size_t taken = 0;
-    try {
-        _alloc = Velmora::BufferAllocator(_block.get(), static_cast<int>(BLOCK), "qlproto", _descriptor->name());
-        void* const place = _alloc.allocate(_descriptor->size());
-        _descriptor->construct(place, _alloc);
-        _message = place;
-        Velmora::FastCodec codec(_bytes.get(), _bytes.get() + _body.size());
-        _descriptor->read(_message, codec);
-        taken = codec.size();
-    } catch (const std::out_of_range&) {
-        return bad(fmt::format("{}: its contents do not fit a block of {} bytes", _descriptor->name(), BLOCK));
-    } catch (const std::length_error&) {
-        return bad(fmt::format("{}: its contents do not fit a block of {} bytes", _descriptor->name(), BLOCK));
+    _body = packet.substr(IDENTIFIER_SIZE);
+    _alloc = Velmora::BufferAllocator(_block.get(), static_cast<int>(BLOCK), "qlproto", _descriptor->name());
+    Inspect::Decoded decoded;
+    if (id != Quillon::PadMessage::ID) {
+        decoded = Inspect::decode_verified(id, _body, _alloc, Inspect::whole);
+    } else if (decoded.result = verifyBody(id, _body, Inspect::whole); decoded.result) {
+        // Reading a pad ends before or behind its body, never at the end. It reaches at most a longest string further.
+        _pad.assign(_body).append(LONGEST_STRING, '\0');
+        decoded = Inspect::decode_verified(id, _pad, _alloc, Inspect::tolerant);
     }
-
-    if (_descriptor->id() == Quillon::PadMessage::ID) taken = padSize(_body);
-    if (taken > _body.size())
-        return bad(fmt::format("{}: body of {} ends before its fields do", _descriptor->name(),
-                               counted(_body.size(), "byte")));
-    if (taken < _body.size())
-        return bad(fmt::format("{}: {} left over behind its fields", _descriptor->name(),
-                               counted(_body.size() - taken, "byte")));
+    if (!decoded.result) return bad(fmt::format("{}: {}", _descriptor->name(), decoded.result.text()));
+    _message = decoded.object;
     return true;
 }
 

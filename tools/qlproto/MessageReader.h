@@ -1,7 +1,7 @@
 // Takes packets apart: identifier, body, message.
 //
-// The message and its storage lie in one block that the next packet reuses; whatever the bytes are, memory stays
-// bounded.
+// Nothing is decoded before it is verified. The message and its storage lie in one block that the next packet reuses;
+// whatever the bytes are, memory stays bounded.
 #pragma once
 
 #include <cstddef>
@@ -24,35 +24,28 @@ class MessageReader {
     /// Decodes the message of a packet. False if it is bad; fault() then says why and there is no message.
     bool read(std::string_view packet);
 
+    /// One line: "TimerMessage: truncated at byte 0 (tqid)"; bytes count from the body's begin.
     const std::string& fault() const { return _fault; }
 
-    // REQUIRES: the last read() was true. Valid until the next one.
+    // REQUIRES: the last read() was true. Valid until the next one; the body as long as the packet.
     const Velmora::MsgDescriptor& descriptor() const { return *_descriptor; }
     const void* message() const { return _message; }
     std::string_view body() const { return _body; }
 
   private:
-    bool decode();
     bool bad(std::string fault);
     void discard();
 
-    // Reading does not stop at the body's end, so a bad body makes the codec run on. It is read from a copy with zeros
-    // behind it: where there are only zeros, strings and vectors are empty and every number is one byte, so what is
-    // left of the message is at most what was begun inside the body: one string of 65,535 bytes, and two nested vectors
-    // of 32,767 elements, none of which takes more than 15 bytes of zeros.
-    static constexpr std::size_t SLACK = 2 * 32767 * 15 + 65535 + 4096;
+    // A verified body takes at most 33 bytes of block for each of its own, besides the object. Pages that no message
+    // touches cost nothing.
+    static constexpr std::size_t BLOCK = 33 * MAX_PACKET + 65536;
 
-    // A valid body becomes at most 33 times as long in memory: an empty string is a byte on the wire, and an object and
-    // a NUL in the block. Pages that no message touches cost nothing.
-    static constexpr std::size_t BLOCK = 64 * MAX_PACKET;
-
-    std::unique_ptr<char[]> _bytes; ///< the body and the zeros behind it
-    std::size_t _dirty = 0;         ///< bytes of the last body; all behind them are zero
     std::unique_ptr<char[]> _block;
     Velmora::BufferAllocator _alloc; ///< over the block; the message refers to it until it is destroyed
     Velmora::MsgDescriptor* _descriptor = nullptr;
     void* _message = nullptr;
     std::string_view _body;
+    std::string _pad; ///< the last pad and what reading it may reach behind its end
     std::string _fault;
 };
 

@@ -16,6 +16,7 @@ inline constexpr std::size_t MAX_PACKET = 262144;
 struct Packet {
     int64_t time = 0;       ///< nanoseconds since 1970
     std::string_view bytes; ///< valid until the next packet
+    uint64_t offset = 0;    ///< of its record in the capture it was read from
 };
 
 /// Takes packets one by one, in the order of time.

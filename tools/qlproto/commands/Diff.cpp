@@ -102,13 +102,12 @@ class Source {
 
     bool next(Side& side) {
         Packet packet;
-        try {
-            if (!_capture.next(packet)) return false;
-        } catch (const DamagedCapture& damage) {
-            tell(fmt::format("qlproto: after packet {}: {}", _packets, damage.what()));
+        const bool isThere = _capture.next(packet);
+        if (const Damage* const damage = _capture.damage()) {
+            tell(fmt::format("qlproto: {} after packet {}: {}", _path, _packets, damage->text()));
             _isDamaged = true;
-            return false;
         }
+        if (!isThere) return false;
         side.number = ++_packets;
         side.packet = packet.bytes;
         side.key = _comparer.key(side.packet);

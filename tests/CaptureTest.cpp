@@ -1,0 +1,210 @@
+// Reading captures, damaged ones above all: no good packet is lost, and what is damaged is told.
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <map>
+
+#include "tests/Sessions.h"
+#include "tools/qlproto/Capture.h"
+#include "tools/qlproto/Errors.h"
+#include "tools/qlproto/MessageReader.h"
+
+namespace {
+
+using Capture = WithProtocol;
+
+constexpr size_t FILE_HEADER = 24, HEADER = 16;
+
+/// A file for one test.
+class File {
+  public:
+    File() {
+        std::string name = (std::filesystem::temp_directory_path() / "capture-XXXXXX").string();
+        const int fd = mkstemp(name.data());
+        if (fd >= 0) close(fd);
+        _path = name;
+    }
+    ~File() { std::filesystem::remove(_path); }
+    File(const File&) = delete;
+    File& operator=(const File&) = delete;
+
+    const std::string& store(const std::string& bytes) const {
+        std::ofstream(_path, std::ios::binary) << bytes;
+        return _path;
+    }
+
+  private:
+    std::string _path;
+};
+
+std::string word(uint32_t value, bool swapped = false) {
+    if (swapped) value = __builtin_bswap32(value);
+    return {reinterpret_cast<const char*>(&value), sizeof(value)};
+}
+
+std::string fileHeader(uint32_t magic = 0xA1B23C4D, bool swapped = false) {
+    return word(magic, swapped) + word(swapped ? 0x00020004 : 0x00040002) + word(0) + word(0) + word(262144, swapped)
+           + word(147, swapped);
+}
+
+std::string record(const Sent& it, uint32_t perSecond = 1'000'000'000, bool swapped = false) {
+    const auto size = static_cast<uint32_t>(it.bytes.size());
+    const int64_t unit = 1'000'000'000 / perSecond;
+    return word(static_cast<uint32_t>(it.time / 1'000'000'000), swapped)
+           + word(static_cast<uint32_t>(it.time % 1'000'000'000 / unit), swapped) + word(size, swapped)
+           + word(size, swapped) + it.bytes;
+}
+
+struct Outcome {
+    std::map<uint64_t, Sent> packets; ///< by offset; of which the message is good
+    std::vector<uint64_t> faults;     ///< offsets of what is bad
+    uint64_t skipped = 0;
+};
+
+Outcome read(const std::string& path) {
+    Outcome outcome;
+    qlproto::CaptureReader capture(path);
+    qlproto::MessageReader reader;
+    qlproto::Packet packet;
+    for (bool isThere = true; isThere;) {
+        isThere = capture.next(packet);
+        if (capture.damage() != nullptr) {
+            outcome.faults.push_back(capture.damage()->offset);
+            outcome.skipped += capture.damage()->skipped;
+        }
+        if (!isThere) break;
+        if (capture.originalLength() == packet.bytes.size() && reader.read(packet.bytes))
+            outcome.packets[packet.offset] = {packet.time, std::string(packet.bytes)};
+        else
+            outcome.faults.push_back(packet.offset);
+    }
+    return outcome;
+}
+
+/// A session as a capture, with the places of its records.
+struct Original {
+    explicit Original(uint64_t seed, uint64_t messages) : bytes(fileHeader()) {
+        for (const Sent& it : session(seed, messages)) {
+            packets[bytes.size()] = it;
+            bytes += record(it);
+        }
+    }
+    std::string bytes;
+    std::map<uint64_t, Sent> packets;
+};
+
+TEST_F(Capture, OfEitherByteOrderAndResolutionIsRead) {
+    const std::vector<Sent> sent = session(1, 300);
+    const File file;
+    for (const bool swapped : {false, true}) {
+        for (const uint32_t perSecond : {1'000'000u, 1'000'000'000u}) {
+            std::string bytes = fileHeader(perSecond == 1'000'000 ? 0xA1B2C3D4 : 0xA1B23C4D, swapped);
+            for (const Sent& it : sent) bytes += record(it, perSecond, swapped);
+            const Outcome outcome = read(file.store(bytes));
+            EXPECT_TRUE(outcome.faults.empty());
+            ASSERT_EQ(outcome.packets.size(), sent.size());
+            size_t i = 0;
+            for (const auto& [offset, packet] : outcome.packets) {
+                EXPECT_EQ(packet.bytes, sent[i].bytes);
+                EXPECT_EQ(packet.time, sent[i].time - sent[i].time % (1'000'000'000 / perSecond));
+                ++i;
+            }
+        }
+    }
+    EXPECT_THROW(read(file.store(std::string("\x0A\x0D\x0D\x0A", 4) + std::string(40, 0))), qlproto::DamagedCapture);
+}
+
+TEST_F(Capture, DamagedInAHundredPlacesLosesNoGoodPacket) {
+    const File file;
+    for (uint64_t seed = 1; seed <= 40; ++seed) {
+        const Original original(seed, 2000);
+        std::string bytes = original.bytes;
+        qlproto::session::Rng rng(seed);
+        std::map<uint64_t, bool>
+            damagedRecords; ///< by offset: whether it must be told, as it does not just alter a value
+        for (int i = 0; i < 100; ++i) {
+            // Single bytes, and now and then several in a row, alternately anywhere and in headers alone.
+            auto at = static_cast<size_t>(rng.between(FILE_HEADER, static_cast<int64_t>(bytes.size()) - 1));
+            if (i % 2 == 0)
+                at = std::prev(original.packets.upper_bound(at))->first
+                     + static_cast<size_t>(rng.between(0, HEADER - 1));
+            const auto length = static_cast<size_t>(i % 10 == 0 ? rng.between(2, 40) : 1);
+            for (size_t k = at; k < std::min(at + length, bytes.size()); ++k) {
+                bytes[k] = i % 3 == 0 ? '\0' : static_cast<char>(rng.between(0, 255));
+                const auto hit = std::prev(original.packets.upper_bound(k));
+                if (bytes[k] == original.bytes[k]) continue;
+                const size_t inRecord = k - hit->first;
+                damagedRecords[hit->first] |= inRecord >= 8 && inRecord < HEADER;
+            }
+        }
+        const Outcome outcome = read(file.store(bytes));
+        for (const auto& [offset, packet] : original.packets) {
+            const auto found = outcome.packets.find(offset);
+            if (!damagedRecords.contains(offset)) {
+                ASSERT_NE(found, outcome.packets.end()) << "seed " << seed << ": lost at " << offset;
+                ASSERT_EQ(found->second, packet) << "seed " << seed << " at " << offset;
+            }
+        }
+        // Nothing comes out where nothing was, and lengths that are damaged are told with their place.
+        for (const auto& [offset, packet] : outcome.packets) ASSERT_TRUE(original.packets.contains(offset)) << offset;
+        for (const auto& [offset, mustBeTold] : damagedRecords) {
+            if (!mustBeTold) continue;
+            bool isTold = false;
+            for (const uint64_t fault : outcome.faults) isTold |= fault == offset;
+            // A record in the middle of a gap is told with the record at which the gap begins.
+            isTold |= !outcome.packets.contains(offset) && outcome.skipped != 0;
+            EXPECT_TRUE(isTold) << "seed " << seed << " at " << offset;
+        }
+    }
+}
+
+TEST_F(Capture, TellsOnceWhatWasSkippedAndWhere) {
+    const Original original(3, 100);
+    auto it = std::next(original.packets.begin(), 50);
+    const uint64_t first = it->first, second = (++it)->first;
+    const uint32_t huge = 0x7F000000, beyond = 1'999'999'999;
+    const File file;
+
+    // Both lengths lost: the record is skipped as a whole.
+    std::string bytes = original.bytes;
+    std::memcpy(&bytes[first + 8], &huge, 4);
+    std::memcpy(&bytes[first + 12], &huge, 4);
+    Outcome outcome = read(file.store(bytes));
+    EXPECT_EQ(outcome.packets.size(), 99u);
+    EXPECT_EQ(outcome.faults, std::vector<uint64_t>{first});
+    EXPECT_EQ(outcome.skipped, second - first);
+
+    // One field lost: the packet comes out, for its body says that it is whole.
+    for (const auto& [at, value] : {std::pair(4u, beyond), {8u, huge}, {8u, 3u}, {12u, 3u}}) {
+        bytes = original.bytes;
+        std::memcpy(&bytes[first + at], &value, 4);
+        outcome = read(file.store(bytes));
+        EXPECT_EQ(outcome.packets.size(), 100u) << at;
+        EXPECT_EQ(outcome.packets[first].bytes, original.packets.at(first).bytes) << at;
+        EXPECT_EQ(outcome.faults, std::vector<uint64_t>{first}) << at;
+        EXPECT_EQ(outcome.skipped, 0u) << at;
+    }
+
+    // The end is missing.
+    for (const uint64_t missing : {1u, 3u}) {
+        bytes = original.bytes.substr(0, original.bytes.size() - missing);
+        outcome = read(file.store(bytes));
+        EXPECT_EQ(outcome.packets.size(), 99u);
+        EXPECT_EQ(outcome.faults, std::vector<uint64_t>{original.packets.rbegin()->first});
+        EXPECT_EQ(outcome.skipped, bytes.size() - original.packets.rbegin()->first);
+    }
+}
+
+TEST_F(Capture, OfRandomBytesEndsInOneFault) {
+    const File file;
+    qlproto::session::Rng rng(5);
+    std::string bytes = fileHeader();
+    for (int i = 0; i < 3'000'000; ++i) bytes += static_cast<char>(rng.next());
+    const Outcome outcome = read(file.store(bytes));
+    EXPECT_TRUE(outcome.packets.empty());
+    EXPECT_EQ(outcome.faults, std::vector<uint64_t>{FILE_HEADER});
+    EXPECT_EQ(outcome.skipped, 3'000'000u);
+}
+
+} // namespace

@@ -1,0 +1,49 @@
+#include "tools/qlproto/ByteWindow.h"
+
+#include <cerrno>
+#include <cstring>
+
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "tools/qlproto/Errors.h"
+
+namespace qlproto {
+
+ByteWindow::ByteWindow(const std::string& path)
+    : _name(path == "-" ? "standard input" : path),
+      _fd(path == "-" ? STDIN_FILENO : open(path.c_str(), O_RDONLY | O_CLOEXEC)),
+      _bytes(std::make_unique_for_overwrite<char[]>(CAPACITY)) {
+    if (_fd < 0) throw IoError(fmt::format("{}: {}", _name, std::strerror(errno)));
+    struct stat status {};
+    if (fstat(_fd, &status) == 0 && S_ISREG(status.st_mode)) _fileSize = static_cast<uint64_t>(status.st_size);
+}
+
+ByteWindow::~ByteWindow() {
+    if (_fd != STDIN_FILENO) close(_fd);
+}
+
+void ByteWindow::read(std::size_t size) {
+    if (_isAtEnd) return;
+    if (_begin + size > CAPACITY) {
+        std::memmove(_bytes.get(), _bytes.get() + _begin, _end - _begin);
+        _end -= _begin;
+        _begin = 0;
+    }
+    while (_end - _begin < size) {
+        const ssize_t got = ::read(_fd, _bytes.get() + _end, CAPACITY - _end);
+        if (got < 0) {
+            if (errno == EINTR) continue;
+            throw IoError(fmt::format("{}: {}", _name, std::strerror(errno)));
+        }
+        if (got == 0) {
+            _isAtEnd = true;
+            return;
+        }
+        _end += static_cast<std::size_t>(got);
+    }
+}
+
+} // namespace qlproto

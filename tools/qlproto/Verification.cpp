@@ -1,0 +1,39 @@
+#include "tools/qlproto/Verification.h"
+
+#include "generated/QLProtocol/QLProtocol.h"
+
+namespace qlproto {
+
+namespace {
+
+constexpr std::size_t PAD_LENGTH = 2; // bytes of the length in front of the padding
+
+Inspect::Result verifyPad(std::string_view body, const Inspect::Policy& policy) {
+    Inspect::Result result{.id = Quillon::PadMessage::ID, .begin = body.data(), .end = body.data() + body.size()};
+    const std::size_t size = body.size() < PAD_LENGTH ? PAD_LENGTH
+                                                      : PAD_LENGTH + static_cast<unsigned char>(body[0])
+                                                            + 256u * static_cast<unsigned char>(body[1]);
+    if (body.size() < size) {
+        result.fault = Inspect::Fault::truncated;
+    } else if (body.size() > size && !policy.trailingBytes) {
+        result.fault = Inspect::Fault::trailingBytes;
+        result.offset = result.consumed = size;
+    } else {
+        result.consumed = size;
+    }
+    return result;
+}
+
+} // namespace
+
+Inspect::Result verifyBody(Velmora::MsgType_t id, std::string_view body, const Inspect::Policy& policy) {
+    if (id == Quillon::PadMessage::ID) return verifyPad(body, policy);
+    return Inspect::verify(id, body.data(), body.data() + body.size(), policy);
+}
+
+bool isSound(std::string_view packet) {
+    return packet.size() >= IDENTIFIER_SIZE && packet.size() <= MAX_PACKET
+           && verifyBody(identifierOf(packet), packet.substr(IDENTIFIER_SIZE), Inspect::whole);
+}
+
+} // namespace qlproto

@@ -1,0 +1,25 @@
+// Whether the bytes of a packet are those of a message.
+#pragma once
+
+#include <string_view>
+
+#include "Inspect/Verify.h"
+#include "tools/qlproto/Packet.h"
+
+namespace qlproto {
+
+/// The identifier in front of a packet's body. REQUIRES: the packet holds one.
+inline Velmora::MsgType_t identifierOf(std::string_view packet) {
+    return static_cast<Velmora::MsgType_t>(static_cast<unsigned char>(packet[0])
+                                           | static_cast<unsigned char>(packet[1]) << 8);
+}
+
+/// As Inspect::verify, but for pads. Deliberate: pads are written with a length of two bytes and read with one of
+/// variable length, so a reader never ends where a written body does. A pad is sound if its length is that of its
+/// written form.
+Inspect::Result verifyBody(Velmora::MsgType_t id, std::string_view body, const Inspect::Policy& policy);
+
+/// Whether a packet is an identifier and the body of that message, with nothing missing or left over.
+bool isSound(std::string_view packet);
+
+} // namespace qlproto
