@@ -124,6 +124,22 @@ TEST(Rate, IsTheSameInWhateverOrderAndPartsMessagesCome) {
     }
 }
 
+TEST_F(Analysis, RatesAreNotStretchedByDamagedTimes) {
+    constexpr int64_t second = 1'000'000'000, year = 31'536'000 * second;
+    std::vector<ToolFolder::Packet> packets;
+    for (int64_t i = 0; i <= 20; ++i)
+        packets.emplace_back((i <= 10 ? 10 * year : 10 * year + 7200 * second) + i * second, timer(1));
+    packets[5].first += 3 * year; // one by itself, two side by side, and the last
+    packets[15].first -= 2 * year;
+    packets[16].first += year;
+    packets[20].first = 0;
+    folder.store("a.pcap", packets);
+    const ToolFolder::Result result = folder.run("qlproto stats --json a.pcap");
+    EXPECT_EQ(json::parse(result.out)["seconds"], 7219.0); // the step of two hours is none of them
+    EXPECT_EQ(json::parse(result.out)["all"]["count"], 21);
+    EXPECT_EQ(result.err.rfind("4 packets more than an hour away", 0), 0u) << result.err;
+}
+
 // --- plots
 
 TEST(Plot, FillsCellsInEighths) {

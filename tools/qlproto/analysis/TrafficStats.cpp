@@ -2,10 +2,44 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstdlib>
 
+#include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
+#include "tools/qlproto/Errors.h"
+
 namespace qlproto {
+
+void TrafficStats::add(const Packet& packet, const MessageReader& reader) {
+    const Place it{packet.time, static_cast<std::size_t>(reader.descriptor().index()), packet.bytes.size()};
+    _traffic[it.index].bytes += it.bytes;
+    _traffic[it.index].sizes.add(static_cast<int64_t>(it.bytes));
+
+    const auto isNear = [&](int64_t time) { return std::abs(it.time - time) <= GAP; };
+    if (_doubtful && isNear(_doubtful->time)) {
+        place(*_doubtful); // the times have moved on, and stay there
+        place(it);
+        _doubtful.reset();
+    } else if (!_lastTime || isNear(*_lastTime)) {
+        place(it);
+        if (_doubtful) ++_outOfTime;
+        _doubtful.reset();
+    } else {
+        if (_doubtful) ++_outOfTime;
+        _doubtful = it;
+    }
+}
+
+void TrafficStats::place(const Place& it) {
+    _traffic[it.index].overTime.add(it.time, it.bytes);
+    _lastTime = it.time;
+}
+
+void TrafficStats::merge(const TrafficStats& other) {
+    for (std::size_t i = 0; i < _traffic.size(); ++i) _traffic[i].merge(other._traffic[i]);
+    _outOfTime += other.outOfTime();
+}
 
 TrafficStats::Traffic TrafficStats::overall() const {
     Traffic sum;
@@ -21,6 +55,12 @@ std::vector<std::size_t> TrafficStats::byFrequency() const {
         return _traffic[a].sizes.count() > _traffic[b].sizes.count();
     });
     return order;
+}
+
+void tellOutOfTime(const TrafficStats& stats) {
+    if (stats.outOfTime() == 0) return;
+    tell(fmt::format("{} more than an hour away from all around: not in rates over time",
+                     counted(stats.outOfTime(), "packet")));
 }
 
 nlohmann::ordered_json trafficJson(const TrafficStats::Traffic& traffic, double seconds) {

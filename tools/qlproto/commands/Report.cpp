@@ -175,6 +175,7 @@ int report(const Options& options) {
     scan.onFault([&](uint64_t packet, const std::string& fault) { findings.faults.add(packet, fault); });
     scan.run(options.capture, [&](const Packet& packet, const MessageReader& reader) { findings.add(packet, reader); });
     write(options.output, page(embeddable(data(options.capture, findings))));
+    tellOutOfTime(findings.traffic);
     scan.summarize();
     return scan.exitCode();
 }

@@ -97,6 +97,7 @@ int stats(const Options& options) {
         output.append(plotSizes(overall.sizes, width));
     }
     output.flush();
+    tellOutOfTime(stats);
     scan.summarize();
     return scan.exitCode();
 }

@@ -145,7 +145,7 @@ function summary() {
     ["messages", count(data.all.count)],
     ["bytes", bytes(data.all.bytes)],
     ["time", duration(data.seconds * 1e9)],
-    ["messages per second", data.all.perSecond == null ? "–" : decimal(data.all.perSecond)],
+    ["messages/s", data.all.perSecond == null ? "–" : decimal(data.all.perSecond)],
     ["orders", count(data.orders.reduce((sum, it) => sum + it.orders, 0))],
     ["faults", count(data.faults.count), data.faults.count === 0 ? "good" : "bad"],
   ];
