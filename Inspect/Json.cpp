@@ -8,7 +8,9 @@
 
 #include <nlohmann/json.hpp>
 
+#include "Backend/Velmora/Enumeration.h"
 #include "Inspect/IdTable.h"
+#include "Inspect/Secrets.h"
 #include "Inspect/Utf8.h"
 
 namespace Inspect {
@@ -16,7 +18,6 @@ namespace {
 
 using namespace Velmora;
 using nlohmann::json;
-using nlohmann::ordered_json;
 
 /// The path of a value while reading: a chain of steps on the stack, made a text only when there is an error.
 struct Path {
@@ -34,22 +35,6 @@ struct Path {
 };
 
 // --- texts: any bytes as valid UTF-8
-
-std::string escaped(std::string_view bytes) {
-    std::string text;
-    while (!bytes.empty()) {
-        const size_t length = first_code_point(bytes).length;
-        if (length == 0) {
-            const auto byte = static_cast<unsigned char>(bytes[0]);
-            text += {'\\', 'x', HEX_DIGITS[byte >> 4], HEX_DIGITS[byte & 15]};
-        } else {
-            if (bytes[0] == '\\') text += '\\';
-            text += bytes.substr(0, length);
-        }
-        bytes.remove_prefix(length != 0 ? length : 1);
-    }
-    return text;
-}
 
 std::string unescaped(std::string_view text, const Path& path) {
     std::string bytes;
@@ -74,46 +59,114 @@ std::string unescaped(std::string_view text, const Path& path) {
 
 // --- writing
 
+/// Writes the text itself: a tree of values first, as for reading, takes many times as long.
 class Writer {
   public:
-    explicit Writer(Integers integers) : _integers(integers) {}
+    Writer(std::string& text, Integers integers, const Display& display)
+        : _text(text), _integers(integers), _display(display) {}
 
     template <Composite T>
-    ordered_json operator()(const T& v) const {
-        ordered_json object = ordered_json::object();
-        fields(of<T>{}, [&](const char* name, auto member, auto) {
-            object.push_back({name, (*this)(v.*member)});
+    void operator()(const T& v) {
+        char before = '{';
+        fields(of<T>{}, [&](const char* name, auto member, auto encoding) {
+            _text += before;
+            before = ',';
+            (_text += '"').append(name).append("\":");
+            if (_display.secrets == Secrets::hide && is_secret<T>(member))
+                _text += "\"***\"";
+            else if constexpr (std::same_as<decltype(encoding), price_t>)
+                price(v.*member);
+            else
+                (*this)(v.*member);
             return true;
         });
-        return object;
+        _text += '}';
     }
-    ordered_json operator()(const Vector auto& v) const {
-        ordered_json array = ordered_json::array();
-        for (size_t i = 0; i < v.size(); ++i) array.push_back((*this)(v[i]));
-        return array;
+    void operator()(const Vector auto& v) {
+        _text += '[';
+        for (size_t i = 0; i < v.size(); ++i) {
+            if (i != 0) _text += ',';
+            (*this)(v[i]);
+        }
+        _text += ']';
     }
-    ordered_json operator()(const String auto& v) const {
-        if (v.empty_()) return nullptr;
-        return escaped({v.c_str(), v.size()});
+    void operator()(const String auto& v) {
+        if (v.empty_()) {
+            _text += "null";
+            return;
+        }
+        _text += '"';
+        for (std::string_view rest(v.c_str(), v.size()); !rest.empty();) {
+            size_t plain = 0;
+            while (plain < rest.size() && isPlain(rest[plain])) ++plain;
+            _text.append(rest, 0, plain);
+            rest.remove_prefix(plain);
+            if (!rest.empty()) rest.remove_prefix(escape(rest));
+        }
+        _text += '"';
     }
     template <Enumerator E>
-    ordered_json operator()(E v) const {
-        ordered_json result = static_cast<int32_t>(v);
-        enumerators(of<EnumerationOf<E>>{}, [&](const char* name, E value) {
-            if (value == v) result = name;
-        });
-        return result;
+    void operator()(E v) {
+        if (const char* const name = enumeratorName<EnumerationOf<E>>(v))
+            quote(name);
+        else
+            number(static_cast<int32_t>(v));
     }
-    ordered_json operator()(std::integral auto v) const {
-        if constexpr (std::same_as<decltype(v), int64_t>) {
-            if (const char* const sentinel = sentinelName(v)) return sentinel;
-            if (_integers == Integers::strings) return std::to_string(v);
-        }
-        return v;
+    void operator()(std::same_as<bool> auto v) { _text += v ? "true" : "false"; }
+    void operator()(std::same_as<int64_t> auto v) {
+        if (const char* const sentinel = sentinelName(v))
+            quote(sentinel);
+        else if (_integers == Integers::strings)
+            _text += '"', number(v), _text += '"';
+        else
+            number(v);
     }
+    template <std::signed_integral I>
+    requires(sizeof(I) < sizeof(int64_t)) void operator()(I v) { number(v); }
 
   private:
+    static bool isPlain(char c) {
+        const auto byte = static_cast<unsigned char>(c);
+        return byte >= 0x20 && byte < 0x80 && byte != '"' && byte != '\\';
+    }
+
+    /// Writes the first character, which is not plain, and returns its bytes.
+    size_t escape(std::string_view rest) {
+        const size_t length = first_code_point(rest).length;
+        const auto byte = static_cast<unsigned char>(rest[0]);
+        if (length == 0) {
+            _text.append({'\\', '\\', 'x', HEX_DIGITS[byte >> 4], HEX_DIGITS[byte & 15]});
+            return 1;
+        }
+        constexpr std::string_view special = "\b\f\n\r\t\"", letters = "bfnrt\"";
+        if (byte == '\\')
+            _text += R"(\\\\)"; // one for the mapping, twice for JSON
+        else if (const size_t at = special.find(rest[0]); at != special.npos)
+            _text.append({'\\', letters[at]});
+        else if (byte < 0x20)
+            _text.append({'\\', 'u', '0', '0', HEX_DIGITS[byte >> 4], HEX_DIGITS[byte & 15]});
+        else
+            _text.append(rest, 0, length);
+        return length;
+    }
+
+    void price(int64_t v) {
+        if (_display.priceScale == 1)
+            (*this)(v);
+        else
+            quote(scaled_text(v, _display.priceScale));
+    }
+
+    void quote(std::string_view plain) { (_text += '"').append(plain) += '"'; }
+
+    void number(int64_t v) {
+        char digits[20];
+        _text.append(digits, std::to_chars(digits, digits + sizeof digits, v).ptr);
+    }
+
+    std::string& _text;
     Integers _integers;
+    const Display& _display;
 };
 
 // --- reading
@@ -254,13 +307,12 @@ json parse(std::string_view text) {
 }
 
 struct Entry {
-    ordered_json (*write)(const void* message, Integers integers);
+    void (*write)(const void* message, Writer& writer);
     void (*read)(const json& j, void* message);
 };
 constexpr IdTable<Entry> entries([]<class T>(of<T>, const char*) {
-    return Entry{
-        [](const void* message, Integers integers) { return Writer(integers)(*static_cast<const T*>(message)); },
-        [](const json& j, void* message) { read(j, *static_cast<T*>(message), Path{}); }};
+    return Entry{[](const void* message, Writer& writer) { writer(*static_cast<const T*>(message)); },
+                 [](const json& j, void* message) { read(j, *static_cast<T*>(message), Path{}); }};
 });
 
 const Entry& entryOf(MsgType_t id) {
@@ -272,7 +324,14 @@ const Entry& entryOf(MsgType_t id) {
 } // namespace
 
 std::string to_json(MsgType_t id, const void* message, Integers integers) {
-    return entryOf(id).write(message, integers).dump();
+    std::string text;
+    append_json(id, message, integers, Display(), text);
+    return text;
+}
+
+void append_json(MsgType_t id, const void* message, Integers integers, const Display& display, std::string& text) {
+    Writer writer(text, integers, display);
+    entryOf(id).write(message, writer);
 }
 
 void from_json(MsgType_t id, std::string_view json, void* message) {

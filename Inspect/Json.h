@@ -22,6 +22,7 @@
 #include <string_view>
 
 #include "Backend/Velmora/MsgDescriptor.h"
+#include "Inspect/Display.h"
 
 namespace Inspect {
 
@@ -42,6 +43,11 @@ class JsonError : public std::runtime_error {
 
 /// The message as JSON on one line. Throws JsonError for an unknown identifier.
 std::string to_json(Velmora::MsgType_t id, const void* message, Integers integers = Integers::strings);
+
+/// The same behind what `text` holds, as people want to see it. Hidden secrets are "***" and divided prices strings of
+/// decimal digits and a point; neither can be read back. Throws JsonError for an unknown identifier.
+void append_json(Velmora::MsgType_t id, const void* message, Integers integers, const Display& display,
+                 std::string& text);
 
 template <class T>
 std::string to_json(const T& message, Integers integers = Integers::strings) {

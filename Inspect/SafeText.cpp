@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "Backend/Velmora/Enumeration.h"
+#include "Inspect/Display.h"
 #include "Inspect/IdTable.h"
 #include "Inspect/Secrets.h"
 #include "Inspect/Utf8.h"
@@ -38,6 +39,9 @@ class BoundedText {
         if (room(_at) >= CUT.size()) _lastWithMark = _at;
     }
 
+    /// Whether a piece of that size leaves room for the mark.
+    bool takesWithMark(size_t size) const { return room(_at) >= size + CUT.size(); }
+
     bool isCut() const { return _isCut; }
     Rendered rendered() const { return {static_cast<size_t>(_at - _begin), _isCut}; }
 
@@ -63,7 +67,7 @@ bool isHarmless(char32_t c) {
 
 class Renderer {
   public:
-    Renderer(char* begin, char* end, Secrets secrets) : _text(begin, end), _secrets(secrets) {}
+    Renderer(char* begin, char* end, const Display& display) : _text(begin, end), _display(display) {}
 
     template <class T>
     Rendered message(const char* name, const T& value) {
@@ -75,17 +79,24 @@ class Renderer {
         return _text.rendered();
     }
 
+    Rendered characters(std::string_view bytes) {
+        showCharacters(bytes);
+        return _text.rendered();
+    }
+
   private:
     template <class T>
     void showFields(const T& value) {
         bool isFirst = true;
-        fields(of<T>{}, [&](const char* name, auto member, auto) {
+        fields(of<T>{}, [&](const char* name, auto member, auto encoding) {
             if (!isFirst) _text.put(" ");
             isFirst = false;
             _text.put(name);
             _text.put("=");
-            if (_secrets == Secrets::hide && is_secret<T>(member))
+            if (_display.secrets == Secrets::hide && is_secret<T>(member))
                 _text.put("***");
+            else if constexpr (std::same_as<decltype(encoding), price_t>)
+                showPrice(value.*member);
             else
                 show(value.*member);
             return !_text.isCut();
@@ -93,6 +104,12 @@ class Renderer {
     }
 
     void show(std::same_as<bool> auto v) { _text.put(v ? "T" : "F"); }
+    void showPrice(int64_t v) {
+        if (_display.priceScale == 1)
+            show(v);
+        else
+            _text.put(scaled_text(v, _display.priceScale));
+    }
     void show(std::same_as<int64_t> auto v) {
         if (const char* const sentinel = sentinelName(v))
             _text.put(sentinel);
@@ -123,14 +140,28 @@ class Renderer {
     }
     void show(const String auto& v) {
         _text.put("\"");
-        for (std::string_view rest(v.c_str(), v.size()); !rest.empty() && !_text.isCut();) {
+        showCharacters({v.c_str(), v.size()});
+        _text.put("\"");
+    }
+
+    void showCharacters(std::string_view rest) {
+        while (!rest.empty() && !_text.isCut()) {
+            size_t plain = 0;
+            while (plain < rest.size() && isPlain(rest[plain])) ++plain;
+            if (plain != 0 && _text.takesWithMark(plain)) { // as good as one by one
+                _text.put(rest.substr(0, plain));
+                rest.remove_prefix(plain);
+                continue;
+            }
             const CodePoint first = first_code_point(rest);
             const size_t length = std::max<size_t>(first.length, 1);
             showCharacter(first, rest.substr(0, length));
             rest.remove_prefix(length);
         }
-        _text.put("\"");
     }
+
+    /// Whether the character stands as it is, at a glance.
+    static bool isPlain(char c) { return c >= 0x20 && c < 0x7F && c != '"' && c != '\\'; }
 
     void showCharacter(CodePoint c, std::string_view bytes) {
         if (c.length != 0) {
@@ -156,29 +187,41 @@ class Renderer {
     }
 
     BoundedText _text;
-    Secrets _secrets;
+    const Display& _display;
 };
 
 template <class T>
-Rendered renderAs(const char* name, const void* message, char* begin, char* end, Secrets secrets) {
-    return Renderer(begin, end, secrets).message(name, *static_cast<const T*>(message));
+Rendered renderAs(const char* name, const void* message, char* begin, char* end, const Display& display) {
+    return Renderer(begin, end, display).message(name, *static_cast<const T*>(message));
 }
 
 struct Entry {
     const char* name;
-    Rendered (*render)(const char* name, const void* message, char* begin, char* end, Secrets secrets);
+    Rendered (*render)(const char* name, const void* message, char* begin, char* end, const Display& display);
 };
 constexpr IdTable<Entry> renderers([]<class T>(of<T>, const char* name) { return Entry{name, &renderAs<T>}; });
 
 } // namespace
 
 Rendered render(MsgType_t id, const void* message, char* begin, char* end, Secrets secrets) {
-    if (const Entry* const entry = renderers.find(id)) return entry->render(entry->name, message, begin, end, secrets);
+    return render(id, message, begin, end, Display{.secrets = secrets});
+}
+
+Rendered render(MsgType_t id, const void* message, char* begin, char* end, const Display& display) {
+    if (const Entry* const entry = renderers.find(id)) return entry->render(entry->name, message, begin, end, display);
     BoundedText text(begin, end);
     text.put("<unknown message ");
     text.put(std::to_string(id));
     text.put(">");
     return text.rendered();
+}
+
+void append_safe(std::string_view bytes, std::string& text) {
+    const size_t before = text.size();
+    text.resize(before + 4 * bytes.size()); // no byte takes more
+    const Display display;
+    Renderer renderer(text.data() + before, text.data() + text.size(), display);
+    text.resize(before + renderer.characters(bytes).size);
 }
 
 } // namespace Inspect

@@ -17,12 +17,14 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 
 #include "Backend/Velmora/MsgDescriptor.h"
 
 namespace Inspect {
 
 enum class Secrets { show, hide };
+struct Display; // Inspect/Display.h
 
 struct Rendered {
     size_t size = 0;    ///< characters written; there is no NUL
@@ -32,9 +34,15 @@ struct Rendered {
 /// Renders the message into [begin, end). With an unknown identifier the text is "<unknown message ID>".
 Rendered render(Velmora::MsgType_t id, const void* message, char* begin, char* end, Secrets secrets);
 
+/// The same, with prices divided for display.
+Rendered render(Velmora::MsgType_t id, const void* message, char* begin, char* end, const Display& display);
+
 template <class T>
 Rendered render(const T& message, char* begin, char* end, Secrets secrets) {
     return render(T::ID, &message, begin, end, secrets);
 }
+
+/// Appends the bytes as a string's contents are rendered, without the quotes.
+void append_safe(std::string_view bytes, std::string& text);
 
 } // namespace Inspect

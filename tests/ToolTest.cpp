@@ -410,7 +410,7 @@ TEST_F(Tool, ShowsFieldsAndNoControlCharacters) {
     const Result result = run("qlproto decode a.pcap");
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.out, "1709535600.000000042 TimerMessage tqid=7\n"
-                          "1709535600.000000042 JsonFromServer contents=\"one\\x0Atwo\\x1B[31m\\x7F\"\n");
+                          "1709535600.000000042 JsonFromServer contents=\"one\\ntwo\\x1b[31m\\x7f\"\n");
 }
 
 TEST_F(Tool, NamesBadPacketsAndGoesOn) {
@@ -512,6 +512,54 @@ TEST_F(Tool, FindsBytesThatDoNotComeBack) {
         result.err.find("packet 1 at offset 24: TimerMessage: encodes to 1 byte instead of 2, different from offset 0"),
         std::string::npos)
         << result.err;
+}
+
+TEST_F(Tool, GeneratesProfilesAndRates) {
+    struct Case {
+        const char* options;
+        double low, high; ///< messages per second
+        int exitCode;     ///< of verifying it
+    };
+    const Case cases[] = {{"--profile usual", 2000, 4000, 0}, {"--profile quiet", 50, 400, 0},
+                          {"--profile busy", 8000, 40000, 0}, {"--profile hostile", 2000, 4000, 1},
+                          {"--rate 100", 80, 120, 0},         {"--profile busy --rate 50000", 35000, 65000, 0}};
+    for (const Case& it : cases) {
+        const std::string generate = std::string("qlproto generate --messages 20000 --seed 3 ") + it.options + " -o ";
+        ASSERT_EQ(run(generate + "a.pcap").exitCode, 0) << it.options;
+        EXPECT_EQ(run(generate + "-").out, content("a.pcap")) << it.options;
+        const Result verified = run("qlproto verify a.pcap");
+        EXPECT_EQ(verified.exitCode, it.exitCode) << it.options;
+        EXPECT_NE(verified.out.find("all packets"), std::string::npos) << verified.out;
+
+        std::istringstream lines(run("qlproto decode a.pcap").out);
+        std::set<std::string> names;
+        std::vector<double> times;
+        for (std::string time, name, rest; lines >> time >> name && std::getline(lines, rest);) {
+            names.insert(name);
+            times.push_back(std::stod(time));
+        }
+        EXPECT_EQ(names.size(), 71u) << it.options;
+        const double rate = static_cast<double>(times.size() - 2000) / (times.back() - times[2000]);
+        EXPECT_GT(rate, it.low) << it.options;
+        EXPECT_LT(rate, it.high) << it.options;
+    }
+}
+
+TEST_F(Tool, ExamplesOfTheHelpRunAsPrinted) {
+    ASSERT_EQ(run("qlproto generate --messages 100000 --seed 7 -o session.pcap").exitCode, 0);
+    std::string help = run("qlproto --help").out;
+    std::istringstream commands(help.substr(help.find("Subcommands:\n") + 13));
+    for (std::string line; std::getline(commands, line) && line.rfind("  ", 0) == 0;)
+        if (line[2] != ' ') help += run("qlproto " + line.substr(2, line.find(' ', 2) - 2) + " --help").out;
+    int examples = 0;
+    std::istringstream lines(help);
+    for (std::string line; std::getline(lines, line);) {
+        if (line.rfind("  qlproto ", 0) != 0) continue;
+        ++examples;
+        const Result result = run("set -o pipefail; " + line.substr(2));
+        EXPECT_EQ(result.exitCode, 0) << line << ": " << result.err;
+    }
+    EXPECT_GT(examples, 10);
 }
 
 } // namespace

@@ -22,7 +22,7 @@ class ByteWindow {
     ByteWindow& operator=(const ByteWindow&) = delete;
 
     /// The next bytes: `size` of them or more, fewer only where the file ends. Valid until the next call. Throws
-    /// IoError. REQUIRES: size <= CAPACITY.
+    /// IoError. REQUIRES: size <= CAPACITY. With 0 nothing is read: it gives what is held.
     std::string_view peek(std::size_t size) {
         if (_end - _begin < size) read(size);
         return {_bytes.get() + _begin, _end - _begin};

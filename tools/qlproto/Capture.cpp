@@ -93,6 +93,12 @@ bool CaptureReader::next(Packet& packet) {
     return true;
 }
 
+bool CaptureReader::isReady() {
+    if (_window.fileSize() != 0) return true;
+    const std::string_view held = _window.peek(0).substr(_taken);
+    return held.size() >= HEADER && held.size() - HEADER >= parse(held).captured;
+}
+
 CaptureReader::Record CaptureReader::parse(std::string_view header) const {
     return {wordAt(header, 0, _isSwapped), wordAt(header, 4, _isSwapped), wordAt(header, 8, _isSwapped),
             wordAt(header, 12, _isSwapped)};

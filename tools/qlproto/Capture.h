@@ -41,6 +41,9 @@ class CaptureReader {
     /// What was wrong between the packet before and this one, or the end. Null if nothing was.
     const Damage* damage() const { return _damage ? &*_damage : nullptr; }
 
+    /// Whether the next packet can be had without waiting for who writes the capture.
+    bool isReady();
+
     /// Bytes that the last packet had before it was cut to what the capture holds of it; as many as it has if it was
     /// not.
     uint64_t originalLength() const { return _originalLength; }

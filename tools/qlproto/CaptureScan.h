@@ -1,34 +1,39 @@
 // What every command that reads a capture does: take its messages in turn, name the bad ones, count.
 #pragma once
 
+#include <algorithm>
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
+#include <string_view>
+#include <thread>
+#include <vector>
 
 #include <fmt/format.h>
 
 #include "tools/qlproto/Capture.h"
 #include "tools/qlproto/Errors.h"
 #include "tools/qlproto/MessageReader.h"
+#include "tools/qlproto/OrderedPipeline.h"
+#include "tools/qlproto/Progress.h"
 
 namespace qlproto {
 
 class CaptureScan {
   public:
-    /// Calls `handle(packet, reader)` for each good message of the capture. Bad packets and damaged
-    /// places are told on standard error.
+    /// Calls `handle(packet, reader)` for each good message of the capture. Bad packets and damaged places are told on
+    /// standard error.
     template <class Handle>
     void run(const std::string& path, Handle&& handle) {
         CaptureReader capture(path);
         MessageReader reader;
         Packet packet;
         while (next(capture, packet)) {
-            if (capture.originalLength() != packet.bytes.size()) {
-                complain(fmt::format("only {} of its {} bytes were captured", packet.bytes.size(),
-                                     capture.originalLength()));
-            } else if (!reader.read(packet.bytes)) {
-                complain(reader.fault());
+            const std::string fault = judge(packet, capture.originalLength(), reader);
+            if (!fault.empty()) {
+                complain(fault);
             } else {
                 ++_messages;
                 handle(packet, reader);
@@ -36,30 +41,108 @@ class CaptureScan {
         }
     }
 
+    /// As many as runParallel() can use.
+    static std::size_t workers() { return std::max(1u, std::thread::hardware_concurrency()); }
+
+    /// What a message became: `text` up to `end`.
+    struct Piece {
+        uint64_t packet; ///< number, from 1
+        std::size_t end;
+    };
+
+    /// The same on several threads. `handles[i](packet, reader, text)` is called on thread i with any part of the
+    /// messages; it appends what becomes of the message to `text` and may gather what does not depend on order.
+    /// `write(text, pieces)` gets the texts in order, a batch at a time, on the calling thread, and returns the number
+    /// of the last packet to take: MORE to go on. `flush()` is called before input is waited for.
+    static constexpr uint64_t MORE = UINT64_MAX;
+    template <class Handle, class Write, class Flush>
+    void runParallel(const std::string& path, std::vector<Handle>& handles, Write&& write, Flush&& flush) {
+        CaptureReader capture(path);
+        const auto readers = std::make_unique<MessageReader[]>(handles.size());
+        OrderedPipeline<Batch> pipeline(handles.size());
+        pipeline.run([&] { return capture.isReady(); },
+                     [&](Batch& batch) {
+                         if (!capture.isReady()) flush();
+                         return fill(capture, batch);
+                     },
+                     [&](Batch& batch, std::size_t worker) {
+                         for (const Item& item : batch.items) {
+                             const Packet packet = batch.packet(item);
+                             std::string fault = judge(packet, item.originalLength, readers[worker]);
+                             if (!fault.empty()) {
+                                 batch.faults.push_back({item.number, packet.offset, std::move(fault)});
+                                 continue;
+                             }
+                             ++batch.messages;
+                             const std::size_t before = batch.text.size();
+                             handles[worker](packet, readers[worker], batch.text);
+                             if (batch.text.size() != before) batch.pieces.push_back({item.number, batch.text.size()});
+                         }
+                     },
+                     [&](const Batch& batch) {
+                         const uint64_t last = write(std::string_view(batch.text), batch.pieces);
+                         settle(batch, last);
+                         _progress.update(batch.end, capture.fileSize());
+                         return last == MORE;
+                     });
+    }
+
     /// `listener(packet, fault)` is told of each fault, too. Packets count from 1.
     void onFault(std::function<void(uint64_t, const std::string&)> listener) { _onFault = std::move(listener); }
 
-    /// Tells of something that is wrong with the packet just read.
+    /// Tells of something that is wrong with the packet just read. Not for runParallel().
     void complain(const std::string& fault);
 
     /// One line for people on standard error: messages, bytes, time and rate.
-    void summarize() const;
+    void summarize();
 
     uint64_t messages() const { return _messages; } ///< good ones
     uint64_t packets() const { return _packets; }
     int exitCode() const { return _bad == 0 ? EXIT_FINE : EXIT_BAD_DATA; }
 
   private:
+    struct Item {
+        int64_t time;
+        uint64_t offset;
+        uint64_t number;
+        uint64_t originalLength;
+        std::size_t begin, size; ///< of the packet in the batch's bytes
+    };
+    struct Fault {
+        uint64_t packet;
+        uint64_t offset; ///< 0 if it is behind the packet
+        std::string text;
+    };
+    struct Batch {
+        std::string bytes;
+        std::vector<Item> items;
+        uint64_t end = 0;           ///< offset in the file
+        std::vector<Fault> damages; ///< of the capture between packets
+        uint64_t messages = 0;
+        std::vector<Fault> faults; ///< of packets
+        std::string text;
+        std::vector<Piece> pieces;
+
+        Packet packet(const Item& item) const {
+            return {item.time, std::string_view(bytes).substr(item.begin, item.size), item.offset};
+        }
+    };
+
+    static std::string judge(const Packet& packet, uint64_t originalLength, MessageReader& reader);
+    bool fill(CaptureReader& capture, Batch& batch);
+    void settle(const Batch& batch, uint64_t last);
     bool next(CaptureReader& capture, Packet& packet);
-    void note(const std::string& where, const std::string& fault);
+    void note(const Fault& fault);
 
     std::chrono::steady_clock::time_point _start = std::chrono::steady_clock::now();
+    uint64_t _read = 0; ///< packets read ahead
     uint64_t _packets = 0;
     uint64_t _messages = 0;
     uint64_t _bytes = 0;
     uint64_t _bad = 0;
     uint64_t _offset = 0; ///< of the packet just read
     std::function<void(uint64_t, const std::string&)> _onFault;
+    Progress _progress;
 };
 
 } // namespace qlproto

@@ -3,6 +3,7 @@
 
 #include "generated/QLProtocol/QLProtocol.h"
 #include "tools/qlproto/Errors.h"
+#include "tools/qlproto/Filter.h"
 #include "tools/qlproto/commands/Commands.h"
 
 namespace {
@@ -12,6 +13,7 @@ constexpr const char* EXAMPLES = R"(Examples:
   qlproto decode session.pcap
   qlproto decode session.pcap | grep ' SubmitOrderMessage '
   qlproto generate --messages 1000 -o - | qlproto decode -
+  qlproto verify session.pcap
   qlproto roundtrip session.pcap
   qlproto stats --plot session.pcap
   qlproto trace session.pcap --order heron-1
@@ -48,6 +50,7 @@ int main(int argc, char** argv) {
     qlproto::addTrace(app, commands);
     qlproto::addDiff(app, commands);
     qlproto::addReport(app, commands);
+    qlproto::addVerify(app, commands);
 
     try {
         app.parse(argc, argv);
@@ -62,6 +65,8 @@ int main(int argc, char** argv) {
         return qlproto::EXIT_USAGE;
     } catch (const qlproto::ClosedPipe&) {
         return qlproto::EXIT_FINE;
+    } catch (const qlproto::FilterError& error) {
+        return fail(qlproto::EXIT_USAGE, error);
     } catch (const qlproto::IoError& error) {
         return fail(qlproto::EXIT_IO, error);
     } catch (const qlproto::DamagedCapture& error) {

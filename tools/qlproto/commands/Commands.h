@@ -24,5 +24,6 @@ void addReport(CLI::App& app, Commands& commands);
 void addRoundTrip(CLI::App& app, Commands& commands);
 void addStats(CLI::App& app, Commands& commands);
 void addTrace(CLI::App& app, Commands& commands);
+void addVerify(CLI::App& app, Commands& commands);
 
 } // namespace qlproto

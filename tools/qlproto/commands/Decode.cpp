@@ -1,68 +1,200 @@
+// qlproto decode: messages as text or JSON, from captures or from bytes alone.
 #include <memory>
 
 #include <unistd.h>
 
-#include "generated/QLProtocol/AsciiWriter.h"
-#include "generated/QLProtocol/MsgHandler.h"
+#include "tools/qlproto/ByteWindow.h"
 #include "tools/qlproto/CaptureScan.h"
+#include "tools/qlproto/Filter.h"
+#include "tools/qlproto/Hex.h"
 #include "tools/qlproto/Output.h"
+#include "tools/qlproto/Rendering.h"
+#include "tools/qlproto/Terminal.h"
 #include "tools/qlproto/commands/Commands.h"
 
 namespace qlproto {
 
 namespace {
 
-/// Renders messages as lines of text. The text stream does not check its room, so it has enough for the longest packet:
-/// no byte of a sound body becomes more than 64 characters, field name included.
-class LinePrinter {
-  public:
-    explicit LinePrinter(Output& output) : _output(output), _room(std::make_unique_for_overwrite<char[]>(ROOM)) {}
-
-    void print(const Packet& packet, const MessageReader& reader) {
-        Quillon::FastOStream os(_room.get(), _room.get() + ROOM);
-        printTime(os, packet.time);
-        os << ' ' << reader.descriptor().name() << ' ';
-        Velmora::TextCodec<Quillon::FastOStream> codec(os);
-        Quillon::AsciiWriter writer(codec, false, 0);
-        Quillon::dispatch(reader.descriptor().id(), reader.message(), writer);
-        _output.appendVisible({os.begin(), os.size()});
-        _output.append("\n");
-    }
-
-  private:
-    static constexpr std::size_t ROOM = 64 * MAX_PACKET + 4096;
-
-    /// As the capture has it, which fixes no calendar: seconds, point, nine digits.
-    static void printTime(Quillon::FastOStream& os, int64_t time) {
-        constexpr int64_t second = 1'000'000'000;
-        const int64_t nanoseconds = time % second;
-        os << time / second << '.';
-        for (int64_t power = second / 10; power > nanoseconds && power > 1; power /= 10) os << '0';
-        os << nanoseconds;
-    }
-
-    Output& _output;
-    std::unique_ptr<char[]> _room;
+struct Options {
+    std::string input;
+    bool isHex = false;
+    bool isRaw = false;
+    std::string type; ///< of bodies without identifier
+    Filter::Options filter;
+    uint64_t first = UINT64_MAX;
+    bool redact = false;
+    Rendering::Options rendering;
 };
 
-int decode(const std::string& capture) {
+int decodeCapture(const Options& options, const Filter& filter) {
     Output output(STDOUT_FILENO);
-    LinePrinter printer(output);
+    struct Handle {
+        const Filter& filter;
+        std::unique_ptr<Rendering> rendering;
+        void operator()(const Packet& packet, const MessageReader& reader, std::string& text) const {
+            if (filter.takes(packet, reader)) rendering->append(packet, reader, text);
+        }
+    };
+    std::vector<Handle> handles;
+    for (std::size_t i = 0; i < CaptureScan::workers(); ++i)
+        handles.push_back({filter, std::make_unique<Rendering>(options.rendering)});
+
+    uint64_t left = options.first;
     CaptureScan scan;
-    scan.run(capture, [&](const Packet& packet, const MessageReader& reader) { printer.print(packet, reader); });
+    if (left != 0)
+        scan.runParallel(
+            options.input, handles,
+            [&](std::string_view text, const std::vector<CaptureScan::Piece>& pieces) {
+                if (pieces.size() < left) {
+                    output.append(text);
+                    left -= pieces.size();
+                    return CaptureScan::MORE;
+                }
+                output.append(text.substr(0, pieces[left - 1].end));
+                return pieces[left - 1].packet;
+            },
+            [&] { output.flush(); });
     output.flush();
     scan.summarize();
     return scan.exitCode();
 }
 
+/// Bytes that come without a capture: packets, or bodies of a type that is known.
+class Bytes {
+  public:
+    Bytes(const Options& options, const Filter& filter)
+        : _filter(filter), _left(options.first), _rendering(withoutTime(options.rendering)), _output(STDOUT_FILENO) {
+        if (options.type.empty()) return;
+        const Velmora::MsgType_t id = messageNamed(options.type);
+        _identifier = {static_cast<char>(id & 0xFF), static_cast<char>(id >> 8)};
+    }
+
+    void decode(const std::string& where, std::string_view bytes) {
+        const std::string packet = _identifier + std::string(bytes);
+        if (!_reader.read(packet)) return complain(where, _reader.fault());
+        if (_left == 0 || !_filter.takes({}, _reader)) return;
+        --_left;
+        _text.clear();
+        _rendering.append({}, _reader, _text);
+        _output.append(_text);
+    }
+
+    void complain(const std::string& where, const std::string& fault) {
+        tell(fmt::format("qlproto: {}: {}", where, fault));
+        _exitCode = EXIT_BAD_DATA;
+    }
+
+    int finish() {
+        _output.flush();
+        return _exitCode;
+    }
+
+  private:
+    static Rendering::Options withoutTime(Rendering::Options options) {
+        options.hasTime = false;
+        return options;
+    }
+
+    const Filter& _filter;
+    uint64_t _left;
+    std::string _identifier;
+    MessageReader _reader;
+    Rendering _rendering;
+    Output _output;
+    std::string _text;
+    int _exitCode = EXIT_FINE;
+};
+
+int decodeRaw(const Options& options, const Filter& filter) {
+    ByteWindow input(options.input);
+    Bytes bytes(options, filter);
+    bytes.decode(input.name(), input.peek(MAX_PACKET + 1));
+    return bytes.finish();
+}
+
+int decodeHex(const Options& options, const Filter& filter) {
+    ByteWindow input(options.input);
+    Bytes bytes(options, filter);
+    constexpr std::size_t longest = 5 * MAX_PACKET; // "0xHH " for each byte
+    for (uint64_t number = 1; !input.peek(1).empty(); ++number) {
+        const std::string where = fmt::format("{}:{}", input.name(), number);
+        std::size_t size = 0;
+        std::string_view held = input.peek(1);
+        while ((size = held.find('\n')) == held.npos && held.size() < longest) {
+            const std::size_t before = held.size();
+            held = input.peek(before + 1);
+            if (held.size() == before) break;
+        }
+        const std::string line(held.substr(0, size));
+        input.skip(size == held.npos ? held.size() : size + 1);
+        if (line.find_first_not_of(" \t\r") == line.npos) continue;
+        try {
+            bytes.decode(where, bytesFromHex(line));
+        } catch (const HexError& error) {
+            bytes.complain(where, error.what());
+        }
+    }
+    return bytes.finish();
+}
+
+int decode(Options options) {
+    const Filter filter(options.filter);
+    options.rendering.display.secrets = options.redact ? Inspect::Secrets::hide : Inspect::Secrets::show;
+    options.rendering.isColoured = options.rendering.format != Format::json && mayHaveColours(STDOUT_FILENO);
+    if (options.isRaw) return decodeRaw(options, filter);
+    if (options.isHex) return decodeHex(options, filter);
+    return decodeCapture(options, filter);
+}
+
+bool isPowerOfTen(int64_t number) {
+    while (number > 1 && number % 10 == 0) number /= 10;
+    return number == 1;
+}
+
 } // namespace
 
 void addDecode(CLI::App& app, Commands& commands) {
-    const auto capture = std::make_shared<std::string>();
-    CLI::App* const command = app.add_subcommand("decode", "Print messages, one a line: time, name, fields");
-    command->add_option("capture", *capture, "The capture to read; - is standard input")->required();
-    command->footer("Example:\n  qlproto decode session.pcap | grep ' SubmitOrderMessage '");
-    commands.push_back({command, [capture] { return decode(*capture); }});
+    const auto options = std::make_shared<Options>();
+    CLI::App* const command = app.add_subcommand("decode", "Print messages as lines of text or JSON");
+    command->add_option("input", options->input, "The capture to read; - is standard input")->required();
+    CLI::Option* const hex = command->add_flag("--hex", options->isHex, "The input is text: a packet in hex per line");
+    command->add_flag("--raw", options->isRaw, "The input is the bytes of one packet")->excludes(hex);
+    command
+        ->add_option("--type", options->type,
+                     "With --hex or --raw: the input is bodies of this message, without the identifier in front")
+        ->type_name("NAME|ID");
+    command->add_option("--format", options->rendering.format, "line, lines (a value per line) or json (a line each)")
+        ->transform(CLI::CheckedTransformer(
+            std::map<std::string, Format>{{"line", Format::line}, {"lines", Format::lines}, {"json", Format::json}}))
+        ->type_name("FORM");
+    command->add_option("--time", options->rendering.time, "raw (seconds since 1970) or utc")
+        ->transform(
+            CLI::CheckedTransformer(std::map<std::string, TimeForm>{{"raw", TimeForm::raw}, {"utc", TimeForm::utc}}))
+        ->type_name("FORM");
+    command
+        ->add_option("--price-scale", options->rendering.display.priceScale,
+                     "Divide prices and amounts by this power of ten for display; the protocol fixes no scale")
+        ->check([](const std::string& text) {
+            int64_t number = 0;
+            return CLI::detail::lexical_cast(text, number) && isPowerOfTen(number) ? "" : text + " is no power of ten";
+        })
+        ->type_name("N");
+    command->add_flag("--redact", options->redact, "Hide passwords and other secrets");
+    command->add_option("-n,--first", options->first, "Stop after so many messages")
+        ->check(CLI::NonNegativeNumber)
+        ->type_name("N");
+    Filter::addTo(*command, options->filter);
+    command->footer("Packets and bodies without a capture have no time. --where compares undivided values.\n\n"
+                    "Examples:\n"
+                    "  qlproto decode session.pcap | grep ' SubmitOrderMessage '\n"
+                    "  qlproto decode --message '*Order*' --where side=BID --where 'price>108000000' session.pcap\n"
+                    "  qlproto decode --format json --price-scale 100000000 -n 3 session.pcap\n"
+                    "  qlproto decode --format lines --time utc --family quotes -n 2 session.pcap\n"
+                    "  qlproto decode --from 2024-03-04T07:00:01 --to 2024-03-04T07:00:02 --redact session.pcap\n"
+                    "  qlproto decode --hex - <<< '24 d0 0e'\n"
+                    "  qlproto decode --hex --type TimerMessage - <<< 0e");
+    commands.push_back({command, [options] { return decode(*options); }});
 }
 
 } // namespace qlproto

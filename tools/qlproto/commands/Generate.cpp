@@ -3,6 +3,7 @@
 
 #include "tools/qlproto/Capture.h"
 #include "tools/qlproto/Errors.h"
+#include "tools/qlproto/Hostile.h"
 #include "tools/qlproto/commands/Commands.h"
 #include "tools/qlproto/session/Session.h"
 
@@ -13,12 +14,20 @@ namespace {
 struct Options {
     uint64_t messages = 10000;
     uint64_t seed = 1;
+    std::string profile = "usual";
+    uint64_t rate = 0; ///< 0: that of the profile
     std::string output;
 };
 
 int generate(const Options& options) {
     CaptureWriter writer(options.output);
-    session::Session(options.seed, options.messages, writer).run();
+    Hostile hostile(options.seed, writer);
+    PacketSink& sink = options.profile == "hostile" ? static_cast<PacketSink&>(hostile) : writer;
+    session::Pace pace;
+    if (options.profile == "quiet") pace = session::QUIET;
+    if (options.profile == "busy") pace = session::BUSY;
+    if (options.rate != 0) pace = session::withRate(pace, options.rate);
+    session::Session(options.seed, options.messages, sink, pace).run();
     writer.close();
     return EXIT_FINE;
 }
@@ -34,8 +43,20 @@ void addGenerate(CLI::App& app, Commands& commands) {
     command->add_option("--seed", options->seed, "The same seed gives the same bytes")
         ->check(CLI::NonNegativeNumber)
         ->capture_default_str();
+    command
+        ->add_option("--profile", options->profile,
+                     "usual; quiet: slow, with less market data; busy: fast, with more; hostile: as usual, with every "
+                     "twentieth body damaged")
+        ->check(CLI::IsMember({"usual", "quiet", "busy", "hostile"}))
+        ->capture_default_str();
+    command->add_option("--rate", options->rate, "About so many messages per second of session time")
+        ->check(CLI::Range(1, 1'000'000))
+        ->type_name("N");
     command->add_option("-o,--output", options->output, "The capture to write; - is standard output")->required();
-    command->footer("Example:\n  qlproto generate --messages 100000 --seed 7 -o session.pcap");
+    command->footer("Every type of message occurs from 1,000 messages on, and from 5,000 on when busy.\n\n"
+                    "Examples:\n"
+                    "  qlproto generate --messages 100000 --seed 7 -o session.pcap\n"
+                    "  qlproto generate --profile busy --rate 5000 -o - | qlproto verify -");
     commands.push_back({command, [options] { return generate(*options); }});
 }
 

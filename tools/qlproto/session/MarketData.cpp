@@ -36,7 +36,7 @@ void MarketData::act(int token) {
         message.fmIDsInBatch.reserve(feed.marketIDs.size());
         for (int32_t marketID : feed.marketIDs) message.fmIDsInBatch.push_back(FeedMarketID(marketID, feed.id));
     });
-    _scheduler.wake(_rng.around(UPDATE_INTERVAL), *this, token);
+    _scheduler.wake(_scheduler.pacedMarketData(_rng.around(UPDATE_INTERVAL)), *this, token);
 }
 
 void MarketData::sendSnapshot(std::size_t listing, int32_t streamID) {

@@ -52,7 +52,7 @@ void OrderFlow::act(int token) {
     if (token == NEW_ORDER) {
         const bool burst = _rng.chance(30);
         beginOrder(burst);
-        _scheduler.wake(_rng.around(burst ? BURST_INTERVAL : ORDER_INTERVAL), *this, NEW_ORDER);
+        _scheduler.wake(_scheduler.paced(_rng.around(burst ? BURST_INTERVAL : ORDER_INTERVAL)), *this, NEW_ORDER);
         return;
     }
     Order& order = _orders[token];

@@ -41,7 +41,7 @@ void Quotes::start() { _scheduler.wake(0, *this, NEW_REQUEST); }
 void Quotes::act(int token) {
     if (token == NEW_REQUEST) {
         beginRequest();
-        _scheduler.wake(_rng.around(REQUEST_INTERVAL), *this, NEW_REQUEST);
+        _scheduler.wake(_scheduler.paced(_rng.around(REQUEST_INTERVAL)), *this, NEW_REQUEST);
         return;
     }
     Request& request = _requests[token];

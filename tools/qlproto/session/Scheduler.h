@@ -8,6 +8,8 @@
 #include <queue>
 #include <vector>
 
+#include "tools/qlproto/session/Pace.h"
+
 namespace qlproto::session {
 
 class Actor {
@@ -20,6 +22,12 @@ class Actor {
 
 class Scheduler {
   public:
+    explicit Scheduler(const Pace& pace = {}) : _pace(pace) {}
+
+    /// The interval from one event to the next at the session's pace.
+    int64_t paced(int64_t interval) const { return interval * _pace.others / Pace::USUAL; }
+    int64_t pacedMarketData(int64_t interval) const { return interval * _pace.marketData / Pace::USUAL; }
+
     /// Times are nanoseconds since 1970; the session starts at a fixed one.
     int64_t now() const { return _now; }
 
@@ -49,6 +57,7 @@ class Scheduler {
         }
     };
 
+    const Pace _pace;
     int64_t _now = 1709535600'000000000; // 2024-03-04 07:00:00 UTC, a Monday
     uint64_t _count = 0;
     std::priority_queue<Event> _events;

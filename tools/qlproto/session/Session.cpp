@@ -2,8 +2,9 @@
 
 namespace qlproto::session {
 
-Session::Session(uint64_t seed, uint64_t messages, PacketSink& sink)
+Session::Session(uint64_t seed, uint64_t messages, PacketSink& sink, const Pace& pace)
     : _rng(seed),
+      _scheduler(pace),
       _sender(sink, _scheduler, messages),
       _connections(_world, _scheduler, _sender, _rng.fork()),
       _marketData(_world, _scheduler, _sender, _rng.fork()),

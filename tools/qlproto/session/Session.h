@@ -18,7 +18,7 @@ namespace qlproto::session {
 class Session {
   public:
     /// A session of exactly `messages` messages, which go to `sink`.
-    Session(uint64_t seed, uint64_t messages, PacketSink& sink);
+    Session(uint64_t seed, uint64_t messages, PacketSink& sink, const Pace& pace = {});
 
     /// Runs it from beginning to end. The protocol must be initialised.
     void run();

@@ -33,7 +33,7 @@ void Subscriptions::act(int token) {
     switch (static_cast<Event>(token)) {
     case NEXT:
         _scheduler.wake(0, *this, _events.deal());
-        _scheduler.wake(_rng.around(INTERVAL), *this, NEXT);
+        _scheduler.wake(_scheduler.paced(_rng.around(INTERVAL)), *this, NEXT);
         return;
     case SECURITY_REQUEST:
         requestSecurity();

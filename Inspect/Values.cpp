@@ -1,0 +1,103 @@
+#include "Inspect/Values.h"
+
+#include <algorithm>
+#include <concepts>
+
+#include "Inspect/IdTable.h"
+
+namespace Inspect {
+namespace {
+
+using namespace Velmora;
+
+/// Steps from a T to the values in it, at most.
+template <class T>
+consteval size_t depthOf() {
+    size_t depth = 0;
+    if constexpr (Vector<T>)
+        depth = 1 + depthOf<typename T::value_type>();
+    else if constexpr (Composite<T>)
+        fields(of<T>{}, [&](const char*, auto member, auto) {
+            depth = std::max(depth, 1 + depthOf<MemberType<decltype(member)>>());
+            return true;
+        });
+    return depth;
+}
+
+constexpr size_t MAX_DEPTH = 8;
+
+class Walk {
+  public:
+    explicit Walk(ValueVisitor& visitor) : _visitor(visitor) {}
+
+    /// The table names what the fields are, so that it is said in one place.
+    template <Composite T>
+    bool record(const T& v, const TypeInfo& type) {
+        ++_depth;
+        const FieldInfo* field = type.fields.data();
+        const bool goesOn = fields(of<T>{}, [&](const char*, auto member, auto) {
+            _path[_depth - 1] = {field->name};
+            _isSecret = field->isSecret;
+            return value(v.*member, (field++)->value);
+        });
+        --_depth;
+        return goesOn;
+    }
+
+  private:
+    template <class T>
+    bool value(const T& v, const ValueInfo& info) {
+        if constexpr (Composite<T>) {
+            return record(v, *info.record);
+        } else if constexpr (Vector<T>) {
+            ++_depth;
+            bool goesOn = true;
+            for (size_t i = 0; i < v.size() && goesOn; ++i) {
+                _path[_depth - 1] = {{}, i};
+                goesOn = value(v[i], *info.element);
+            }
+            --_depth;
+            return goesOn;
+        } else {
+            Value shown{.kind = info.kind, .text = {}, .enumeration = info.enumeration, .isSecret = _isSecret};
+            if constexpr (String<T>)
+                shown.text = {v.c_str(), v.size()};
+            else
+                shown.number = static_cast<int64_t>(v);
+            return _visitor.value({_path, _depth}, shown);
+        }
+    }
+
+    ValueVisitor& _visitor;
+    PathPiece _path[MAX_DEPTH];
+    size_t _depth = 0;
+    bool _isSecret = false; ///< the field at hand
+};
+
+using Walker = bool (*)(const void* message, const TypeInfo& type, ValueVisitor& visitor);
+constexpr IdTable<Walker> walkers([]<class T>(of<T>, const char*) -> Walker {
+    static_assert(depthOf<T>() <= MAX_DEPTH);
+    return [](const void* message, const TypeInfo& type, ValueVisitor& visitor) {
+        return Walk(visitor).record(*static_cast<const T*>(message), type);
+    };
+});
+
+} // namespace
+
+bool walk_values(MsgType_t id, const void* message, ValueVisitor& visitor) {
+    const Walker* const walker = walkers.find(id);
+    return walker == nullptr || (*walker)(message, *reflect(id), visitor);
+}
+
+std::string path_text(Path path) {
+    std::string text;
+    for (const PathPiece& piece : path) {
+        if (piece.name.empty())
+            text += '[' + std::to_string(piece.index) + ']';
+        else
+            (text.empty() ? text : text += '.') += piece.name;
+    }
+    return text;
+}
+
+} // namespace Inspect

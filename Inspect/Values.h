@@ -1,0 +1,52 @@
+// All values of a message known only by its identifier, each with its path: for filters, listings and searches.
+//
+//     struct Print : Inspect::ValueVisitor {
+//         bool value(Inspect::Path path, const Inspect::Value& value) override { ...; return true; }
+//     };
+//
+// Records and vectors are walked through and do not appear themselves. The module need not be initialised.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "Inspect/Reflection.h"
+
+namespace Inspect {
+
+/// A step from a message to a value in it.
+struct PathPiece {
+    std::string_view name; ///< of a field; empty for an element of a vector
+    size_t index = 0;      ///< of an element
+};
+
+using Path = std::span<const PathPiece>;
+
+/// As in "contents.parameters[3].value".
+std::string path_text(Path path);
+
+struct Value {
+    Kind kind;                                    ///< never record or vector
+    int64_t number = 0;                           ///< of integers, prices, booleans and enumerations
+    std::string_view text;                        ///< of strings
+    const EnumerationInfo* enumeration = nullptr; ///< of enumerations
+    bool isSecret = false;                        ///< not to be shown in logs
+
+    bool isText() const { return kind == Kind::string || kind == Kind::cryptstring || kind == Kind::padding; }
+};
+
+class ValueVisitor {
+  public:
+    virtual ~ValueVisitor() = default;
+
+    /// Takes the next value, in declaration order; false ends the walk. The path is valid until the return.
+    virtual bool value(Path path, const Value& value) = 0;
+};
+
+/// Shows all values of the message to the visitor; none if the identifier is unknown. False if the visitor ended it.
+bool walk_values(Velmora::MsgType_t id, const void* message, ValueVisitor& visitor);
+
+} // namespace Inspect

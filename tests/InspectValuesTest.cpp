@@ -1,0 +1,93 @@
+// The walk over the values of a message, and values as people see them.
+#include <map>
+
+#include "Inspect/Display.h"
+#include "Inspect/Json.h"
+#include "Inspect/Values.h"
+#include "tests/Samples.h"
+
+namespace {
+
+using namespace Inspect;
+
+class Values : public Module {};
+
+TEST_F(Values, ComeWithPathKindAndValue) {
+    InBlock<Quillon::SubmitOrderMessage> order;
+    order->userID = -7;
+    order->contents.side = Quillon::Side::OFR;
+    order->contents.price = Velmora::NDA;
+    order->contents.parameters.add_back().key = "a";
+    order->contents.parameters.add_back().value = "b";
+
+    struct Gather : ValueVisitor {
+        std::map<std::string, Value> values;
+        std::string last;
+        bool value(Path path, const Value& value) override {
+            values[path_text(path)] = value;
+            last = path_text(path);
+            return last != end;
+        }
+        std::string end;
+    } all;
+    EXPECT_TRUE(walk_values(order->ID, &*order, all));
+    EXPECT_EQ(all.last, "modelID");
+    EXPECT_EQ(all.values.size(), 3u + 15u + 4u + 1u);
+    EXPECT_EQ(all.values["userID"].number, -7);
+    EXPECT_EQ(all.values["contents.side"].number, Quillon::Side::OFR);
+    EXPECT_EQ(all.values["contents.side"].enumeration->name, "Side");
+    EXPECT_EQ(all.values["contents.price"].kind, Kind::price);
+    EXPECT_EQ(all.values["contents.price"].number, Velmora::NDA);
+    EXPECT_EQ(all.values["contents.parameters[0].key"].text, "a");
+    EXPECT_EQ(all.values["contents.parameters[1].value"].text, "b");
+
+    Gather some;
+    some.end = "contents.side";
+    EXPECT_FALSE(walk_values(order->ID, &*order, some));
+    EXPECT_EQ(some.last, some.end);
+
+    Gather none;
+    EXPECT_TRUE(walk_values(3, nullptr, none)); // no such message
+    EXPECT_TRUE(none.values.empty());
+}
+
+TEST_F(Values, AreDividedExactly) {
+    struct Case {
+        int64_t value, scale;
+        const char* text;
+    };
+    const Case cases[] = {{108450000, 100000000, "1.0845"},
+                          {-5, 10, "-0.5"},
+                          {30, 10, "3"},
+                          {1, 1000, "0.001"},
+                          {0, 100, "0"},
+                          {-7, 1, "-7"},
+                          {Velmora::NA, 100, "NA"},
+                          {INT64_MIN, 10, "-922337203685477580.8"}};
+    for (const Case& it : cases) EXPECT_EQ(scaled_text(it.value, it.scale), it.text);
+}
+
+TEST_F(Values, AreShownDividedAndWithoutSecretsWhereAsked) {
+    InBlock<Quillon::SubmitOrderMessage> order;
+    order->contents.price = 108450000;
+    order->contents.feedID = 100000000; // no price
+    const Display scaled{.priceScale = 100000000};
+    char line[2000];
+    const Rendered rendered = render(order->ID, &*order, line, line + sizeof line, scaled);
+    const std::string text(line, rendered.size);
+    EXPECT_NE(text.find(" price=1.0845 "), text.npos) << text;
+    EXPECT_NE(text.find(" feedID=100000000 "), text.npos) << text;
+    std::string json = "behind ";
+    append_json(order->ID, &*order, Integers::strings, scaled, json);
+    EXPECT_EQ(json.rfind("behind {", 0), 0u);
+    EXPECT_NE(json.find(R"("price":"1.0845")"), json.npos) << json;
+
+    InBlock<Quillon::ClientConnectMessage> connect;
+    connect->user = "wren";
+    connect->password = "secret";
+    json.clear();
+    append_json(connect->ID, &*connect, Integers::strings, {.secrets = Secrets::hide}, json);
+    EXPECT_EQ(json, R"({"user":"wren","password":"***"})");
+}
+
+} // namespace

@@ -1,0 +1,205 @@
+// qlproto decode and verify: forms, filters, bytes without a capture, damaged captures.
+#include <set>
+
+#include <nlohmann/json.hpp>
+
+#include "tests/Sessions.h"
+#include "tests/ToolFolder.h"
+#include "tools/qlproto/Filter.h"
+#include "tools/qlproto/TimeText.h"
+
+namespace {
+
+using namespace Quillon;
+
+class Decode : public WithProtocol {
+  protected:
+    static std::vector<std::string> lines(const std::string& text) {
+        std::vector<std::string> all;
+        std::istringstream stream(text);
+        for (std::string line; std::getline(stream, line);) all.push_back(line);
+        return all;
+    }
+    const std::vector<std::string> decode(const std::string& options) {
+        const auto result = _folder.run("qlproto decode " + options);
+        EXPECT_EQ(result.exitCode, 0) << options << ": " << result.err;
+        return lines(result.out);
+    }
+    void generate(uint64_t messages) {
+        ASSERT_EQ(_folder.run("qlproto generate --seed 7 -o a.pcap --messages " + std::to_string(messages)).exitCode,
+                  0);
+    }
+    ToolFolder _folder;
+};
+
+TEST_F(Decode, KeepsTheOrderOfACaptureOfManyBatches) {
+    generate(60000);
+    const std::vector<std::string> all = decode("a.pcap");
+    const std::vector<Sent> sent = session(7, 60000);
+    ASSERT_EQ(all.size(), sent.size());
+    for (size_t i = 0; i < sent.size(); ++i) {
+        std::string start;
+        qlproto::appendTime(sent[i].time, qlproto::TimeForm::raw, start);
+        start += std::string(" ") + __protocol->getMessageName(sent[i].id()) + ' ';
+        ASSERT_EQ(all[i].substr(0, start.size()), start);
+    }
+    for (const size_t n : {0u, 1u, 4096u, 4097u, 50000u}) {
+        const std::vector<std::string> some = decode("a.pcap -n " + std::to_string(n));
+        EXPECT_TRUE(some.size() == n && std::equal(some.begin(), some.end(), all.begin())) << n;
+    }
+}
+
+TEST_F(Decode, FiltersAsGrepWould) {
+    generate(20000);
+    const std::vector<std::string> all = decode("a.pcap");
+    const auto expect = [&](const std::string& options, auto&& holds) {
+        std::vector<std::string> expected;
+        for (const std::string& line : all)
+            if (holds(line)) expected.push_back(line);
+        EXPECT_FALSE(expected.empty()) << options;
+        EXPECT_EQ(decode(options + " a.pcap"), expected) << options;
+    };
+    const auto has = [](std::string piece) {
+        return [piece](const std::string& line) { return line.find(piece) != line.npos; };
+    };
+    expect("--message SubmitOrderMessage", has(" SubmitOrderMessage "));
+    expect("--message 'Submit*' --message Cancel?rderMessage", [&](const std::string& line) {
+        return has(" SubmitOrderMessage ")(line) || has(" CancelOrderMessage ")(line);
+    });
+    expect("--id 0xF0E9", has(" SubmitOrderMessage "));
+    expect("--family memory-bus", has(" MemBus"));
+    expect("--message SubmitOrderMessage --where contents.side=BID",
+           [&](const std::string& line) { return has(" SubmitOrderMessage ")(line) && has(" side=BID ")(line); });
+    expect("--message SubmitOrderMessage --where side!=BID --where userID=11", [&](const std::string& line) {
+        return has(" SubmitOrderMessage userID=11 ")(line) && !has(" side=BID ")(line);
+    });
+    expect("--message SubmitOrderMessage --where 'contents.price>108000000'", [&](const std::string& line) {
+        const size_t at = line.find(" price=");
+        return has(" SubmitOrderMessage ")(line) && isdigit(line[at + 7])
+               && std::stoll(line.substr(at + 7)) > 108000000;
+    });
+    expect("--where isSnapshot=true", has(" isSnapshot=T"));
+    const std::string from = all[5000].substr(0, 20), to = all[6000].substr(0, 20);
+    expect("--from " + from + " --to " + to,
+           [&](const std::string& line) { return line >= from && line.substr(0, 20) <= to; });
+}
+
+TEST_F(Decode, RefusesConditionsThatCannotBeMeant) {
+    for (const char* options :
+         {"--where sied=BID", "--where side=BDI", "--where side", "--where =3", "--where 'userID=x'",
+          "--where 'price>>3'", "--message NoSuchMessage", "--family nobody", "--id x", "--from yesterday",
+          "--price-scale 7", "--format xml", "--time local", "-n -1"}) {
+        const auto result = _folder.run(std::string("qlproto decode a.pcap ") + options);
+        EXPECT_EQ(result.exitCode, 2) << options;
+        EXPECT_TRUE(result.out.empty() && !result.err.empty()) << options;
+    }
+}
+
+TEST_F(Decode, SentinelsAreNoNumbers) {
+    const qlproto::Condition above("price>5"), na("price=NA"), notNa("price!=NA");
+    const auto value = [](int64_t number) {
+        return Inspect::Value{.kind = Inspect::Kind::price, .number = number, .text = {}};
+    };
+    EXPECT_TRUE(above.holds(value(6)) && !above.holds(value(5)) && !above.holds(value(Velmora::NA)));
+    EXPECT_TRUE(na.holds(value(Velmora::NA)) && !na.holds(value(6)) && notNa.holds(value(6)));
+}
+
+TEST_F(Decode, WritesJsonThatAgreesWithTheText) {
+    generate(2000);
+    const std::vector<std::string> text = decode("a.pcap"), json = decode("--format json a.pcap");
+    ASSERT_EQ(json.size(), text.size());
+    const std::vector<Sent> sent = session(7, 2000);
+    for (size_t i = 0; i < json.size(); ++i) {
+        const nlohmann::json object = nlohmann::json::parse(json[i]);
+        EXPECT_EQ(object["id"], sent[i].id());
+        const std::string start = object["time"].get<std::string>() + ' ' + object["name"].get<std::string>() + ' '
+                                  + nlohmann::ordered_json::parse(json[i])["message"].begin().key() + '=';
+        EXPECT_EQ(text[i].substr(0, start.size()), start);
+    }
+    const auto connect = decode("--format json --redact --message ClientConnectMessage -n 1 a.pcap");
+    EXPECT_EQ(nlohmann::json::parse(connect.at(0))["message"]["password"], "***");
+    EXPECT_NE(decode("--redact --message ClientConnectMessage -n 1 a.pcap").at(0).find("password=***"),
+              std::string::npos);
+}
+
+TEST_F(Decode, TakesBytesWithoutACapture) {
+    EXPECT_EQ(decode("--hex - <<< '24 d0 0e'"), std::vector<std::string>{"TimerMessage tqid=7"});
+    EXPECT_EQ(decode("--hex --type TimerMessage - <<< 0e"), std::vector<std::string>{"TimerMessage tqid=7"});
+    EXPECT_EQ(decode("--raw --type 0xD024 --format json - < <(printf '\\016')"),
+              std::vector<std::string>{R"({"name":"TimerMessage","id":53284,"message":{"tqid":7}})"});
+    EXPECT_EQ(decode("--raw --format lines - < <(printf '\\044\\320\\016')"),
+              (std::vector<std::string>{"TimerMessage", "    tqid = 7"}));
+    const auto bad = _folder.run("printf '24d00e\\n24d0\\nxx\\n\\n24d010' | qlproto decode --hex -");
+    EXPECT_EQ(bad.exitCode, 1);
+    EXPECT_EQ(bad.out, "TimerMessage tqid=7\nTimerMessage tqid=8\n");
+    EXPECT_NE(bad.err.find("standard input:2: TimerMessage: truncated at byte 0 (tqid)"), std::string::npos) << bad.err;
+    EXPECT_NE(bad.err.find("standard input:3: "), std::string::npos) << bad.err;
+}
+
+TEST_F(Decode, ShowsWhatComesWhileMoreIsAwaited) {
+    // The writer waits until what it wrote has been shown.
+    generate(40);
+    const auto result =
+        _folder.run("mkfifo f; (qlproto decode - <f >shown 2>/dev/null) & exec 3>f; head -c 2000 a.pcap "
+                    ">&3; for i in {1..200}; do [ -s shown ] && break; sleep 0.05; done; "
+                    "[ -s shown ] && echo seen; exec 3>&-; wait");
+    EXPECT_EQ(result.out, "seen\n");
+}
+
+TEST_F(Decode, SurvivesDamage) {
+    generate(5000);
+    std::string bytes = _folder.content("a.pcap");
+    qlproto::session::Rng rng(3);
+    for (int i = 0; i < 100; ++i)
+        bytes[static_cast<size_t>(rng.between(24, static_cast<int64_t>(bytes.size()) - 1))] =
+            static_cast<char>(rng.between(0, 255));
+    std::ofstream(_folder.path("b.pcap"), std::ios::binary) << bytes;
+    const std::vector<std::string> whole = lines(_folder.run("qlproto decode a.pcap").out);
+    const auto result = _folder.run("qlproto decode b.pcap");
+    EXPECT_EQ(result.exitCode, 1);
+    const std::vector<std::string> left = lines(result.out);
+    const std::multiset<std::string> found(left.begin(), left.end());
+    size_t missing = 0;
+    for (const std::string& line : whole) missing += !found.contains(line);
+    EXPECT_LE(missing, 100u); // one for each place at most
+    EXPECT_NE(result.err.find(" at offset "), std::string::npos);
+    for (const char* command : {"verify", "roundtrip"})
+        EXPECT_EQ(_folder.run(std::string("qlproto ") + command + " b.pcap").exitCode, 1) << command;
+}
+
+TEST_F(Decode, VerifyCountsByMessageAndFault) {
+    const std::string timer("\x24\xD0\x0E", 3);
+    _folder.store("a.pcap", {{1, timer}, {2, timer + "x"}, {3, std::string("\x24\xD0\x8E\x00", 4)}, {4, "\x03\x01"}});
+    const auto result = _folder.run("qlproto verify a.pcap");
+    EXPECT_EQ(result.exitCode, 1);
+    for (const char* piece : {"TimerMessage                             2           1\n", "0x0103",
+                              "all packets                              2           2\n", "trailing bytes",
+                              "packet 2 at offset 43: TimerMessage: trailing bytes at byte 1\n",
+                              "packet 4 at offset 83: unknown identifier 259\n"})
+        EXPECT_NE(result.out.find(piece), std::string::npos) << piece << " is not in: " << result.out;
+    EXPECT_NE(_folder.run("qlproto verify --policy strict a.pcap").out.find("non-minimal form"), std::string::npos);
+    EXPECT_NE(
+        _folder.run("qlproto verify --policy tolerant a.pcap").out.find("all packets                              3"),
+        std::string::npos);
+}
+
+TEST_F(Decode, TimesAreReadAsTheyAreWritten) {
+    using namespace qlproto;
+    for (const int64_t time : {int64_t{0}, int64_t{1709535600'000000042}, int64_t{4'000'000'000'999'999'999}}) {
+        for (const TimeForm form : {TimeForm::raw, TimeForm::utc}) {
+            std::string text;
+            appendTime(time, form, text);
+            EXPECT_EQ(parseTime(text), time) << text;
+        }
+    }
+    std::string text;
+    appendTime(1709535600'000000042, TimeForm::utc, text);
+    EXPECT_EQ(text, "2024-03-04T07:00:00.000000042Z");
+    EXPECT_EQ(parseTime("2024-03-04"), 1709510400'000000000);
+    EXPECT_EQ(parseTime("1.5"), 1'500'000'000);
+    for (const char* bad :
+         {"", ".", "1.", "1.0000000001", "2024-02-30", "2024-03-04T24:00:00", "2024-03-04T07:00", "x"})
+        EXPECT_FALSE(parseTime(bad).has_value()) << bad;
+}
+
+} // namespace

@@ -1,0 +1,218 @@
+#include "tools/qlproto/Filter.h"
+
+#include <algorithm>
+#include <charconv>
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+#include <fnmatch.h>
+
+#include "Backend/Velmora/Wire.h"
+#include "Inspect/Reflection.h"
+#include "tools/qlproto/Family.h"
+#include "tools/qlproto/TimeText.h"
+
+namespace qlproto {
+
+namespace {
+
+std::optional<int64_t> integer(std::string_view text) {
+    const bool isHex = text.starts_with("0x");
+    if (isHex) text.remove_prefix(2);
+    int64_t number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, isHex ? 16 : 10);
+    if (text.empty() || error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+    return number;
+}
+
+bool isQuantity(Inspect::Kind kind) { return kind == Inspect::Kind::int64 || kind == Inspect::Kind::price; }
+
+/// Calls `visit(path, value)` for every kind of value that a message can hold, as if each vector had one element; true
+/// as soon as one call is.
+template <class Visit>
+bool anyValue(const Inspect::ValueInfo& info, std::vector<Inspect::PathPiece>& path, Visit&& visit) {
+    if (info.kind == Inspect::Kind::record) {
+        for (const Inspect::FieldInfo& field : info.record->fields) {
+            path.push_back({field.name});
+            const bool isFound = anyValue(field.value, path, visit);
+            path.pop_back();
+            if (isFound) return true;
+        }
+        return false;
+    }
+    if (info.kind != Inspect::Kind::vector) return visit(path, info);
+    path.push_back({});
+    const bool isFound = anyValue(*info.element, path, visit);
+    path.pop_back();
+    return isFound;
+}
+
+} // namespace
+
+Velmora::MsgType_t messageNamed(const std::string& nameOrId) {
+    const std::optional<int64_t> number = integer(nameOrId);
+    for (const Inspect::MessageInfo& message : Inspect::all_messages())
+        if (number ? message.id == *number : message.type->name == nameOrId) return message.id;
+    throw FilterError(fmt::format("no message is named {}; see qlproto messages", nameOrId));
+}
+
+// --- conditions on values
+
+Condition::Condition(const std::string& text) {
+    const std::size_t at = text.find_first_of("=!<>");
+    const std::size_t behind = std::min(text.find_first_not_of("=!<>", at), text.size());
+    const std::string sign = at == text.npos ? "" : text.substr(at, behind - at);
+    constexpr std::pair<const char*, Relation> relations[] = {
+        {"=", Relation::equal},   {"==", Relation::equal},       {"!=", Relation::unequal},       {"<", Relation::less},
+        {">", Relation::greater}, {"<=", Relation::lessOrEqual}, {">=", Relation::greaterOrEqual}};
+    const auto found = std::find_if(std::begin(relations), std::end(relations),
+                                    [&](const auto& relation) { return sign == relation.first; });
+    if (found == std::end(relations) || at == 0)
+        throw FilterError(fmt::format("{}: not of the form FIELD=VALUE (or !=, <, <=, >, >=)", text));
+    _relation = found->second;
+    _path = CLI::detail::split(text.substr(0, at), '.');
+    _operand = text.substr(behind);
+    _number = integer(_operand);
+    for (const int64_t sentinel : {Velmora::MAX, Velmora::NMA, Velmora::NDA, Velmora::NA})
+        if (_operand == Velmora::sentinelName(sentinel)) _sentinel = sentinel;
+
+    // A field or an enumerator misspelt would match nothing, and nobody would know why.
+    bool isField = false;
+    std::vector<Inspect::PathPiece> path;
+    const bool isMeant = std::any_of(
+        Inspect::all_messages().begin(), Inspect::all_messages().end(), [&](const Inspect::MessageInfo& message) {
+            const Inspect::ValueInfo whole{.kind = Inspect::Kind::record, .record = message.type};
+            return anyValue(whole, path, [&](Inspect::Path at_, const Inspect::ValueInfo& info) {
+                if (!concerns(at_)) return false;
+                isField = true;
+                const Inspect::Value value{.kind = info.kind, .text = {}, .enumeration = info.enumeration};
+                return value.isText() || operand(value).has_value();
+            });
+        });
+    if (!isField) throw FilterError(fmt::format("{}: no message has a field {}", text, text.substr(0, at)));
+    if (!isMeant) throw FilterError(fmt::format("{}: {} is no value of that field", text, _operand));
+}
+
+bool Condition::concerns(Inspect::Path path) const {
+    auto piece = path.rbegin();
+    for (auto name = _path.rbegin(); name != _path.rend(); ++name, ++piece) {
+        while (piece != path.rend() && piece->name.empty()) ++piece; // elements have no names
+        if (piece == path.rend() || piece->name != *name) return false;
+    }
+    return true;
+}
+
+/// The operand as a value of that kind.
+std::optional<int64_t> Condition::operand(const Inspect::Value& value) const {
+    if (value.kind == Inspect::Kind::enumeration)
+        for (const Inspect::EnumeratorInfo& it : value.enumeration->enumerators)
+            if (it.name == _operand) return it.value;
+    if (value.kind == Inspect::Kind::boolean) {
+        if (_operand == "true" || _operand == "T") return 1;
+        if (_operand == "false" || _operand == "F") return 0;
+    }
+    if (_sentinel && isQuantity(value.kind)) return _sentinel;
+    return _number;
+}
+
+template <class T>
+bool Condition::compare(const T& left, const T& right) const {
+    switch (_relation) {
+    case Relation::equal:
+        return left == right;
+    case Relation::unequal:
+        return left != right;
+    case Relation::less:
+        return left < right;
+    case Relation::lessOrEqual:
+        return left <= right;
+    case Relation::greater:
+        return left > right;
+    case Relation::greaterOrEqual:
+        return left >= right;
+    }
+    return false;
+}
+
+bool Condition::holds(const Inspect::Value& value) const {
+    if (value.isText()) return compare<std::string_view>(value.text, _operand);
+    const std::optional<int64_t> number = operand(value);
+    if (!number) return false;
+    // Sentinels stand for something that is no number, though they travel as the greatest ones.
+    const bool isOrder = _relation != Relation::equal && _relation != Relation::unequal;
+    if (isOrder && isQuantity(value.kind) && (Velmora::sentinelName(value.number) != nullptr || _sentinel))
+        return false;
+    return compare(value.number, *number);
+}
+
+bool Condition::holds(Velmora::MsgType_t id, const void* message) const {
+    struct Search : Inspect::ValueVisitor {
+        explicit Search(const Condition& condition_) : condition(condition_) {}
+        bool value(Inspect::Path path, const Inspect::Value& value) override {
+            return !condition.concerns(path) || !condition.holds(value);
+        }
+        const Condition& condition;
+    } search(*this);
+    return !Inspect::walk_values(id, message, search);
+}
+
+// --- all together
+
+void Filter::addTo(CLI::App& command, Options& options) {
+    command.add_option("--message", options.names, "Only messages of this name; * and ? stand for any characters")
+        ->type_name("NAME");
+    command.add_option("--family", options.families, "Only messages of this family")
+        ->type_name("FAMILY")
+        ->check(CLI::IsMember([] {
+            std::vector<std::string> names;
+            for (const Family& family : FAMILIES)
+                if (std::find(names.begin(), names.end(), family.name) == names.end()) names.emplace_back(family.name);
+            return names;
+        }()));
+    command.add_option("--id", options.ids, "Only messages of this identifier, decimal or 0x...")->type_name("ID");
+    command
+        .add_option("--where", options.where,
+                    "Only messages with such a value: FIELD=VALUE, also !=, <, <=, >, >=; FIELD is a name or a path "
+                    "with dots, VALUE a number, a name or a text")
+        ->type_name("CONDITION");
+    command.add_option("--from", options.from, "Only from this time on: seconds since 1970 or UTC")->type_name("TIME");
+    command.add_option("--to", options.to, "Only up to this time")->type_name("TIME");
+    // Each takes one value, so that what follows is not taken for another one.
+    for (const char* name : {"--message", "--family", "--id", "--where"})
+        command.get_option(name)->allow_extra_args(false);
+}
+
+Filter::Filter(const Options& options) {
+    _isTaken.fill(false);
+    for (const Inspect::MessageInfo& message : Inspect::all_messages()) {
+        const std::string name(message.type->name);
+        const auto isAny = [](const std::vector<std::string>& alternatives, auto holds) {
+            return alternatives.empty() || std::any_of(alternatives.begin(), alternatives.end(), holds);
+        };
+        _isTaken[message.id] =
+            isAny(options.names, [&](const std::string& it) { return fnmatch(it.c_str(), name.c_str(), 0) == 0; })
+            && isAny(options.families, [&](const std::string& it) { return familyOf(message.id) == it; })
+            && isAny(options.ids, [&](const std::string& it) { return integer(it) == message.id; });
+    }
+    for (const std::string& name : options.names)
+        if (name.find_first_of("*?[") == name.npos) messageNamed(name);
+    for (const std::string& id : options.ids)
+        if (!integer(id)) throw FilterError(fmt::format("--id {}: not a number", id));
+    for (const std::string& condition : options.where) _where.emplace_back(condition);
+    const auto time = [](const std::string& text, int64_t otherwise) {
+        if (text.empty()) return otherwise;
+        if (const std::optional<int64_t> parsed = parseTime(text)) return *parsed;
+        throw FilterError(fmt::format("{}: not a time; write 1709535600.5 or 2024-03-04T07:00:00.5", text));
+    };
+    _from = time(options.from, INT64_MIN);
+    _to = time(options.to, INT64_MAX);
+}
+
+bool Filter::takes(const Packet& packet, const MessageReader& reader) const {
+    const Velmora::MsgType_t id = reader.descriptor().id();
+    return _isTaken[id] && packet.time >= _from && packet.time <= _to
+           && std::all_of(_where.begin(), _where.end(),
+                          [&](const Condition& it) { return it.holds(id, reader.message()); });
+}
+
+} // namespace qlproto

@@ -1,0 +1,123 @@
+#include "tools/qlproto/Rendering.h"
+
+#include <string_view>
+
+#include <fmt/format.h>
+
+#include "Inspect/Json.h"
+#include "Inspect/SafeText.h"
+#include "Inspect/Values.h"
+
+namespace qlproto {
+
+namespace {
+
+// No byte of a sound body becomes more than 64 characters, field name included.
+constexpr std::size_t ROOM = 64 * MAX_PACKET + 4096;
+
+constexpr const char* BOLD = "\x1B[1m";
+constexpr const char* PLAIN = "\x1B[0m";
+
+/// Values on lines of their own.
+class ValueLines : public Inspect::ValueVisitor {
+  public:
+    ValueLines(const Inspect::Display& display, std::string& text) : _display(display), _text(text) {}
+
+    bool value(Inspect::Path path, const Inspect::Value& value) override {
+        if (value.number == 0 && value.text.empty() && value.kind != Inspect::Kind::enumeration) return true;
+        (_text += "    ").append(Inspect::path_text(path)).append(" = ");
+        if (value.isSecret && _display.secrets == Inspect::Secrets::hide)
+            _text += "***";
+        else if (value.isText())
+            appendQuoted(value.text);
+        else
+            appendNumber(value);
+        _text += '\n';
+        return true;
+    }
+
+  private:
+    void appendNumber(const Inspect::Value& value) {
+        if (value.kind == Inspect::Kind::boolean) {
+            _text += "true"; // zeros are left out
+        } else if (value.kind == Inspect::Kind::price || value.kind == Inspect::Kind::int64) {
+            _text += Inspect::scaled_text(value.number, value.kind == Inspect::Kind::price ? _display.priceScale : 1);
+        } else {
+            if (value.kind == Inspect::Kind::enumeration)
+                for (const Inspect::EnumeratorInfo& it : value.enumeration->enumerators)
+                    if (it.value == value.number) {
+                        _text += it.name;
+                        return;
+                    }
+            _text += std::to_string(value.number);
+        }
+    }
+
+    void appendQuoted(std::string_view bytes) {
+        _text += '"';
+        Inspect::append_safe(bytes, _text);
+        _text += '"';
+    }
+
+    const Inspect::Display& _display;
+    std::string& _text;
+};
+
+} // namespace
+
+Rendering::Rendering(const Options& options) : _options(options), _room(std::make_unique_for_overwrite<char[]>(ROOM)) {}
+
+void Rendering::append(const Packet& packet, const MessageReader& reader, std::string& text) {
+    if (_options.format == Format::json) {
+        appendJson(packet, reader, text);
+    } else {
+        if (_options.hasTime) {
+            appendTime(packet.time, _options.time, text);
+            text += ' ';
+        }
+        if (_options.format == Format::line)
+            appendLine(reader, text);
+        else
+            appendLines(reader, text);
+    }
+}
+
+void Rendering::appendLine(const MessageReader& reader, std::string& text) {
+    const char* const name = reader.descriptor().name();
+    const Inspect::Rendered rendered =
+        Inspect::render(reader.descriptor().id(), reader.message(), _room.get(), _room.get() + ROOM, _options.display);
+    // Of "<Name fields>" the frame is left out: names are then words of their own, for grep and cut.
+    std::string_view whole(_room.get(), rendered.size);
+    whole.remove_prefix(1 + std::string_view(name).size());
+    whole.remove_suffix(1);
+    appendName(name, text);
+    text.append(whole) += '\n';
+}
+
+void Rendering::appendLines(const MessageReader& reader, std::string& text) {
+    appendName(reader.descriptor().name(), text);
+    text += '\n';
+    ValueLines lines(_options.display, text);
+    Inspect::walk_values(reader.descriptor().id(), reader.message(), lines);
+}
+
+void Rendering::appendJson(const Packet& packet, const MessageReader& reader, std::string& text) {
+    text += '{';
+    if (_options.hasTime) {
+        text += "\"time\":\"";
+        appendTime(packet.time, _options.time, text);
+        text += "\",";
+    }
+    const Velmora::MsgDescriptor& descriptor = reader.descriptor();
+    fmt::format_to(std::back_inserter(text), R"("name":"{}","id":{},"message":)", descriptor.name(), descriptor.id());
+    Inspect::append_json(descriptor.id(), reader.message(), Inspect::Integers::strings, _options.display, text);
+    text += "}\n";
+}
+
+void Rendering::appendName(const char* name, std::string& text) const {
+    if (_options.isColoured) text += BOLD;
+    text += name;
+    if (_options.isColoured) text += PLAIN;
+}
+
+} // namespace qlproto

@@ -1,0 +1,126 @@
+// qlproto verify: whether all messages of a capture are sound, and what is wrong with those that are not.
+#include <map>
+#include <memory>
+
+#include <fmt/format.h>
+#include <unistd.h>
+
+#include "Inspect/Reflection.h"
+#include "tools/qlproto/Capture.h"
+#include "tools/qlproto/Errors.h"
+#include "tools/qlproto/Output.h"
+#include "tools/qlproto/Verification.h"
+#include "tools/qlproto/commands/Commands.h"
+
+namespace qlproto {
+
+namespace {
+
+struct Options {
+    std::string capture;
+    Inspect::Policy policy = Inspect::whole;
+    uint64_t first = 10;
+};
+
+struct Count {
+    uint64_t sound = 0, bad = 0;
+};
+
+class Report {
+  public:
+    explicit Report(const Options& options) : _options(options) {}
+
+    void add(const Packet& packet, uint64_t originalLength) {
+        ++_packets;
+        const std::string where = fmt::format("packet {} at offset {}", _packets, packet.offset);
+        if (originalLength != packet.bytes.size())
+            return fault("cut by the capture", where,
+                         fmt::format("{} of {} bytes", packet.bytes.size(), originalLength));
+        if (packet.bytes.size() < IDENTIFIER_SIZE) return fault("no identifier", where, "");
+        const Velmora::MsgType_t id = identifierOf(packet.bytes);
+        const Inspect::Result result = verifyBody(id, packet.bytes.substr(IDENTIFIER_SIZE), _options.policy);
+        if (result) {
+            ++_sound;
+            ++_byMessage[id].sound;
+            return;
+        }
+        ++_byMessage[id].bad;
+        const Inspect::TypeInfo* const type = Inspect::reflect(id);
+        fault(Inspect::to_string(result.fault), where,
+              type != nullptr ? fmt::format("{}: {}", type->name, result.text()) : result.text());
+    }
+
+    void add(const Damage& damage) { fault("damaged record", fmt::format("after packet {}", _packets), damage.text()); }
+
+    void print(Output& output) const {
+        output.append(fmt::format("{:<30}{:>12}{:>12}\n", "message", "sound", "bad"));
+        for (const auto& [id, count] : _byMessage) {
+            const Inspect::TypeInfo* const type = Inspect::reflect(id);
+            const std::string name = type != nullptr ? std::string(type->name) : fmt::format("0x{:04X}", id);
+            output.append(fmt::format("{:<30}{:>12}{:>12}\n", name, count.sound, count.bad));
+        }
+        output.append(fmt::format("{:<30}{:>12}{:>12}\n", "all packets", _sound, _packets - _sound));
+        if (_byFault.empty()) return;
+        output.append(fmt::format("\n{:<42}{:>12}\n", "fault", "count"));
+        for (const auto& [name, number] : _byFault) output.append(fmt::format("{:<42}{:>12}\n", name, number));
+        output.append("\nfirst faults\n");
+        for (const std::string& line : _first) output.append(line);
+    }
+
+    int exitCode() const { return _byFault.empty() ? EXIT_FINE : EXIT_BAD_DATA; }
+
+  private:
+    void fault(const std::string& kind, const std::string& where, const std::string& what) {
+        ++_byFault[kind];
+        if (_first.size() < _options.first)
+            _first.push_back(what.empty() ? fmt::format("{}: {}\n", where, kind)
+                                          : fmt::format("{}: {}\n", where, what));
+    }
+
+    const Options& _options;
+    uint64_t _packets = 0, _sound = 0;
+    std::map<Velmora::MsgType_t, Count> _byMessage;
+    std::map<std::string, uint64_t> _byFault;
+    std::vector<std::string> _first;
+};
+
+int verify(const Options& options) {
+    CaptureReader capture(options.capture);
+    Report report(options);
+    Packet packet;
+    for (bool isThere = true; isThere;) {
+        isThere = capture.next(packet);
+        if (capture.damage() != nullptr) report.add(*capture.damage());
+        if (isThere) report.add(packet, capture.originalLength());
+    }
+    Output output(STDOUT_FILENO);
+    report.print(output);
+    output.flush();
+    return report.exitCode();
+}
+
+} // namespace
+
+void addVerify(CLI::App& app, Commands& commands) {
+    const auto options = std::make_shared<Options>();
+    const auto policy = std::make_shared<std::string>("whole");
+    CLI::App* const command = app.add_subcommand("verify", "Check all messages; count by message and by fault");
+    command->add_option("capture", options->capture, "The capture to read; - is standard input")->required();
+    command
+        ->add_option("--policy", *policy,
+                     "strict: only what our own writer writes; whole: all that can be read and ends where its packet "
+                     "does; tolerant: also with bytes left over")
+        ->check(CLI::IsMember({"strict", "whole", "tolerant"}))
+        ->capture_default_str();
+    command->add_option("--first", options->first, "How many faults to list")->capture_default_str()->type_name("N");
+    command->footer("Examples:\n"
+                    "  qlproto verify session.pcap\n"
+                    "  qlproto verify --policy strict --first 3 session.pcap");
+    commands.push_back({command, [options, policy] {
+                            if (*policy == "strict") options->policy = Inspect::strict;
+                            if (*policy == "tolerant") options->policy = Inspect::tolerant;
+                            return verify(*options);
+                        }});
+}
+
+} // namespace qlproto
