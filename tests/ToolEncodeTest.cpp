@@ -6,6 +6,7 @@
 #include "tests/Hex.h"
 #include "tests/ToolFolder.h"
 #include "tools/qlproto/MessageLine.h"
+#include "tools/qlproto/TimeText.h"
 #include "tools/qlproto/session/Session.h"
 
 namespace {

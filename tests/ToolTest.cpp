@@ -1,6 +1,4 @@
 // The command-line tool: the sessions it makes up, and the commands as their users run them.
-#include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <map>
 #include <set>
@@ -9,10 +7,10 @@
 #include <vector>
 
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
 #include "generated/QLProtocol/MsgHandler.h"
 #include "tests/Sessions.h"
+#include "tests/ToolFolder.h"
 #include "tools/qlproto/MessageReader.h"
 
 using namespace Quillon;
@@ -353,41 +351,8 @@ TEST_F(Reader, SurvivesBodiesOfAnyBytes) {
 // --- the commands
 
 /// A folder of its own for files, and the tool as a subprocess.
-class Tool : public WithProtocol {
+class Tool : public WithProtocol, protected ToolFolder {
   protected:
-    struct Result {
-        int exitCode;
-        std::string out, err;
-        size_t lines() const { return static_cast<size_t>(std::count(out.begin(), out.end(), '\n')); }
-    };
-
-    void SetUp() override {
-        WithProtocol::SetUp();
-        std::string name = (std::filesystem::temp_directory_path() / "qlproto-XXXXXX").string();
-        ASSERT_NE(mkdtemp(name.data()), nullptr);
-        _folder = name;
-    }
-    void TearDown() override {
-        std::filesystem::remove_all(_folder);
-        WithProtocol::TearDown();
-    }
-
-    std::string path(const std::string& name) const { return _folder / name; }
-
-    /// Runs a command line in the folder, with `qlproto` the tool.
-    Result run(const std::string& command) {
-        const std::string line = "cd '" + _folder.string() + "' && qlproto() { '" QLPROTO_TOOL "' \"$@\"; }; { "
-                                 + command + "; } >out 2>err";
-        std::ofstream(path("command")) << line;
-        const int status = std::system(("bash '" + path("command") + "'").c_str());
-        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, content("out"), content("err")};
-    }
-
-    std::string content(const std::string& name) const {
-        std::ostringstream text;
-        text << std::ifstream(path(name), std::ios::binary).rdbuf();
-        return text.str();
-    }
     void store(const std::string& name, const std::string& bytes) {
         std::ofstream(path(name), std::ios::binary) << bytes;
     }
@@ -400,9 +365,6 @@ class Tool : public WithProtocol {
         const auto size = static_cast<uint32_t>(packet.size());
         return word(1709535600) + word(42) + word(size) + word(cutFrom != 0 ? cutFrom : size) + packet;
     }
-
-  private:
-    std::filesystem::path _folder;
 };
 
 TEST_F(Tool, GeneratesACaptureWithNanosecondsAndLinkTypeUser0) {

@@ -8,6 +8,7 @@
 
 #include "Inspect/Checked.h"
 #include "tools/qlproto/Names.h"
+#include "tools/qlproto/TimeText.h"
 
 namespace qlproto {
 
@@ -57,16 +58,12 @@ std::map<std::string, std::string_view> membersOf(std::string_view object) {
 }
 
 int64_t readTime(const json& value) {
-    const auto fail = [] { throw JsonError("time", R"(not of the form "1709535600.000000042")"); };
-    if (!value.is_string()) fail();
-    const auto& text = value.get_ref<const std::string&>();
-    const char* const end = text.data() + text.size();
-    uint32_t seconds = 0, nanoseconds = 0;
-    const char* const point = std::from_chars(text.data(), end, seconds).ptr;
-    if (end - point != 10 || *point != '.' || std::from_chars(point + 1, end, nanoseconds).ptr != end) fail();
-    const int64_t time = seconds * SECOND + nanoseconds;
-    if (timeText(time) != text) fail(); // zeros in front, for instance
-    return time;
+    const std::string text = value.is_string() ? value.get<std::string>() : "";
+    const std::optional<int64_t> time = parseTime(text);
+    // One form only, and one that a capture can hold.
+    if (!time || timeText(*time) != text || *time / SECOND > UINT32_MAX)
+        throw JsonError("time", R"(not of the form "1709535600.000000042")");
+    return *time;
 }
 
 /// The identifier is checked against the name that decides.
@@ -76,8 +73,6 @@ void checkId(const json& id, const Inspect::MessageInfo& message) {
 }
 
 } // namespace
-
-std::string timeText(int64_t time) { return fmt::format("{}.{:09}", time / SECOND, time % SECOND); }
 
 MessageLineReader::MessageLineReader()
     : _block(std::make_unique_for_overwrite<char[]>(BLOCK)),

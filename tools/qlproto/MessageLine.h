@@ -17,9 +17,6 @@
 
 namespace qlproto {
 
-/// "1709535600.000000042": seconds, point, nine digits. `time`: nanoseconds since 1970, not negative.
-std::string timeText(int64_t time);
-
 /// Makes packets of lines, in memory that is used again for the next. The protocol must be initialised.
 class MessageLineReader {
   public:

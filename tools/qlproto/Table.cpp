@@ -4,17 +4,27 @@
 
 namespace qlproto {
 
+namespace {
+
+/// Characters, not bytes: a "µ" is two bytes long and one column wide.
+std::size_t width(const std::string& text) {
+    return static_cast<std::size_t>(
+        std::count_if(text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
+}
+
+} // namespace
+
 std::string Table::text(std::size_t indent) const {
     std::vector<std::size_t> widths(_columns.size());
     for (const auto& row : _rows)
-        for (std::size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], row[i].size());
+        for (std::size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], width(row[i]));
 
     std::string text;
     for (const auto& row : _rows) {
         std::string line(indent, ' ');
         for (std::size_t i = 0; i < row.size(); ++i) {
             if (i != 0) line += "  ";
-            const std::string padding(widths[i] - row[i].size(), ' ');
+            const std::string padding(widths[i] - width(row[i]), ' ');
             line += _columns[i] == Align::left ? row[i] + padding : padding + row[i];
         }
         line.resize(line.find_last_not_of(' ') + 1);

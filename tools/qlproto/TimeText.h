@@ -15,6 +15,12 @@ enum class TimeForm {
 
 void appendTime(int64_t time, TimeForm form, std::string& text);
 
+inline std::string timeText(int64_t time, TimeForm form = TimeForm::raw) {
+    std::string text;
+    appendTime(time, form, text);
+    return text;
+}
+
 /// Reads either form; fractions of fewer digits and without, and a UTC time without Z or time of day, are fine.
 std::optional<int64_t> parseTime(std::string_view text);
 

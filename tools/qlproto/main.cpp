@@ -15,6 +15,9 @@ constexpr const char* EXAMPLES = R"(Examples:
   qlproto generate --messages 1000 -o - | qlproto decode -
   qlproto verify session.pcap
   qlproto roundtrip session.pcap
+  qlproto stats --plot session.pcap
+  qlproto trace session.pcap --order heron-1
+  qlproto report session.pcap -o report.html
 
 Exit status: 0 fine, 1 bad data found, 2 usage, 3 input or output failed.)";
 
@@ -41,9 +44,14 @@ int main(int argc, char** argv) {
     qlproto::Commands commands;
     qlproto::addGenerate(app, commands);
     qlproto::addDecode(app, commands);
+    qlproto::addEncode(app, commands);
     qlproto::addVerify(app, commands);
     qlproto::addRoundTrip(app, commands);
-    qlproto::addEncode(app, commands);
+    qlproto::addStats(app, commands);
+    qlproto::addLatency(app, commands);
+    qlproto::addTrace(app, commands);
+    qlproto::addDiff(app, commands);
+    qlproto::addReport(app, commands);
     qlproto::addAnnotate(app, commands);
     qlproto::addMessages(app, commands);
     qlproto::addDescribe(app, commands);

@@ -1,0 +1,530 @@
+// What the tool finds out about captures: the figures themselves, and the commands that tell them.
+#include <random>
+#include <set>
+
+#include <fmt/format.h>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include "tests/Sessions.h"
+#include "tests/ToolFolder.h"
+#include "tools/qlproto/Plot.h"
+#include "tools/qlproto/analysis/Histogram.h"
+#include "tools/qlproto/analysis/LatencyStats.h"
+#include "tools/qlproto/analysis/RateSeries.h"
+#include "tools/qlproto/analysis/TrafficStats.h"
+
+using namespace Quillon;
+using nlohmann::json;
+using qlproto::Histogram;
+using qlproto::RateSeries;
+
+namespace {
+
+class Analysis : public WithProtocol {
+  protected:
+    ToolFolder folder;
+};
+
+std::string timer(int32_t tqid) {
+    return ToolFolder::packet<TimerMessage>([&](TimerMessage& it) { it.tqid = tqid; });
+}
+
+// --- pages
+
+/// The data in a report's page.
+json pageData(const std::string& page) {
+    const std::string opening = "<script type=\"application/json\" id=\"data\">";
+    const size_t begin = page.find(opening) + opening.size();
+    return json::parse(page.substr(begin, page.find("</script>", begin) - begin));
+}
+
+/// The rows of all tables in a page, each as its cells' texts with a "|" behind each cell.
+std::set<std::string> tableRows(const std::string& page) {
+    std::set<std::string> rows;
+    for (size_t at = page.find("<tr"); at != std::string::npos; at = page.find("<tr", at)) {
+        const size_t end = page.find("</tr>", at);
+        std::string row;
+        for (bool isTag = false; at < end; ++at) {
+            if (page.compare(at, 5, "</td>") == 0 || page.compare(at, 5, "</th>") == 0) row += '|';
+            if (page[at] == '<') isTag = true;
+            if (!isTag) row += page[at];
+            if (page[at] == '>') isTag = false;
+        }
+        rows.insert(row);
+    }
+    return rows;
+}
+
+/// A number as the page shows it: 1,234,567.
+std::string grouped(uint64_t number) {
+    return number < 1000 ? std::to_string(number) : fmt::format("{},{:03}", grouped(number / 1000), number % 1000);
+}
+
+/// Nanoseconds between 1 and 1,000 microseconds as the page shows them: four digits.
+std::string digits(int64_t nanoseconds) {
+    const int decimals = nanoseconds < 10'000 ? 3 : nanoseconds < 100'000 ? 2 : 1;
+    const int64_t step = decimals == 3 ? 1 : decimals == 2 ? 10 : 100;
+    const int64_t rounded = (nanoseconds + step / 2) / step * step; // half away from zero, as browsers round
+    return fmt::format("{:.{}f}", static_cast<double>(rounded) / 1000, decimals);
+}
+
+// --- distributions
+
+TEST(Distribution, PercentilesAreWithinTheirBoundOfTheExactOnes) {
+    std::mt19937_64 random(1);
+    for (int bits : {4, 11, 12, 20, 40, 63}) {
+        std::vector<int64_t> values;
+        Histogram whole, one, other;
+        for (int i = 0; i < 20000; ++i) {
+            const auto value =
+                static_cast<int64_t>(random() >> (64 - bits) >> (random() % static_cast<unsigned>(bits)));
+            values.push_back(value);
+            whole.add(value);
+            (i % 3 == 0 ? one : other).add(value);
+        }
+        one.merge(other);
+        std::sort(values.begin(), values.end());
+        for (size_t hundredths : {1u, 5000u, 9000u, 9900u, 9990u, 10000u}) { // of a percent
+            const size_t rank = (hundredths * values.size() + 9999) / 10000;
+            const int64_t exact = values[rank - 1];
+            const double percent = static_cast<double>(hundredths) / 100;
+            const int64_t found = whole.percentile(percent);
+            EXPECT_LE(std::abs(static_cast<double>(found - exact)),
+                      exact < 2048 ? 0 : static_cast<double>(exact) / 2000)
+                << percent << " % of " << bits << " bits";
+            EXPECT_EQ(one.percentile(percent), found);
+        }
+        EXPECT_EQ(whole.min(), values.front());
+        EXPECT_EQ(whole.max(), values.back());
+        EXPECT_EQ(one.count(), values.size());
+    }
+}
+
+// --- rates over time
+
+TEST(Rate, IsTheSameInWhateverOrderAndPartsMessagesCome) {
+    // One message a microsecond for a second, then two: 100,000 nanoseconds are a stretch at most.
+    RateSeries forwards, parts[2];
+    constexpr int64_t start = 1'709'535'600'000'000'000;
+    const auto add = [](RateSeries& series, int64_t i) {
+        for (int64_t n = 0; n < (i < 1'000'000 ? 1 : 2); ++n) series.add(start + i * 1000, 10);
+    };
+    for (int64_t i = 0; i < 2'000'000; ++i) add(forwards, i);
+    for (int64_t i = 2'000'000; i-- > 0;) add(parts[i / 1000 % 2], i);
+    parts[0].merge(parts[1]);
+
+    for (const RateSeries* series : {&forwards, &parts[0]}) {
+        EXPECT_NEAR(series->seconds(), 2, 0.00001);
+        const auto rates = series->rates(20, series->first(), series->last());
+        for (size_t i = 0; i < 20; ++i) {
+            EXPECT_NEAR(rates[i].messages, i < 10 ? 1e6 : 2e6, 1e4) << i;
+            EXPECT_NEAR(rates[i].bytes, i < 10 ? 1e7 : 2e7, 1e5) << i;
+        }
+    }
+}
+
+TEST_F(Analysis, RatesAreNotStretchedByDamagedTimes) {
+    constexpr int64_t second = 1'000'000'000, year = 31'536'000 * second;
+    std::vector<ToolFolder::Packet> packets;
+    for (int64_t i = 0; i <= 20; ++i)
+        packets.emplace_back((i <= 10 ? 10 * year : 10 * year + 7200 * second) + i * second, timer(1));
+    packets[5].first += 3 * year; // one by itself, two side by side, and the last
+    packets[15].first -= 2 * year;
+    packets[16].first += year;
+    packets[20].first = 0;
+    folder.store("a.pcap", packets);
+    const ToolFolder::Result result = folder.run("qlproto stats --json a.pcap");
+    EXPECT_EQ(json::parse(result.out)["seconds"], 7219.0); // the step of two hours is none of them
+    EXPECT_EQ(json::parse(result.out)["all"]["count"], 21);
+    EXPECT_EQ(result.err.rfind("4 packets more than an hour away", 0), 0u) << result.err;
+}
+
+// --- plots
+
+TEST(Plot, FillsCellsInEighths) {
+    EXPECT_EQ(qlproto::plotCurve({0, 0.001, 4, 9, 16}, 2, "16"), "16 ┤   ▁█\n"
+                                                                 " 0 │ ▁▄██\n");
+    EXPECT_EQ(qlproto::plotBars({{"a", 16, "16"}, {"bc", 1, "1"}, {"d", 0, "0"}}, 20),
+              " a │█████████████ 16\nbc │▉ 1\n d │ 0\n");
+}
+
+// --- the commands
+
+TEST_F(Analysis, StatsTellsCountsRatesAndSizes) {
+    folder.store("a.pcap",
+                 {{1'000'000'000, timer(7)},
+                  {1'500'000'000, timer(1'000'000)},
+                  {2'000'000'000, timer(8)},
+                  {5'000'000'000, ToolFolder::packet<PadMessage>([](PadMessage& it) { it.padding = "xyz"; })}});
+    const ToolFolder::Result text = folder.run("qlproto stats a.pcap");
+    EXPECT_EQ(text.exitCode, 0);
+    EXPECT_EQ(text.out, "message       count  bytes  per s  min  median  p99  max\n"
+                        "TimerMessage      3     11    0.8    3       3    5    5\n"
+                        "PadMessage        1      7    0.2    7       7    7    7\n"
+                        "all               4     18    1.0    3       3    7    7\n");
+
+    std::istringstream plot(folder.run("COLUMNS=50 qlproto stats --plot a.pcap").out.substr(text.out.size()));
+    size_t lines = 0;
+    for (std::string line; std::getline(plot, line); ++lines)
+        EXPECT_LE(std::count_if(line.begin(), line.end(), [](char c) { return (c & 0xC0) != 0x80; }), 50) << line;
+    EXPECT_EQ(lines, 2u + 8 + 2 + 2);
+
+    const json told = json::parse(folder.run("qlproto stats --json a.pcap").out);
+    EXPECT_EQ(told["seconds"], 4.0);
+    EXPECT_EQ(told["all"], json::parse(R"({"count": 4, "bytes": 18, "perSecond": 1.0,
+                                           "sizes": {"min": 3, "median": 3, "p99": 7, "max": 7}})"));
+    EXPECT_EQ(told["messages"]["TimerMessage"]["bytes"], 11);
+    EXPECT_EQ(told["messages"].size(), 2u);
+}
+
+TEST_F(Analysis, LatencyTellsEachHop) {
+    const auto submit = [](int64_t client, int64_t server, int64_t handler) {
+        return ToolFolder::packet<SubmitOrderMessage>([&](SubmitOrderMessage& it) {
+            it.contents.timeApiClient = client;
+            it.contents.timeApiServer = server;
+            it.contents.timeHandler = handler;
+        });
+    };
+    const auto received = ToolFolder::packet<OrderReceivedMessage>([](OrderReceivedMessage& it) {
+        it.contents.timeApiServer = 1000;
+        it.contents.timeApiClient = 1'001'000;
+    });
+    const auto data = ToolFolder::packet<MktDataMessage>([](MktDataMessage& it) {
+        it.mvd.timeExchange = INT64_MIN; // from a stranger: the difference is beyond 64 bits
+        it.mvd.timeArrival = INT64_MAX;
+    });
+    const auto imHere = ToolFolder::packet<ImHereMessage>([](ImHereMessage& it) {
+        it.timeApiClient = 1;
+        it.timeApiServer = 2;
+    });
+    folder.store("a.pcap", {{1, submit(1000, 1640, 13990)},
+                            {2, submit(1000, 1500, 0)},
+                            {3, submit(2000, 1600, 1700)},
+                            {4, received},
+                            {5, data},
+                            {6, imHere}});
+    const ToolFolder::Result result = folder.run("qlproto latency a.pcap");
+    EXPECT_EQ(result.exitCode, 0);
+    std::vector<std::string> rows;
+    std::istringstream lines(result.out);
+    for (std::string line; std::getline(lines, line);) {
+        std::istringstream words(line);
+        std::string row;
+        for (std::string word; words >> word;) row += (row.empty() ? "" : " ") + word;
+        rows.push_back(row);
+    }
+    const std::vector<std::string> expected = {
+        "message hop count p50 p90 p99 p99.9 max unset negative lowest",
+        "MktDataMessage exchange->arrival 1 9223372037s 9223372037s 9223372037s 9223372037s 9223372037s 0 0 -",
+        "MktDataMessage arrival->handler 0 - - - - - 1 0 -",
+        "MktDataMessage handler->enhanced 0 - - - - - 1 0 -",
+        "MktDataMessage enhanced->server 0 - - - - - 1 0 -",
+        "MktDataMessage server->client 0 - - - - - 1 0 -",
+        "MktDataMessage exchange->client 0 - - - - - 1 0 -",
+        "SubmitOrderMessage client->server 2 500ns 640ns 640ns 640ns 640ns 0 1 -400ns",
+        "SubmitOrderMessage server->handler 2 100ns 12.35µs 12.35µs 12.35µs 12.35µs 1 0 -",
+        "SubmitOrderMessage client->handler 1 12.99µs 12.99µs 12.99µs 12.99µs 12.99µs 1 1 -300ns",
+        "OrderReceivedMessage server->client 1 1.000ms 1.000ms 1.000ms 1.000ms 1.000ms 0 0 -",
+    };
+    ASSERT_GE(rows.size(), expected.size());
+    EXPECT_EQ(std::vector(rows.begin(), rows.begin() + static_cast<std::ptrdiff_t>(expected.size())), expected);
+    EXPECT_EQ(rows.size(), expected.size() + 9) << "the hops of all messages, server->client once";
+
+    const json told = json::parse(folder.run("qlproto latency --json a.pcap").out);
+    EXPECT_EQ(told["messages"]["SubmitOrderMessage"][1],
+              json::parse(R"({"from": "server", "to": "handler", "count": 2, "unset": 1, "negative": 0, "min": 100,
+                              "p50": 100, "p90": 12350, "p99": 12350, "p99.9": 12350, "max": 12350})"));
+    EXPECT_FALSE(told["messages"].contains("ImHereMessage"));
+}
+
+// Each half counted by itself and added up is the whole, and the stations of made-up sessions, which are stamped in
+// order, are in order.
+TEST_F(Analysis, PartsAddUpToTheWhole) {
+    struct Counts : qlproto::PacketSink {
+        qlproto::MessageReader reader;
+        qlproto::TrafficStats traffic, trafficParts[2];
+        qlproto::LatencyStats latency, latencyParts[2];
+        size_t packets = 0;
+        void packet(const qlproto::Packet& packet) override {
+            ASSERT_TRUE(reader.read(packet.bytes));
+            const size_t part = packets++ / 100 % 2;
+            for (auto* it : {&traffic, &trafficParts[part]}) it->add(packet, reader);
+            for (auto* it : {&latency, &latencyParts[part]}) it->add(packet, reader);
+        }
+    } counts;
+    qlproto::session::Session(3, 20000, counts).run();
+    counts.trafficParts[0].merge(counts.trafficParts[1]);
+    counts.latencyParts[0].merge(counts.latencyParts[1]);
+
+    const auto same = [](const Histogram& a, const Histogram& b) {
+        EXPECT_EQ(a.count(), b.count());
+        if (a.count() == 0 || b.count() == 0) return;
+        for (double percent : {1.0, 50.0, 99.0}) EXPECT_EQ(a.percentile(percent), b.percentile(percent));
+    };
+    for (size_t i = 0; i < qlproto::MESSAGE_COUNT; ++i) {
+        const auto &whole = counts.traffic.byMessage()[i], &sum = counts.trafficParts[0].byMessage()[i];
+        same(whole.sizes, sum.sizes);
+        EXPECT_EQ(whole.bytes, sum.bytes);
+        EXPECT_EQ(whole.overTime.seconds(), sum.overTime.seconds());
+        for (size_t hop = 0; hop < counts.latency.byMessage()[i].size(); ++hop) {
+            const auto& it = counts.latency.byMessage()[i][hop];
+            same(it.times, counts.latencyParts[0].byMessage()[i][hop].times);
+            EXPECT_EQ(it.times.count(), whole.sizes.count()) << "no hop is unset or negative";
+        }
+    }
+    EXPECT_EQ(counts.traffic.overall().sizes.count(), 20000u);
+}
+
+// Two users use the same clOrdID; a cancellation of all cancels orders of both; packet 4 comes late.
+TEST_F(Analysis, TraceFollowsIdentifiersFromMessageToMessage) {
+    const auto of = []<class Message>(Velmora::of<Message>, int32_t user, int64_t orderID, const char* clOrdID,
+                                      const char* exOrdID = "", const char* cxlID = "", const char* newID = "") {
+        return ToolFolder::packet<Message>([&](Message& it) {
+            it.userID = user;
+            it.contents.orderID = orderID;
+            it.contents.clOrdID = clOrdID;
+            if constexpr (requires { it.contents.exOrdID; }) it.contents.exOrdID = exOrdID;
+            if constexpr (requires { it.contents.cxlID; }) it.contents.cxlID = cxlID;
+            if constexpr (requires { it.contents.clNewID; }) it.contents.clNewID = newID;
+        });
+    };
+    const Velmora::of<OrderReceivedMessage> received;
+    const Velmora::of<OrderSubmittedMessage> submitted;
+    const Velmora::of<OrderCanceledMessage> canceled;
+    const Velmora::of<ModifyOrderMessage> modify;
+    std::vector<std::string> packets = {
+        of(received, 1, 100, "a"),
+        of(received, 2, 200, "a"),
+        ToolFolder::packet<NewOrderMessage>([](NewOrderMessage& it) {
+            it.contents.clOrdID = "n";
+            it.contents.orderID = "100"; // a text: no order 100 of the order flow
+            it.contents.execID = "x";
+            it.contents.quoteID = "q-bid";
+            it.contents.quoteReqID = "q";
+        }),
+        of(modify, 1, 0, "a", "", "", "b"),
+        of(submitted, 1, 100, "", "E1"),
+        ToolFolder::packet<CancelAllOrderMessage>([](CancelAllOrderMessage& it) { it.contents.cxlID = "all"; }),
+        of(canceled, 1, 0, "b", "", "all"),
+        of(canceled, 2, 200, "a", "", "all"),
+        of(canceled, 3, 300, "c", "", "all"),
+        ToolFolder::packet<TradeCaptureAckMessage>([](TradeCaptureAckMessage& it) { it.contents.execID = "x"; }),
+        ToolFolder::packet<ConnectResponseMessage>([](ConnectResponseMessage& it) { it.sessionID = 9; }),
+        ToolFolder::packet<InternalClientInfoMessage>([](InternalClientInfoMessage& it) {
+            it.userID = 2;
+            it.sessionID = 9;
+        }),
+    };
+    std::vector<ToolFolder::Packet> capture;
+    for (size_t i = 0; i < packets.size(); ++i)
+        capture.emplace_back(static_cast<int64_t>(i + 1) * 1'000'000 + (i == 3 ? 1'500'000 : 0), packets[i]);
+    folder.store("a.pcap", capture);
+
+    struct Case {
+        const char* subject;
+        std::vector<uint64_t> packets;
+    };
+    const Case cases[] = {
+        {"--order E1 --user 1", {1, 5, 4, 6, 7}}, // by its third name; the first is learnt in between
+        {"--order 200 --user 2", {2, 6, 8}},
+        {"--order 300", {6, 9}},
+        {"--order a", {1, 2, 5, 4, 6, 7, 8}}, // without a user, the orders of both
+        {"--order n", {3, 10}},
+        {"--quote q-bid", {3, 10}},
+        {"--quote x", {}},
+        {"--user 2", {2, 8, 11, 12}},
+        {"--user 0", {}},
+    };
+    for (const Case& it : cases) {
+        const ToolFolder::Result result = folder.run("qlproto trace a.pcap --json " + std::string(it.subject));
+        EXPECT_EQ(result.exitCode, 0);
+        std::vector<uint64_t> found;
+        std::istringstream lines(result.out);
+        for (std::string line; std::getline(lines, line);) found.push_back(json::parse(line)["packet"]);
+        EXPECT_EQ(found, it.packets) << it.subject;
+    }
+    EXPECT_EQ(folder.run("qlproto trace a.pcap --order n").out,
+              "packet  time         gap       message                 fields\n"
+              "3       0.003000000  +0ns      NewOrderMessage         clOrdID=\"n\" orderID=\"100\" execID=\"x\" "
+              "quoteID=\"q-bid\" quoteReqID=\"q\"\n"
+              "10      0.010000000  +7.000ms  TradeCaptureAckMessage  execID=\"x\"\n");
+    EXPECT_EQ(folder.run("qlproto trace a.pcap --order n --quote q").exitCode, 2);
+}
+
+TEST_F(Analysis, DiffTellsWhatIsInOneOnlyAndWhichFieldsDiffer) {
+    const auto quotes = [](int64_t time, const std::vector<std::string>& ids) {
+        return ToolFolder::packet<MassQuoteMessage>([&](MassQuoteMessage& it) {
+            it.contents.timeApiClient = time;
+            for (const std::string& id : ids) it.contents.quotes.add_back().quoteID = id;
+        });
+    };
+    const auto connect = [](const char* password) {
+        return ToolFolder::packet<ClientConnectMessage>([&](ClientConnectMessage& it) { it.password = password; });
+    };
+    std::vector<ToolFolder::Packet> a, b;
+    for (int i = 1; i <= 20; ++i) a.emplace_back(i, timer(i));
+    b = a;
+    a[18].second = quotes(5, {"x\x1B", "y"});
+    b[18].second = quotes(6, {"z"});
+    b[16].second = std::string(b[16].second).append("trailing");
+    b[14].second = connect("hunter2");
+    a[14].second = connect("hunter3");
+    b.insert(b.begin() + 9, {7, connect("")}); // packet 10
+    b[6].second = timer(70);
+    b.erase(b.begin() + 2); // packet 3 of the first
+    folder.store("a.pcap", a);
+    folder.store("b.pcap", b);
+
+    const ToolFolder::Result result = folder.run("qlproto diff a.pcap b.pcap");
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.out, "< 3 TimerMessage\n"
+                          "! 7 6 TimerMessage\n"
+                          "    tqid: 7 -> 70\n"
+                          "> 9 ClientConnectMessage\n"
+                          "! 15 15 ClientConnectMessage\n"
+                          "    password: *** -> ***\n"
+                          "! 17 17 TimerMessage\n"
+                          "    in the other a bad packet: TimerMessage: trailing bytes at byte 1\n"
+                          "! 19 19 MassQuoteMessage\n"
+                          "    contents.quotes[0].quoteID: \"x\\u001b\" -> \"z\"\n"
+                          "    contents.quotes[1].quoteID: \"y\" -> nothing\n"
+                          "    contents.quotes[1].price: 0 -> nothing\n"
+                          "    contents.quotes[1].amount: 0 -> nothing\n"
+                          "    contents.quotes[1].side: 0 -> nothing\n"
+                          "    contents.quotes[1].detail: \"\" -> nothing\n"
+                          "    contents.timeApiClient: 5 -> 6\n"
+                          "equal 15, different 4, only in the first 1, only in the second 1\n");
+    const std::string ends = "and 5 more\nequal 15, different 4, only in the first 1, only in the second 1\n";
+    EXPECT_TRUE(folder.run("qlproto diff --first 1 a.pcap b.pcap").out.ends_with(ends));
+    EXPECT_TRUE(folder.run("qlproto diff --ignore timeApiClient,quotes a.pcap b.pcap")
+                    .out.ends_with("\nequal 16, different 3, only in the first 1, only in the second 1\n"));
+
+    EXPECT_EQ(folder.run("cat a.pcap | qlproto diff - a.pcap").exitCode, 0);
+    EXPECT_EQ(folder.run("qlproto diff - -").exitCode, 2);
+}
+
+// What is taken out of a session here and put in there is found, even if it is more than what is laid side by side.
+TEST_F(Analysis, DiffFindsTheWayBackAfterLongGaps) {
+    std::vector<ToolFolder::Packet> whole;
+    for (const Sent& it : session(5, 20000)) whole.emplace_back(it.time, it.bytes);
+    std::vector<ToolFolder::Packet> other = whole;
+    other.erase(other.begin() + 15000, other.begin() + 18000);
+    other.erase(other.begin() + 100, other.begin() + 103);
+    other.insert(other.begin() + 5000, 1700, {0, timer(-1)});
+    folder.store("a.pcap", whole);
+    folder.store("b.pcap", other);
+    EXPECT_TRUE(folder.run("qlproto diff a.pcap b.pcap")
+                    .out.ends_with("equal 16997, different 0, only in the first 3003, only in the second 1700\n"));
+}
+
+// Messages of one order each, and what became of it.
+TEST_F(Analysis, ReportCountsOrdersByOutcome) {
+    int64_t id = 0;
+    std::vector<ToolFolder::Packet> packets;
+    const auto tell = [&]<class Message>(Velmora::of<Message>, auto fill) {
+        packets.emplace_back(1, ToolFolder::packet<Message>([&](Message& it) {
+                                 it.contents.orderID = id;
+                                 fill(it.contents);
+                             }));
+    };
+    const auto nothing = [](auto&) {};
+    const auto submit = [&] { tell(Velmora::of<SubmitOrderMessage>{}, nothing); };
+    const auto fill = [&] { tell(Velmora::of<TradeCaptureMessage>{}, nothing); };
+    const auto done = [&] { tell(Velmora::of<OrderDoneMessage>{}, nothing); };
+    const auto cancel = [&](CancelReason::Type reason) {
+        tell(Velmora::of<OrderCanceledMessage>{}, [&](OrderCanceled& it) { it.reason = reason; });
+    };
+    ++id, submit();                                                               // still open
+    ++id, cancel(CancelReason::BY_ADMIN), submit();                               // canceled
+    ++id, submit(), cancel(CancelReason::ORDER_MODIFIED), fill(), fill(), done(); // filled
+    ++id, submit(), fill();                                                       // filled in part, still open
+    ++id, fill(), cancel(CancelReason::BY_EXCHANGE), done();                      // filled in part, then canceled
+    ++id, done();                                                                 // done without a fill
+    ++id, tell(Velmora::of<OrderRejectedMessage>{}, nothing);                     // rejected
+    ++id, tell(Velmora::of<OrderSubmittedMessage>{}, [](OrderSubmitted& it) { it.ordStatus = OrderStatus::FILLED; });
+    id = 0, submit(); // of no order
+    for (const char* order : {"a", "b", "c"})
+        packets.emplace_back(
+            1, ToolFolder::packet<NewOrderMessage>([&](NewOrderMessage& it) { it.contents.clOrdID = order; }));
+    packets.emplace_back(
+        1, ToolFolder::packet<AcceptOrderMessage>([](AcceptOrderMessage& it) { it.contents.clOrdID = "a"; }));
+    packets.emplace_back(
+        1, ToolFolder::packet<OrderTimeoutMessage>([](OrderTimeoutMessage& it) { it.contents.clOrdID = "b"; }));
+    folder.store("a.pcap", packets);
+
+    const json data = pageData(folder.run("qlproto report a.pcap -o -").out);
+    EXPECT_EQ(data["orders"], json::parse(R"([{"name": "rejected", "orders": 1},
+                                              {"name": "filled in part, then canceled", "orders": 1},
+                                              {"name": "canceled", "orders": 1},
+                                              {"name": "filled", "orders": 2},
+                                              {"name": "filled in part, still open", "orders": 1},
+                                              {"name": "done without a fill", "orders": 1},
+                                              {"name": "still open", "orders": 1}])"));
+    EXPECT_EQ(data["newOrders"], json::parse(R"([{"name": "rejected", "orders": 0},
+                                                 {"name": "accepted", "orders": 1},
+                                                 {"name": "timed out", "orders": 1},
+                                                 {"name": "unanswered", "orders": 1}])"));
+}
+
+// The page in a browser: what its tables say, and that its charts have been drawn.
+TEST_F(Analysis, ReportShowsFiguresAndChartsInABrowser) {
+    const std::string hostile = "a</script><img src=x onerror=console.error(1)>&amp;.pcap"; // a file in the folder "a<"
+    std::filesystem::create_directory(folder.path("a<"));
+    ASSERT_EQ(folder.run("qlproto generate --messages 5000 --seed 7 -o a.pcap").exitCode, 0);
+    std::string bytes = folder.content("a.pcap");
+    bytes[24 + 16] = '\x03'; // the first packet becomes one of an unknown message
+    std::ofstream(folder.path(hostile), std::ios::binary) << bytes;
+    folder.store("empty.pcap", {});
+
+    struct Case {
+        std::string capture;
+        int exitCode;
+        size_t charts;
+    };
+    const Case cases[] = {{"a.pcap", 0, 5}, {hostile, 1, 5}, {"empty.pcap", 0, 0}};
+    for (const Case& it : cases) {
+        SCOPED_TRACE(it.capture);
+        const ToolFolder::Result made = folder.run("qlproto report '" + it.capture + "' -o report.html");
+        EXPECT_EQ(made.exitCode, it.exitCode) << made.err;
+        // Counts the charts of which more than a few points have a colour.
+        std::ofstream(folder.path("report.html"), std::ios::app) << R"(<script>
+            document.documentElement.dataset.charts = [...document.querySelectorAll(".chart canvas")].filter((it) =>
+                it.getContext("2d").getImageData(0, 0, it.width, it.height).data.filter((v, i) => i % 4 === 3 && v > 0)
+                    .length > 2000).length;</script>)";
+        const ToolFolder::Result shown =
+            folder.run("timeout 120 '" CHROMIUM "' --headless --no-sandbox --disable-gpu --disable-dev-shm-usage "
+                       "--user-data-dir=profile --enable-logging=stderr --dump-dom file://$PWD/report.html");
+        EXPECT_EQ(shown.exitCode, 0);
+        EXPECT_EQ(shown.err.find("CONSOLE"), std::string::npos) << shown.err;
+        EXPECT_NE(shown.out.find("data-state=\"drawn\""), std::string::npos);
+        EXPECT_NE(shown.out.find("data-charts=\"" + std::to_string(it.charts) + "\""), std::string::npos);
+        EXPECT_EQ(shown.out.find("<img"), std::string::npos);
+        EXPECT_EQ(shown.out.find("//www"), std::string::npos) << "nothing comes from elsewhere";
+
+        const std::set<std::string> rows = tableRows(shown.out);
+        const json stats = json::parse(folder.run("qlproto stats --json '" + it.capture + "'").out);
+        for (const auto& [name, message] : stats["messages"].items()) {
+            const json& sizes = message["sizes"];
+            const std::string beginning =
+                name + '|' + grouped(message["count"]) + '|' + grouped(message["bytes"]) + '|';
+            const std::string end = '|' + grouped(sizes["min"]) + '|' + grouped(sizes["median"]) + '|'
+                                    + grouped(sizes["p99"]) + '|' + grouped(sizes["max"]) + '|';
+            EXPECT_TRUE(std::any_of(rows.begin(), rows.end(), [&](const std::string& row) {
+                return row.starts_with(beginning) && row.ends_with(end);
+            })) << beginning;
+        }
+        const json latency = json::parse(folder.run("qlproto latency --json '" + it.capture + "'").out);
+        for (const json& hop : latency["all"]) {
+            const std::string beginning = hop["from"].get<std::string>() + " → " + hop["to"].get<std::string>() + '|'
+                                          + grouped(hop["count"]) + '|' + digits(hop["p50"]) + " µs|"
+                                          + digits(hop["p90"]) + " µs|";
+            EXPECT_TRUE(std::any_of(rows.begin(), rows.end(), [&](const std::string& row) {
+                return row.starts_with(beginning);
+            })) << beginning;
+        }
+        EXPECT_EQ(rows.contains("1|unknown message identifier 53251 (0xD003)|"), it.exitCode == 1);
+    }
+}
+
+} // namespace

@@ -1,0 +1,41 @@
+// What became of the orders: one outcome for each, from all messages that told of it, in whatever order they came.
+//
+// Memory grows with the number of orders, by some 50 bytes each.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "tools/qlproto/MessageReader.h"
+
+namespace qlproto {
+
+class OrderOutcomes {
+  public:
+    struct Outcome {
+        std::string_view name;
+        uint64_t orders;
+    };
+
+    void add(const Packet& packet, const MessageReader& reader);
+    void merge(const OrderOutcomes& other);
+
+    /// Of the order flow, by orderID; orders without one are not counted. All outcomes, those of no order, too.
+    std::vector<Outcome> orderFlow() const;
+
+    /// Of the new-order interface, by clOrdID.
+    std::vector<Outcome> newOrders() const;
+
+  private:
+    class Collector;
+
+    // What messages told of an order, as bits; see OrderOutcomes.cpp.
+    std::unordered_map<int64_t, uint8_t> _orderFlow;
+    std::unordered_map<std::string, uint8_t> _newOrders;
+};
+
+} // namespace qlproto

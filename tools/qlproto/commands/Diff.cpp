@@ -1,0 +1,189 @@
+// qlproto diff: two captures message by message, field by field.
+#include <algorithm>
+#include <map>
+#include <memory>
+
+#include <fmt/format.h>
+#include <unistd.h>
+
+#include "tools/qlproto/Capture.h"
+#include "tools/qlproto/Errors.h"
+#include "tools/qlproto/MessageReader.h"
+#include "tools/qlproto/Output.h"
+#include "tools/qlproto/analysis/CaptureDiff.h"
+#include "tools/qlproto/analysis/FlatFields.h"
+#include "tools/qlproto/commands/Commands.h"
+
+namespace qlproto {
+
+namespace {
+
+using Side = CaptureDiff::Side;
+
+struct Options {
+    std::string a, b;
+    std::vector<std::string> ignored;
+    uint64_t first = 20;
+};
+
+/// A message without the fields that do not count.
+class Comparer {
+  public:
+    explicit Comparer(const std::vector<std::string>& ignored) : _ignored(ignored) {}
+
+    /// What makes a packet equal to another: all its bytes, or what is left of its fields.
+    std::string key(const std::string& packet) {
+        if (_ignored.empty() || !_reader.read(packet)) return packet;
+        std::string key = packet.substr(0, IDENTIFIER_SIZE);
+        for (const FlatField& field : fields()) key += field.path + '=' + field.text + ' ';
+        return key;
+    }
+
+    /// The message's name; that of a bad packet says what is wrong.
+    std::string name(const std::string& packet) {
+        return _reader.read(packet) ? _reader.descriptor().name() : "bad packet: " + _reader.fault();
+    }
+
+    /// One line for each value that differs: path, the one, the other.
+    std::vector<std::string> differences(const std::string& a, const std::string& b) {
+        if (!_reader.read(a)) return {"bad packet: " + _reader.fault()};
+        const std::vector<FlatField> inA = fields();
+        if (!_reader.read(b)) return {"in the other a bad packet: " + _reader.fault()};
+        const std::vector<FlatField> inB = fields();
+
+        std::vector<std::string> lines;
+        std::map<std::string_view, const FlatField*> others;
+        for (const FlatField& field : inB) others[field.path] = &field;
+        for (const FlatField& field : inA) {
+            const auto other = others.find(field.path);
+            if (other == others.end()) {
+                lines.push_back(fmt::format("{}: {} -> nothing", field.path, shown(field)));
+                continue;
+            }
+            if (other->second->text != field.text)
+                lines.push_back(fmt::format("{}: {} -> {}", field.path, shown(field), shown(*other->second)));
+            others.erase(other);
+        }
+        for (const FlatField& field : inB)
+            if (others.contains(field.path))
+                lines.push_back(fmt::format("{}: nothing -> {}", field.path, shown(field)));
+        if (lines.empty()) lines.push_back("other bytes for the same values");
+        return lines;
+    }
+
+  private:
+    static std::string shown(const FlatField& field) { return field.isSecret ? "***" : field.text; }
+
+    std::vector<FlatField> fields() const {
+        std::vector<FlatField> all = flatFields(_reader.descriptor().id(), _reader.message());
+        std::erase_if(all, [&](const FlatField& field) { return isIgnored(field.path); });
+        return all;
+    }
+
+    /// Whether the value's own name, or that of a record or vector it stands in, is among the ignored.
+    bool isIgnored(std::string_view path) const {
+        while (!path.empty()) {
+            const std::string_view step = path.substr(0, path.find('.'));
+            path.remove_prefix(std::min(step.size() + 1, path.size()));
+            const std::string_view name = step.substr(0, step.find('['));
+            if (std::find(_ignored.begin(), _ignored.end(), name) != _ignored.end()) return true;
+        }
+        return false;
+    }
+
+    std::vector<std::string> _ignored;
+    MessageReader _reader;
+};
+
+/// Reads a capture as far as it can be read.
+class Source {
+  public:
+    Source(const std::string& path, Comparer& comparer) : _path(path), _capture(path), _comparer(comparer) {}
+
+    bool next(Side& side) {
+        Packet packet;
+        const bool isThere = _capture.next(packet);
+        if (const Damage* const damage = _capture.damage()) {
+            tell(fmt::format("qlproto: {} after packet {}: {}", _path, _packets, damage->text()));
+            _isDamaged = true;
+        }
+        if (!isThere) return false;
+        side.number = ++_packets;
+        side.packet = packet.bytes;
+        side.key = _comparer.key(side.packet);
+        return true;
+    }
+
+    bool isDamaged() const { return _isDamaged; }
+
+  private:
+    std::string _path;
+    CaptureReader _capture;
+    Comparer& _comparer;
+    uint64_t _packets = 0;
+    bool _isDamaged = false;
+};
+
+int diff(const Options& options) {
+    Comparer comparer(options.ignored);
+    Source a(options.a, comparer), b(options.b, comparer);
+    Output output(STDOUT_FILENO);
+    uint64_t told = 0;
+
+    CaptureDiff diff([&](Side& side) { return a.next(side); }, [&](Side& side) { return b.next(side); },
+                     [&](const Side* inA, const Side* inB) {
+                         if (options.first != 0 && told == options.first) return;
+                         ++told;
+                         if (inB == nullptr) {
+                             output.appendVisible(fmt::format("< {} {}", inA->number, comparer.name(inA->packet)));
+                         } else if (inA == nullptr) {
+                             output.appendVisible(fmt::format("> {} {}", inB->number, comparer.name(inB->packet)));
+                         } else {
+                             output.appendVisible(
+                                 fmt::format("! {} {} {}", inA->number, inB->number, comparer.name(inA->packet)));
+                             for (const std::string& line : comparer.differences(inA->packet, inB->packet)) {
+                                 output.append("\n    ");
+                                 output.appendVisible(line);
+                             }
+                         }
+                         output.append("\n");
+                     });
+    diff.run();
+
+    const uint64_t untold = diff.different() + diff.onlyInA() + diff.onlyInB() - told;
+    if (untold != 0) output.append(fmt::format("and {} more\n", untold));
+    output.append(fmt::format("equal {}, different {}, only in the first {}, only in the second {}\n", diff.equal(),
+                              diff.different(), diff.onlyInA(), diff.onlyInB()));
+    output.flush();
+    return told == 0 && !a.isDamaged() && !b.isDamaged() ? EXIT_FINE : EXIT_BAD_DATA;
+}
+
+} // namespace
+
+void addDiff(CLI::App& app, Commands& commands) {
+    const auto options = std::make_shared<Options>();
+    CLI::App* const command = app.add_subcommand("diff", "Compare two captures message by message, field by field");
+    command->add_option("first capture", options->a, "The one capture; - is standard input")->required();
+    command->add_option("second capture", options->b, "The other capture; - is standard input")->required();
+    command->add_option("--ignore", options->ignored, "Names of fields that do not count, such as timeApiClient")
+        ->delimiter(',')
+        ->allow_extra_args(false);
+    command->add_option("--first", options->first, "Show that many messages that differ; 0 shows all")
+        ->check(CLI::NonNegativeNumber)
+        ->capture_default_str();
+    command->footer(
+        "Identifiers and bodies are compared, not the packets' times. A message that is in one capture only is told\n"
+        "as < or > with its packet's number, a pair of the same type that differs as ! with both numbers and the\n"
+        "fields that differ. Exit status: 0 if the captures are equal, 1 if not.\n\n"
+        "Examples:\n"
+        "  qlproto diff session.pcap session.pcap\n"
+        "  qlproto generate --messages 100000 --seed 7 -o - | qlproto diff session.pcap -\n"
+        "  qlproto diff --ignore timeApiClient,timeApiServer session.pcap session.pcap");
+    command->final_callback([options] {
+        if (options->a == "-" && options->b == "-")
+            throw CLI::ValidationError("second capture", "standard input can be one of the two only");
+    });
+    commands.push_back({command, [options] { return diff(*options); }});
+}
+
+} // namespace qlproto

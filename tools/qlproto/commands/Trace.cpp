@@ -1,0 +1,141 @@
+// qlproto trace: all that happened to one order, to one quote or by one user.
+#include <algorithm>
+#include <memory>
+#include <optional>
+
+#include <fmt/format.h>
+#include <nlohmann/json.hpp>
+#include <unistd.h>
+
+#include "Inspect/Json.h"
+#include "tools/qlproto/CaptureScan.h"
+#include "tools/qlproto/Duration.h"
+#include "tools/qlproto/Output.h"
+#include "tools/qlproto/Table.h"
+#include "tools/qlproto/TimeText.h"
+#include "tools/qlproto/analysis/FlatFields.h"
+#include "tools/qlproto/analysis/Stations.h"
+#include "tools/qlproto/analysis/Trace.h"
+#include "tools/qlproto/commands/Commands.h"
+
+namespace qlproto {
+
+namespace {
+
+struct Options {
+    std::string capture;
+    std::string order;
+    std::string quote;
+    std::optional<int32_t> user;
+    bool json = false;
+};
+
+bool isStationTime(std::string_view path) {
+    return std::any_of(STATIONS.begin(), STATIONS.end(), [&](const Station& it) { return path.ends_with(it.field); });
+}
+
+/// The fields that are set, but for the stations' times: the step's own time and gap tell enough.
+std::string describe(const MessageReader& reader) {
+    std::string text;
+    for (const FlatField& field : flatFields(reader.descriptor().id(), reader.message())) {
+        if (!field.isSet || isStationTime(field.path)) continue;
+        const std::string_view path = field.path;
+        constexpr std::string_view usual = "contents.";
+        text +=
+            fmt::format("{}{}={}", text.empty() ? "" : " ", path.starts_with(usual) ? path.substr(usual.size()) : path,
+                        field.isSecret ? "***" : field.text);
+    }
+    return text;
+}
+
+std::string table(const std::vector<Trace::Step>& steps) {
+    Table table({"packet", "time", "gap", "message", "fields"}, 5);
+    MessageReader reader;
+    int64_t before = steps.empty() ? 0 : steps.front().time;
+    for (const Trace::Step& step : steps) {
+        reader.read(step.packet);
+        table.add({std::to_string(step.number), timeText(step.time), '+' + readableDuration(step.time - before),
+                   reader.descriptor().name(), describe(reader)});
+        before = step.time;
+    }
+    return table.text();
+}
+
+/// One object a line.
+std::string json(const std::vector<Trace::Step>& steps) {
+    std::string text;
+    MessageReader reader;
+    int64_t before = steps.empty() ? 0 : steps.front().time;
+    for (const Trace::Step& step : steps) {
+        reader.read(step.packet);
+        const Velmora::MsgDescriptor& type = reader.descriptor();
+        nlohmann::ordered_json json;
+        json["packet"] = step.number;
+        json["time"] = timeText(step.time);
+        json["gap"] = step.time - before;
+        json["message"] = type.name();
+        json["fields"] = nlohmann::ordered_json::parse(Inspect::to_json(type.id(), reader.message()));
+        text += json.dump() + '\n';
+        before = step.time;
+    }
+    return text;
+}
+
+int trace(const Options& options) {
+    const TraceRule rule = !options.order.empty()   ? TraceRule::order()
+                           : !options.quote.empty() ? TraceRule::quote()
+                                                    : TraceRule::user();
+    const std::string name = !options.order.empty()   ? options.order
+                             : !options.quote.empty() ? options.quote
+                                                      : std::to_string(*options.user);
+    Trace trace(rule, name, options.user);
+    int exitCode = EXIT_FINE;
+    do {
+        trace.beginPass();
+        CaptureScan scan;
+        scan.run(options.capture,
+                 [&](const Packet& packet, const MessageReader& reader) { trace.add(packet, reader, scan.packets()); });
+        exitCode = scan.exitCode();
+    } while (trace.hasLearnt() && options.capture != "-");
+
+    const std::vector<Trace::Step> steps = trace.steps();
+    Output output(STDOUT_FILENO);
+    if (options.json)
+        output.append(json(steps));
+    else if (!steps.empty())
+        output.append(table(steps));
+    output.flush();
+    tell(steps.empty() ? fmt::format("nothing is known of {}", name)
+                       : fmt::format("{} in {}", counted(steps.size(), "step"),
+                                     readableDuration(steps.back().time - steps.front().time)));
+    return exitCode;
+}
+
+} // namespace
+
+void addTrace(CLI::App& app, Commands& commands) {
+    const auto options = std::make_shared<Options>();
+    CLI::App* const command = app.add_subcommand("trace", "Follow one order, quote or user through all messages");
+    command->add_option("capture", options->capture, "The capture to read; - is standard input")->required();
+    CLI::Option_group* const subject = command->add_option_group("what to follow");
+    CLI::Option* const order =
+        subject->add_option("--order", options->order, "An order, by its clOrdID, orderID or exOrdID");
+    subject->add_option("--quote", options->quote, "A quote or quote request, by its quoteID or quoteReqID")
+        ->excludes(order);
+    subject->add_option("--user", options->user, "A user, by userID; with another, its messages of this user only");
+    subject->require_option(1, 2);
+    command->add_flag("--json", options->json, "As NDJSON with all fields instead of a table");
+    command->footer(
+        "An order is followed from identifier to identifier: clOrdID, orderID and exOrdID, the new clOrdID of a\n"
+        "modified order, the cancellation of all orders that canceled it, the acknowledgement of its execution. A "
+        "file\n"
+        "is read until no more is learnt, standard input once. Steps are in order of the packets' time, each with the\n"
+        "gap to the one before and its fields that are set, except for the times of the stations.\n\n"
+        "Examples:\n"
+        "  qlproto trace session.pcap --order heron-1\n"
+        "  qlproto trace session.pcap --quote QR1\n"
+        "  qlproto trace session.pcap --user 11 --json");
+    commands.push_back({command, [options] { return trace(*options); }});
+}
+
+} // namespace qlproto
