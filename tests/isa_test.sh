@@ -4,7 +4,7 @@
 set -eu
 objdump -d --no-show-raw-insn "$1" | awk '
     /^[0-9a-f]+ <.*>:$/ { name = $2 }
-    $2 ~ /^(pdep|pext|bzhi|mulx|rorx|sarx|shlx|shrx|andn|bls|v[a-z])/ && $2 !~ /^ver[rw]/ {
+    $2 ~ /^(pdep|pext|lzcnt|bzhi|mulx|rorx|sarx|shlx|shrx|andn|bls|v[a-z])/ && $2 !~ /^ver[rw]/ {
         ++found
         if (name !~ /4Bmi2/) { print "outside its kernel: " name ": " $0; bad = 1 }
     }

@@ -5,8 +5,9 @@
 // the kernel as a template argument, so that the two never share a symbol; a caller decides once per message by
 // hasFastDeposit().
 //
-// The instructions are written as assembly and not as intrinsics, because intrinsics would need the whole call chain
-// compiled for the newer processor.
+// A kernel's run() is the one function compiled for its processors; what it calls is inlined into it. The two central
+// instructions are written as assembly and not as intrinsics, which would not compile where debug builds inline
+// nothing.
 #pragma once
 
 #include <cstdint>
@@ -17,7 +18,12 @@ namespace Quillon {
 
 /// Runs on every x86-64.
 struct Baseline {
-    /// Bits 7k to 7k+6 of `bits` become bits 8k to 8k+6. Requires bits < 2^56.
+    /// Calls `body(arguments...)`, which is to be inlined, out of line and compiled for the kernel's processors.
+    template <class Body, class... Arguments>
+    [[gnu::noinline]] static auto run(Body body, Arguments... arguments) {
+        return body(arguments...);
+    }
+    /// Bits 7k to 7k+6 of `bits` become bits 8k to 8k+6; bits 56 and above are ignored.
     FORCE_INLINE static uint64_t spread(uint64_t bits) {
         bits = (bits & 0x000000000FFFFFFF) | (bits & 0x00FFFFFFF0000000) << 4;
         bits = (bits & 0x00003FFF00003FFF) | (bits & 0x0FFFC0000FFFC000) << 2;
@@ -35,6 +41,10 @@ struct Baseline {
 struct Bmi2 {
     static constexpr uint64_t groups = 0x7F7F7F7F7F7F7F7F;
 
+    template <class Body, class... Arguments>
+    [[gnu::noinline, gnu::target("bmi,bmi2,lzcnt")]] static auto run(Body body, Arguments... arguments) {
+        return body(arguments...);
+    }
     FORCE_INLINE static uint64_t spread(uint64_t bits) {
         uint64_t bytes;
         __asm__("pdepq %2, %1, %0" : "=r"(bytes) : "r"(bits), "r"(groups));
@@ -49,6 +59,7 @@ struct Bmi2 {
 
 /// Whether the kernel for BMI2 is the faster one here. The processors excluded have the instructions, but in microcode.
 inline bool hasFastDeposit() {
+    // BMI1 and the count of leading zeros need no test of their own: every processor that has BMI2 executes them.
     return __builtin_cpu_supports("bmi2") && !__builtin_cpu_is("amdfam17h") && !__builtin_cpu_is("amdfam15h");
 }
 

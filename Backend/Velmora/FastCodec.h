@@ -100,12 +100,12 @@ class FastCodec {
 
     // --- single bytes
 
-    FORCE_INLINE void write_bool(bool v) { write_byte(static_cast<unsigned char>(v)); }
-    FORCE_INLINE bool read_bool() { return read_byte() != 0; } ///< any byte but 0 is true
-    FORCE_INLINE void write_int8(char v) { write_byte(static_cast<unsigned char>(v)); }
-    FORCE_INLINE char read_int8() { return static_cast<char>(read_byte()); }
-    FORCE_INLINE void write_uint8(unsigned char v) { write_byte(v); }
-    FORCE_INLINE unsigned char read_uint8() { return read_byte(); }
+    FORCE_INLINE void write_bool(bool v) { write_raw(static_cast<unsigned char>(v)); }
+    FORCE_INLINE bool read_bool() { return read_raw<unsigned char>() != 0; } ///< any byte but 0 is true
+    FORCE_INLINE void write_int8(char v) { write_raw(static_cast<unsigned char>(v)); }
+    FORCE_INLINE char read_int8() { return static_cast<char>(read_raw<unsigned char>()); }
+    FORCE_INLINE void write_uint8(unsigned char v) { write_raw(v); }
+    FORCE_INLINE unsigned char read_uint8() { return read_raw<unsigned char>(); }
 
     // --- integers: signed ones as zig-zag varints, unsigned ones as plain varints
 
@@ -201,19 +201,17 @@ class FastCodec {
     using Writer = Velmora::Writer<Baseline>;
     using Reader = Velmora::Reader<Baseline>;
 
-    FORCE_INLINE void write_byte(unsigned char byte) { *_buf++ = static_cast<char>(byte); }
-    FORCE_INLINE unsigned char read_byte() { return static_cast<unsigned char>(*_buf++); }
-
     template <class T>
     FORCE_INLINE void write_raw(T value) {
-        std::memcpy(_buf, &value, sizeof value);
-        _buf += sizeof value;
+        Writer out(_buf);
+        out.raw(value);
+        _buf = out.p;
     }
     template <class T>
     FORCE_INLINE T read_raw() {
-        T value;
-        std::memcpy(&value, _buf, sizeof value);
-        _buf += sizeof value;
+        Reader in(_buf, _begin, _end);
+        const T value = in.raw<T>();
+        _buf += in.p - _buf;
         return value;
     }
 

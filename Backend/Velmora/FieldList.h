@@ -75,6 +75,21 @@ struct member_type<T Owner::*> {
 template <class Member>
 using MemberType = typename member_type<Member>::type;
 
+/// Bytes that a value of type T takes on the wire at least.
+template <class T>
+constexpr size_t leastBytes() {
+    if constexpr (Composite<T>) {
+        size_t sum = 0;
+        fields(of<T>{}, [&](const char*, auto member, auto) {
+            sum += leastBytes<MemberType<decltype(member)>>();
+            return true;
+        });
+        return sum;
+    } else {
+        return 1; // numbers, and strings and vectors, whose length is a number
+    }
+}
+
 /// Whether a value of type T holds a string or a vector, directly or in a nested record, and so takes storage from a
 /// block.
 template <class T>

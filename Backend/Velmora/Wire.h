@@ -1,9 +1,14 @@
 // The wire forms, as functions on a bare cursor. FastCodec offers them one by one; the operations over all types run
 // whole messages through them with the cursor in a register.
 //
-// A Writer touches exactly the bytes of the encoding: words are stored in overlapping pieces that end where it ends. A
-// Reader looks at whole words, but at none that reaches beyond the end of the range, nor at any byte beyond it unless
-// the encoding itself runs there.
+// A Writer touches exactly the bytes of the message's encoding. Where the fields still to come take at least seven
+// bytes, a number is stored as a whole word, whose spare bytes those fields overwrite; behind that point words are
+// stored in overlapping pieces that end where the number ends. A Reader looks at whole words, but at none that reaches
+// beyond the end of the range, nor at any byte beyond it unless the encoding itself runs there: where the fields still
+// to come take at least seven bytes, it does.
+//
+// `behind`, the least number of bytes that are certain to follow the number at hand, is kept by the walk over the
+// fields. It is the same for every message of a type, so that once all is inlined no test of it remains.
 #pragma once
 
 #include <bit>
@@ -51,7 +56,7 @@ using Quillon::Bmi2;
 template <class Kernel>
 class Writer {
   public:
-    explicit Writer(char* begin) : p(begin) {}
+    explicit Writer(char* begin, size_t least = 0) : p(begin), behind(least) {}
 
     FORCE_INLINE void byte(unsigned char v) { *p++ = static_cast<char>(v); }
 
@@ -66,32 +71,20 @@ class Writer {
     template <class T>
     FORCE_INLINE void varint(T v) {
         static_assert(std::is_unsigned_v<T>);
-        if (v < 0x80) return byte(static_cast<unsigned char>(v));
-        const unsigned bits = 64 - static_cast<unsigned>(std::countl_zero(uint64_t{v}));
-        const unsigned n = (bits * 9 + 64) / 64; // bytes: a seventh of the bits, rounded up
-        const uint64_t low = Kernel::spread(v & 0x00FFFFFFFFFFFFFF);
-        if constexpr (sizeof(T) > 4) {
-            if (n > 8) {
-                raw(low | more);
-                const auto rest = static_cast<unsigned>(v >> 56);
-                if (n == 9) return byte(static_cast<unsigned char>(rest));
-                return raw(static_cast<uint16_t>(rest | 0x80 | 0x100)); // the ten bytes end in the number's highest bit
-            }
-        }
-        const uint64_t word = low | (more >> (8 * (9 - n))); // all bytes but the last announce another
-        if (n > 4) {
-            store<uint32_t>(0, word);
-            store<uint32_t>(n - 4, word >> (8 * (n - 4)));
-        } else {
-            store<uint16_t>(0, word);
-            store<uint16_t>(n - 2, word >> (8 * (n - 2)));
-        }
-        p += n;
+        const uint64_t wide = v;
+        if constexpr (sizeof(T) == 2)
+            if (wide < 0x80) return byte(static_cast<unsigned char>(wide));
+        if constexpr (sizeof(T) == 8)
+            if (wide >> 56 != 0) return longVarint(wide); // times in nanoseconds
+        if (behind >= 7) return spilling(wide);
+        if (wide < 0x80) return byte(static_cast<unsigned char>(wide));
+        exact(wide);
     }
 
     /// Special varint. Up to 2^62 it is the plain varint of the value with two zero bits below; see FastCodec.h.
     FORCE_INLINE void special(int64_t v) {
         const auto pattern = static_cast<uint64_t>(v);
+        if (behind >= 7 && __builtin_expect(pattern < uint64_t{1} << 54, 1)) return spilling(pattern << 2);
         if (__builtin_expect(pattern < uint64_t{1} << 62, 1)) return varint<uint64_t>(pattern << 2);
         p = rareSpecial(p, pattern);
     }
@@ -107,9 +100,51 @@ class Writer {
     }
 
     char* p;
+    size_t behind;
 
   private:
-    static constexpr uint64_t more = 0x8080808080808080;
+    static constexpr uint64_t more = 0x8080808080808080; // the bits that announce another byte
+
+    struct Word {
+        uint64_t bytes;
+        unsigned n;
+    };
+    /// The `n` bytes of the varint of v < 2^56, with zeros behind them.
+    FORCE_INLINE static Word word(uint64_t v) {
+        const uint64_t groups = Kernel::spread(v);
+        const auto gap = static_cast<unsigned>(std::countl_zero(groups | 1)); // above the last byte's highest bit
+        return {groups | (more >> 1) >> (gap | 7), 8 - (gap >> 3)};
+    }
+    /// v < 2^56, as a whole word. Requires behind >= 7.
+    FORCE_INLINE void spilling(uint64_t v) {
+        const Word w = word(v);
+        store<uint64_t>(0, w.bytes);
+        p += w.n;
+    }
+    /// 0x80 <= v < 2^56, not a byte more.
+    FORCE_INLINE void exact(uint64_t v) {
+        const Word w = word(v);
+        if (w.n > 4) {
+            store<uint32_t>(0, w.bytes);
+            store<uint32_t>(w.n - 4, w.bytes >> (8 * (w.n - 4)));
+        } else {
+            store<uint16_t>(0, w.bytes);
+            store<uint16_t>(w.n - 2, w.bytes >> (8 * (w.n - 2)));
+        }
+        p += w.n;
+    }
+    /// v >= 2^56: nine bytes, or ten of which the last is the number's highest bit.
+    FORCE_INLINE void longVarint(uint64_t v) {
+        raw(Kernel::spread(v) | more);
+        const uint64_t rest = v >> 56;
+        if (behind >= 1) {
+            store<uint16_t>(0, rest | 0x100);
+            p += 1 + (v >> 63);
+            return;
+        }
+        if (rest < 0x80) return byte(static_cast<unsigned char>(rest));
+        raw(static_cast<uint16_t>(rest | 0x100));
+    }
 
     template <class Piece>
     FORCE_INLINE void store(unsigned offset, uint64_t v) {
@@ -142,7 +177,8 @@ template <class Kernel>
 class Reader {
   public:
     /// `begin`: of the whole range; bytes between it and the cursor may be looked at again.
-    Reader(const char* cursor, const char* begin, const char* end) : p(cursor), _begin(begin), _end(end) {}
+    Reader(const char* cursor, const char* begin, const char* end, size_t least = 0)
+        : p(cursor), behind(least), _begin(begin), _end(end) {}
 
     const char* begin() const { return _begin; }
     const char* end() const { return _end; }
@@ -166,9 +202,19 @@ class Reader {
             return static_cast<T>(first);
         }
         uint64_t word;
-        if (__builtin_expect(_end - p >= 8, 1)) {
+        if (isWord()) {
             std::memcpy(&word, p, 8);
-            if (const uint64_t stop = ~word & more) return static_cast<T>(take(word, stop));
+            if constexpr (sizeof(T) == 4) {
+                if ((word & 0x8000) == 0) return static_cast<T>(taken<2>(word));
+                if ((word & 0x800000) == 0) return static_cast<T>(taken<3>(word));
+            }
+            if (const uint64_t stop = ~word & more) {
+                if constexpr (sizeof(T) > 4) {
+                    if ((word & 0x8000) == 0) return static_cast<T>(taken<2>(word));
+                    if ((word & 0x800000) == 0) return static_cast<T>(taken<3>(word));
+                }
+                return static_cast<T>(take(word, stop));
+            }
             if constexpr (sizeof(T) > 4) {
                 // A byte behind the word belongs to the encoding: the ninth of a time in nanoseconds.
                 const auto ninth = static_cast<unsigned char>(p[8]);
@@ -195,13 +241,28 @@ class Reader {
         }
         if (__builtin_expect((first & 3) == 0, 1)) {
             uint64_t word;
-            if (__builtin_expect(_end - p >= 8, 1))
+            if (isWord()) {
                 std::memcpy(&word, p, 8);
-            else
+                if ((word & 0x808000) != 0x808000) {
+                    if ((word & 0x8000) == 0) return taken<2>(word) >> 2;
+                    return taken<3>(word) >> 2;
+                }
+                if ((word & 0x80000000) == 0) return taken<4>(word) >> 2;
+                if ((word & 0x8000000000) == 0) return taken<5>(word) >> 2;
+            } else {
                 word = tail(p, _begin, _end);
+            }
             if (const uint64_t stop = ~word & more) return take(word, stop) >> 2;
         }
         return taken(rareSpecial(p));
+    }
+
+    /// The length of a text: a varint of 16 bits.
+    FORCE_INLINE size_t textLength() {
+        const size_t first = static_cast<unsigned char>(*p);
+        if (first >= 0x80) return varint<uint16_t>();
+        ++p;
+        return first;
     }
 
     FORCE_INLINE unsigned short length() {
@@ -211,8 +272,12 @@ class Reader {
     }
 
     const char* p;
+    size_t behind;
 
   private:
+    /// Whether the eight bytes at the cursor may be looked at.
+    FORCE_INLINE bool isWord() const { return behind >= 7 || __builtin_expect(_end - p >= 8, 1); }
+
     static constexpr uint64_t more = 0x8080808080808080;
 
     // What is out of line takes and returns the cursor by value: one whose address leaves the function could not stay
@@ -224,6 +289,16 @@ class Reader {
     FORCE_INLINE uint64_t taken(Taken t) {
         p = t.p;
         return t.value;
+    }
+
+    /// The varint of N bytes. Where the next field begins must not wait until the length has been computed from what
+    /// was loaded: the processor is to guess it, as it guesses branches. So each length has a branch of its own, and
+    /// the compiler is kept from joining them to one addition of a computed length.
+    template <unsigned N>
+    FORCE_INLINE uint64_t taken(uint64_t word) {
+        p += N;
+        __asm__("" : "+r"(p));
+        return Kernel::gather(word & ((uint64_t{1} << 8 * N) - 1));
     }
 
     /// The varint whose last byte is marked by the lowest bit of `stop`.

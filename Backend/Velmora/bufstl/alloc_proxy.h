@@ -42,6 +42,11 @@ class alloc_proxy {
         return reinterpret_cast<T*>(_alloc.allocate(num * sizeof(T), hint));
     }
 
+    /// As allocate(), or null where the block has not that much left, which then is as before.
+    FORCE_INLINE T* tryAllocate(size_type num) const {
+        return reinterpret_cast<T*>(_alloc.tryAllocate(num * sizeof(T)));
+    }
+
     /// Counts the storage of `num` elements as freed.
     void deallocate(T* p, size_type num) const { _alloc.deallocate(reinterpret_cast<char*>(p), num * sizeof(T)); }
 

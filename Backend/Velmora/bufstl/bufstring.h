@@ -85,15 +85,23 @@ class basic_bufstring : public bufvector<CharT> {
   private:
     /// Makes `count` elements that the caller is about to overwrite, with the growth of resize() but without its fill.
     /// Returns the first. Old storage that was replaced stays readable, for the block takes nothing back.
-    char* _M_overwrite(size_type count) {
-        if (__builtin_expect(count > this->capacity(), 1)) { // the first text of a fresh string
-            const size_type length = this->_M_check_len(count - size_(), "vector::_M_fill_insert");
-            char* const start = this->_M_allocate(length);
-            this->_M_give_up_storage();
-            this->_M_set_storage(start, start, length);
+    FORCE_INLINE char* _M_overwrite(size_type count) {
+        if (__builtin_expect(this->_M_start == nullptr, 1)) { // the first text of a fresh string takes what it needs
+            if (char* const start = this->_M_alloc.tryAllocate(count); __builtin_expect(start != nullptr, 1)) {
+                this->_M_set_storage(start, start + count, count);
+                return start;
+            }
         }
+        if (count > this->capacity()) _M_renew(count);
         this->_M_finish = this->_M_start + count;
         return this->_M_start;
+    }
+    /// Makes room for `count` elements, of which none is kept.
+    [[gnu::noinline]] void _M_renew(size_type count) {
+        const size_type length = this->_M_check_len(count - size_(), "vector::_M_fill_insert");
+        char* const start = this->_M_allocate(length);
+        this->_M_give_up_storage();
+        this->_M_set_storage(start, start, length);
     }
 };
 

@@ -40,7 +40,15 @@ class _Vector_base {
   public:
     using allocator_type = Alloc;
 
-    explicit _Vector_base(const Alloc& alloc) : _M_alloc(alloc) {}
+    explicit _Vector_base(const Alloc& alloc) : _M_alloc(alloc) {
+        // Two stores of two words each. The compiler makes four of the obvious initialisers, which doubles the cost of
+        // constructing a message.
+        static_assert(sizeof(Alloc) == sizeof(T*) && std::is_trivially_copyable_v<Alloc>);
+        using Words [[gnu::vector_size(16)]] = uintptr_t;
+        const Words first = {reinterpret_cast<uintptr_t>(&alloc.get_init()), 0}, second = {0, 0};
+        std::memcpy(static_cast<void*>(this), &first, sizeof first);
+        std::memcpy(reinterpret_cast<char*>(this) + sizeof first, &second, sizeof second);
+    }
     _Vector_base(const _Vector_base&) = delete;
     _Vector_base& operator=(const _Vector_base&) = delete;
     ~_Vector_base() { _M_give_up_storage(); }
@@ -60,9 +68,9 @@ class _Vector_base {
     }
 
     Alloc _M_alloc;
-    T* _M_start = nullptr;
-    T* _M_finish = nullptr;
-    T* _M_end_of_storage = nullptr;
+    T* _M_start;
+    T* _M_finish;
+    T* _M_end_of_storage;
 };
 
 template <class T, class Alloc = alloc_proxy<T>>
@@ -160,6 +168,8 @@ class vector : public _Vector_base<T, Alloc> {
     /// a loop over what is new, in one pass. When `fill` throws, the elements built so far stay.
     template <class Fill>
     FORCE_INLINE void append_each(size_type n, Fill&& fill) {
+        if (_M_start == nullptr && n != 0) // the first storage is what is needed, to the byte
+            if (T* const start = _M_alloc.tryAllocate(n)) _M_set_storage(start, start, n);
         if (static_cast<size_type>(_M_end_of_storage - _M_finish) < n) _M_grow(n);
         for (; n != 0; --n) {
             T* const fresh = _M_finish;
@@ -232,10 +242,7 @@ class vector : public _Vector_base<T, Alloc> {
         const size_type length = size() + std::max(size(), n);
         return length < size() || length > max_size() ? max_size() : length;
     }
-    void _M_grow(size_type n) {
-        replaceStorage(_M_check_len(n, "vector::_M_fill_insert"),
-                       [&](T*& built) { copyConstruct(_M_start, _M_finish, built); });
-    }
+    void _M_grow(size_type n) { reserve(_M_check_len(n, "vector::_M_fill_insert")); }
     void _M_erase_at_end(T* position) {
         destroyRange(position, _M_finish);
         _M_finish = position;

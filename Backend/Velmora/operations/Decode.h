@@ -12,9 +12,10 @@
 namespace Velmora {
 
 /// Reads all fields of `value` from `cursor` on, in the range [begin, end); returns the cursor behind them. The cursor
-/// goes in and out by value, so that it stays in a register.
-template <class Kernel, class T>
-[[gnu::noinline]] const char* decodeFields(T& value, const char* cursor, const char* begin, const char* end);
+/// goes in and out by value, so that it stays in a register. `isFollowed`: at least seven bytes of the same message
+/// come behind the value.
+template <class Kernel, class T, bool isFollowed = false>
+FORCE_INLINE const char* decodeFields(T& value, const char* cursor, const char* begin, const char* end);
 
 // One overload per wire form, the mirror of those in Encode.h.
 
@@ -45,7 +46,7 @@ FORCE_INLINE void get(Reader<K>& in, price_t, std::same_as<int64_t> auto& v, con
 
 template <class K>
 FORCE_INLINE void get(Reader<K>& in, plain_t, String auto& v, const char*) {
-    const auto length = in.template varint<uint16_t>();
+    const size_t length = in.textLength();
     v.assign(in.p, length);
     in.p += length;
 }
@@ -70,27 +71,45 @@ FORCE_INLINE void get(Reader<K>& in, plain_t, E& v, const char* name) {
 
 template <class K>
 FORCE_INLINE void get(Reader<K>& in, plain_t, Composite auto& v, const char*) {
-    in.p = decodeFields<K>(v, in.p, in.begin(), in.end());
+    using T = std::remove_cvref_t<decltype(v)>;
+    in.p = in.behind >= 7 ? decodeFields<K, T, true>(v, in.p, in.begin(), in.end())
+                          : decodeFields<K, T, false>(v, in.p, in.begin(), in.end());
 }
 
 /// The vector takes exactly the count that came: it grows by fresh elements or drops surplus ones.
 template <class K>
 FORCE_INLINE void get(Reader<K>& in, plain_t, Vector auto& v, const char* name) {
     const size_t count = in.length();
-    if (v.empty()) // as in every fresh message
+    if (v.empty()) { // as in every fresh message
+        using Element = typename std::remove_cvref_t<decltype(v)>::value_type;
+        if constexpr (Composite<Element> && leastBytes<Element>() >= 7) {
+            size_t left = count; // all but the last are followed by another
+            return v.append_each(count, [&](auto& element) FORCE_INLINE_LAMBDA {
+                if (--left == 0)
+                    get(in, plain, element, name);
+                else
+                    in.p = decodeFields<K, Element, true>(element, in.p, in.begin(), in.end());
+            });
+        }
         return v.append_each(count, [&](auto& element) FORCE_INLINE_LAMBDA { get(in, plain, element, name); });
+    }
     v.resize(count);
     for (size_t i = 0; i < count; ++i) get(in, plain, v[i], name);
 }
 
-template <class Kernel, class T>
+template <class Kernel, class T, bool isFollowed>
 const char* decodeFields(T& value, const char* cursor, const char* begin, const char* end) {
-    Reader<Kernel> in(cursor, begin, end);
-    fields(of<T>{}, [&](const char* name, auto member, auto encoding) FORCE_INLINE_LAMBDA {
-        get(in, encoding, value.*member, name);
-        return true;
-    });
-    return in.p;
+    return Kernel::run(
+        [](T* v, const char* p, const char* first, const char* last) FORCE_INLINE_LAMBDA {
+            Reader<Kernel> in(p, first, last, leastBytes<T>() + (isFollowed ? 7 : 0));
+            fields(of<T>{}, [&](const char* name, auto member, auto encoding) FORCE_INLINE_LAMBDA {
+                in.behind -= leastBytes<MemberType<decltype(member)>>();
+                get(in, encoding, v->*member, name);
+                return true;
+            });
+            return in.p;
+        },
+        &value, cursor, begin, end);
 }
 
 /// All fields of `value` from the cursor of `codec`. When an exception passes, the value is partly decoded and

@@ -12,10 +12,11 @@
 namespace Velmora {
 
 /// Writes all fields of `value` from `cursor` on; returns the cursor behind them. The cursor goes in and out by value,
-/// so that it stays in a register: stores through a char pointer could change any cursor in memory. Never inlined, so
-/// that the instructions of a kernel stand in functions that bear its name and nowhere else.
-template <class Kernel, class T>
-[[gnu::noinline]] char* encodeFields(const T& value, char* cursor);
+/// so that it stays in a register: stores through a char pointer could change any cursor in memory. The work is done by
+/// the kernel's run(), so that its instructions stand in functions that bear its name and nowhere else. `isFollowed`:
+/// at least seven bytes of the same message come behind the value.
+template <class Kernel, class T, bool isFollowed = false>
+FORCE_INLINE char* encodeFields(const T& value, char* cursor);
 
 // One overload per wire form. Exact types are asked for, so that a wrong pair of type and encoding does not compile.
 
@@ -74,24 +75,34 @@ FORCE_INLINE void put(Writer<K>& out, plain_t, Enumerator auto v, const char* na
 
 template <class K>
 FORCE_INLINE void put(Writer<K>& out, plain_t, const Composite auto& v, const char*) {
-    out.p = encodeFields<K>(v, out.p);
+    out.p = out.behind >= 7 ? encodeFields<K, std::remove_cvref_t<decltype(v)>, true>(v, out.p)
+                            : encodeFields<K, std::remove_cvref_t<decltype(v)>, false>(v, out.p);
 }
 
 /// The caller guarantees at most 32767 elements; the count is not checked.
 template <class K>
 FORCE_INLINE void put(Writer<K>& out, plain_t, const Vector auto& v, const char* name) {
     out.length(static_cast<unsigned short>(v.size()));
-    for (size_t i = 0; i < v.size(); ++i) put(out, plain, v[i], name);
+    using Element = typename std::remove_cvref_t<decltype(v)>::value_type;
+    size_t i = 0;
+    if constexpr (Composite<Element> && leastBytes<Element>() >= 7) // all but the last are followed by another
+        for (; i + 1 < v.size(); ++i) out.p = encodeFields<K, Element, true>(v[i], out.p);
+    for (; i < v.size(); ++i) put(out, plain, v[i], name);
 }
 
-template <class Kernel, class T>
+template <class Kernel, class T, bool isFollowed>
 char* encodeFields(const T& value, char* cursor) {
-    Writer<Kernel> out(cursor);
-    fields(of<T>{}, [&](const char* name, auto member, auto encoding) FORCE_INLINE_LAMBDA {
-        put(out, encoding, value.*member, name);
-        return true;
-    });
-    return out.p;
+    return Kernel::run(
+        [](const T* v, char* p) FORCE_INLINE_LAMBDA {
+            Writer<Kernel> out(p, leastBytes<T>() + (isFollowed ? 7 : 0));
+            fields(of<T>{}, [&](const char* name, auto member, auto encoding) FORCE_INLINE_LAMBDA {
+                out.behind -= leastBytes<MemberType<decltype(member)>>();
+                put(out, encoding, v->*member, name);
+                return true;
+            });
+            return out.p;
+        },
+        &value, cursor);
 }
 
 /// All fields of `value` at the cursor of `codec`.
