@@ -35,7 +35,7 @@ TEST(Examples, RunAsPrinted) {
     }
     EXPECT_GE(count, 3u) << help;
     for (const std::string& example : examples) {
-        const ToolFolder::Result result = folder.run(example);
+        const ToolFolder::Result result = folder.run("set -o pipefail; " + example);
         EXPECT_EQ(result.exitCode, 0) << example << "\n" << result.err;
     }
 }

@@ -545,21 +545,4 @@ TEST_F(Tool, GeneratesProfilesAndRates) {
     }
 }
 
-TEST_F(Tool, ExamplesOfTheHelpRunAsPrinted) {
-    ASSERT_EQ(run("qlproto generate --messages 100000 --seed 7 -o session.pcap").exitCode, 0);
-    std::string help = run("qlproto --help").out;
-    std::istringstream commands(help.substr(help.find("Subcommands:\n") + 13));
-    for (std::string line; std::getline(commands, line) && line.rfind("  ", 0) == 0;)
-        if (line[2] != ' ') help += run("qlproto " + line.substr(2, line.find(' ', 2) - 2) + " --help").out;
-    int examples = 0;
-    std::istringstream lines(help);
-    for (std::string line; std::getline(lines, line);) {
-        if (line.rfind("  qlproto ", 0) != 0) continue;
-        ++examples;
-        const Result result = run("set -o pipefail; " + line.substr(2));
-        EXPECT_EQ(result.exitCode, 0) << line << ": " << result.err;
-    }
-    EXPECT_GT(examples, 10);
-}
-
 } // namespace
