@@ -163,8 +163,28 @@ TEST_F(Decode, SurvivesDamage) {
     for (const std::string& line : whole) missing += !found.contains(line);
     EXPECT_LE(missing, 100u); // one for each place at most
     EXPECT_NE(result.err.find(" at offset "), std::string::npos);
-    for (const char* command : {"verify", "roundtrip"})
-        EXPECT_EQ(_folder.run(std::string("qlproto ") + command + " b.pcap").exitCode, 1) << command;
+
+    // All commands find the same messages and the same faults.
+    const std::string summary = std::to_string(left.size()) + " messages, ";
+    for (const char* command : {"decode --format json b.pcap", "decode --format lines b.pcap", "roundtrip b.pcap",
+                                "stats b.pcap", "latency b.pcap", "report b.pcap -o b.html"}) {
+        const auto other = _folder.run(std::string("qlproto ") + command);
+        EXPECT_EQ(other.exitCode, 1) << command;
+        EXPECT_NE(other.err.find(summary), std::string::npos) << command << other.err;
+        for (const std::string& fault : lines(result.err))
+            if (fault.find(" at offset ") != std::string::npos) {
+                EXPECT_NE(other.err.find(fault), std::string::npos) << command << fault;
+            }
+    }
+    for (const char* command : {"trace b.pcap --order heron-1", "diff a.pcap b.pcap"}) {
+        const auto other = _folder.run(std::string("qlproto ") + command);
+        EXPECT_EQ(other.exitCode, 1) << command;
+        EXPECT_NE(other.err.find(" at offset "), std::string::npos) << command;
+        EXPECT_NE(other.out, "") << command;
+    }
+    const auto verified = _folder.run("qlproto verify b.pcap");
+    EXPECT_EQ(verified.exitCode, 1);
+    EXPECT_NE(verified.out.find(" at offset "), std::string::npos);
 }
 
 TEST_F(Decode, VerifyCountsByMessageAndFault) {

@@ -79,6 +79,7 @@ void CaptureScan::note(const Fault& fault) {
     ++_bad;
     _progress.clear();
     if (_onFault) _onFault(fault.packet, fault.text);
+    if (_isQuiet) return;
     if (fault.offset == 0)
         tell(fmt::format("qlproto: after packet {}: {}", fault.packet, fault.text));
     else

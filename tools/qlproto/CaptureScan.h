@@ -90,6 +90,9 @@ class CaptureScan {
     /// `listener(packet, fault)` is told of each fault, too. Packets count from 1.
     void onFault(std::function<void(uint64_t, const std::string&)> listener) { _onFault = std::move(listener); }
 
+    /// Faults are counted, but not told: for captures that are read again.
+    void keepQuiet() { _isQuiet = true; }
+
     /// Tells of something that is wrong with the packet just read. Not for runParallel().
     void complain(const std::string& fault);
 
@@ -141,6 +144,7 @@ class CaptureScan {
     uint64_t _bytes = 0;
     uint64_t _bad = 0;
     uint64_t _offset = 0; ///< of the packet just read
+    bool _isQuiet = false;
     std::function<void(uint64_t, const std::string&)> _onFault;
     Progress _progress;
 };

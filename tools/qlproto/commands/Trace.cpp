@@ -90,9 +90,12 @@ int trace(const Options& options) {
                                                       : std::to_string(*options.user);
     Trace trace(rule, name, options.user);
     int exitCode = EXIT_FINE;
+    bool isAgain = false;
     do {
         trace.beginPass();
         CaptureScan scan;
+        if (isAgain) scan.keepQuiet();
+        isAgain = true;
         scan.run(options.capture,
                  [&](const Packet& packet, const MessageReader& reader) { trace.add(packet, reader, scan.packets()); });
         exitCode = scan.exitCode();
