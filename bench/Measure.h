@@ -39,6 +39,7 @@ double meanSize(const std::vector<Body>& bodies) {
 // Each file that measures something adds it through one of these.
 void addOurs();
 void addModule();
+void addHostile();
 void addFloors();
 void addFlyweight();
 void addProtobuf();

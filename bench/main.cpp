@@ -15,6 +15,7 @@ int main(int argc, char** argv) {
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
     bench::addOurs();
     bench::addModule();
+    bench::addHostile();
     bench::addFloors();
     bench::addFlyweight();
     bench::addProtobuf();

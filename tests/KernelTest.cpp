@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/Guarded.h"
 #include "tests/Hex.h"
 #include "tests/Samples.h"
 
@@ -73,6 +74,41 @@ TEST_F(Kernel, OlderProcessorsWriteAndReadTheSameBytes) {
             back->read(codec);
             EXPECT_EQ(codec.size(), body.size());
             sample.check(*back);
+        }
+    });
+}
+
+/// Writes `value` where the bytes end at a protected page, and where they begin behind one; reads them back from there.
+template <class T>
+void expectWithinPages(const T& value, const std::string& body, Sample& sample, Guarded& pages) {
+    const std::string blank(body.size(), '\xAA');
+    for (const bool atEnd : {true, false}) {
+        char* const begin = const_cast<char*>((atEnd ? pages.hold(blank) : pages.holdAtBegin(blank)).data());
+        Velmora::FastCodec out(begin, begin + body.size());
+        value.write(out);
+        EXPECT_EQ(hex({begin, out.size()}), hex(body));
+        if constexpr (std::is_same_v<T, Quillon::PadMessage>) continue; // reads another form than it writes
+        InBlock<T> back;
+        Velmora::FastCodec in(begin, begin + body.size());
+        back->read(in);
+        EXPECT_EQ(in.size(), body.size());
+        sample.check(*back);
+    }
+}
+
+TEST_F(Kernel, NoByteOutsideABodyIsTouched) {
+    Guarded pages;
+    forEveryType([&]<class T>(Velmora::of<T>, const char*) {
+        for (const Filling filling : fillings) {
+            for (unsigned seed = 1; seed <= 8; ++seed) {
+                InBlock<T> value;
+                Sample sample(filling, seed);
+                sample.fill(*value);
+                const std::string body = encoded(*value);
+                expectWithinPages(*value, body, sample, pages);
+                const OlderProcessor older;
+                expectWithinPages(*value, body, sample, pages);
+            }
         }
     });
 }

@@ -14,25 +14,34 @@ bool differ(const T& a, const T& b) {
     return !fields(of<T>{}, [&](const char*, auto member, auto) FORCE_INLINE_LAMBDA { return a.*member == b.*member; });
 }
 
-/// Negative, 0 or positive as `a` is less than, equal to or greater than `b`: one walk over a string or vector decides
-/// both.
+/// Negative, 0 or positive as `a` is less than, equal to or greater than `b`. One walk decides both: asking for less
+/// both ways would double the work at each level of nesting.
 template <class T>
-FORCE_INLINE int order(const T& a, const T& b) {
-    if constexpr (String<T> || Vector<T>)
+int order(const T& a, const T& b) {
+    if constexpr (Composite<T>) {
+        if (&a == &b) return 0;
+        int decision = 0;
+        fields(of<T>{}, [&](const char*, auto member, auto) FORCE_INLINE_LAMBDA {
+            decision = order(a.*member, b.*member);
+            return decision == 0;
+        });
+        return decision;
+    } else if constexpr (String<T>) {
         return a.compare(b);
-    else
-        return a < b ? -1 : b < a;
+    } else if constexpr (Vector<T>) {
+        using Element = typename T::value_type;
+        if constexpr (!Composite<Element> && !String<Element>) return a.compare(b);
+        for (size_t i = 0; i < a.size() && i < b.size(); ++i)
+            if (const int decision = order(a[i], b[i])) return decision;
+        return (a.size() > b.size()) - (a.size() < b.size());
+    } else {
+        return (a > b) - (a < b);
+    }
 }
 
 template <class T>
 bool less(const T& a, const T& b) {
-    if (&a == &b) return false;
-    int decision = 0;
-    fields(of<T>{}, [&](const char*, auto member, auto) FORCE_INLINE_LAMBDA {
-        decision = order(a.*member, b.*member);
-        return decision == 0;
-    });
-    return decision < 0;
+    return order(a, b) < 0;
 }
 
 } // namespace Velmora
