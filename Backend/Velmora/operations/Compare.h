@@ -4,6 +4,8 @@
 // as bufstl defines it; records by their own operators.
 #pragma once
 
+#include <type_traits>
+
 #include "Backend/Velmora/FieldList.h"
 
 namespace Velmora {
@@ -14,29 +16,37 @@ bool differ(const T& a, const T& b) {
     return !fields(of<T>{}, [&](const char*, auto member, auto) FORCE_INLINE_LAMBDA { return a.*member == b.*member; });
 }
 
-/// Negative, 0 or positive as `a` is less than, equal to or greater than `b`. One walk decides both: asking for less
-/// both ways would double the work at each level of nesting.
+// Negative, 0 or positive as `a` is less than, equal to or greater than `b`. One walk decides both: asking for less
+// both ways would double the work at each level of nesting.
+
+/// Numbers come by value, for in a block they are misaligned.
 template <class T>
+requires std::is_arithmetic_v<T> || std::is_enum_v<T> FORCE_INLINE int order(T a, T b) { return (a > b) - (a < b); }
+
+FORCE_INLINE int order(const String auto& a, const String auto& b) { return a.compare(b); }
+
+/// Not inlined: there is one for every type, and what calls it would grow by all that is nested.
+template <Composite T>
+[[gnu::noinline]] int order(const T& a, const T& b);
+
+template <Vector V>
+int order(const V& a, const V& b) {
+    using Element = typename V::value_type;
+    if constexpr (!Composite<Element> && !String<Element>) return a.compare(b);
+    for (size_t i = 0; i < a.size() && i < b.size(); ++i)
+        if (const int decision = order(a[i], b[i])) return decision;
+    return (a.size() > b.size()) - (a.size() < b.size());
+}
+
+template <Composite T>
 int order(const T& a, const T& b) {
-    if constexpr (Composite<T>) {
-        if (&a == &b) return 0;
-        int decision = 0;
-        fields(of<T>{}, [&](const char*, auto member, auto) FORCE_INLINE_LAMBDA {
-            decision = order(a.*member, b.*member);
-            return decision == 0;
-        });
-        return decision;
-    } else if constexpr (String<T>) {
-        return a.compare(b);
-    } else if constexpr (Vector<T>) {
-        using Element = typename T::value_type;
-        if constexpr (!Composite<Element> && !String<Element>) return a.compare(b);
-        for (size_t i = 0; i < a.size() && i < b.size(); ++i)
-            if (const int decision = order(a[i], b[i])) return decision;
-        return (a.size() > b.size()) - (a.size() < b.size());
-    } else {
-        return (a > b) - (a < b);
-    }
+    if (&a == &b) return 0;
+    int decision = 0;
+    fields(of<T>{}, [&](const char*, auto member, auto) FORCE_INLINE_LAMBDA {
+        decision = order(a.*member, b.*member);
+        return decision == 0;
+    });
+    return decision;
 }
 
 template <class T>
