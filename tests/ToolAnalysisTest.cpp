@@ -1,6 +1,7 @@
 // What the tool finds out about captures: the figures themselves, and the commands that tell them.
 #include <random>
 #include <set>
+#include <tuple>
 
 #include <fmt/format.h>
 #include <gtest/gtest.h>
@@ -8,6 +9,7 @@
 
 #include "tests/Sessions.h"
 #include "tests/ToolFolder.h"
+#include "tools/qlproto/CaptureScan.h"
 #include "tools/qlproto/Plot.h"
 #include "tools/qlproto/analysis/Histogram.h"
 #include "tools/qlproto/analysis/LatencyStats.h"
@@ -274,6 +276,44 @@ TEST_F(Analysis, PartsAddUpToTheWhole) {
         }
     }
     EXPECT_EQ(counts.traffic.overall().sizes.count(), 20000u);
+}
+
+// Many batches, some of them damaged: several threads find what one finds, and tell of the same faults.
+TEST_F(Analysis, ThreadsGatherWhatOneThreadGathers) {
+    ASSERT_EQ(folder.run("qlproto generate --seed 5 --messages 60000 -o a.pcap").exitCode, 0);
+    std::string bytes = folder.content("a.pcap");
+    std::mt19937 random(11);
+    for (int i = 0; i < 100; ++i) bytes[24 + random() % (bytes.size() - 24)] = static_cast<char>(random());
+    std::ofstream(folder.path("b.pcap"), std::ios::binary) << bytes;
+
+    using Faults = std::vector<std::pair<uint64_t, std::string>>;
+    Faults ofOne, ofMany;
+    const auto listen = [](qlproto::CaptureScan& scan, Faults& faults) {
+        scan.onFault([&faults](uint64_t packet, const std::string& fault) { faults.emplace_back(packet, fault); });
+    };
+    qlproto::CaptureScan one, many;
+    listen(one, ofOne);
+    listen(many, ofMany);
+    qlproto::LatencyStats expected;
+    one.run(folder.path("b.pcap"), [&](const auto& packet, const auto& reader) { expected.add(packet, reader); });
+    const auto found = many.gather<qlproto::LatencyStats>(folder.path("b.pcap"));
+
+    EXPECT_GT(one.messages(), 59000u);
+    EXPECT_EQ(many.messages(), one.messages());
+    EXPECT_EQ(many.packets(), one.packets());
+    EXPECT_GT(ofOne.size(), 10u);
+    EXPECT_EQ(ofMany, ofOne);
+    const auto tell = [](const qlproto::LatencyStats& stats) {
+        std::vector<std::tuple<uint64_t, int64_t, int64_t, int64_t, uint64_t, uint64_t, int64_t>> told;
+        for (const auto& hops : stats.byMessage())
+            for (const auto& it : hops) {
+                const bool any = it.times.count() != 0;
+                told.emplace_back(it.times.count(), any ? it.times.min() : 0, any ? it.times.percentile(50) : 0,
+                                  any ? it.times.max() : 0, it.unset, it.negative, it.mostNegative);
+            }
+        return told;
+    };
+    EXPECT_EQ(tell(found), tell(expected));
 }
 
 // Two users use the same clOrdID; a cancellation of all cancels orders of both; packet 4 comes late.

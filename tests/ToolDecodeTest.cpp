@@ -49,6 +49,14 @@ TEST_F(Decode, KeepsTheOrderOfACaptureOfManyBatches) {
     }
 }
 
+TEST_F(Decode, CountsWhatItPrints) {
+    generate(20000);
+    for (const char* options : {"", "-n 0", "-n 5000", "--message TimerMessage", "--message '*Order*' -n 7"}) {
+        const auto result = _folder.run("qlproto decode a.pcap " + std::string(options));
+        EXPECT_TRUE(result.err.starts_with(std::to_string(result.lines()) + " message")) << options << result.err;
+    }
+}
+
 TEST_F(Decode, FiltersAsGrepWould) {
     generate(20000);
     const std::vector<std::string> all = decode("a.pcap");

@@ -86,12 +86,12 @@ void CaptureScan::note(const Fault& fault) {
         tell(fmt::format("qlproto: packet {} at offset {}: {}", fault.packet, fault.offset, fault.text));
 }
 
-void CaptureScan::summarize() {
+void CaptureScan::summarize(uint64_t shown) {
     _progress.clear();
     const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - _start).count();
-    const double rate = seconds > 0 ? static_cast<double>(_messages) / seconds : 0;
-    tell(fmt::format("{}, {}, {:.3f} s, {:.0f} messages/s", counted(_messages, "message"), counted(_bytes, "byte"),
-                     seconds, rate));
+    const double rate = seconds > 0 ? static_cast<double>(shown) / seconds : 0;
+    tell(fmt::format("{}, {}, {:.3f} s, {:.0f} messages/s", counted(shown, "message"), counted(_bytes, "byte"), seconds,
+                     rate));
     if (_bad != 0) tell(counted(_bad, "fault"));
 }
 

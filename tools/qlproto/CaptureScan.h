@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include <fmt/format.h>
@@ -87,6 +88,23 @@ class CaptureScan {
                      });
     }
 
+    /// The same for what does not depend on the order of messages: each thread adds to a Gathered of its own; they are
+    /// merged at the end.
+    template <class Gathered>
+    Gathered gather(const std::string& path) {
+        struct Handle {
+            Gathered gathered;
+            void operator()(const Packet& packet, const MessageReader& reader, std::string&) {
+                gathered.add(packet, reader);
+            }
+        };
+        std::vector<Handle> handles(workers());
+        const auto goOn = [](std::string_view, const std::vector<Piece>&) { return MORE; };
+        runParallel(path, handles, goOn, [] {});
+        for (std::size_t i = 1; i < handles.size(); ++i) handles[0].gathered.merge(handles[i].gathered);
+        return std::move(handles[0].gathered);
+    }
+
     /// `listener(packet, fault)` is told of each fault, too. Packets count from 1.
     void onFault(std::function<void(uint64_t, const std::string&)> listener) { _onFault = std::move(listener); }
 
@@ -96,8 +114,10 @@ class CaptureScan {
     /// Tells of something that is wrong with the packet just read. Not for runParallel().
     void complain(const std::string& fault);
 
-    /// One line for people on standard error: messages, bytes, time and rate.
-    void summarize();
+    /// One line for people on standard error: messages, bytes, time and rate. The messages are the good ones that were
+    /// read, or `shown` if the command picks some of them.
+    void summarize() { summarize(_messages); }
+    void summarize(uint64_t shown);
 
     uint64_t messages() const { return _messages; } ///< good ones
     uint64_t packets() const { return _packets; }

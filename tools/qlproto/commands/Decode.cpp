@@ -51,12 +51,14 @@ int decodeCapture(const Options& options, const Filter& filter) {
                     left -= pieces.size();
                     return CaptureScan::MORE;
                 }
-                output.append(text.substr(0, pieces[left - 1].end));
-                return pieces[left - 1].packet;
+                const CaptureScan::Piece& last = pieces[left - 1];
+                output.append(text.substr(0, last.end));
+                left = 0;
+                return last.packet;
             },
             [&] { output.flush(); });
     output.flush();
-    scan.summarize();
+    scan.summarize(options.first - left);
     return scan.exitCode();
 }
 

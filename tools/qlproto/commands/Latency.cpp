@@ -84,9 +84,8 @@ std::string json(const LatencyStats& stats) {
 }
 
 int latency(const Options& options) {
-    LatencyStats stats;
     CaptureScan scan;
-    scan.run(options.capture, [&](const Packet& packet, const MessageReader& reader) { stats.add(packet, reader); });
+    const LatencyStats stats = scan.gather<LatencyStats>(options.capture);
 
     Output output(STDOUT_FILENO);
     output.append(options.json ? json(stats) : table(stats));
