@@ -121,19 +121,11 @@ constexpr size_t max_encoded_size(Limits limits, bool isPrice = false) {
     }
 }
 
-/// The fewest bytes that read() of a T takes. T: a record, a message or the type of a field.
+/// The fewest bytes that read() of a T takes. T: a record, a message or the type of a field. The codec's own figure,
+/// for it relies on no value taking less.
 template <class T>
 constexpr size_t minimal_size() {
-    if constexpr (Velmora::Composite<T>) {
-        size_t size = 0;
-        fields(Velmora::of<T>{}, [&](const char*, auto member, auto) {
-            size += minimal_size<Velmora::MemberType<decltype(member)>>();
-            return true;
-        });
-        return size;
-    } else {
-        return 1; // every value has a byte of its own, also an empty string and an empty vector
-    }
+    return Velmora::leastBytes<T>();
 }
 
 /// Bytes that assigning `value` to a freshly constructed T takes from its block.

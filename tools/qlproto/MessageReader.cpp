@@ -3,16 +3,11 @@
 #include <fmt/format.h>
 
 #include "Inspect/Checked.h"
+#include "Inspect/Sizes.h"
 #include "tools/qlproto/Errors.h"
 #include "tools/qlproto/Verification.h"
 
 namespace qlproto {
-
-namespace {
-
-constexpr std::size_t LONGEST_STRING = 65535;
-
-} // namespace
 
 MessageReader::MessageReader() : _block(std::make_unique_for_overwrite<char[]>(BLOCK)) {}
 
@@ -34,7 +29,7 @@ bool MessageReader::read(std::string_view packet) {
         decoded = Inspect::decode_verified(id, _body, _alloc, Inspect::whole);
     } else if (decoded.result = verifyBody(id, _body, Inspect::whole); decoded.result) {
         // Reading a pad ends before or behind its body, never at the end. It reaches at most a longest string further.
-        _pad.assign(_body).append(LONGEST_STRING, '\0');
+        _pad.assign(_body).append(Inspect::MAX_TEXT, '\0');
         decoded = Inspect::decode_verified(id, _pad, _alloc, Inspect::tolerant);
     }
     if (!decoded.result) return bad(fmt::format("{}: {}", _descriptor->name(), decoded.result.text()));

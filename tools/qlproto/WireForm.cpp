@@ -2,12 +2,14 @@
 
 #include <fmt/format.h>
 
+#include "Inspect/Sizes.h"
+
 namespace qlproto {
 
 using Inspect::Kind;
 
 WireForm wireForm(const Inspect::ValueInfo& value) {
-    constexpr std::size_t TEXT = 65535;
+    using Inspect::MAX_TEXT;
     switch (value.kind) {
     case Kind::boolean:
         return {"bool", "byte, 0 or 1", 1, 1};
@@ -24,12 +26,12 @@ WireForm wireForm(const Inspect::ValueInfo& value) {
     case Kind::price:
         return {"special-varint", "special varint", 1, 10};
     case Kind::string:
-        return {"string", "length as a varint, bytes", 1, TEXT + 3};
+        return {"string", "length as a varint, bytes", 1, MAX_TEXT + 3};
     case Kind::cryptstring:
-        return {"crypt-string", "length as a varint, enciphered bytes", 1, TEXT + 3};
+        return {"crypt-string", "length as a varint, enciphered bytes", 1, MAX_TEXT + 3};
     case Kind::padding:
         // Deliberate: written with a length of two bytes, read with a varint. An empty one is read from one byte.
-        return {"padding", "written: length in two bytes, low first; read: as a varint; bytes", 1, TEXT + 2};
+        return {"padding", "written: length in two bytes, low first; read: as a varint; bytes", 1, MAX_TEXT + 2};
     case Kind::record:
         return wireForm(*value.record);
     case Kind::vector:
