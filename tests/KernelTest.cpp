@@ -8,18 +8,25 @@
 #include "tests/Hex.h"
 #include "tests/Samples.h"
 
-/// What the compiler's run-time library found out about the processor; hasFastDeposit() asks it, in the library linked
-/// here.
-extern "C" {
-extern struct { unsigned vendor, type, subtype, features; } __cpu_model;
-}
-
 namespace {
 
 using Quillon::Baseline;
 using Quillon::Bmi2;
 
+/// What the compiler's run-time library found out about the processor.
+extern "C" {
+extern struct { unsigned vendor, type, subtype, features; } __cpu_model;
+}
+
 class Kernel : public Module {};
+
+TEST_F(Kernel, IsChosenByTheProcessor) {
+    const unsigned features = __cpu_model.features;
+    EXPECT_EQ(Quillon::fastDeposit, Quillon::findFastDeposit());
+    __cpu_model.features &= ~(1u << 17); // BMI2
+    EXPECT_FALSE(Quillon::findFastDeposit());
+    __cpu_model.features = features;
+}
 
 template <class K>
 void expectSpreadAndGather() {
@@ -30,8 +37,13 @@ void expectSpreadAndGather() {
             EXPECT_EQ(K::spread(bits), expected) << std::hex << bits;
             EXPECT_EQ(K::gather(expected), bits) << std::hex << bits;
             EXPECT_EQ(K::gather(expected | 0x8080808080808080), bits) << "top bits are ignored";
+            EXPECT_EQ(K::template spread<2>(bits), K::spread(bits << 2)) << std::hex << bits;
+            EXPECT_EQ((K::template gather<2, 8>(expected)), bits >> 2) << std::hex << bits;
+            EXPECT_EQ((K::template gather<0, 3>(~expected)), ~bits & 0x1FFFFF) << "of three bytes only";
         }
     }
+    for (unsigned index = 0; index < 64; ++index)
+        EXPECT_EQ(K::moreBelow(index), 0x8080808080808080 & ((uint64_t{1} << index) - 1)) << index;
 }
 
 TEST_F(Kernel, SpreadAndGatherFollowTheirDefinition) {
@@ -39,13 +51,12 @@ TEST_F(Kernel, SpreadAndGatherFollowTheirDefinition) {
     if (__builtin_cpu_supports("bmi2")) expectSpreadAndGather<Bmi2>();
 }
 
-/// Makes the processor look like one without BMI2.
+/// Makes the library, which is linked statically here, take the kernel for processors without BMI2.
 struct OlderProcessor {
-    OlderProcessor() { __cpu_model.features &= ~bmi2; }
-    ~OlderProcessor() { __cpu_model.features = features; }
+    OlderProcessor() { Quillon::fastDeposit = false; }
+    ~OlderProcessor() { Quillon::fastDeposit = was; }
 
-    static constexpr unsigned bmi2 = 1u << 17;
-    unsigned features = __cpu_model.features;
+    const bool was = Quillon::fastDeposit;
 };
 
 template <class T>
@@ -66,7 +77,6 @@ TEST_F(Kernel, OlderProcessorsWriteAndReadTheSameBytes) {
             sample.fill(*value);
             const std::string body = encoded(*value);
             const OlderProcessor older;
-            ASSERT_FALSE(Quillon::hasFastDeposit());
             EXPECT_EQ(hex(encoded(*value)), hex(body));
             const std::unique_ptr<char[]> exact(new char[body.size()]);
             std::memcpy(exact.get(), body.data(), body.size());

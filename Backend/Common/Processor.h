@@ -3,11 +3,11 @@
 // A varint holds groups of seven bits in its bytes. Spreading the bits of a number over the bytes of a word, and
 // gathering them again, is one instruction with BMI2 and three steps of shifting without. Code that uses either takes
 // the kernel as a template argument, so that the two never share a symbol; a caller decides once per message by
-// hasFastDeposit().
+// fastDeposit.
 //
-// A kernel's run() is the one function compiled for its processors; what it calls is inlined into it. The two central
+// A kernel's run() is the one function compiled for its processors; what it calls is inlined into it. The central
 // instructions are written as assembly and not as intrinsics, which would not compile where debug builds inline
-// nothing.
+// nothing, and which would load their masks, numbers of eight bytes each, into registers over and over.
 #pragma once
 
 #include <cstdint>
@@ -16,6 +16,14 @@
 
 namespace Quillon {
 
+/// Masks that the instructions of Bmi2 take from memory. Hidden, so that shared libraries reach them without a detour.
+struct [[gnu::visibility("hidden")]] KernelMasks {
+    /// The seven bits of each byte, but for the `Dropped` lowest of all, and of the first `N` bytes only.
+    template <unsigned Dropped = 0, unsigned N = 8>
+    static constexpr uint64_t GROUPS = (0x7F7F7F7F7F7F7F7F >> (64 - 8 * N)) & (~uint64_t{0} << Dropped);
+    static constexpr uint64_t MORE = 0x8080808080808080; ///< the bits that announce another byte
+};
+
 /// Runs on every x86-64.
 struct Baseline {
     /// Calls `body(arguments...)`, which is to be inlined, out of line and compiled for the kernel's processors.
@@ -23,44 +31,61 @@ struct Baseline {
     [[gnu::noinline]] static auto run(Body body, Arguments... arguments) {
         return body(arguments...);
     }
-    /// Bits 7k to 7k+6 of `bits` become bits 8k to 8k+6; bits 56 and above are ignored.
+    /// Bits 7k to 7k+6 of `bits` << Dropped become bits 8k to 8k+6; bits 56 and above are ignored.
+    template <unsigned Dropped = 0>
     FORCE_INLINE static uint64_t spread(uint64_t bits) {
+        bits <<= Dropped;
         bits = (bits & 0x000000000FFFFFFF) | (bits & 0x00FFFFFFF0000000) << 4;
         bits = (bits & 0x00003FFF00003FFF) | (bits & 0x0FFFC0000FFFC000) << 2;
         return (bits & 0x007F007F007F007F) | (bits & 0x3F803F803F803F80) << 1;
     }
-    /// The reverse; bits 8k+7 are ignored.
+    /// The reverse, of the first N bytes; bits 8k+7 are ignored.
+    template <unsigned Dropped = 0, unsigned N = 8>
     FORCE_INLINE static uint64_t gather(uint64_t bytes) {
+        if constexpr (N < 8) bytes &= KernelMasks::GROUPS<0, N>;
         bytes = (bytes & 0x007F007F007F007F) | (bytes & 0x7F007F007F007F00) >> 1;
         bytes = (bytes & 0x00003FFF00003FFF) | (bytes & 0x3FFF00003FFF0000) >> 2;
-        return (bytes & 0x000000000FFFFFFF) | (bytes & 0x0FFFFFFF00000000) >> 4;
+        return ((bytes & 0x000000000FFFFFFF) | (bytes & 0x0FFFFFFF00000000) >> 4) >> Dropped;
     }
+    /// Bits 8k+7 below bit `index` < 64.
+    FORCE_INLINE static uint64_t moreBelow(unsigned index) { return KernelMasks::MORE & ((uint64_t{1} << index) - 1); }
 };
 
-/// Requires BMI2.
+/// Requires BMI2. The same operations.
 struct Bmi2 {
-    static constexpr uint64_t groups = 0x7F7F7F7F7F7F7F7F;
-
     template <class Body, class... Arguments>
     [[gnu::noinline, gnu::target("bmi,bmi2,lzcnt")]] static auto run(Body body, Arguments... arguments) {
         return body(arguments...);
     }
+    template <unsigned Dropped = 0>
     FORCE_INLINE static uint64_t spread(uint64_t bits) {
         uint64_t bytes;
-        __asm__("pdepq %2, %1, %0" : "=r"(bytes) : "r"(bits), "r"(groups));
+        __asm__("pdepq %2, %1, %0" : "=r"(bytes) : "r"(bits), "m"(KernelMasks::GROUPS<Dropped>));
         return bytes;
     }
+    template <unsigned Dropped = 0, unsigned N = 8>
     FORCE_INLINE static uint64_t gather(uint64_t bytes) {
         uint64_t bits;
-        __asm__("pextq %2, %1, %0" : "=r"(bits) : "r"(bytes), "r"(groups));
+        __asm__("pextq %2, %1, %0" : "=r"(bits) : "r"(bytes), "m"(KernelMasks::GROUPS<Dropped, N>));
+        return bits;
+    }
+    FORCE_INLINE static uint64_t moreBelow(unsigned index) {
+        uint64_t bits;
+        __asm__("bzhiq %q2, %1, %0" : "=r"(bits) : "m"(KernelMasks::MORE), "r"(index) : "cc");
         return bits;
     }
 };
 
-/// Whether the kernel for BMI2 is the faster one here. The processors excluded have the instructions, but in microcode.
-inline bool hasFastDeposit() {
-    // BMI1 and the count of leading zeros need no test of their own: every processor that has BMI2 executes them.
+/// Whether the kernel for BMI2 is the faster one on this processor.
+inline bool findFastDeposit() {
+    __builtin_cpu_init();
+    // The processors excluded have the instructions, but in microcode. BMI1 and the count of leading zeros need no test
+    // of their own: every processor that has BMI2 executes them.
     return __builtin_cpu_supports("bmi2") && !__builtin_cpu_is("amdfam17h") && !__builtin_cpu_is("amdfam15h");
 }
+
+/// The same, found out once as the program or library is loaded; until then the other kernel serves. Only tests change
+/// it. Hidden: each shared object has one of its own and reaches it without a detour.
+[[gnu::visibility("hidden")]] inline bool fastDeposit = findFastDeposit();
 
 } // namespace Quillon

@@ -60,13 +60,13 @@ class BufferAllocator {
         return old;
     }
 
-    /// As allocate(), but where the block has fewer left: null, and the allocator is as before.
-    FORCE_INLINE char* tryAllocate(size_type num) {
-        char* const old = _end;
-        const uintptr_t next = address(old) + num;
-        if (__builtin_expect(next < num || next > address(_end_of_buffer), 0)) return nullptr;
+    /// As allocate(), into `p`; where the block has fewer left: false, and the allocator is as before.
+    FORCE_INLINE bool tryAllocate(size_type num, char*& p) {
+        p = _end;
+        const uintptr_t next = address(p) + num;
+        if (__builtin_expect(next < num || next > address(_end_of_buffer), 0)) return false;
         _end = reinterpret_cast<char*>(next);
-        return old;
+        return true;
     }
 
     /// Counts `num` bytes as freed. The count wraps at 32 bits.

@@ -11,6 +11,7 @@
 // as a value without a name.
 #pragma once
 
+#include <algorithm>
 #include <cstring>
 #include <ostream>
 #include <stdexcept>
@@ -51,9 +52,10 @@ void initializeEnumeration() {
 /// The name of the enumerator of that value, or null.
 template <class H>
 FORCE_INLINE const char* enumeratorName(unsigned char value) {
+    const size_t slot = value;
     if constexpr (H::_maxValue < 255)
-        if (value > H::_maxValue) return nullptr;
-    return H::_names[value];
+        if (slot > H::_maxValue) return nullptr;
+    return H::_names[slot];
 }
 
 /// The same of any value, also one that does not fit a byte.
@@ -68,17 +70,38 @@ FORCE_INLINE unsigned char enumeratorIndex(typename H::Type value) {
     return static_cast<unsigned int>(value) <= H::_maxValue ? H::_toIndex[value] : 0;
 }
 
-/// Reports a byte without a name to the hook, out of line.
-COLD_PATH inline void reportInvalid(const char* fieldName) {
+/// The lowest enumerator's value.
+template <class H>
+constexpr unsigned int lowestEnumerator() {
+    unsigned int lowest = H::_maxValue;
+    enumerators(of<H>{}, [&](const char*, auto value) { lowest = std::min<unsigned int>(lowest, value); });
+    return lowest;
+}
+
+/// H::isValid(value) for helpers that are initialised. Where the enumerators have no gap it needs no look at the table.
+template <class H>
+FORCE_INLINE bool isEnumerator(unsigned char value) {
+    constexpr unsigned int lowest = lowestEnumerator<H>();
+    constexpr unsigned int span = H::_maxValue - lowest;
+    if constexpr (span + 1 == H::_nbValues)
+        return value - lowest <= span; // what lies below has wrapped around
+    else
+        return enumeratorName<H>(value) != nullptr;
+}
+
+/// Reports a byte to the hook if it has no name, out of line.
+template <class H>
+COLD_PATH void validateRare(unsigned char value, const char* fieldName) {
     using Quillon::validateEnum;
-    const bool valid = false;
+    const bool valid = H::isValid(value);
     VALIDATE_ENUM(fieldName, valid)
 }
 
-/// Checks the byte of an enumeration field on its way to or from the wire.
+/// Checks the byte of an enumeration field on its way to or from the wire. Asserts, as isValid() does, that H is
+/// initialised.
 template <class H>
 FORCE_INLINE void validate(unsigned char value, const char* fieldName) {
-    if (!H::isValid(value)) reportInvalid(fieldName);
+    if (__builtin_expect(!H::_initialized || !isEnumerator<H>(value), 0)) validateRare<H>(value, fieldName);
 }
 
 /// The value as an enumerator. Throws std::invalid_argument if it is none.

@@ -65,6 +65,12 @@ concept Composite = requires {
     fields(of<T>{}, [](const char*, auto, auto) { return true; });
 };
 
+/// A message: a composite with an identifier of its own.
+template <class T>
+concept Message = Composite<T> && requires {
+    T::ID;
+};
+
 /// The type of the member that a pointer to member points to.
 template <class Member>
 struct member_type;

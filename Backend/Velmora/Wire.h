@@ -75,16 +75,16 @@ class Writer {
         if constexpr (sizeof(T) == 2)
             if (wide < 0x80) return byte(static_cast<unsigned char>(wide));
         if constexpr (sizeof(T) == 8)
-            if (wide >> 56 != 0) return longVarint(wide); // times in nanoseconds
+            if (__builtin_expect(wide >> 56 != 0, 1)) return longVarint(wide); // times in nanoseconds
         if (behind >= 7) return spilling(wide);
         if (wide < 0x80) return byte(static_cast<unsigned char>(wide));
-        exact(wide);
+        exact<T>(wide);
     }
 
     /// Special varint. Up to 2^62 it is the plain varint of the value with two zero bits below; see FastCodec.h.
     FORCE_INLINE void special(int64_t v) {
         const auto pattern = static_cast<uint64_t>(v);
-        if (behind >= 7 && __builtin_expect(pattern < uint64_t{1} << 54, 1)) return spilling(pattern << 2);
+        if (behind >= 7 && __builtin_expect(pattern < uint64_t{1} << 54, 1)) return spilling<2>(pattern);
         if (__builtin_expect(pattern < uint64_t{1} << 62, 1)) return varint<uint64_t>(pattern << 2);
         p = rareSpecial(p, pattern);
     }
@@ -92,6 +92,17 @@ class Writer {
     FORCE_INLINE void length(unsigned short count) {
         if (count > 127) byte(static_cast<unsigned char>(0x80 | count >> 8));
         byte(static_cast<unsigned char>(count));
+    }
+
+    /// A length as a varint of 16 bits, and as many bytes as `n` says; by contract n < 2^16. Short texts are written
+    /// inline.
+    FORCE_INLINE void text(const char* from, size_t n) {
+        if (__builtin_expect(n > 32, 0)) {
+            p = longText(p, from, n);
+            return;
+        }
+        byte(static_cast<unsigned char>(n));
+        bytes(from, n);
     }
 
     FORCE_INLINE void bytes(const char* from, size_t n) {
@@ -103,34 +114,44 @@ class Writer {
     size_t behind;
 
   private:
-    static constexpr uint64_t more = 0x8080808080808080; // the bits that announce another byte
+    static constexpr uint64_t more = Quillon::KernelMasks::MORE;
 
     struct Word {
         uint64_t bytes;
-        unsigned n;
+        size_t n;
     };
-    /// The `n` bytes of the varint of v < 2^56, with zeros behind them.
+    /// The `n` bytes of the varint of v << ZeroBits < 2^56, with zeros behind them.
+    template <unsigned ZeroBits = 0>
     FORCE_INLINE static Word word(uint64_t v) {
-        const uint64_t groups = Kernel::spread(v);
-        const auto gap = static_cast<unsigned>(std::countl_zero(groups | 1)); // above the last byte's highest bit
-        return {groups | (more >> 1) >> (gap | 7), 8 - (gap >> 3)};
+        const uint64_t groups = Kernel::template spread<ZeroBits>(v);
+        const auto highest = static_cast<unsigned>(std::countl_zero(groups | 1)) ^ 63; // bit of the last byte
+        return {groups | Kernel::moreBelow(highest), size_t{highest >> 3} + 1};
     }
-    /// v < 2^56, as a whole word. Requires behind >= 7.
+    /// v << ZeroBits < 2^56, as a whole word. Requires behind >= 7.
+    template <unsigned ZeroBits = 0>
     FORCE_INLINE void spilling(uint64_t v) {
-        const Word w = word(v);
+        const Word w = word<ZeroBits>(v);
         store<uint64_t>(0, w.bytes);
         p += w.n;
     }
-    /// 0x80 <= v < 2^56, not a byte more.
+    /// 0x80 <= v < 2^56, not a byte more. T tells how long it can get.
+    template <class T>
     FORCE_INLINE void exact(uint64_t v) {
-        const Word w = word(v);
-        if (w.n > 4) {
-            store<uint32_t>(0, w.bytes);
-            store<uint32_t>(w.n - 4, w.bytes >> (8 * (w.n - 4)));
-        } else {
-            store<uint16_t>(0, w.bytes);
-            store<uint16_t>(w.n - 2, w.bytes >> (8 * (w.n - 2)));
+        if (v < 1u << 14) return raw(static_cast<uint16_t>(Kernel::spread(v) | 0x80));
+        if (sizeof(T) == 2 || v < 1u << 21) {
+            const uint64_t bytes = Kernel::spread(v);
+            raw(static_cast<uint16_t>(bytes | 0x8080));
+            return byte(static_cast<unsigned char>(bytes >> 16));
         }
+        if (v < 1u << 28) return raw(static_cast<uint32_t>(Kernel::spread(v) | 0x808080));
+        const Word w = word(v);
+        store<uint32_t>(0, w.bytes);
+        if (sizeof(T) == 4) {
+            store<uint8_t>(4, w.bytes >> 32);
+            p += 5;
+            return;
+        }
+        store<uint32_t>(w.n - 4, w.bytes >> (8 * (w.n - 4))); // overlaps the first piece
         p += w.n;
     }
     /// v >= 2^56: nine bytes, or ten of which the last is the number's highest bit.
@@ -147,29 +168,36 @@ class Writer {
     }
 
     template <class Piece>
-    FORCE_INLINE void store(unsigned offset, uint64_t v) {
+    FORCE_INLINE void store(size_t offset, uint64_t v) {
         const auto piece = static_cast<Piece>(v);
         std::memcpy(p + offset, &piece, sizeof piece);
     }
 
+    [[gnu::noinline]] static char* longText(char* p, const char* from, size_t n) {
+        Writer out(p);
+        out.varint(static_cast<uint16_t>(n));
+        std::memcpy(out.p, from, n);
+        return out.p + n;
+    }
+
     /// Sentinels, and patterns of 62 bits and more: negative values.
     COLD_PATH static char* rareSpecial(char* p, uint64_t pattern) {
-        Writer out(p);
         switch (static_cast<int64_t>(pattern)) {
         case NMA:
-            out.byte(0x03);
-            break;
+            *p++ = 0x03;
+            return p;
         case NDA:
-            out.byte(0x05);
-            break;
+            *p++ = 0x05;
+            return p;
         case NA:
-            out.byte(0x07);
-            break;
-        default:
-            out.byte(static_cast<unsigned char>(0x80 | (pattern & 0x1F) << 2));
-            out.template varint<uint64_t>(pattern >> 5);
+            *p++ = 0x07;
+            return p;
         }
-        return out.p;
+        *p++ = static_cast<char>(0x80 | (pattern & 0x1F) << 2);
+        uint64_t rest = pattern >> 5;
+        for (; rest >= 0x80; rest >>= 7) *p++ = static_cast<char>(rest | 0x80);
+        *p++ = static_cast<char>(rest);
+        return p;
     }
 };
 
@@ -208,7 +236,7 @@ class Reader {
                 if ((word & 0x8000) == 0) return static_cast<T>(taken<2>(word));
                 if ((word & 0x800000) == 0) return static_cast<T>(taken<3>(word));
             }
-            if (const uint64_t stop = ~word & more) {
+            if (const uint64_t stop = ~word & more; __builtin_expect(stop != 0, sizeof(T) <= 4)) {
                 if constexpr (sizeof(T) > 4) {
                     if ((word & 0x8000) == 0) return static_cast<T>(taken<2>(word));
                     if ((word & 0x800000) == 0) return static_cast<T>(taken<3>(word));
@@ -244,25 +272,17 @@ class Reader {
             if (isWord()) {
                 std::memcpy(&word, p, 8);
                 if ((word & 0x808000) != 0x808000) {
-                    if ((word & 0x8000) == 0) return taken<2>(word) >> 2;
-                    return taken<3>(word) >> 2;
+                    if ((word & 0x8000) == 0) return taken<2, 2>(word);
+                    return taken<3, 2>(word);
                 }
-                if ((word & 0x80000000) == 0) return taken<4>(word) >> 2;
-                if ((word & 0x8000000000) == 0) return taken<5>(word) >> 2;
+                if ((word & 0x80000000) == 0) return taken<4, 2>(word);
+                if ((word & 0x8000000000) == 0) return taken<5, 2>(word);
             } else {
                 word = tail(p, _begin, _end);
             }
-            if (const uint64_t stop = ~word & more) return take(word, stop) >> 2;
+            if (const uint64_t stop = ~word & more) return take<2>(word, stop);
         }
         return taken(rareSpecial(p));
-    }
-
-    /// The length of a text: a varint of 16 bits.
-    FORCE_INLINE size_t textLength() {
-        const size_t first = static_cast<unsigned char>(*p);
-        if (first >= 0x80) return varint<uint16_t>();
-        ++p;
-        return first;
     }
 
     FORCE_INLINE unsigned short length() {
@@ -278,7 +298,7 @@ class Reader {
     /// Whether the eight bytes at the cursor may be looked at.
     FORCE_INLINE bool isWord() const { return behind >= 7 || __builtin_expect(_end - p >= 8, 1); }
 
-    static constexpr uint64_t more = 0x8080808080808080;
+    static constexpr uint64_t more = Quillon::KernelMasks::MORE;
 
     // What is out of line takes and returns the cursor by value: one whose address leaves the function could not stay
     // in a register.
@@ -291,20 +311,21 @@ class Reader {
         return t.value;
     }
 
-    /// The varint of N bytes. Where the next field begins must not wait until the length has been computed from what
-    /// was loaded: the processor is to guess it, as it guesses branches. So each length has a branch of its own, and
-    /// the compiler is kept from joining them to one addition of a computed length.
-    template <unsigned N>
+    /// The varint of N bytes, without its lowest bits. Where the next field begins must not wait until the length has
+    /// been computed from what was loaded: the processor is to guess it, as it guesses branches. So each length has a
+    /// branch of its own, and the compiler is kept from joining them to one addition of a computed length.
+    template <unsigned N, unsigned Dropped = 0>
     FORCE_INLINE uint64_t taken(uint64_t word) {
         p += N;
         __asm__("" : "+r"(p));
-        return Kernel::gather(word & ((uint64_t{1} << 8 * N) - 1));
+        return Kernel::template gather<Dropped, N>(word);
     }
 
-    /// The varint whose last byte is marked by the lowest bit of `stop`.
+    /// The varint whose last byte is marked by the lowest bit of `stop`, without its lowest bits.
+    template <unsigned Dropped = 0>
     FORCE_INLINE uint64_t take(uint64_t word, uint64_t stop) {
         p += (static_cast<unsigned>(std::countr_zero(stop)) >> 3) + 1;
-        return Kernel::gather(word & (stop ^ (stop - 1)));
+        return Kernel::template gather<Dropped>(word & (stop ^ (stop - 1)));
     }
 
     /// The word at `p`, of which the range holds fewer than eight bytes: the last eight bytes of the range, shifted

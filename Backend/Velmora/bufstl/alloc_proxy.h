@@ -42,9 +42,12 @@ class alloc_proxy {
         return reinterpret_cast<T*>(_alloc.allocate(num * sizeof(T), hint));
     }
 
-    /// As allocate(), or null where the block has not that much left, which then is as before.
-    FORCE_INLINE T* tryAllocate(size_type num) const {
-        return reinterpret_cast<T*>(_alloc.tryAllocate(num * sizeof(T)));
+    /// As allocate(), into `p`; false where the block has not that much left, which then is as before.
+    FORCE_INLINE bool tryAllocate(size_type num, T*& p) const {
+        char* bytes;
+        if (!_alloc.tryAllocate(num * sizeof(T), bytes)) return false;
+        p = reinterpret_cast<T*>(bytes);
+        return true;
     }
 
     /// Counts the storage of `num` elements as freed.

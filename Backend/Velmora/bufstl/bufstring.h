@@ -49,6 +49,16 @@ class basic_bufstring : public bufvector<CharT> {
         start[n] = '\0';
         return *this;
     }
+    /// assign() of a short text to a string that was never stored. False, with nothing done, where the string is not
+    /// such a one or its block has too little left: assign() is for these.
+    FORCE_INLINE bool assignFirst(const char* text, size_type n) {
+        char* start;
+        if (__builtin_expect(this->_M_start != nullptr || !this->_M_alloc.tryAllocate(n + 1, start), 0)) return false;
+        this->_M_set_storage(start, start + n + 1, n + 1);
+        Quillon::copyBytes(start, text, n);
+        start[n] = '\0';
+        return true;
+    }
     basic_bufstring& append(const char* text) {
         const size_type old = size();
         const size_type n = text != nullptr ? std::strlen(text) : 0;
@@ -67,7 +77,11 @@ class basic_bufstring : public bufvector<CharT> {
     }
 
     const char* c_str() const { return empty_() ? "" : this->_M_start; }
-    size_type size() const { return empty_() ? 0 : Base::size() - 1; } ///< length of the text, without the NUL
+    /// Length of the text, without the NUL.
+    size_type size() const {
+        const size_type stored = Base::size();
+        return stored - (stored != 0);
+    }
     bool empty() const { return size() == 0; }
 
     // The same of the stored elements, without relying on the NUL.
@@ -87,7 +101,8 @@ class basic_bufstring : public bufvector<CharT> {
     /// Returns the first. Old storage that was replaced stays readable, for the block takes nothing back.
     FORCE_INLINE char* _M_overwrite(size_type count) {
         if (__builtin_expect(this->_M_start == nullptr, 1)) { // the first text of a fresh string takes what it needs
-            if (char* const start = this->_M_alloc.tryAllocate(count); __builtin_expect(start != nullptr, 1)) {
+            char* start;
+            if (__builtin_expect(this->_M_alloc.tryAllocate(count, start), 1)) {
                 this->_M_set_storage(start, start + count, count);
                 return start;
             }

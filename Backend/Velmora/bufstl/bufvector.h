@@ -169,7 +169,7 @@ class vector : public _Vector_base<T, Alloc> {
     template <class Fill>
     FORCE_INLINE void append_each(size_type n, Fill&& fill) {
         if (_M_start == nullptr && n != 0) // the first storage is what is needed, to the byte
-            if (T* const start = _M_alloc.tryAllocate(n)) _M_set_storage(start, start, n);
+            if (T * start; _M_alloc.tryAllocate(n, start)) _M_set_storage(start, start, n);
         if (static_cast<size_type>(_M_end_of_storage - _M_finish) < n) _M_grow(n);
         for (; n != 0; --n) {
             T* const fresh = _M_finish;

@@ -44,11 +44,23 @@ FORCE_INLINE void get(Reader<K>& in, price_t, std::same_as<int64_t> auto& v, con
     v = static_cast<int64_t>(in.special());
 }
 
+/// Any text; returns the cursor behind it. Out of line, because it is met rarely, or costs more than the call.
+template <class K>
+[[gnu::noinline]] const char* getRareText(String auto& v, const char* cursor, const char* begin, const char* end) {
+    Reader<K> in(cursor, begin, end);
+    const size_t length = in.template varint<uint16_t>();
+    v.assign(in.p, length);
+    return in.p + length;
+}
 template <class K>
 FORCE_INLINE void get(Reader<K>& in, plain_t, String auto& v, const char*) {
-    const size_t length = in.textLength();
-    v.assign(in.p, length);
-    in.p += length;
+    const size_t first = static_cast<unsigned char>(*in.p);
+    // A text of up to 32 characters, so that its length is one byte, is stored inline if it is its string's first.
+    if (first > 32 || !v.assignFirst(in.p + 1, first)) {
+        in.p = getRareText<K>(v, in.p, in.begin(), in.end());
+        return;
+    }
+    in.p += 1 + first;
 }
 template <class K>
 FORCE_INLINE void get(Reader<K>& in, crypt_t, String auto& v, const char* name) {
@@ -97,30 +109,42 @@ FORCE_INLINE void get(Reader<K>& in, plain_t, Vector auto& v, const char* name) 
     for (size_t i = 0; i < count; ++i) get(in, plain, v[i], name);
 }
 
+/// The walk over the fields, to be inlined into a kernel's run().
+template <class Kernel, class T, bool isFollowed>
+FORCE_INLINE const char* readFields(T& value, const char* cursor, const char* begin, const char* end) {
+    Reader<Kernel> in(cursor, begin, end, leastBytes<T>() + (isFollowed ? 7 : 0));
+    fields(of<T>{}, [&](const char* name, auto member, auto encoding) FORCE_INLINE_LAMBDA {
+        in.behind -= leastBytes<MemberType<decltype(member)>>();
+        get(in, encoding, value.*member, name);
+        return true;
+    });
+    return in.p;
+}
+
 template <class Kernel, class T, bool isFollowed>
 const char* decodeFields(T& value, const char* cursor, const char* begin, const char* end) {
-    return Kernel::run(
-        [](T* v, const char* p, const char* first, const char* last) FORCE_INLINE_LAMBDA {
-            Reader<Kernel> in(p, first, last, leastBytes<T>() + (isFollowed ? 7 : 0));
-            fields(of<T>{}, [&](const char* name, auto member, auto encoding) FORCE_INLINE_LAMBDA {
-                in.behind -= leastBytes<MemberType<decltype(member)>>();
-                get(in, encoding, v->*member, name);
-                return true;
-            });
-            return in.p;
-        },
-        &value, cursor, begin, end);
+    return Kernel::run([](T* v, const char* p, const char* first, const char* last)
+                           FORCE_INLINE_LAMBDA { return readFields<Kernel, T, isFollowed>(*v, p, first, last); },
+                       &value, cursor, begin, end);
 }
 
 /// All fields of `value` from the cursor of `codec`. When an exception passes, the value is partly decoded and
 /// destructible, and the cursor stands where it stood.
+template <class Kernel, class T>
+FORCE_INLINE void decode(T& value, FastCodec& codec) {
+    const auto read = [](T* v, FastCodec* in) FORCE_INLINE_LAMBDA {
+        constexpr auto walk = Message<T> ? readFields<Kernel, T, false> : decodeFields<Kernel, T, false>;
+        char* const cursor = in->cursor();
+        in->setCursor(cursor + (walk(*v, cursor, in->begin(), in->end()) - cursor));
+    };
+    if constexpr (Message<T>) // one jump: the kernel's function takes and leaves the cursor itself
+        Kernel::run(read, &value, &codec);
+    else // the function that messages call for their records
+        read(&value, &codec);
+}
 template <class T>
 void decode(T& value, FastCodec& codec) {
-    char* const cursor = codec.cursor();
-    const char* const behind = Quillon::hasFastDeposit()
-                                   ? decodeFields<Bmi2>(value, cursor, codec.begin(), codec.end())
-                                   : decodeFields<Baseline>(value, cursor, codec.begin(), codec.end());
-    codec.setCursor(cursor + (behind - cursor));
+    Quillon::fastDeposit ? decode<Bmi2>(value, codec) : decode<Baseline>(value, codec);
 }
 
 } // namespace Velmora

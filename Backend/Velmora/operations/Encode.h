@@ -48,8 +48,8 @@ FORCE_INLINE void put(Writer<K>& out, price_t, std::same_as<int64_t> auto v, con
 /// The caller guarantees a text of at most 65535 characters: only the low 16 bits of its length are written.
 template <class K>
 FORCE_INLINE void put(Writer<K>& out, plain_t, const String auto& v, const char*) {
-    out.varint(static_cast<uint16_t>(v.size()));
-    out.bytes(v.data(), v.size());
+    const char* const text = v.data(); // looked up once: what is stored through a char pointer could change the string
+    out.text(text, v.size());
 }
 template <class K>
 FORCE_INLINE void put(Writer<K>& out, crypt_t, const String auto& v, const char* name) {
@@ -90,27 +90,38 @@ FORCE_INLINE void put(Writer<K>& out, plain_t, const Vector auto& v, const char*
     for (; i < v.size(); ++i) put(out, plain, v[i], name);
 }
 
+/// The walk over the fields, to be inlined into a kernel's run().
+template <class Kernel, class T, bool isFollowed>
+FORCE_INLINE char* writeFields(const T& value, char* cursor) {
+    Writer<Kernel> out(cursor, leastBytes<T>() + (isFollowed ? 7 : 0));
+    fields(of<T>{}, [&](const char* name, auto member, auto encoding) FORCE_INLINE_LAMBDA {
+        out.behind -= leastBytes<MemberType<decltype(member)>>();
+        put(out, encoding, value.*member, name);
+        return true;
+    });
+    return out.p;
+}
+
 template <class Kernel, class T, bool isFollowed>
 char* encodeFields(const T& value, char* cursor) {
-    return Kernel::run(
-        [](const T* v, char* p) FORCE_INLINE_LAMBDA {
-            Writer<Kernel> out(p, leastBytes<T>() + (isFollowed ? 7 : 0));
-            fields(of<T>{}, [&](const char* name, auto member, auto encoding) FORCE_INLINE_LAMBDA {
-                out.behind -= leastBytes<MemberType<decltype(member)>>();
-                put(out, encoding, v->*member, name);
-                return true;
-            });
-            return out.p;
-        },
-        &value, cursor);
+    return Kernel::run([](const T* v, char* p)
+                           FORCE_INLINE_LAMBDA { return writeFields<Kernel, T, isFollowed>(*v, p); },
+                       &value, cursor);
 }
 
 /// All fields of `value` at the cursor of `codec`.
+template <class Kernel, class T>
+FORCE_INLINE void encode(const T& value, FastCodec& codec) {
+    if constexpr (Message<T>) // one jump: the kernel's function takes and leaves the cursor itself
+        Kernel::run([](const T* v, FastCodec* out)
+                        FORCE_INLINE_LAMBDA { out->setCursor(writeFields<Kernel, T, false>(*v, out->cursor())); },
+                    &value, &codec);
+    else // the function that messages call for their records
+        codec.setCursor(encodeFields<Kernel>(value, codec.cursor()));
+}
 template <class T>
 void encode(const T& value, FastCodec& codec) {
-    char* const cursor = codec.cursor();
-    codec.setCursor(Quillon::hasFastDeposit() ? encodeFields<Bmi2>(value, cursor)
-                                              : encodeFields<Baseline>(value, cursor));
+    Quillon::fastDeposit ? encode<Bmi2>(value, codec) : encode<Baseline>(value, codec);
 }
 
 } // namespace Velmora
