@@ -10,6 +10,11 @@ namespace qlproto {
 /// Bytes of identifier in front of the body.
 inline constexpr std::size_t IDENTIFIER_SIZE = 2;
 
+/// The identifier in front of a packet's body. REQUIRES: the packet holds one.
+inline uint16_t identifierOf(std::string_view packet) {
+    return static_cast<uint16_t>(static_cast<unsigned char>(packet[0]) | static_cast<unsigned char>(packet[1]) << 8);
+}
+
 /// The longest packet of a capture.
 inline constexpr std::size_t MAX_PACKET = 262144;
 

@@ -70,8 +70,7 @@ int annotateBytes(const Options& options, std::string_view bytes) {
             tell(fmt::format("qlproto: {} cannot hold an identifier", counted(bytes.size(), "byte")));
             return EXIT_BAD_DATA;
         }
-        const unsigned id =
-            static_cast<unsigned char>(bytes[0]) | static_cast<unsigned>(static_cast<unsigned char>(bytes[1])) << 8;
+        const Velmora::MsgType_t id = identifierOf(bytes);
         bytes.remove_prefix(IDENTIFIER_SIZE);
         message = findMessage(std::to_string(id));
         if (message == nullptr) {
