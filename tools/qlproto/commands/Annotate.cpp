@@ -82,11 +82,8 @@ int annotateBytes(const Options& options, std::string_view bytes) {
                                    : options.policy == "tolerant" ? Inspect::tolerant
                                                                   : Inspect::whole;
     const Annotation annotation = annotate(*message, bytes, policy);
-    Output output(STDOUT_FILENO);
-    output.append(fmt::format("{} {} (0x{:04X}), body of {}\n", message->type->name, message->id, message->id,
-                              counted(bytes.size(), "byte")));
-    output.append(annotation.text);
-    output.flush();
+    writeText(fmt::format("{} {} (0x{:04X}), body of {}\n{}", message->type->name, message->id, message->id,
+                          counted(bytes.size(), "byte"), annotation.text));
     if (annotation.fault) return EXIT_FINE;
     tell(fmt::format("qlproto: {}: {}", message->type->name, annotation.fault.text()));
     return EXIT_BAD_DATA;
