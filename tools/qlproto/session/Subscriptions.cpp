@@ -100,7 +100,7 @@ void Subscriptions::requestSnapshot(const Feed& feed) {
 void Subscriptions::sendSnapshot(std::size_t listing) { _marketData.sendSnapshot(listing, _streamID); }
 
 void Subscriptions::requestAnySnapshot() {
-    _listing = static_cast<std::size_t>(_rng.between(0, static_cast<int64_t>(_world.listings.size()) - 1));
+    _listing = _rng.indexIn(_world.listings);
     requestSnapshot(*_world.listings[_listing].feed);
 }
 
@@ -155,7 +155,7 @@ void Subscriptions::unsubscribeAll(const User& user) {
 }
 
 void Subscriptions::requestSecurity() {
-    _listing = static_cast<std::size_t>(_rng.between(0, static_cast<int64_t>(_world.listings.size()) - 1));
+    _listing = _rng.indexIn(_world.listings);
     _sender.send<RequestMessage>([&](RequestMessage& message) {
         message.fmID = fmID(_listing);
         message.request = Request::SECURITYINFO;
@@ -213,7 +213,7 @@ void Subscriptions::reportCredit() {
 
 void Subscriptions::rollOver() {
     _sender.send<DateRolloverMessage>([&](DateRolloverMessage& message) {
-        const std::size_t listing = _rng.next() % _world.listings.size();
+        const std::size_t listing = _rng.indexIn(_world.listings);
         message.contents.set(fmID(listing), tradeDate(_scheduler.now()) + DAYS, settlDate(_scheduler.now()) + DAYS);
         message.dispatchToAll = true;
     });
