@@ -26,14 +26,6 @@ class SafeText : public Module {
         return {begin, rendered.size};
     }
 
-    template <class T>
-    static std::string printed(const T& message) {
-        std::string buffer(1 << 18, '\0');
-        Quillon::FastOStream os(buffer.data(), buffer.data() + buffer.size());
-        os << message;
-        return buffer.substr(0, os.size());
-    }
-
     Guarded guarded;
     bool isCut = false;
 };
