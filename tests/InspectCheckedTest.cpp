@@ -14,15 +14,13 @@ using Velmora::of;
 class Checked : public Module {};
 
 TEST_F(Checked, MessagesAreDecodedIntoExactlyTheBlockTheyNeed) {
-    Quillon::messages([&]<class T>(of<T>, const char* name) {
-        SCOPED_TRACE(name);
+    forEveryMessage([&]<class T>(of<T>, const char*) {
         const std::string body = sampleBody<T>(Filling::typical).bytes;
         const auto needed =
             static_cast<int>(sizeof(T) + verify<T>(body.data(), body.data() + body.size(), whole).blockBytes);
         Block block(needed, 3);
         Decoded decoded = decode_verified(T::ID, body, block.alloc);
-        EXPECT_TRUE(decoded) << decoded.result.text();
-        if (!decoded) return false;
+        ASSERT_TRUE(decoded) << decoded.result.text();
         EXPECT_EQ(decoded.needed, static_cast<size_t>(needed));
         EXPECT_EQ(block.alloc.unused_size(), 0u);
         EXPECT_EQ(decoded.descriptor, Quillon::__protocol->getDescriptor(T::ID));
@@ -36,7 +34,6 @@ TEST_F(Checked, MessagesAreDecodedIntoExactlyTheBlockTheyNeed) {
         EXPECT_EQ(decoded.result.text(), "block too small");
         EXPECT_EQ(decoded.needed, static_cast<size_t>(needed));
         EXPECT_EQ(small.alloc.used_size(), 0u) << "a refusal takes nothing";
-        return true;
     });
 }
 
@@ -68,8 +65,7 @@ TEST_F(Checked, RefusedBytesLeaveTheBlockAsItWas) {
 }
 
 TEST_F(Checked, EncodingFitsExactlyOrWritesNothing) {
-    Quillon::messages([&]<class T>(of<T>, const char* name) {
-        SCOPED_TRACE(name);
+    forEveryMessage([&]<class T>(of<T>, const char*) {
         InBlock<T> value(1 << 18);
         Sample(Filling::extreme).fill(*value);
         const size_t size = encoded_size(*value);
@@ -84,7 +80,6 @@ TEST_F(Checked, EncodingFitsExactlyOrWritesNothing) {
         EXPECT_EQ(result.refusal, Refusal::tooSmall);
         EXPECT_EQ(result.size, size) << "the size needed";
         EXPECT_EQ(untouched, std::string(size, '\xAA'));
-        return true;
     });
 }
 

@@ -23,11 +23,9 @@ size_t minimalByTables(const TypeInfo& type) {
 
 TEST(Reflection, EveryMessageIsDescribedFieldByField) {
     size_t index = 0;
-    Quillon::messages([&]<class T>(of<T>, const char* name) {
-        SCOPED_TRACE(name);
+    forEveryMessage([&]<class T>(of<T>, const char* name) {
         const TypeInfo* const type = reflect(T::ID);
-        EXPECT_NE(type, nullptr);
-        if (type == nullptr) return false;
+        ASSERT_NE(type, nullptr);
         EXPECT_EQ(all_messages()[index].id, T::ID);
         EXPECT_EQ(all_messages()[index++].type, type);
         EXPECT_EQ(type->name, name);
@@ -41,7 +39,6 @@ TEST(Reflection, EveryMessageIsDescribedFieldByField) {
             return ++field, true;
         });
         EXPECT_EQ(field, type->fields.size());
-        return true;
     });
     EXPECT_EQ(index, all_messages().size());
     EXPECT_EQ(reflect(0xF209), nullptr);
@@ -51,8 +48,7 @@ TEST(Reflection, EveryMessageIsDescribedFieldByField) {
 class Path : public Module {};
 
 TEST_F(Path, EveryByteBelongsToTheValueThatHoldsIt) {
-    Quillon::messages([&]<class T>(of<T>, const char* name) {
-        SCOPED_TRACE(name);
+    forEveryMessage([&]<class T>(of<T>, const char*) {
         for (const Filling filling : fillings) {
             const Body body = sampleBody<T>(filling, 4);
             Guarded guarded;
@@ -65,7 +61,6 @@ TEST_F(Path, EveryByteBelongsToTheValueThatHoldsIt) {
             for (const Span& span : body.spans)
                 EXPECT_EQ(path_at(*reflect(T::ID), held.substr(0, span.begin), span.begin), span.path);
         }
-        return !testing::Test::HasFailure();
     });
 }
 

@@ -31,8 +31,7 @@ class SafeText : public Module {
 };
 
 TEST_F(SafeText, HarmlessMessagesArePrintedAsTheStreamOperatorsDo) {
-    Quillon::messages([&]<class T>(of<T>, const char* name) {
-        SCOPED_TRACE(name);
+    forEveryMessage([&]<class T>(of<T>, const char*) {
         for (const Filling filling : {Filling::zero, Filling::typical}) {
             for (unsigned seed = 1; seed <= 3; ++seed) {
                 InBlock<T> value(1 << 18);
@@ -41,7 +40,6 @@ TEST_F(SafeText, HarmlessMessagesArePrintedAsTheStreamOperatorsDo) {
                 EXPECT_FALSE(isCut);
             }
         }
-        return true;
     });
     // Sentinels, limits, and enumerators without a name.
     InBlock<Quillon::TradeCaptureMessage> trade;

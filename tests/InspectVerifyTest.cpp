@@ -27,15 +27,6 @@ class Verify : public Module {
     Guarded guarded;
 };
 
-template <class Visit>
-void forEveryMessage(Visit&& visit) {
-    Quillon::messages([&](auto type, const char* name) {
-        SCOPED_TRACE(name);
-        visit(type);
-        return !testing::Test::HasFatalFailure();
-    });
-}
-
 // --- forms: one value of each wire form, in a message where it stands alone or between zeros
 
 struct Place {
@@ -226,7 +217,7 @@ TEST_F(Verify, FaultsHaveTextsOfTheirOwn) {
 }
 
 TEST_F(Verify, SamplesTakeExactlyTheBytesAndTheBlockTold) {
-    forEveryMessage([&]<class T>(of<T>) {
+    forEveryMessage([&]<class T>(of<T>, const char*) {
         for (const Filling filling : fillings) {
             for (unsigned seed = 1; seed <= 5; ++seed) {
                 Sample sample(filling, seed);
@@ -250,7 +241,7 @@ TEST_F(Verify, SamplesTakeExactlyTheBytesAndTheBlockTold) {
 
 TEST_F(Verify, EveryTruncationOfEverySampleIsRefusedAtTheValueThatIsCut) {
     size_t tried = 0;
-    forEveryMessage([&]<class T>(of<T>) {
+    forEveryMessage([&]<class T>(of<T>, const char*) {
         for (const Filling filling : fillings) {
             const Body body = sampleBody<T>(filling, 2);
             for (size_t size = 0; size < body.bytes.size(); ++size) {
@@ -296,7 +287,7 @@ bool agreesWithCodec(std::string_view body) {
 
 TEST_F(Verify, EverySingleByteChangeIsRefusedOrDecodesCleanly) {
     size_t tried = 0, accepted = 0;
-    forEveryMessage([&]<class T>(of<T>) {
+    forEveryMessage([&]<class T>(of<T>, const char*) {
         for (const Filling filling : {Filling::zero, Filling::typical}) {
             const std::string bytes = sampleBody<T>(filling, 3).bytes;
             for (size_t at = 0; at < bytes.size(); ++at) {
@@ -335,7 +326,7 @@ TEST_F(Verify, RandomVarintsAreJudgedAsTheCodecReadsThem) {
 
 TEST_F(Verify, EnumerationBytesAreKnownOrRefusedInEveryField) {
     size_t seen = 0;
-    forEveryMessage([&]<class T>(of<T>) {
+    forEveryMessage([&]<class T>(of<T>, const char*) {
         const Body body = sampleBody<T>(Filling::typical, 1);
         for (const Span& span : body.spans) {
             if (span.enumerators.empty()) continue;
@@ -375,7 +366,7 @@ TEST_F(Verify, BlockBytesStayWithinTheBoundAndNearlyReachIt) {
     EXPECT_GT(worst, 32.9);
     RecordProperty("worst", std::to_string(worst));
     // The smallest elements of every other vector of a message, as many as fit 64 KB.
-    forEveryMessage([&]<class T>(of<T>) {
+    forEveryMessage([&]<class T>(of<T>, const char*) {
         fields(of<T>{}, [&](const char*, auto member, auto) {
             using M = Velmora::MemberType<decltype(member)>;
             if constexpr (Velmora::Vector<M>) {

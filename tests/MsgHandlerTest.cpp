@@ -31,8 +31,7 @@ TEST_F(Handler, DispatchReachesTheOverloadOfTheIdentifier) {
 }
 
 TEST_F(Handler, DispatchPrintsEveryMessageAsItsOperatorDoes) {
-    messages([]<class T>(of<T>, const char* name) {
-        SCOPED_TRACE(name);
+    forEveryMessage([]<class T>(of<T>, const char* name) {
         InBlock<T> value;
         Sample(Filling::typical, 3).fill(*value);
         StaticOStream<65536> dispatched;
@@ -41,7 +40,6 @@ TEST_F(Handler, DispatchPrintsEveryMessageAsItsOperatorDoes) {
         EXPECT_TRUE(dispatch(T::ID, &*value, writer));
         EXPECT_EQ(std::string("<") + name + " " + std::string(dispatched.begin(), dispatched.size()) + ">",
                   printed(*value));
-        return true;
     });
 }
 

@@ -124,6 +124,16 @@ void forEveryType(Visit&& visit) {
     Quillon::messages(traced);
 }
 
+/// The same for the messages alone, up to the first that fails.
+template <class Visit>
+void forEveryMessage(Visit&& visit) {
+    Quillon::messages([&](auto type, const char* name) {
+        SCOPED_TRACE(name);
+        visit(type, name);
+        return !testing::Test::HasFailure();
+    });
+}
+
 inline constexpr Filling fillings[] = {Filling::zero, Filling::typical, Filling::extreme};
 
 /// The bytes that write() makes of a value.

@@ -117,6 +117,7 @@ TEST(EncodeCommand, WritesAllFormatsAndGoesOnBehindBadLines) {
         EXPECT_EQ(result.exitCode, it.exitCode) << it.command << result.err;
         EXPECT_EQ(result.out, "") << it.command;
     }
+    EXPECT_EQ(result.err, "qlproto: /dev/full: No space left on device\n"); // of the last
 }
 
 } // namespace

@@ -424,6 +424,8 @@ TEST_F(Tool, TellsUsageFromInputAndOutputErrors) {
         {"qlproto decode .", 3},
         {"qlproto generate -o no-such-folder/a.pcap", 3},
         {"qlproto generate -o /dev/full", 3},
+        {"qlproto dissector -o no-such-folder/a.lua", 3},
+        {"qlproto dissector >/dev/full", 3},
         {"qlproto generate -o a.pcap && qlproto decode a.pcap >/dev/full", 3},
     };
     for (const Case& it : cases) {
