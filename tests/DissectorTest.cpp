@@ -48,8 +48,7 @@ Packets samples() {
         messages([&]<class T>(Velmora::of<T>, const char*) {
             InBlock<T> it(1 << 20);
             Sample(Filling::extreme, seed).fill(*it);
-            packets.push_back({static_cast<char>(T::ID & 0xFF), static_cast<char>(T::ID >> 8)});
-            packets.back() += encoded(*it);
+            packets.push_back(qlproto::identifierBytes(T::ID) + encoded(*it));
             return true;
         });
     return packets;

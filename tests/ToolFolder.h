@@ -34,7 +34,6 @@ class ToolFolder : public Folder {
         fill(message);
         Velmora::FastCodec codec(bytes, bytes + sizeof(bytes));
         message.write(codec);
-        return std::string{static_cast<char>(Message::ID & 0xFF), static_cast<char>(Message::ID >> 8)}
-               + std::string(bytes, codec.size());
+        return qlproto::identifierBytes(Message::ID) + std::string(bytes, codec.size());
     }
 };

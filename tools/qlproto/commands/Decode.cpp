@@ -69,7 +69,7 @@ class Bytes {
         : _filter(filter), _left(options.first), _rendering(withoutTime(options.rendering)) {
         if (options.type.empty()) return;
         const Velmora::MsgType_t id = messageNamed(options.type);
-        _identifier = {static_cast<char>(id & 0xFF), static_cast<char>(id >> 8)};
+        _identifier = identifierBytes(id);
     }
 
     void decode(const std::string& where, std::string_view bytes) {
