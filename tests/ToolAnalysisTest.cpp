@@ -255,7 +255,13 @@ TEST_F(Analysis, MadeUpSessionsPassAllStationsInOrder) {
 
 // Many batches, some of them damaged: several threads find what one finds, and tell of the same faults.
 TEST_F(Analysis, ThreadsGatherWhatOneThreadGathers) {
-    ASSERT_EQ(folder.run("qlproto generate --seed 5 --messages 60000 -o a.pcap").exitCode, 0);
+    const std::string backwards = ToolFolder::packet<SubmitOrderMessage>([](SubmitOrderMessage& it) {
+        it.contents.timeApiClient = 2000;
+        it.contents.timeApiServer = 1600; // and no time at the handler
+    });
+    std::vector<ToolFolder::Packet> packets;
+    for (const Sent& it : session(5, 60000)) packets.emplace_back(it.time, packets.size() % 50 ? it.bytes : backwards);
+    folder.store("a.pcap", packets);
     std::string bytes = folder.content("a.pcap");
     std::mt19937 random(11);
     for (int i = 0; i < 100; ++i) bytes[24 + random() % (bytes.size() - 24)] = static_cast<char>(random());
