@@ -1,10 +1,8 @@
 // Reading captures, damaged ones above all: no good packet is lost, and what is damaged is told.
-#include <cstdlib>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
 #include <map>
 
+#include "tests/Folder.h"
 #include "tests/Sessions.h"
 #include "tools/qlproto/Capture.h"
 #include "tools/qlproto/Errors.h"
@@ -12,49 +10,9 @@
 
 namespace {
 
-using Capture = WithProtocol;
+using Capture = Module;
 
 constexpr size_t FILE_HEADER = 24, HEADER = 16;
-
-/// A file for one test.
-class File {
-  public:
-    File() {
-        std::string name = (std::filesystem::temp_directory_path() / "capture-XXXXXX").string();
-        const int fd = mkstemp(name.data());
-        if (fd >= 0) close(fd);
-        _path = name;
-    }
-    ~File() { std::filesystem::remove(_path); }
-    File(const File&) = delete;
-    File& operator=(const File&) = delete;
-
-    const std::string& store(const std::string& bytes) const {
-        std::ofstream(_path, std::ios::binary) << bytes;
-        return _path;
-    }
-
-  private:
-    std::string _path;
-};
-
-std::string word(uint32_t value, bool swapped = false) {
-    if (swapped) value = __builtin_bswap32(value);
-    return {reinterpret_cast<const char*>(&value), sizeof(value)};
-}
-
-std::string fileHeader(uint32_t magic = 0xA1B23C4D, bool swapped = false) {
-    return word(magic, swapped) + word(swapped ? 0x00020004 : 0x00040002) + word(0) + word(0) + word(262144, swapped)
-           + word(147, swapped);
-}
-
-std::string record(const Sent& it, uint32_t perSecond = 1'000'000'000, bool swapped = false) {
-    const auto size = static_cast<uint32_t>(it.bytes.size());
-    const int64_t unit = 1'000'000'000 / perSecond;
-    return word(static_cast<uint32_t>(it.time / 1'000'000'000), swapped)
-           + word(static_cast<uint32_t>(it.time % 1'000'000'000 / unit), swapped) + word(size, swapped)
-           + word(size, swapped) + it.bytes;
-}
 
 struct Outcome {
     std::map<uint64_t, Sent> packets; ///< by offset; of which the message is good
@@ -62,9 +20,11 @@ struct Outcome {
     uint64_t skipped = 0;
 };
 
-Outcome read(const std::string& path) {
+/// Reads a capture of these bytes.
+Outcome read(const std::string& bytes) {
+    const Folder folder;
     Outcome outcome;
-    qlproto::CaptureReader capture(path);
+    qlproto::CaptureReader capture(folder.write("a.pcap", bytes));
     qlproto::MessageReader reader;
     qlproto::Packet packet;
     for (bool isThere = true; isThere;) {
@@ -84,10 +44,10 @@ Outcome read(const std::string& path) {
 
 /// A session as a capture, with the places of its records.
 struct Original {
-    explicit Original(uint64_t seed, uint64_t messages) : bytes(fileHeader()) {
+    explicit Original(uint64_t seed, uint64_t messages) : bytes(CaptureForm().header()) {
         for (const Sent& it : session(seed, messages)) {
             packets[bytes.size()] = it;
-            bytes += record(it);
+            bytes += CaptureForm().record(it);
         }
     }
     std::string bytes;
@@ -96,12 +56,12 @@ struct Original {
 
 TEST_F(Capture, OfEitherByteOrderAndResolutionIsRead) {
     const std::vector<Sent> sent = session(1, 300);
-    const File file;
     for (const bool swapped : {false, true}) {
         for (const uint32_t perSecond : {1'000'000u, 1'000'000'000u}) {
-            std::string bytes = fileHeader(perSecond == 1'000'000 ? 0xA1B2C3D4 : 0xA1B23C4D, swapped);
-            for (const Sent& it : sent) bytes += record(it, perSecond, swapped);
-            const Outcome outcome = read(file.store(bytes));
+            const CaptureForm form{perSecond, swapped};
+            std::string bytes = form.header();
+            for (const Sent& it : sent) bytes += form.record(it);
+            const Outcome outcome = read(bytes);
             EXPECT_TRUE(outcome.faults.empty());
             ASSERT_EQ(outcome.packets.size(), sent.size());
             size_t i = 0;
@@ -112,11 +72,10 @@ TEST_F(Capture, OfEitherByteOrderAndResolutionIsRead) {
             }
         }
     }
-    EXPECT_THROW(read(file.store(std::string("\x0A\x0D\x0D\x0A", 4) + std::string(40, 0))), qlproto::DamagedCapture);
+    EXPECT_THROW(read(std::string("\x0A\x0D\x0D\x0A", 4) + std::string(40, 0)), qlproto::DamagedCapture);
 }
 
 TEST_F(Capture, DamagedInAHundredPlacesLosesNoGoodPacket) {
-    const File file;
     for (uint64_t seed = 1; seed <= 40; ++seed) {
         const Original original(seed, 2000);
         std::string bytes = original.bytes;
@@ -138,7 +97,7 @@ TEST_F(Capture, DamagedInAHundredPlacesLosesNoGoodPacket) {
                 damagedRecords[hit->first] |= inRecord >= 8 && inRecord < HEADER;
             }
         }
-        const Outcome outcome = read(file.store(bytes));
+        const Outcome outcome = read(bytes);
         for (const auto& [offset, packet] : original.packets) {
             const auto found = outcome.packets.find(offset);
             if (!damagedRecords.contains(offset)) {
@@ -164,13 +123,12 @@ TEST_F(Capture, TellsOnceWhatWasSkippedAndWhere) {
     auto it = std::next(original.packets.begin(), 50);
     const uint64_t first = it->first, second = (++it)->first;
     const uint32_t huge = 0x7F000000, beyond = 1'999'999'999;
-    const File file;
 
     // Both lengths lost: the record is skipped as a whole.
     std::string bytes = original.bytes;
     std::memcpy(&bytes[first + 8], &huge, 4);
     std::memcpy(&bytes[first + 12], &huge, 4);
-    Outcome outcome = read(file.store(bytes));
+    Outcome outcome = read(bytes);
     EXPECT_EQ(outcome.packets.size(), 99u);
     EXPECT_EQ(outcome.faults, std::vector<uint64_t>{first});
     EXPECT_EQ(outcome.skipped, second - first);
@@ -179,7 +137,7 @@ TEST_F(Capture, TellsOnceWhatWasSkippedAndWhere) {
     for (const auto& [at, value] : {std::pair(4u, beyond), {8u, huge}, {8u, 3u}, {12u, 3u}}) {
         bytes = original.bytes;
         std::memcpy(&bytes[first + at], &value, 4);
-        outcome = read(file.store(bytes));
+        outcome = read(bytes);
         EXPECT_EQ(outcome.packets.size(), 100u) << at;
         EXPECT_EQ(outcome.packets[first].bytes, original.packets.at(first).bytes) << at;
         EXPECT_EQ(outcome.faults, std::vector<uint64_t>{first}) << at;
@@ -189,7 +147,7 @@ TEST_F(Capture, TellsOnceWhatWasSkippedAndWhere) {
     // The end is missing.
     for (const uint64_t missing : {1u, 3u}) {
         bytes = original.bytes.substr(0, original.bytes.size() - missing);
-        outcome = read(file.store(bytes));
+        outcome = read(bytes);
         EXPECT_EQ(outcome.packets.size(), 99u);
         EXPECT_EQ(outcome.faults, std::vector<uint64_t>{original.packets.rbegin()->first});
         EXPECT_EQ(outcome.skipped, bytes.size() - original.packets.rbegin()->first);
@@ -197,11 +155,10 @@ TEST_F(Capture, TellsOnceWhatWasSkippedAndWhere) {
 }
 
 TEST_F(Capture, OfRandomBytesEndsInOneFault) {
-    const File file;
     qlproto::session::Rng rng(5);
-    std::string bytes = fileHeader();
+    std::string bytes = CaptureForm().header();
     for (int i = 0; i < 3'000'000; ++i) bytes += static_cast<char>(rng.next());
-    const Outcome outcome = read(file.store(bytes));
+    const Outcome outcome = read(bytes);
     EXPECT_TRUE(outcome.packets.empty());
     EXPECT_EQ(outcome.faults, std::vector<uint64_t>{FILE_HEADER});
     EXPECT_EQ(outcome.skipped, 3'000'000u);

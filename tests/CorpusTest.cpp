@@ -15,6 +15,7 @@
 #include "generated/QLProtocol/AsciiWriter.h"
 #include "generated/QLProtocol/MsgHandler.h"
 #include "tests/Hex.h"
+#include "tests/Module.h"
 #include "tests/ToolFolder.h"
 
 namespace {
@@ -160,11 +161,8 @@ void expectFault(const json& expected, const Inspect::Result& found) {
     EXPECT_EQ(expected["path"], found.path());
 }
 
-class Vectors : public testing::Test {
+class Vectors : public Module {
   protected:
-    Vectors() { Quillon::initialize(); }
-    ~Vectors() override { Quillon::finalize(); }
-
     /// Calls `check` for each vector of that kind; returns how many messages have some.
     template <class Check>
     static size_t forEach(const std::string& kind, Check check) {

@@ -12,20 +12,18 @@ using Velmora::of;
 class Descriptor : public Module {};
 
 TEST_F(Descriptor, TellsNameIdIndexAndSize) {
-    Quillon::messages([]<class T>(of<T>, const char* name) {
+    forEveryMessage([]<class T>(of<T>, const char* name) {
         const MsgDescriptor* descriptor = Quillon::__protocol->getDescriptor(T::ID);
         EXPECT_STREQ(descriptor->name(), name);
         EXPECT_EQ(descriptor->id(), T::ID);
         EXPECT_EQ(descriptor->index(), T::INDEX);
         EXPECT_EQ(descriptor->size(), sizeof(T));
         EXPECT_EQ(descriptor->protocol(), Quillon::__protocol);
-        return true;
     });
 }
 
 TEST_F(Descriptor, DoesAllOnUntypedMemoryAndCountsNothing) {
-    Quillon::messages([]<class T>(of<T>, const char* name) {
-        SCOPED_TRACE(name);
+    forEveryMessage([]<class T>(of<T>, const char*) {
         MsgDescriptor* descriptor = Quillon::__protocol->getDescriptor(T::ID);
         Block sourceBlock(1 << 17, 1), block(1 << 18, 2), copyBlock(1 << 18, 3);
         void* source = sourceBlock.alloc.allocate(descriptor->size());
@@ -56,7 +54,6 @@ TEST_F(Descriptor, DoesAllOnUntypedMemoryAndCountsNothing) {
         for (const Quillon::cas_t counter : {stats.nconstruct, stats.ndestroy, stats.ncopy, stats.nwrite, stats.nread,
                                              stats.nalloc, stats.ndealloc, stats.max_size, stats.nundress})
             EXPECT_EQ(counter, 0u);
-        return true;
     });
 }
 

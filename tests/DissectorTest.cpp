@@ -1,8 +1,5 @@
 // The packet-analyser plug-in, run in the real tshark: it must show what the library decodes.
 #include <algorithm>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <functional>
 #include <map>
 #include <random>
@@ -17,28 +14,22 @@
 #include "Inspect/Json.h"
 #include "Inspect/Reflection.h"
 #include "tests/Samples.h"
-#include "tools/qlproto/Capture.h"
+#include "tests/Sessions.h"
+#include "tests/ToolFolder.h"
 #include "tools/qlproto/MessageReader.h"
-#include "tools/qlproto/session/Session.h"
 
 using namespace Quillon;
 using nlohmann::json;
+using qlproto::identifierOf;
 
 namespace {
 
 using Packets = std::vector<std::string>;
 
-MsgType_t identifier(const std::string& packet) {
-    return static_cast<MsgType_t>(static_cast<unsigned char>(packet[0]) | static_cast<unsigned char>(packet[1]) << 8);
-}
-
-Packets session(uint64_t messages) {
-    struct Memory : qlproto::PacketSink {
-        Packets packets;
-        void packet(const qlproto::Packet& packet) override { packets.emplace_back(packet.bytes); }
-    } memory;
-    qlproto::session::Session(1, messages, memory).run();
-    return memory.packets;
+Packets packetsOfSession(uint64_t messages) {
+    Packets packets;
+    for (const Sent& it : session(1, messages)) packets.push_back(it.bytes);
+    return packets;
 }
 
 /// The first packet of each message.
@@ -46,7 +37,7 @@ Packets oneOfEach(const Packets& packets) {
     Packets firsts;
     std::set<MsgType_t> seen;
     for (const std::string& it : packets)
-        if (seen.insert(identifier(it)).second) firsts.push_back(it);
+        if (seen.insert(identifierOf(it)).second) firsts.push_back(it);
     return firsts;
 }
 
@@ -57,13 +48,7 @@ Packets samples() {
         messages([&]<class T>(Velmora::of<T>, const char*) {
             InBlock<T> it(1 << 20);
             Sample(Filling::extreme, seed).fill(*it);
-            std::string packet(1 << 18, '\0');
-            FastCodec codec(packet.data() + 2, packet.data() + packet.size());
-            it->write(codec);
-            packet[0] = static_cast<char>(T::ID & 0xFF);
-            packet[1] = static_cast<char>(T::ID >> 8);
-            packet.resize(2 + codec.size());
-            packets.push_back(packet);
+            packets.push_back(qlproto::identifierBytes(T::ID) + encoded(*it));
             return true;
         });
     return packets;
@@ -71,25 +56,18 @@ Packets samples() {
 
 class Dissector : public Module {
   protected:
-    void SetUp() override {
-        std::string name = (std::filesystem::temp_directory_path() / "dissector-XXXXXX").string();
-        ASSERT_NE(mkdtemp(name.data()), nullptr);
-        _folder = name;
-        ASSERT_EQ(std::system(("'" QLPROTO_TOOL "' dissector -o '" + name + "/ql.lua'").c_str()), 0);
-    }
-    void TearDown() override { std::filesystem::remove_all(_folder); }
+    void SetUp() override { ASSERT_EQ(_folder.run("qlproto dissector -o ql.lua").exitCode, 0); }
 
     /// What tshark prints of the packets. Errors of the script end up in the tree, those of its loading on standard
     /// error.
     std::string tshark(const Packets& packets, const std::string& options) {
-        qlproto::CaptureWriter writer(_folder / "a.pcap");
-        for (const std::string& it : packets) writer.packet({1, it});
-        writer.close();
-        const std::string command =
-            "cd '" + _folder.string() + "' && tshark -X lua_script:ql.lua -r a.pcap " + options + " >out 2>err";
-        EXPECT_EQ(std::system(command.c_str()), 0) << command << content("err");
-        EXPECT_EQ(content("err").find("Lua"), std::string::npos) << content("err");
-        return content("out");
+        std::vector<ToolFolder::Packet> capture;
+        for (const std::string& it : packets) capture.emplace_back(1, it);
+        _folder.store("a.pcap", capture);
+        const ToolFolder::Result result = _folder.run("tshark -X lua_script:ql.lua -r a.pcap " + options);
+        EXPECT_EQ(result.exitCode, 0) << options << result.err;
+        EXPECT_EQ(result.err.find("Lua"), std::string::npos) << result.err;
+        return result.out;
     }
 
     /// Numbers of the packets, from 0, that pass the filter.
@@ -100,14 +78,8 @@ class Dissector : public Module {
         return numbers;
     }
 
-    std::string content(const char* name) const {
-        std::ostringstream text;
-        text << std::ifstream(_folder / name, std::ios::binary).rdbuf();
-        return text.str();
-    }
-
   private:
-    std::filesystem::path _folder;
+    ToolFolder _folder;
 };
 
 /// Compares what tshark shows of a message with the library's JSON of it.
@@ -115,7 +87,7 @@ class Comparison {
   public:
     void message(const std::string& packet, json& shown) {
         ASSERT_TRUE(_reader.read(packet)) << _reader.fault();
-        const MsgType_t id = identifier(packet);
+        const MsgType_t id = identifierOf(packet);
         const Inspect::TypeInfo& type = *Inspect::reflect(id);
         json expected = json::parse(Inspect::to_json(id, _reader.message()));
         if (id == PadMessage::ID) expected["padding"] = packet.substr(4); // shown as written, not as read
@@ -220,7 +192,7 @@ class Comparison {
 };
 
 TEST_F(Dissector, ShowsEveryFieldAsTheLibraryDecodesIt) {
-    Packets packets = session(20000);
+    Packets packets = packetsOfSession(20000);
     EXPECT_EQ(oneOfEach(packets).size(), Inspect::all_messages().size());
     for (const std::string& it : samples()) packets.push_back(it);
 
@@ -249,7 +221,7 @@ TEST_F(Dissector, NamesEnumeratorsAndSentinels) {
 }
 
 TEST_F(Dissector, FiltersByFieldNames) {
-    const Packets packets = session(5000);
+    const Packets packets = packetsOfSession(5000);
     struct Case {
         const char* filter;
         MsgType_t id;
@@ -273,7 +245,7 @@ TEST_F(Dissector, FiltersByFieldNames) {
     for (const Case& it : cases) {
         std::set<size_t> expected;
         for (size_t i = 0; i < packets.size(); ++i)
-            if (identifier(packets[i]) == it.id && reader.read(packets[i])
+            if (identifierOf(packets[i]) == it.id && reader.read(packets[i])
                 && it.matches(json::parse(Inspect::to_json(it.id, reader.message()))))
                 expected.insert(i);
         EXPECT_FALSE(expected.empty()) << it.filter;
@@ -284,7 +256,7 @@ TEST_F(Dissector, FiltersByFieldNames) {
 TEST_F(Dissector, MarksMalformedPacketsAndNoOthers) {
     Packets packets = {{"\x52\xD0\2\0\0", 5}, {"\x52\xD0\2\0", 4}}; // a vector that just fits, and one that does not
     std::mt19937 random(1);
-    for (const std::string& good : oneOfEach(session(20000))) {
+    for (const std::string& good : oneOfEach(packetsOfSession(20000))) {
         for (size_t size = 1; size <= std::min<size_t>(good.size(), 80); ++size)
             packets.push_back(good.substr(0, size));
         packets.push_back(good);

@@ -14,14 +14,6 @@ using Velmora::of;
 
 class Enumeration : public Module {};
 
-template <class E>
-std::string printed(E value) {
-    char buffer[100];
-    FastOStream os(buffer, sizeof buffer);
-    os << value;
-    return std::string(os.begin(), os.size());
-}
-
 TEST_F(Enumeration, TablesSayWhatTheEnumeratorsSay) {
     int count = 0;
     enumerations([&]<class H>(of<H>, const char* name) {

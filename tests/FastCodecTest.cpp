@@ -42,45 +42,6 @@ auto decoded(const std::string& bytes, Read&& read) {
 #define WRITES(operation, ...) encoded([&](FastCodec& c) { c.operation(__VA_ARGS__); })
 #define READS(bytes, operation) decoded(bytes, [](FastCodec& c) { return c.operation(); })
 
-TEST(Varint, WorkedBytes) {
-    EXPECT_EQ(hex(WRITES(write_varint, 300u)), "ac02");
-    EXPECT_EQ(hex(WRITES(write_varint, static_cast<unsigned short>(65535))), "ffff03");
-    EXPECT_EQ(hex(WRITES(write_varint, -1LL)), "ffffffffffffffffff01") << "a signed argument travels as its pattern";
-    EXPECT_EQ(hex(WRITES(write_int32, 300)), "d804");
-    EXPECT_EQ(hex(WRITES(write_int32, -1)), "01");
-    EXPECT_EQ(hex(WRITES(write_int32, -300)), "d704");
-    EXPECT_EQ(hex(WRITES(write_int32, INT32_MIN)), "ffffffff0f");
-    EXPECT_EQ(hex(WRITES(write_int16, -2)), "03");
-    EXPECT_EQ(hex(WRITES(write_int16, INT16_MIN)), "ffff03");
-    EXPECT_EQ(hex(WRITES(write_int64, INT64_MIN)), "ffffffffffffffffff01");
-}
-
-TEST(SpecialVarint, WorkedBytes) {
-    struct {
-        int64_t value;
-        const char* bytes;
-    } const table[] = {
-        {0, "00"},
-        {7, "1c"},
-        {31, "7c"},
-        {32, "8001"},
-        {100, "9003"},
-        {12345, "e48103"},
-        {-1, "fcffffffffffffffff07"},
-        {Velmora::MAX, "f8ffffffffffffffff03"},
-        {Velmora::NMA, "03"},
-        {Velmora::NDA, "05"},
-        {Velmora::NA, "07"},
-        {INT64_MAX, "fcffffffffffffffff03"},
-        {INT64_MIN, "80808080808080808004"},
-    };
-    for (const auto& row : table) {
-        EXPECT_EQ(hex(WRITES(write_qlfloat, row.value)), row.bytes) << row.value;
-        EXPECT_EQ(hex(WRITES(write_varint_special, static_cast<long long>(row.value))), row.bytes);
-        EXPECT_EQ(READS(unhex(row.bytes), read_qlfloat), row.value) << row.bytes;
-    }
-}
-
 TEST(SpecialVarint, ComplementFlagIsHonouredAndBitZeroAloneIgnored) {
     EXPECT_EQ(READS(unhex("02"), read_qlfloat), -1);
     EXPECT_EQ(READS(unhex("7e"), read_qlfloat), -32);
@@ -166,6 +127,7 @@ TEST(FastCodec, IntegersRoundTripInTheFormTheRulesGive) {
                 c.write_varint_special(v);
             },
             64);
+        EXPECT_TRUE(bytes.ends_with(specialVarint(v)));
         FastCodec codec(bytes.data(), bytes.data() + bytes.size());
         codec.read_varint16_zigzag(v16);
         codec.read_varint32_zigzag(v32);
@@ -174,6 +136,8 @@ TEST(FastCodec, IntegersRoundTripInTheFormTheRulesGive) {
         EXPECT_TRUE(v16 == static_cast<int16_t>(v) && v32 == static_cast<int32_t>(v) && v64 == v
                     && special == static_cast<uint64_t>(v));
     }
+    EXPECT_EQ(hex(WRITES(write_varint, -1LL)), "ffffffffffffffffff01") << "a signed argument travels as its pattern";
+    EXPECT_EQ(hex(WRITES(write_varint, static_cast<unsigned short>(65535))), "ffff03");
     EXPECT_EQ(READS(unhex("ac02"), read_varint<short>), 300);
     EXPECT_EQ(READS(unhex("ffffffff0f"), read_varint<int>), -1);
     EXPECT_EQ(READS(unhex("ac02"), read_varint<long>), 300);

@@ -5,13 +5,11 @@
 
 #include <gtest/gtest.h>
 
-#include <sys/wait.h>
-
-#include <array>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <map>
+
+#include "tests/Folder.h"
 
 namespace {
 
@@ -225,30 +223,18 @@ TEST(Emit, HolesThatNothingFillsAreFaults) {
 
 class Generator : public testing::Test {
   protected:
-    void SetUp() override {
-        const std::string name = testing::UnitTest::GetInstance()->current_test_info()->name();
-        directory = fs::temp_directory_path() / ("qlgen." + name + "." + std::to_string(getpid()));
-        fs::create_directories(directory);
-        write(definition(), sound);
-    }
-    void TearDown() override { fs::remove_all(directory); }
+    void SetUp() override { write(definition(), sound); }
 
-    fs::path definition() const { return directory / "d.xml"; }
-    fs::path output() const { return directory / "out"; }
+    fs::path definition() const { return folder.path("d.xml"); }
+    fs::path output() const { return folder.path("made"); }
 
     static void write(const fs::path& path, const std::string& text) { std::ofstream(path, std::ios::binary) << text; }
 
     /// Runs the program; stores all it prints. Returns its exit status.
     int run(const std::string& arguments) {
-        const std::string command = std::string(QL_GENERATOR) + " " + arguments + " 2>&1";
-        FILE* const pipe = popen(command.c_str(), "r");
-        EXPECT_NE(pipe, nullptr);
-        if (pipe == nullptr) return -1;
-        printed.clear();
-        std::array<char, 4096> buffer{};
-        while (const size_t n = fread(buffer.data(), 1, buffer.size(), pipe)) printed.append(buffer.data(), n);
-        const int status = pclose(pipe);
-        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+        const Folder::Result result = folder.run("'" QL_GENERATOR "' " + arguments);
+        printed = result.out + result.err;
+        return result.exitCode;
     }
     int generate() { return run(definition().string() + " " + output().string()); }
     int check() { return run("--check " + definition().string() + " " + output().string()); }
@@ -262,7 +248,7 @@ class Generator : public testing::Test {
         return files;
     }
 
-    fs::path directory;
+    const Folder folder;
     std::string printed;
 };
 
@@ -306,7 +292,7 @@ TEST_F(Generator, FilesThatCannotBeWrittenLeaveTheOthersAlone) {
     fs::remove(output() / "Catalogue.md.tmp");
     EXPECT_EQ(contents(), before);
 
-    EXPECT_EQ(run((directory / "none.xml").string() + " " + output().string()), 2);
+    EXPECT_EQ(run(folder.path("none.xml") + " " + output().string()), 2);
     EXPECT_NE(printed.find("cannot read"), printed.npos) << printed;
 }
 

@@ -13,38 +13,28 @@ using Velmora::of;
 class Heap : public Module {};
 
 TEST_F(Heap, IsNotTouchedByAnyOperation) {
-    static char body[1 << 17], text[1 << 20];
-    forEveryType([]<class T>(of<T>, const char*) {
-        InBlock<T> value(1 << 18), copy(1 << 18), read(1 << 18);
-        Sample(Filling::typical, 8).fill(*value);
-        Quillon::FastOStream os(text, text + sizeof text);
-        Velmora::FastCodec codec(body, body + sizeof body);
-        const long before = heap::taken;
-        *copy = *value;
-        const bool same = *copy == *value && !(*copy < *value);
-        value->write(codec);
-        codec.reset();
-        read->read(codec);
-        value->checkbounds(value.block.begin(), value.block.end());
-        os << *value;
-        EXPECT_EQ(heap::taken, before);
-        EXPECT_TRUE(same);
-    });
-}
-
-TEST_F(Heap, IsNotTouchedByPrintingWhateverTheFieldsHold) {
-    static char text[1 << 20];
+    static char body[1 << 18], text[1 << 20];
     for (const Filling filling : fillings) {
         forEveryType([&]<class T>(of<T>, const char*) {
-            InBlock<T> value(1 << 18);
+            InBlock<T> value(1 << 18), copy(1 << 18), read(1 << 18);
             Sample(filling, 8).fill(*value);
             Quillon::FastOStream os(text, text + sizeof text);
             std::ostringstream standard;
             standard.str(std::string(1 << 20, ' ')); // room in advance, so that only our own taking would count
+            Velmora::FastCodec codec(body, body + sizeof body);
             const long before = heap::taken;
+            *copy = *value;
+            const bool same = *copy == *value && !(*copy < *value);
+            if (filling == Filling::typical) { // bytes without a name go to the hook by their field's, as a string
+                value->write(codec);
+                codec.reset();
+                read->read(codec);
+            }
+            value->checkbounds(value.block.begin(), value.block.end());
             os << *value;
             standard << *value;
             EXPECT_EQ(heap::taken, before);
+            EXPECT_TRUE(same);
         });
     }
 }

@@ -5,12 +5,13 @@
 #include <string>
 #include <string_view>
 
+#include "Inspect/Utf8.h"
+
 inline std::string hex(std::string_view bytes) {
-    static const char digits[] = "0123456789abcdef";
     std::string text;
     for (const char c : bytes) {
-        text += digits[static_cast<unsigned char>(c) >> 4];
-        text += digits[static_cast<unsigned char>(c) & 15];
+        text += Inspect::HEX_DIGITS[static_cast<unsigned char>(c) >> 4];
+        text += Inspect::HEX_DIGITS[static_cast<unsigned char>(c) & 15];
     }
     return text;
 }

@@ -57,8 +57,7 @@ struct Held {
 class BodyWalk : public Module {};
 
 TEST_F(BodyWalk, YieldsEveryValueWithItsBytes) {
-    Quillon::messages([&]<class T>(of<T>, const char* name) {
-        SCOPED_TRACE(name);
+    forEveryMessage([&]<class T>(of<T>, const char*) {
         for (const Filling filling : fillings) {
             InBlock<T> message(1 << 18);
             Sample(filling, 3).fill(*message);
@@ -67,8 +66,8 @@ TEST_F(BodyWalk, YieldsEveryValueWithItsBytes) {
             held.add(*message);
             Guarded guarded;
             const std::vector<Walked> values = walked(*reflect(T::ID), guarded.hold(body.bytes));
-            EXPECT_EQ(values.size(), body.spans.size());
-            if (values.size() != body.spans.size() || values.size() != held.numbers.size()) return false;
+            ASSERT_EQ(values.size(), body.spans.size());
+            ASSERT_EQ(values.size(), held.numbers.size());
             for (size_t i = 0; i < values.size(); ++i) {
                 EXPECT_EQ(values[i].path, body.spans[i].path);
                 EXPECT_EQ(values[i].begin, body.spans[i].begin) << values[i].path;
@@ -77,13 +76,11 @@ TEST_F(BodyWalk, YieldsEveryValueWithItsBytes) {
                 EXPECT_EQ(values[i].text, held.texts[i]) << values[i].path;
             }
         }
-        return !testing::Test::HasFailure();
     });
 }
 
 TEST_F(BodyWalk, NeverLeavesABodyThatIsCut) {
-    Quillon::messages([&]<class T>(of<T>, const char* name) {
-        SCOPED_TRACE(name);
+    forEveryMessage([&]<class T>(of<T>, const char*) {
         const std::string whole = sampleBody<T>(Filling::typical, 4).bytes;
         Guarded guarded;
         for (size_t size = 0; size < whole.size(); ++size) {
@@ -91,7 +88,6 @@ TEST_F(BodyWalk, NeverLeavesABodyThatIsCut) {
             for (const Walked& value : walked(*reflect(T::ID), body))
                 if (value.end > size || value.begin > value.end) ADD_FAILURE() << value.path << " at " << size;
         }
-        return !testing::Test::HasFailure();
     });
 }
 

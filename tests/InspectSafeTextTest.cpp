@@ -26,21 +26,12 @@ class SafeText : public Module {
         return {begin, rendered.size};
     }
 
-    template <class T>
-    static std::string printed(const T& message) {
-        std::string buffer(1 << 18, '\0');
-        Quillon::FastOStream os(buffer.data(), buffer.data() + buffer.size());
-        os << message;
-        return buffer.substr(0, os.size());
-    }
-
     Guarded guarded;
     bool isCut = false;
 };
 
 TEST_F(SafeText, HarmlessMessagesArePrintedAsTheStreamOperatorsDo) {
-    Quillon::messages([&]<class T>(of<T>, const char* name) {
-        SCOPED_TRACE(name);
+    forEveryMessage([&]<class T>(of<T>, const char*) {
         for (const Filling filling : {Filling::zero, Filling::typical}) {
             for (unsigned seed = 1; seed <= 3; ++seed) {
                 InBlock<T> value(1 << 18);
@@ -49,7 +40,6 @@ TEST_F(SafeText, HarmlessMessagesArePrintedAsTheStreamOperatorsDo) {
                 EXPECT_FALSE(isCut);
             }
         }
-        return true;
     });
     // Sentinels, limits, and enumerators without a name.
     InBlock<Quillon::TradeCaptureMessage> trade;

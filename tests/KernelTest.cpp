@@ -59,35 +59,6 @@ struct OlderProcessor {
     const bool was = Quillon::fastDeposit;
 };
 
-template <class T>
-std::string encoded(const T& value) {
-    std::string range(1 << 17, '\xAA');
-    Velmora::FastCodec codec(range.data(), range.data() + range.size());
-    value.write(codec);
-    range.resize(codec.size());
-    return range;
-}
-
-TEST_F(Kernel, OlderProcessorsWriteAndReadTheSameBytes) {
-    forEveryType([]<class T>(Velmora::of<T>, const char*) {
-        if constexpr (std::is_same_v<T, Quillon::PadMessage>) return; // reads another form than it writes
-        for (const Filling filling : fillings) {
-            InBlock<T> value, back;
-            Sample sample(filling, 6);
-            sample.fill(*value);
-            const std::string body = encoded(*value);
-            const OlderProcessor older;
-            EXPECT_EQ(hex(encoded(*value)), hex(body));
-            const std::unique_ptr<char[]> exact(new char[body.size()]);
-            std::memcpy(exact.get(), body.data(), body.size());
-            Velmora::FastCodec codec(exact.get(), exact.get() + body.size());
-            back->read(codec);
-            EXPECT_EQ(codec.size(), body.size());
-            sample.check(*back);
-        }
-    });
-}
-
 /// Writes `value` where the bytes end at a protected page, and where they begin behind one; reads them back from there.
 template <class T>
 void expectWithinPages(const T& value, const std::string& body, Sample& sample, Guarded& pages) {
@@ -106,7 +77,7 @@ void expectWithinPages(const T& value, const std::string& body, Sample& sample, 
     }
 }
 
-TEST_F(Kernel, NoByteOutsideABodyIsTouched) {
+TEST_F(Kernel, AllProcessorsWriteAndReadTheSameBytesAndNoneOutsideABody) {
     Guarded pages;
     forEveryType([&]<class T>(Velmora::of<T>, const char*) {
         for (const Filling filling : fillings) {

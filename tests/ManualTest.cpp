@@ -5,29 +5,13 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
-#include <filesystem>
-#include <fstream>
 #include <set>
+
+#include "tests/ToolFolder.h"
 
 namespace {
 
-namespace fs = std::filesystem;
 using namespace qlproto;
-
-/// What a shell command prints, both streams, line by line.
-std::vector<std::string> run(const std::string& command) {
-    FILE* pipe = popen(("exec 2>&1; " + command).c_str(), "r");
-    std::string text;
-    std::array<char, 4096> buffer;
-    while (const size_t n = fread(buffer.data(), 1, buffer.size(), pipe)) text.append(buffer.data(), n);
-    pclose(pipe);
-    std::vector<std::string> lines;
-    std::istringstream in(text);
-    for (std::string line; std::getline(in, line);) lines.push_back(line);
-    return lines;
-}
 
 /// A command line with one of everything.
 class Manual : public testing::Test {
@@ -45,15 +29,14 @@ class Manual : public testing::Test {
         app.add_subcommand("values", "Shows values")->add_option("name", text)->check(named("NAME"));
         app.add_subcommand("inner", "Not for people")->group("");
         app.footer("Examples:\n  qlproto show x\n\nExit status: 0 fine.");
-        fs::create_directories(directory);
-        fs::current_path(directory);
-        std::ofstream("a file.pcap");
-        std::ofstream("bash") << bashCompletion(commandTree(app));
-        std::ofstream("zsh") << zshCompletion(commandTree(app));
+        folder.write("a file.pcap", "");
+        folder.write("bash", bashCompletion(commandTree(app)));
+        folder.write("zsh", zshCompletion(commandTree(app)));
     }
-    ~Manual() override {
-        fs::current_path("/");
-        fs::remove_all(directory);
+
+    /// What a shell command prints, both streams, line by line.
+    std::vector<std::string> run(const std::string& command) const {
+        return linesOf(folder.run("exec 2>&1; " + command).out);
     }
 
     static CLI::Validator named(const char* kind) {
@@ -71,7 +54,7 @@ class Manual : public testing::Test {
     std::string text = "short";
     int count = 0;
     bool isAll = false;
-    fs::path directory = fs::temp_directory_path() / ("ManualTest" + std::to_string(getpid()));
+    const ToolFolder folder;
 };
 
 TEST_F(Manual, BashOffersCommandsOptionsAndValues) {
@@ -90,7 +73,7 @@ TEST_F(Manual, BashOffersCommandsOptionsAndValues) {
 
 // The functions of the completion system stand in for it and show what they are given.
 TEST_F(Manual, ZshIsGivenCommandsOptionsAndValues) {
-    const auto given = [](const char* words, int current) {
+    const auto given = [&](const char* words, int current) {
         return run("zsh -f -c '_describe() { print -rl -- ${(P)2} }; _arguments() { print -rl -- \"$@\" };"
                    " words=("
                    + std::string(words) + "); CURRENT=" + std::to_string(current) + "; . ./zsh'");
@@ -107,7 +90,7 @@ TEST_F(Manual, ZshIsGivenCommandsOptionsAndValues) {
 }
 
 TEST_F(Manual, PageIsSoundAndReadsAsMeant) {
-    std::ofstream("page") << manualPage(commandTree(app), "1.2.3");
+    folder.write("page", manualPage(commandTree(app), "1.2.3"));
     const auto page = run("MANWIDTH=100 man -l page | col -bx");
     for (const char* line : {"       qlproto show [OPTIONS] name", "              The way (default: short)",
                              "       Shows [it]: \"all\" of $it, 5 `%`.", "         .hidden '\\n'", "EXIT STATUS",
@@ -121,13 +104,12 @@ TEST_F(Manual, PageIsSoundAndReadsAsMeant) {
 
 // The tool's own, with all its commands. The page has no date, so that it is the same whenever it was built.
 TEST_F(Manual, OfTheToolIsSound) {
-    const std::string tool = QLPROTO_TOOL;
     const std::vector<std::string> none;
-    EXPECT_EQ(run(tool + " manpage >page"), none);
+    EXPECT_EQ(run("qlproto manpage >page"), none);
     EXPECT_EQ(run("mandoc -T lint -W warning page | grep -v 'missing date'"), none);
     EXPECT_EQ(run("man --warnings -l page >/dev/null"), none);
-    EXPECT_EQ(run(tool + " completion bash >bash && bash -n bash"), none);
-    EXPECT_EQ(run(tool + " completion zsh >zsh && zsh -n zsh"), none);
+    EXPECT_EQ(run("qlproto completion bash >bash && bash -n bash"), none);
+    EXPECT_EQ(run("qlproto completion zsh >zsh && zsh -n zsh"), none);
     EXPECT_EQ(offered("qlproto comp", 1), std::set<std::string>{"completion"});
 }
 

@@ -6,14 +6,13 @@
 // test.
 #pragma once
 
-#include <gtest/gtest.h>
-
+#include <cstring>
 #include <random>
 #include <string>
 
 #include "generated/QLProtocol/QLProtocol.fields.h"
-#include "generated/QLProtocol/QLProtocol.h"
 #include "tests/Block.h"
+#include "tests/Module.h"
 
 enum class Filling { zero, typical, extreme };
 
@@ -125,11 +124,43 @@ void forEveryType(Visit&& visit) {
     Quillon::messages(traced);
 }
 
-/// The module, initialised for the length of a test.
-class Module : public testing::Test {
-  protected:
-    Module() { Quillon::initialize(); }
-    ~Module() override { Quillon::finalize(); }
-};
+/// The same for the messages alone, up to the first that fails.
+template <class Visit>
+void forEveryMessage(Visit&& visit) {
+    Quillon::messages([&](auto type, const char* name) {
+        SCOPED_TRACE(name);
+        visit(type, name);
+        return !testing::Test::HasFailure();
+    });
+}
 
 inline constexpr Filling fillings[] = {Filling::zero, Filling::typical, Filling::extreme};
+
+/// The bytes that write() makes of a value.
+template <class T>
+std::string encoded(const T& value) {
+    std::string range(1 << 18, '\xAA');
+    Velmora::FastCodec codec(range.data(), range.data() + range.size());
+    value.write(codec);
+    range.resize(codec.size());
+    return range;
+}
+
+/// Reads from bytes that end where their storage ends, and expects all of them to be consumed.
+template <class T>
+void decode(T& value, const std::string& body) {
+    const std::unique_ptr<char[]> exact(new char[body.size()]);
+    std::memcpy(exact.get(), body.data(), body.size());
+    Velmora::FastCodec codec(exact.get(), exact.get() + body.size());
+    value.read(codec);
+    EXPECT_EQ(codec.size(), body.size());
+}
+
+/// What the stream operator prints of a value.
+template <class T>
+std::string printed(const T& value) {
+    static char text[1 << 20];
+    Quillon::FastOStream os(text, text + sizeof text);
+    os << value;
+    return {os.begin(), os.size()};
+}

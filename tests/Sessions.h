@@ -1,23 +1,18 @@
-// Made-up sessions in memory, for the tests of the tool.
+// Made-up sessions in memory, and captures put together by hand, for the tests of the tool.
 #pragma once
 
 #include <cstdint>
 #include <string>
 #include <vector>
 
-#include <gtest/gtest.h>
-
-#include "generated/QLProtocol/QLProtocol.h"
+#include "tests/Module.h"
 #include "tools/qlproto/session/Session.h"
 
 struct Sent {
     int64_t time;
     std::string bytes;
     bool operator==(const Sent&) const = default;
-    Velmora::MsgType_t id() const {
-        return static_cast<Velmora::MsgType_t>(static_cast<unsigned char>(bytes[0])
-                                               | static_cast<unsigned char>(bytes[1]) << 8);
-    }
+    Velmora::MsgType_t id() const { return qlproto::identifierOf(bytes); }
 };
 
 inline std::vector<Sent> session(uint64_t seed, uint64_t messages) {
@@ -31,9 +26,29 @@ inline std::vector<Sent> session(uint64_t seed, uint64_t messages) {
     return memory.packets;
 }
 
-/// The protocol is initialised while a test runs.
-class WithProtocol : public testing::Test {
-  protected:
-    void SetUp() override { Quillon::initialize(); }
-    void TearDown() override { Quillon::finalize(); }
+/// The bytes of captures.
+struct CaptureForm {
+    uint32_t perSecond = 1'000'000'000; ///< fractions that times are told in
+    bool isSwapped = false;             ///< the other byte order
+    uint32_t linkType = 147;
+
+    std::string header() const {
+        return word(perSecond == 1'000'000 ? 0xA1B2C3D4 : 0xA1B23C4D) + word(isSwapped ? 0x00020004 : 0x00040002)
+               + word(0) + word(0) + word(262144) + word(linkType);
+    }
+
+    /// A record; `cutFrom` are the bytes that the packet had before it was cut.
+    std::string record(const Sent& it, size_t cutFrom = 0) const {
+        const size_t size = it.bytes.size();
+        const int64_t second = 1'000'000'000;
+        return word(it.time / second) + word(it.time % second / (second / perSecond)) + word(size)
+               + word(cutFrom != 0 ? cutFrom : size) + it.bytes;
+    }
+
+  private:
+    std::string word(auto number) const {
+        auto value = static_cast<uint32_t>(number);
+        if (isSwapped) value = __builtin_bswap32(value);
+        return {reinterpret_cast<const char*>(&value), sizeof(value)};
+    }
 };

@@ -144,50 +144,25 @@ std::size_t slot(Operation operation) {
     return (bits - 1) / sizeof(void*) - 1;
 }
 
+template <class... Operations>
+void expectSlots(Operations... operations) {
+    std::size_t expected = 1;
+    for (const std::size_t actual : {slot(operations)...}) EXPECT_EQ(actual, expected++);
+    EXPECT_EQ(expected, 37u);
+}
+
 TEST(CodecSlots, OrderIsBinding) {
     using Buf = void (Codec::*)(const bufstring&);
     using Std = void (Codec::*)(const std::string&);
-    const std::size_t slots[] = {
-        slot(&Codec::read_bool),
-        slot(&Codec::read_int8),
-        slot(&Codec::read_uint8),
-        slot(&Codec::read_int16),
-        slot(&Codec::read_uint16),
-        slot(&Codec::read_int32),
-        slot(&Codec::read_uint32),
-        slot(&Codec::read_int64),
-        slot(&Codec::read_uint64),
-        slot(&Codec::read_float4),
-        slot(&Codec::read_float8),
-        slot(&Codec::read_string),
-        slot(&Codec::read_cryptstring),
-        slot(&Codec::read_blob),
-        slot(&Codec::read_cryptblob),
-        slot(&Codec::write_bool),
-        slot(&Codec::write_int8),
-        slot(&Codec::write_uint8),
-        slot(&Codec::write_int16),
-        slot(&Codec::write_uint16),
-        slot(&Codec::write_int32),
-        slot(&Codec::write_uint32),
-        slot(&Codec::write_int64),
-        slot(&Codec::write_uint64),
-        slot(&Codec::write_float4),
-        slot(&Codec::write_float8),
-        slot<Buf>(&Codec::write_string),
-        slot<Std>(&Codec::write_string),
-        slot<Buf>(&Codec::write_cryptstring),
-        slot<Std>(&Codec::write_cryptstring),
-        slot<Buf>(&Codec::write_blob),
-        slot<Std>(&Codec::write_blob),
-        slot<Buf>(&Codec::write_cryptblob),
-        slot<Std>(&Codec::write_cryptblob),
-        slot(&Codec::write_rawfield),
-        slot(&Codec::write_data),
-    };
-    std::size_t expected = 1;
-    for (const std::size_t actual : slots) EXPECT_EQ(actual, expected++);
-    EXPECT_EQ(expected, 37u);
+    expectSlots(&Codec::read_bool, &Codec::read_int8, &Codec::read_uint8, &Codec::read_int16, &Codec::read_uint16,
+                &Codec::read_int32, &Codec::read_uint32, &Codec::read_int64, &Codec::read_uint64, &Codec::read_float4,
+                &Codec::read_float8, &Codec::read_string, &Codec::read_cryptstring, &Codec::read_blob,
+                &Codec::read_cryptblob, &Codec::write_bool, &Codec::write_int8, &Codec::write_uint8,
+                &Codec::write_int16, &Codec::write_uint16, &Codec::write_int32, &Codec::write_uint32,
+                &Codec::write_int64, &Codec::write_uint64, &Codec::write_float4, &Codec::write_float8,
+                Buf(&Codec::write_string), Std(&Codec::write_string), Buf(&Codec::write_cryptstring),
+                Std(&Codec::write_cryptstring), Buf(&Codec::write_blob), Std(&Codec::write_blob),
+                Buf(&Codec::write_cryptblob), Std(&Codec::write_cryptblob), &Codec::write_rawfield, &Codec::write_data);
 }
 
 } // namespace

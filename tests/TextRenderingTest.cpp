@@ -17,14 +17,6 @@ using Velmora::of;
 class TextRendering : public Module {};
 
 template <class T>
-std::string fast(const T& value) {
-    static char buffer[1 << 20];
-    FastOStream os(buffer, sizeof buffer);
-    os << value;
-    return std::string(os.begin(), os.size());
-}
-
-template <class T>
 std::string standard(const T& value) {
     std::ostringstream os;
     os << value;
@@ -44,7 +36,7 @@ TEST_F(TextRendering, EveryTypeStandsInItsFrameAndNamesEveryField) {
         for (const Filling filling : fillings) {
             InBlock<T> value;
             Sample(filling, 2).fill(*value);
-            const std::string text = fast(*value);
+            const std::string text = printed(*value);
             EXPECT_EQ(text.find(std::string("<") + name + " "), 0u);
             EXPECT_EQ(text.back(), '>');
             fields(of<T>{}, [&](const char* field, auto, auto) {
@@ -71,7 +63,7 @@ TEST_F(TextRendering, OneLine) {
     order->contents.maxShow = Velmora::NA;
     order->contents.ordType = static_cast<OrderType::Type>(99);
     for (const char* key : {"k1", "k2"}) order->contents.parameters.add_back().key = key;
-    EXPECT_EQ(fast(*order),
+    EXPECT_EQ(printed(*order),
               "<SubmitOrderMessage userID=7 quoteID=\"Q-1\" onBehalfOfCompID=\"\" contents=(orderID=-42 "
               "clOrdID=\"a \"quoted\" id\" timeApiClient=0 timeApiServer=0 timeHandler=0 feedID=0 marketID=0 side=BID "
               "amount=MAX price=NMA ordType=99 timeInForce=DAY stopPrice=NDA maxShow=NA minAmount=0 "
@@ -79,28 +71,28 @@ TEST_F(TextRendering, OneLine) {
 
     InBlock<MDEntry> entry;
     entry->source = -1;
-    EXPECT_EQ(fast(*entry), "<MDEntry price=0 amount=0 minAmount=0 updateAction=NEW element=0 side=0 source=-1 "
-                            "numberOfOrders=0 components=\"\">");
+    EXPECT_EQ(printed(*entry), "<MDEntry price=0 amount=0 minAmount=0 updateAction=NEW element=0 side=0 source=-1 "
+                               "numberOfOrders=0 components=\"\">");
     CallbackMessage callback;
     callback.arg1 = Velmora::NA;
     callback.arg2 = INT64_MIN;
-    EXPECT_EQ(fast(callback), "<CallbackMessage action=0 arg1=NA arg2=-9223372036854775808 arg3=0 arg4=0>");
+    EXPECT_EQ(printed(callback), "<CallbackMessage action=0 arg1=NA arg2=-9223372036854775808 arg3=0 arg4=0>");
     InBlock<Heartbeat> heartbeat;
-    EXPECT_EQ(fast(*heartbeat), "<Heartbeat timeApiServer=0 activeFeeds=[]>");
+    EXPECT_EQ(printed(*heartbeat), "<Heartbeat timeApiServer=0 activeFeeds=[]>");
     for (const int feed : {1, -2, 3}) heartbeat->activeFeeds.push_back(feed);
-    EXPECT_EQ(fast(*heartbeat), "<Heartbeat timeApiServer=0 activeFeeds=[1 -2 3]>");
+    EXPECT_EQ(printed(*heartbeat), "<Heartbeat timeApiServer=0 activeFeeds=[1 -2 3]>");
     InBlock<TradeHierarchy> hierarchy;
     for (const char* name : {"a", "b c"}) hierarchy->groupNames.add_back() = name;
-    EXPECT_EQ(fast(*hierarchy), "<TradeHierarchy userName=\"\" groupNames=[\"a\" \"b c\"]>");
+    EXPECT_EQ(printed(*hierarchy), "<TradeHierarchy userName=\"\" groupNames=[\"a\" \"b c\"]>");
     InBlock<LockUser> lock;
     lock->locked = true;
-    EXPECT_EQ(fast(*lock), "<LockUser clRequestID=\"\" locked=T username=\"\">");
+    EXPECT_EQ(printed(*lock), "<LockUser clRequestID=\"\" locked=T username=\"\">");
     RequestMessage request;
     request.request = Request::SECURITYINFO;
-    EXPECT_EQ(fast(request), "<RequestMessage fmID=(marketID=0 feedID=0) request=SECURITYINFO>");
+    EXPECT_EQ(printed(request), "<RequestMessage fmID=(marketID=0 feedID=0) request=SECURITYINFO>");
     InBlock<LogMessage> log;
     log->description = "in clear";
-    EXPECT_NE(fast(*log).find("description=\"in clear\">"), std::string::npos);
+    EXPECT_NE(printed(*log).find("description=\"in clear\">"), std::string::npos);
 }
 
 TEST_F(TextRendering, SeveralLines) {
@@ -153,7 +145,7 @@ TEST_F(TextRendering, EmbeddedNulEndsTheTextOnAStandardStreamOnly) {
     InBlock<JsonFromClient> json;
     json->contents = std::string("a\0b", 3);
     EXPECT_EQ(standard(*json), "<JsonFromClient contents=\"a>");
-    EXPECT_EQ(fast(*json), std::string("<JsonFromClient contents=\"a\0b\">", 31));
+    EXPECT_EQ(printed(*json), std::string("<JsonFromClient contents=\"a\0b\">", 31));
 }
 
 TEST_F(TextRendering, TextsBeyondTheScratchOfStandardStreamsAreCutVisibly) {
@@ -164,7 +156,7 @@ TEST_F(TextRendering, TextsBeyondTheScratchOfStandardStreamsAreCutVisibly) {
     for (const size_t length : {room - around - 1, room - around, room - around + 1, size_t{65535}, size_t{70000}}) {
         InBlock<JsonFromClient> json(200000);
         json->contents = std::string(length, 'x');
-        const std::string whole = fast(*json);
+        const std::string whole = printed(*json);
         ASSERT_EQ(whole.size(), frame.size() + length);
         if (around + length <= room)
             EXPECT_EQ(standard(*json), whole) << length;
@@ -175,13 +167,13 @@ TEST_F(TextRendering, TextsBeyondTheScratchOfStandardStreamsAreCutVisibly) {
     // The bound on the text of many small values is far above their text.
     InBlock<Heartbeat> heartbeat(300000);
     heartbeat->activeFeeds.resize(32000);
-    EXPECT_EQ(standard(*heartbeat), fast(*heartbeat));
+    EXPECT_EQ(standard(*heartbeat), printed(*heartbeat));
     InBlock<SubmitOrderMessage> order(8 << 20);
     order->contents.parameters.resize(3500);
-    EXPECT_EQ(standard(*order), fast(*order)); // close to the room
+    EXPECT_EQ(standard(*order), printed(*order)); // close to the room
     order->contents.parameters.resize(32767);
     const std::string cut = standard(*order);
-    EXPECT_EQ(cut, fast(*order).substr(0, std::strlen("<SubmitOrderMessage ") + room - 8) + "...[cut]");
+    EXPECT_EQ(cut, printed(*order).substr(0, std::strlen("<SubmitOrderMessage ") + room - 8) + "...[cut]");
 }
 
 TEST_F(TextRendering, NoTextIsLongerThanToldBeforehand) {
@@ -189,7 +181,7 @@ TEST_F(TextRendering, NoTextIsLongerThanToldBeforehand) {
         for (const Filling filling : fillings) {
             InBlock<T> value;
             Sample(filling, 3).fill(*value);
-            const size_t text = fast(*value).size() - std::strlen(name) - 3;
+            const size_t text = printed(*value).size() - std::strlen(name) - 3;
             const size_t told = Velmora::maxFieldsTextSize(&*value);
             EXPECT_LE(text, told) << name;
             EXPECT_LE(told, 14 * text) << name; // and not by just anything

@@ -1,4 +1,5 @@
 // What the tool finds out about captures: the figures themselves, and the commands that tell them.
+#include <map>
 #include <random>
 #include <set>
 #include <tuple>
@@ -14,7 +15,6 @@
 #include "tools/qlproto/analysis/Histogram.h"
 #include "tools/qlproto/analysis/LatencyStats.h"
 #include "tools/qlproto/analysis/RateSeries.h"
-#include "tools/qlproto/analysis/TrafficStats.h"
 
 using namespace Quillon;
 using nlohmann::json;
@@ -23,7 +23,7 @@ using qlproto::RateSeries;
 
 namespace {
 
-class Analysis : public WithProtocol {
+class Analysis : public Module {
   protected:
     ToolFolder folder;
 };
@@ -166,11 +166,10 @@ TEST_F(Analysis, StatsTellsCountsRatesAndSizes) {
                         "PadMessage        1      7    0.2    7       7    7    7\n"
                         "all               4     18    1.0    3       3    7    7\n");
 
-    std::istringstream plot(folder.run("COLUMNS=50 qlproto stats --plot a.pcap").out.substr(text.out.size()));
-    size_t lines = 0;
-    for (std::string line; std::getline(plot, line); ++lines)
+    const auto plot = linesOf(folder.run("COLUMNS=50 qlproto stats --plot a.pcap").out.substr(text.out.size()));
+    for (const std::string& line : plot)
         EXPECT_LE(std::count_if(line.begin(), line.end(), [](char c) { return (c & 0xC0) != 0x80; }), 50) << line;
-    EXPECT_EQ(lines, 2u + 8 + 2 + 2);
+    EXPECT_EQ(plot.size(), 2u + 8 + 2 + 2);
 
     const json told = json::parse(folder.run("qlproto stats --json a.pcap").out);
     EXPECT_EQ(told["seconds"], 4.0);
@@ -209,8 +208,7 @@ TEST_F(Analysis, LatencyTellsEachHop) {
     const ToolFolder::Result result = folder.run("qlproto latency a.pcap");
     EXPECT_EQ(result.exitCode, 0);
     std::vector<std::string> rows;
-    std::istringstream lines(result.out);
-    for (std::string line; std::getline(lines, line);) {
+    for (const std::string& line : linesOf(result.out)) {
         std::istringstream words(line);
         std::string row;
         for (std::string word; words >> word;) row += (row.empty() ? "" : " ") + word;
@@ -240,51 +238,34 @@ TEST_F(Analysis, LatencyTellsEachHop) {
     EXPECT_FALSE(told["messages"].contains("ImHereMessage"));
 }
 
-// Each half counted by itself and added up is the whole, and the stations of made-up sessions, which are stamped in
-// order, are in order.
-TEST_F(Analysis, PartsAddUpToTheWhole) {
-    struct Counts : qlproto::PacketSink {
-        qlproto::MessageReader reader;
-        qlproto::TrafficStats traffic, trafficParts[2];
-        qlproto::LatencyStats latency, latencyParts[2];
-        size_t packets = 0;
-        void packet(const qlproto::Packet& packet) override {
-            ASSERT_TRUE(reader.read(packet.bytes));
-            const size_t part = packets++ / 100 % 2;
-            for (auto* it : {&traffic, &trafficParts[part]}) it->add(packet, reader);
-            for (auto* it : {&latency, &latencyParts[part]}) it->add(packet, reader);
-        }
-    } counts;
-    qlproto::session::Session(3, 20000, counts).run();
-    counts.trafficParts[0].merge(counts.trafficParts[1]);
-    counts.latencyParts[0].merge(counts.latencyParts[1]);
-
-    const auto same = [](const Histogram& a, const Histogram& b) {
-        EXPECT_EQ(a.count(), b.count());
-        if (a.count() == 0 || b.count() == 0) return;
-        for (double percent : {1.0, 50.0, 99.0}) EXPECT_EQ(a.percentile(percent), b.percentile(percent));
-    };
-    for (size_t i = 0; i < qlproto::MESSAGE_COUNT; ++i) {
-        const auto &whole = counts.traffic.byMessage()[i], &sum = counts.trafficParts[0].byMessage()[i];
-        same(whole.sizes, sum.sizes);
-        EXPECT_EQ(whole.bytes, sum.bytes);
-        EXPECT_EQ(whole.overTime.seconds(), sum.overTime.seconds());
-        for (size_t hop = 0; hop < counts.latency.byMessage()[i].size(); ++hop) {
-            const auto& it = counts.latency.byMessage()[i][hop];
-            same(it.times, counts.latencyParts[0].byMessage()[i][hop].times);
-            EXPECT_EQ(it.times.count(), whole.sizes.count()) << "no hop is unset or negative";
-        }
+TEST_F(Analysis, MadeUpSessionsPassAllStationsInOrder) {
+    qlproto::MessageReader reader;
+    qlproto::LatencyStats latency;
+    std::map<size_t, uint64_t> counts;
+    for (const Sent& it : session(3, 20000)) {
+        ASSERT_TRUE(reader.read(it.bytes)) << reader.fault();
+        latency.add({it.time, it.bytes}, reader);
+        ++counts[static_cast<size_t>(reader.descriptor().index())];
     }
-    EXPECT_EQ(counts.traffic.overall().sizes.count(), 20000u);
+    EXPECT_EQ(counts.size(), qlproto::MESSAGE_COUNT);
+    for (const auto& [message, count] : counts)
+        for (const auto& hop : latency.byMessage()[message])
+            EXPECT_EQ(hop.times.count(), count) << "no hop is unset or negative";
 }
 
 // Many batches, some of them damaged: several threads find what one finds, and tell of the same faults.
 TEST_F(Analysis, ThreadsGatherWhatOneThreadGathers) {
-    ASSERT_EQ(folder.run("qlproto generate --seed 5 --messages 60000 -o a.pcap").exitCode, 0);
+    const std::string backwards = ToolFolder::packet<SubmitOrderMessage>([](SubmitOrderMessage& it) {
+        it.contents.timeApiClient = 2000;
+        it.contents.timeApiServer = 1600; // and no time at the handler
+    });
+    std::vector<ToolFolder::Packet> packets;
+    for (const Sent& it : session(5, 60000)) packets.emplace_back(it.time, packets.size() % 50 ? it.bytes : backwards);
+    folder.store("a.pcap", packets);
     std::string bytes = folder.content("a.pcap");
     std::mt19937 random(11);
     for (int i = 0; i < 100; ++i) bytes[24 + random() % (bytes.size() - 24)] = static_cast<char>(random());
-    std::ofstream(folder.path("b.pcap"), std::ios::binary) << bytes;
+    folder.write("b.pcap", bytes);
 
     using Faults = std::vector<std::pair<uint64_t, std::string>>;
     Faults ofOne, ofMany;
@@ -380,8 +361,7 @@ TEST_F(Analysis, TraceFollowsIdentifiersFromMessageToMessage) {
         const ToolFolder::Result result = folder.run("qlproto trace a.pcap --json " + std::string(it.subject));
         EXPECT_EQ(result.exitCode, 0);
         std::vector<uint64_t> found;
-        std::istringstream lines(result.out);
-        for (std::string line; std::getline(lines, line);) found.push_back(json::parse(line)["packet"]);
+        for (const std::string& line : linesOf(result.out)) found.push_back(json::parse(line)["packet"]);
         EXPECT_EQ(found, it.packets) << it.subject;
     }
     EXPECT_EQ(folder.run("qlproto trace a.pcap --order n").out,
@@ -514,7 +494,7 @@ TEST_F(Analysis, ReportShowsFiguresAndChartsInABrowser) {
     ASSERT_EQ(folder.run("qlproto generate --messages 5000 --seed 7 -o a.pcap").exitCode, 0);
     std::string bytes = folder.content("a.pcap");
     bytes[24 + 16] = '\x03'; // the first packet becomes one of an unknown message
-    std::ofstream(folder.path(hostile), std::ios::binary) << bytes;
+    folder.write(hostile, bytes);
     folder.store("empty.pcap", {});
 
     struct Case {

@@ -4,20 +4,22 @@
 #include <gtest/gtest.h>
 
 #include "tests/Hex.h"
+#include "tests/Sessions.h"
 #include "tests/ToolFolder.h"
 #include "tools/qlproto/Annotation.h"
 #include "tools/qlproto/Names.h"
-#include "tools/qlproto/session/Session.h"
 
 namespace {
 
 using namespace qlproto;
 
+using Annotate = Module;
+
 Annotation annotated(const char* message, const std::string& hexBody, const Inspect::Policy& policy = Inspect::whole) {
     return annotate(*findMessage(message), unhex(hexBody), policy);
 }
 
-TEST(Annotate, NamesEachValueAndItsBytes) {
+TEST_F(Annotate, NamesEachValueAndItsBytes) {
     const struct {
         const char* message;
         const char* body;
@@ -28,17 +30,9 @@ TEST(Annotate, NamesEachValueAndItsBytes) {
          "     3  01 51  contents.quoteReqID       string  \"Q\"\n"},
         {"QuoteRequestMessage", "0204010151009003010000000000",
          "     6  90 03  contents.amount           price   100\n"},
-        {"QuoteRequestMessage",
-         "0000020000070900000000"
-         "00",
-         "     2  02     contents.isBaseSpecified  bool    true\n"},
-        {"QuoteRequestMessage",
-         "0000020000070900000000"
-         "00",
-         "     5  07     contents.amount           price   NA\n"},
-        {"QuoteRequestMessage",
-         "0000020000070900000000"
-         "00",
+        {"QuoteRequestMessage", "000002000007090000000000", "     2  02     contents.isBaseSpecified  bool    true\n"},
+        {"QuoteRequestMessage", "000002000007090000000000", "     5  07     contents.amount           price   NA\n"},
+        {"QuoteRequestMessage", "000002000007090000000000",
          "     6  09     contents.side             Side    9, no enumerator of Side\n"},
         {"RequestMessage", "00004f", "Request  79, the low byte of SECURITYINFO\n"},
         {"JsonFromServer", "061b5b316d220a", "string  \"\\x1b[1m\\\"\\n\"\n"},
@@ -56,7 +50,7 @@ TEST(Annotate, NamesEachValueAndItsBytes) {
     }
 }
 
-TEST(Annotate, GoesUpToTheFault) {
+TEST_F(Annotate, GoesUpToTheFault) {
     const struct {
         const char* message;
         std::string body;
@@ -83,22 +77,11 @@ TEST(Annotate, GoesUpToTheFault) {
     }
 }
 
-/// Collects a session's packets.
-struct Packets : PacketSink {
-    std::vector<std::string> all;
-    void packet(const Packet& packet) override { all.emplace_back(packet.bytes); }
-};
-
-TEST(Annotate, ShowsEveryByteOnceAndSecretStringsReadable) {
-    Quillon::initialize();
-    Packets packets;
-    session::Session(5, 1500, packets).run();
-    Quillon::finalize();
-    for (const std::string& packet : packets.all) {
-        const unsigned id = static_cast<unsigned char>(packet[0]) + 256u * static_cast<unsigned char>(packet[1]);
-        const std::string body = packet.substr(2);
-        const Annotation annotation = annotate(*findMessage(std::to_string(id)), body, Inspect::strict);
-        ASSERT_TRUE(annotation.fault || id == Quillon::RequestMessage::ID) << id << annotation.fault.text();
+TEST_F(Annotate, ShowsEveryByteOnceAndSecretStringsReadable) {
+    for (const Sent& it : ::session(5, 1500)) {
+        const std::string body = it.bytes.substr(2);
+        const Annotation annotation = annotate(*findMessage(std::to_string(it.id())), body, Inspect::strict);
+        ASSERT_TRUE(annotation.fault || it.id() == Quillon::RequestMessage::ID) << it.id() << annotation.fault.text();
         std::istringstream lines(annotation.text);
         std::string line, shown;
         std::getline(lines, line);
@@ -118,12 +101,12 @@ TEST(Annotate, ShowsEveryByteOnceAndSecretStringsReadable) {
               std::string::npos);
 }
 
-TEST(Annotate, TakesBytesFromWhereverTheyAre) {
+TEST_F(Annotate, TakesBytesFromWhereverTheyAre) {
     const ToolFolder folder;
     folder.store("a.pcap", {{1, "\x24\xD0\x02"}, {2, "\x24\xD0\x0E"}});
-    std::ofstream(folder.path("hex")) << "0x24 0xD0\n0E\n";
-    std::ofstream(folder.path("raw")) << "\x24\xD0\x0E";
-    std::ofstream(folder.path("body")) << "\x0E";
+    folder.write("hex", "0x24 0xD0\n0E\n");
+    folder.write("raw", "\x24\xD0\x0E");
+    folder.write("body", "\x0E");
     const std::string expected = "TimerMessage 53284 (0xD024), body of 1 byte\n"
                                  "offset  bytes  field  type   value\n"
                                  "     0  0e     tqid   int32  7\n";

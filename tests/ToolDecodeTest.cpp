@@ -12,18 +12,12 @@ namespace {
 
 using namespace Quillon;
 
-class Decode : public WithProtocol {
+class Decode : public Module {
   protected:
-    static std::vector<std::string> lines(const std::string& text) {
-        std::vector<std::string> all;
-        std::istringstream stream(text);
-        for (std::string line; std::getline(stream, line);) all.push_back(line);
-        return all;
-    }
     const std::vector<std::string> decode(const std::string& options) {
         const auto result = _folder.run("qlproto decode " + options);
         EXPECT_EQ(result.exitCode, 0) << options << ": " << result.err;
-        return lines(result.out);
+        return linesOf(result.out);
     }
     void generate(uint64_t messages) {
         ASSERT_EQ(_folder.run("qlproto generate --seed 7 -o a.pcap --messages " + std::to_string(messages)).exitCode,
@@ -43,6 +37,7 @@ TEST_F(Decode, KeepsTheOrderOfACaptureOfManyBatches) {
         start += std::string(" ") + __protocol->getMessageName(sent[i].id()) + ' ';
         ASSERT_EQ(all[i].substr(0, start.size()), start);
     }
+    EXPECT_EQ(decode("- <a.pcap"), all);
     for (const size_t n : {0u, 1u, 4096u, 4097u, 50000u}) {
         const std::vector<std::string> some = decode("a.pcap -n " + std::to_string(n));
         EXPECT_TRUE(some.size() == n && std::equal(some.begin(), some.end(), all.begin())) << n;
@@ -161,11 +156,11 @@ TEST_F(Decode, SurvivesDamage) {
     for (int i = 0; i < 100; ++i)
         bytes[static_cast<size_t>(rng.between(24, static_cast<int64_t>(bytes.size()) - 1))] =
             static_cast<char>(rng.between(0, 255));
-    std::ofstream(_folder.path("b.pcap"), std::ios::binary) << bytes;
-    const std::vector<std::string> whole = lines(_folder.run("qlproto decode a.pcap").out);
+    _folder.write("b.pcap", bytes);
+    const std::vector<std::string> whole = linesOf(_folder.run("qlproto decode a.pcap").out);
     const auto result = _folder.run("qlproto decode b.pcap");
     EXPECT_EQ(result.exitCode, 1);
-    const std::vector<std::string> left = lines(result.out);
+    const std::vector<std::string> left = linesOf(result.out);
     const std::multiset<std::string> found(left.begin(), left.end());
     size_t missing = 0;
     for (const std::string& line : whole) missing += !found.contains(line);
@@ -179,7 +174,7 @@ TEST_F(Decode, SurvivesDamage) {
         const auto other = _folder.run(std::string("qlproto ") + command);
         EXPECT_EQ(other.exitCode, 1) << command;
         EXPECT_NE(other.err.find(summary), std::string::npos) << command << other.err;
-        for (const std::string& fault : lines(result.err))
+        for (const std::string& fault : linesOf(result.err))
             if (fault.find(" at offset ") != std::string::npos) {
                 EXPECT_NE(other.err.find(fault), std::string::npos) << command << fault;
             }

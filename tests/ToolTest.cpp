@@ -1,5 +1,4 @@
 // The command-line tool: the sessions it makes up, and the commands as their users run them.
-#include <fstream>
 #include <map>
 #include <set>
 #include <sstream>
@@ -17,8 +16,8 @@ using namespace Quillon;
 
 namespace {
 
-using Session = WithProtocol;
-using Reader = WithProtocol;
+using Session = Module;
+using Reader = Module;
 
 // --- sessions
 
@@ -304,19 +303,6 @@ TEST_F(Session, MessagesHangTogether) {
 
 // --- bad packets
 
-TEST_F(Reader, RefusesEveryBodyThatEndsTooEarlyOrTooLate) {
-    std::map<MsgType_t, std::string> samples;
-    for (const Sent& it : session(5, 2000)) samples.insert_or_assign(it.id(), it.bytes);
-    ASSERT_EQ(samples.size(), 71u);
-    qlproto::MessageReader reader;
-    for (const auto& [id, bytes] : samples) {
-        ASSERT_TRUE(reader.read(bytes)) << reader.fault();
-        for (size_t length = 0; length < bytes.size(); ++length)
-            EXPECT_FALSE(reader.read(bytes.substr(0, length))) << id << " cut to " << length;
-        EXPECT_FALSE(reader.read(bytes + '\0')) << id;
-    }
-}
-
 TEST_F(Reader, TakesPadsByTheirWrittenLength) {
     qlproto::MessageReader reader;
     const size_t lengths[] = {0, 1, 127, 128, 255, 256, 300, 32768, 65535};
@@ -338,7 +324,7 @@ TEST_F(Reader, SurvivesBodiesOfAnyBytes) {
     int sound = 0;
     for (size_t i = 0; i < count; ++i) {
         for (int trial = 0; trial < 60; ++trial) {
-            std::string packet{static_cast<char>(ids[i] & 0xFF), static_cast<char>(ids[i] >> 8)};
+            std::string packet = qlproto::identifierBytes(static_cast<MsgType_t>(ids[i]));
             const int64_t length = rng.between(0, trial % 10 == 0 ? 3000 : 60);
             for (int64_t k = 0; k < length; ++k)
                 packet += trial % 3 == 0 ? '\xFF' : static_cast<char>(rng.between(0, 255));
@@ -351,61 +337,28 @@ TEST_F(Reader, SurvivesBodiesOfAnyBytes) {
 // --- the commands
 
 /// A folder of its own for files, and the tool as a subprocess.
-class Tool : public WithProtocol, protected ToolFolder {
+class Tool : public Module, protected ToolFolder {
   protected:
-    void store(const std::string& name, const std::string& bytes) {
-        std::ofstream(path(name), std::ios::binary) << bytes;
+    static std::string record(const std::string& packet, size_t cutFrom = 0) {
+        return CaptureForm().record({1709535600'000000042, packet}, cutFrom);
     }
 
-    static std::string word(uint32_t value) { return {reinterpret_cast<const char*>(&value), sizeof(value)}; }
-    static std::string captureHeader(uint32_t linkType = 147) {
-        return word(0xA1B23C4D) + word(0x00040002) + word(0) + word(0) + word(262144) + word(linkType);
-    }
-    static std::string record(const std::string& packet, uint32_t cutFrom = 0) {
-        const auto size = static_cast<uint32_t>(packet.size());
-        return word(1709535600) + word(42) + word(size) + word(cutFrom != 0 ? cutFrom : size) + packet;
-    }
+    const std::string header = CaptureForm().header();
 };
 
 TEST_F(Tool, GeneratesACaptureWithNanosecondsAndLinkTypeUser0) {
     ASSERT_EQ(run("qlproto generate --messages 500 --seed 9 -o a.pcap").exitCode, 0);
     const std::string capture = content("a.pcap");
-    EXPECT_EQ(capture.substr(0, 24), captureHeader());
-
     // All packets of the session, each with its time, identifier and body, and nothing else.
-    std::string expected = captureHeader();
-    for (const Sent& it : session(9, 500)) {
-        const auto size = static_cast<uint32_t>(it.bytes.size());
-        expected +=
-            word(static_cast<uint32_t>(it.time / 1'000'000'000)) + word(static_cast<uint32_t>(it.time % 1'000'000'000));
-        expected += word(size) + word(size) + it.bytes;
-    }
+    std::string expected = header;
+    for (const Sent& it : session(9, 500)) expected += CaptureForm().record(it);
     EXPECT_EQ(capture, expected);
-
     EXPECT_EQ(run("qlproto generate --messages 500 --seed 9 -o -").out, capture);
-}
-
-TEST_F(Tool, DecodesEachMessageToOneLine) {
-    const Result result = run("qlproto generate --messages 3000 --seed 9 -o a.pcap && qlproto decode a.pcap");
-    EXPECT_EQ(result.exitCode, 0);
-    EXPECT_EQ(result.lines(), 3000u);
-    EXPECT_EQ(result.err.rfind("3000 messages, ", 0), 0u) << result.err;
-
-    std::istringstream lines(result.out);
-    size_t i = 0;
-    const std::vector<Sent> packets = session(9, 3000);
-    for (std::string line; std::getline(lines, line); ++i) {
-        char start[100];
-        std::snprintf(start, sizeof(start), "%ld.%09ld %s ", static_cast<long>(packets[i].time / 1'000'000'000),
-                      static_cast<long>(packets[i].time % 1'000'000'000), __protocol->getMessageName(packets[i].id()));
-        ASSERT_EQ(line.substr(0, std::strlen(start)), start);
-    }
-    EXPECT_EQ(run("cat a.pcap | qlproto decode -").out, result.out);
 }
 
 TEST_F(Tool, ShowsFieldsAndNoControlCharacters) {
     const std::string log = "one\ntwo\x1B[31m\x7F";
-    store("a.pcap", captureHeader() + record(std::string("\x24\xD0\x0E", 3)) // TimerMessage, tqid 7
+    write("a.pcap", header + record(std::string("\x24\xD0\x0E", 3)) // TimerMessage, tqid 7
                         + record(std::string("\x15\xF2", 2) + static_cast<char>(log.size()) + log));
     const Result result = run("qlproto decode a.pcap");
     EXPECT_EQ(result.exitCode, 0);
@@ -422,31 +375,29 @@ TEST_F(Tool, NamesBadPacketsAndGoesOn) {
         std::string complaint;
     };
     const Case cases[] = {
-        {captureHeader(), 0, 0, "0 messages, "},
-        {captureHeader() + record(timer), 0, 1, "1 message, 3 bytes, "},
-        {captureHeader() + record(std::string("\x03\x00", 2)) + record(timer), 1, 1,
+        {header, 0, 0, "0 messages, "},
+        {header + record(timer), 0, 1, "1 message, 3 bytes, "},
+        {header + record(std::string("\x03\x00", 2)) + record(timer), 1, 1,
          "packet 1 at offset 24: unknown message identifier 3"},
-        {captureHeader() + record(timer) + record("\x24") + record(timer), 1, 2,
+        {header + record(timer) + record("\x24") + record(timer), 1, 2,
          "packet 2 at offset 43: 1 byte cannot hold an identifier"},
-        {captureHeader() + record("") + record(timer), 1, 1,
-         "packet 1 at offset 24: 0 bytes cannot hold an identifier"},
-        {captureHeader() + record(timer + "x"), 1, 0, "packet 1 at offset 24: TimerMessage: trailing bytes at byte 1"},
-        {captureHeader() + record("\x24\xD0"), 1, 0, "packet 1 at offset 24: TimerMessage: truncated at byte 0 (tqid)"},
-        {captureHeader() + record("\x24\xD0\x80"), 1, 0,
-         "packet 1 at offset 24: TimerMessage: truncated at byte 0 (tqid)"},
-        {captureHeader() + record(timer, 100) + record(timer), 1, 1,
+        {header + record("") + record(timer), 1, 1, "packet 1 at offset 24: 0 bytes cannot hold an identifier"},
+        {header + record(timer + "x"), 1, 0, "packet 1 at offset 24: TimerMessage: trailing bytes at byte 1"},
+        {header + record("\x24\xD0"), 1, 0, "packet 1 at offset 24: TimerMessage: truncated at byte 0 (tqid)"},
+        {header + record("\x24\xD0\x80"), 1, 0, "packet 1 at offset 24: TimerMessage: truncated at byte 0 (tqid)"},
+        {header + record(timer, 100) + record(timer), 1, 1,
          "packet 1 at offset 24: only 3 of its 100 bytes were captured"},
-        {captureHeader() + record(timer) + record(timer).substr(0, 18), 1, 1,
+        {header + record(timer) + record(timer).substr(0, 18), 1, 1,
          "after packet 1: damaged record at offset 43: the capture ends inside its 3 bytes; 18 bytes skipped"},
-        {captureHeader() + record(timer) + record(timer).substr(0, 7), 1, 1,
+        {header + record(timer) + record(timer).substr(0, 7), 1, 1,
          "after packet 1: damaged record at offset 43: the capture ends inside its header; 7 bytes skipped"},
-        {captureHeader(1) + record(timer), 1, 0, "link type 1 instead of USER0 (147)"},
-        {captureHeader().substr(0, 20), 1, 0, "not a capture"},
+        {CaptureForm{.linkType = 1}.header() + record(timer), 1, 0, "link type 1 instead of USER0 (147)"},
+        {header.substr(0, 20), 1, 0, "not a capture"},
         {"", 1, 0, "not a capture"},
         {"1709535600.000000042 TimerMessage tqid=7\n", 1, 0, "not a capture"},
     };
     for (const Case& it : cases) {
-        store("a.pcap", it.bytes);
+        write("a.pcap", it.bytes);
         const Result result = run("qlproto decode a.pcap");
         EXPECT_EQ(result.exitCode, it.exitCode) << it.complaint;
         EXPECT_EQ(result.lines(), it.lines) << it.complaint;
@@ -473,6 +424,8 @@ TEST_F(Tool, TellsUsageFromInputAndOutputErrors) {
         {"qlproto decode .", 3},
         {"qlproto generate -o no-such-folder/a.pcap", 3},
         {"qlproto generate -o /dev/full", 3},
+        {"qlproto dissector -o no-such-folder/a.lua", 3},
+        {"qlproto dissector >/dev/full", 3},
         {"qlproto generate -o a.pcap && qlproto decode a.pcap >/dev/full", 3},
     };
     for (const Case& it : cases) {
@@ -504,7 +457,7 @@ TEST_F(Tool, GetsTheSameBytesBackButForPads) {
 
 TEST_F(Tool, FindsBytesThatDoNotComeBack) {
     // A number in more bytes than it needs reads well but is written otherwise.
-    store("a.pcap", captureHeader() + record(std::string("\x24\xD0\x8E\x00", 4)));
+    write("a.pcap", header + record(std::string("\x24\xD0\x8E\x00", 4)));
     const Result result = run("qlproto roundtrip a.pcap");
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_NE(result.out.find("different 1\n"), std::string::npos) << result.out;

@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include "Inspect/Utf8.h"
+
 namespace qlproto {
 
 namespace {
@@ -49,13 +51,12 @@ std::string bytesFromHex(std::string_view text) {
 }
 
 std::string hexFromBytes(std::string_view bytes, std::string_view separator) {
-    static constexpr char digits[] = "0123456789abcdef";
     std::string text;
     text.reserve(bytes.size() * (2 + separator.size()));
     for (const char c : bytes) {
         if (!text.empty()) text += separator;
-        text += digits[static_cast<unsigned char>(c) >> 4];
-        text += digits[static_cast<unsigned char>(c) & 15];
+        text += Inspect::HEX_DIGITS[static_cast<unsigned char>(c) >> 4];
+        text += Inspect::HEX_DIGITS[static_cast<unsigned char>(c) & 15];
     }
     return text;
 }

@@ -16,10 +16,9 @@ class Hostile : public PacketSink {
 
     void packet(const Packet& packet) override {
         // The first of each type stays whole, so that every type is also seen sound.
-        const auto id = static_cast<std::size_t>(static_cast<unsigned char>(packet.bytes[0])
-                                                 | static_cast<unsigned char>(packet.bytes[1]) << 8);
-        const bool isFirst = !_isSeen[id];
-        _isSeen[id] = true;
+        bool& isSeen = _isSeen[identifierOf(packet.bytes)];
+        const bool isFirst = !isSeen;
+        isSeen = true;
         if (isFirst || !_rng.chance(PERCENT)) return _sink.packet(packet);
         _bytes = packet.bytes;
         damage();

@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <cstring>
 
+#include <fcntl.h>
 #include <fmt/format.h>
 #include <unistd.h>
 
@@ -25,7 +26,16 @@ bool holdsControl(std::string_view text) {
 
 } // namespace
 
-Output::Output(int fd) : _fd(fd), _buffer(std::make_unique_for_overwrite<char[]>(CAPACITY)) {}
+Output::Output(const std::string& path)
+    : _name(path == "-" ? "standard output" : path),
+      _fd(path == "-" ? STDOUT_FILENO : ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666)),
+      _buffer(std::make_unique_for_overwrite<char[]>(CAPACITY)) {
+    if (_fd < 0) throw IoError(fmt::format("{}: {}", _name, std::strerror(errno)));
+}
+
+Output::~Output() {
+    if (_fd != STDOUT_FILENO) ::close(_fd);
+}
 
 void Output::append(std::string_view text) {
     if (text.size() > CAPACITY - _size) {
@@ -59,10 +69,16 @@ void Output::write(std::string_view text) {
         if (written < 0) {
             if (errno == EINTR) continue;
             if (errno == EPIPE) throw ClosedPipe();
-            throw IoError(fmt::format("standard output: {}", std::strerror(errno)));
+            throw IoError(fmt::format("{}: {}", _name, std::strerror(errno)));
         }
         text.remove_prefix(static_cast<std::size_t>(written));
     }
+}
+
+void writeText(std::string_view text, const std::string& path) {
+    Output output(path);
+    output.append(text);
+    output.flush();
 }
 
 } // namespace qlproto

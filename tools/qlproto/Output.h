@@ -2,14 +2,18 @@
 #pragma once
 
 #include <memory>
+#include <string>
 #include <string_view>
 
 namespace qlproto {
 
 class Output {
   public:
-    /// Writes to the file descriptor, which stays open.
-    explicit Output(int fd);
+    /// Creates the file; "-" is standard output. Throws IoError.
+    explicit Output(const std::string& path = "-");
+    ~Output();
+    Output(const Output&) = delete;
+    Output& operator=(const Output&) = delete;
 
     /// Throws IoError or ClosedPipe when what has gathered cannot be written.
     void append(std::string_view text);
@@ -25,9 +29,13 @@ class Output {
 
     void write(std::string_view text);
 
-    int _fd;
+    const std::string _name; ///< for errors
+    const int _fd;
     std::unique_ptr<char[]> _buffer;
     std::size_t _size = 0;
 };
+
+/// Writes a whole text to a file; "-" is standard output. Throws IoError or ClosedPipe.
+void writeText(std::string_view text, const std::string& path = "-");
 
 } // namespace qlproto

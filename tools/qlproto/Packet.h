@@ -3,12 +3,21 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace qlproto {
 
 /// Bytes of identifier in front of the body.
 inline constexpr std::size_t IDENTIFIER_SIZE = 2;
+
+/// The identifier in front of a packet's body. REQUIRES: the packet holds one.
+inline uint16_t identifierOf(std::string_view packet) {
+    return static_cast<uint16_t>(static_cast<unsigned char>(packet[0]) | static_cast<unsigned char>(packet[1]) << 8);
+}
+
+/// The same the other way round: the bytes that stand in front of the body.
+inline std::string identifierBytes(uint16_t id) { return {static_cast<char>(id & 0xFF), static_cast<char>(id >> 8)}; }
 
 /// The longest packet of a capture.
 inline constexpr std::size_t MAX_PACKET = 262144;

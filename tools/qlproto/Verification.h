@@ -8,12 +8,6 @@
 
 namespace qlproto {
 
-/// The identifier in front of a packet's body. REQUIRES: the packet holds one.
-inline Velmora::MsgType_t identifierOf(std::string_view packet) {
-    return static_cast<Velmora::MsgType_t>(static_cast<unsigned char>(packet[0])
-                                           | static_cast<unsigned char>(packet[1]) << 8);
-}
-
 /// As Inspect::verify, but for pads. Deliberate: pads are written with a length of two bytes and read with one of
 /// variable length, so a reader never ends where a written body does. A pad is sound if its length is that of its
 /// written form.

@@ -95,11 +95,6 @@ void OrderOutcomes::add(const Packet&, const MessageReader& reader) {
     dispatch(reader.descriptor().id(), reader.message(), collector);
 }
 
-void OrderOutcomes::merge(const OrderOutcomes& other) {
-    for (const auto& [id, told] : other._orderFlow) _orderFlow[id] |= told;
-    for (const auto& [id, told] : other._newOrders) _newOrders[id] |= told;
-}
-
 std::vector<OrderOutcomes::Outcome> OrderOutcomes::orderFlow() const { return count(ORDER_FLOW, _orderFlow); }
 
 std::vector<OrderOutcomes::Outcome> OrderOutcomes::newOrders() const { return count(NEW_ORDERS, _newOrders); }

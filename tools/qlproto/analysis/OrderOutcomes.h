@@ -22,7 +22,6 @@ class OrderOutcomes {
     };
 
     void add(const Packet& packet, const MessageReader& reader);
-    void merge(const OrderOutcomes& other);
 
     /// Of the order flow, by orderID; orders without one are not counted. All outcomes, those of no order, too.
     std::vector<Outcome> orderFlow() const;

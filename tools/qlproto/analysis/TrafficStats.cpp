@@ -36,11 +36,6 @@ void TrafficStats::place(const Place& it) {
     _lastTime = it.time;
 }
 
-void TrafficStats::merge(const TrafficStats& other) {
-    for (std::size_t i = 0; i < _traffic.size(); ++i) _traffic[i].merge(other._traffic[i]);
-    _outOfTime += other.outOfTime();
-}
-
 TrafficStats::Traffic TrafficStats::overall() const {
     Traffic sum;
     for (const Traffic& it : _traffic) sum.merge(it);

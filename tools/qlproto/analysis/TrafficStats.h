@@ -36,7 +36,6 @@ class TrafficStats {
     static constexpr int64_t GAP = 3'600'000'000'000; ///< nanoseconds
 
     void add(const Packet& packet, const MessageReader& reader);
-    void merge(const TrafficStats& other);
 
     /// Messages that are counted, but left out of the spread over time.
     uint64_t outOfTime() const { return _outOfTime + (_doubtful ? 1 : 0); }

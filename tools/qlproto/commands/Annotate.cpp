@@ -70,8 +70,7 @@ int annotateBytes(const Options& options, std::string_view bytes) {
             tell(fmt::format("qlproto: {} cannot hold an identifier", counted(bytes.size(), "byte")));
             return EXIT_BAD_DATA;
         }
-        const unsigned id =
-            static_cast<unsigned char>(bytes[0]) | static_cast<unsigned>(static_cast<unsigned char>(bytes[1])) << 8;
+        const Velmora::MsgType_t id = identifierOf(bytes);
         bytes.remove_prefix(IDENTIFIER_SIZE);
         message = findMessage(std::to_string(id));
         if (message == nullptr) {
@@ -83,11 +82,8 @@ int annotateBytes(const Options& options, std::string_view bytes) {
                                    : options.policy == "tolerant" ? Inspect::tolerant
                                                                   : Inspect::whole;
     const Annotation annotation = annotate(*message, bytes, policy);
-    Output output(STDOUT_FILENO);
-    output.append(fmt::format("{} {} (0x{:04X}), body of {}\n", message->type->name, message->id, message->id,
-                              counted(bytes.size(), "byte")));
-    output.append(annotation.text);
-    output.flush();
+    writeText(fmt::format("{} {} (0x{:04X}), body of {}\n{}", message->type->name, message->id, message->id,
+                          counted(bytes.size(), "byte"), annotation.text));
     if (annotation.fault) return EXIT_FINE;
     tell(fmt::format("qlproto: {}: {}", message->type->name, annotation.fault.text()));
     return EXIT_BAD_DATA;

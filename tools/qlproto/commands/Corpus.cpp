@@ -1,13 +1,11 @@
 // qlproto corpus: the test vectors in corpus/.
-#include <cerrno>
-#include <cstring>
 #include <filesystem>
-#include <fstream>
 #include <memory>
 
 #include <fmt/format.h>
 
 #include "tools/qlproto/Errors.h"
+#include "tools/qlproto/Output.h"
 #include "tools/qlproto/commands/Commands.h"
 #include "tools/qlproto/corpus/Vectors.h"
 
@@ -19,13 +17,8 @@ int writeCorpus(const std::filesystem::path& folder) {
     std::error_code error;
     std::filesystem::create_directories(folder, error);
     if (error) throw IoError(fmt::format("{}: {}", folder.string(), error.message()));
-    for (const Inspect::MessageInfo& message : Inspect::all_messages()) {
-        const std::filesystem::path path = folder / (std::string(message.type->name) + ".ndjson");
-        errno = 0;
-        std::ofstream file(path, std::ios::binary);
-        file << corpus::vectorLines(message) << std::flush;
-        if (!file) throw IoError(fmt::format("{}: {}", path.string(), std::strerror(errno)));
-    }
+    for (const Inspect::MessageInfo& message : Inspect::all_messages())
+        writeText(corpus::vectorLines(message), folder / (std::string(message.type->name) + ".ndjson"));
     return EXIT_FINE;
 }
 

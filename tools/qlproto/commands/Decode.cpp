@@ -28,7 +28,7 @@ struct Options {
 };
 
 int decodeCapture(const Options& options, const Filter& filter) {
-    Output output(STDOUT_FILENO);
+    Output output;
     struct Handle {
         const Filter& filter;
         std::unique_ptr<Rendering> rendering;
@@ -66,10 +66,10 @@ int decodeCapture(const Options& options, const Filter& filter) {
 class Bytes {
   public:
     Bytes(const Options& options, const Filter& filter)
-        : _filter(filter), _left(options.first), _rendering(withoutTime(options.rendering)), _output(STDOUT_FILENO) {
+        : _filter(filter), _left(options.first), _rendering(withoutTime(options.rendering)) {
         if (options.type.empty()) return;
         const Velmora::MsgType_t id = messageNamed(options.type);
-        _identifier = {static_cast<char>(id & 0xFF), static_cast<char>(id >> 8)};
+        _identifier = identifierBytes(id);
     }
 
     void decode(const std::string& where, std::string_view bytes) {

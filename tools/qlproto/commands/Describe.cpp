@@ -2,7 +2,6 @@
 #include <memory>
 
 #include <fmt/format.h>
-#include <unistd.h>
 
 #include "tools/qlproto/Errors.h"
 #include "tools/qlproto/Names.h"
@@ -35,12 +34,9 @@ int describe(const std::string& name) {
     table.add({"field", "type", "bytes", "encoding"});
     addFields(table, *found.type, 0);
 
-    Output output(STDOUT_FILENO);
-    output.append(fmt::format("{}: {}, {}, {} bytes on the wire, {} in memory without what it owns\n\n",
-                              found.type->name, kind, counted(found.type->fields.size(), "field"),
-                              sizeText(wireForm(*found.type)), found.type->memorySize));
-    output.append(table.text(2));
-    output.flush();
+    writeText(fmt::format("{}: {}, {}, {} bytes on the wire, {} in memory without what it owns\n\n{}", found.type->name,
+                          kind, counted(found.type->fields.size(), "field"), sizeText(wireForm(*found.type)),
+                          found.type->memorySize, table.text(2)));
     return EXIT_FINE;
 }
 

@@ -4,7 +4,6 @@
 #include <memory>
 
 #include <fmt/format.h>
-#include <unistd.h>
 
 #include "tools/qlproto/Capture.h"
 #include "tools/qlproto/Errors.h"
@@ -127,7 +126,7 @@ class Source {
 int diff(const Options& options) {
     Comparer comparer(options.ignored);
     Source a(options.a, comparer), b(options.b, comparer);
-    Output output(STDOUT_FILENO);
+    Output output;
     uint64_t told = 0;
 
     CaptureDiff diff([&](Side& side) { return a.next(side); }, [&](Side& side) { return b.next(side); },

@@ -1,14 +1,10 @@
 // qlproto dissector: the packet-analyser plug-in, a Lua script. Its tables are made from reflection, all else is fixed.
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
-#include <fstream>
 #include <iterator>
 #include <memory>
 #include <vector>
 
 #include <fmt/format.h>
-#include <unistd.h>
 
 #include "Inspect/Reflection.h"
 #include "tools/qlproto/Errors.h"
@@ -86,19 +82,9 @@ class Tables {
 };
 
 int dissector(const std::string& path) {
-    const std::string script =
-        "-- Dissector of the QLProtocol for link type USER0 (147). Made by qlproto dissector. Do not edit.\n\n"
-        + Tables().text() + std::string(DISSECTOR_RUNTIME);
-    if (path == "-") {
-        Output output(STDOUT_FILENO);
-        output.append(script);
-        output.flush();
-        return EXIT_FINE;
-    }
-    std::ofstream file(path, std::ios::binary);
-    file << script;
-    file.close();
-    if (!file) throw IoError(fmt::format("cannot write {}: {}", path, std::strerror(errno)));
+    writeText("-- Dissector of the QLProtocol for link type USER0 (147). Made by qlproto dissector. Do not edit.\n\n"
+                  + Tables().text() + std::string(DISSECTOR_RUNTIME),
+              path);
     return EXIT_FINE;
 }
 

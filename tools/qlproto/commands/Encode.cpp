@@ -1,14 +1,10 @@
 // qlproto encode: lines of JSON to packets.
-#include <cerrno>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <memory>
 
-#include <fcntl.h>
 #include <fmt/format.h>
-#include <unistd.h>
 
 #include "tools/qlproto/Capture.h"
 #include "tools/qlproto/Errors.h"
@@ -27,29 +23,10 @@ struct Options {
     std::string format = "capture";
 };
 
-/// A file open for writing; "-" is standard output.
-class OutputFile {
-  public:
-    explicit OutputFile(const std::string& path)
-        : _fd(path == "-" ? STDOUT_FILENO : ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666)) {
-        if (_fd < 0) throw IoError(fmt::format("{}: {}", path, std::strerror(errno)));
-    }
-    ~OutputFile() {
-        if (_fd != STDOUT_FILENO) ::close(_fd);
-    }
-    OutputFile(const OutputFile&) = delete;
-    OutputFile& operator=(const OutputFile&) = delete;
-
-    int fd() const { return _fd; }
-
-  private:
-    int _fd;
-};
-
 /// Packets as lines of hexadecimal digits, identifier first, or their bodies one behind the other as they are.
 class BytesWriter : public PacketSink {
   public:
-    BytesWriter(const std::string& path, bool isHex) : _file(path), _output(_file.fd()), _isHex(isHex) {}
+    BytesWriter(const std::string& path, bool isHex) : _output(path), _isHex(isHex) {}
 
     void packet(const Packet& packet) override {
         if (_isHex)
@@ -60,7 +37,6 @@ class BytesWriter : public PacketSink {
     void close() { _output.flush(); }
 
   private:
-    OutputFile _file;
     Output _output;
     bool _isHex;
 };

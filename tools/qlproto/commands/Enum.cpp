@@ -2,7 +2,6 @@
 #include <memory>
 
 #include <fmt/format.h>
-#include <unistd.h>
 
 #include "tools/qlproto/Errors.h"
 #include "tools/qlproto/Names.h"
@@ -23,17 +22,15 @@ int showEnumeration(const std::string& name) {
         const std::string note = value > 0xFF ? fmt::format("travels as its low byte, {}", value & 0xFF) : "";
         table.add({fmt::format("{}", value), std::string(enumerator), note});
     }
-    Output output(STDOUT_FILENO);
-    output.append(table.text());
-    output.flush();
+    writeText(table.text());
     return EXIT_FINE;
 }
 
 int listEnumerations() {
-    Output output(STDOUT_FILENO);
+    std::string names;
     for (const Inspect::EnumerationInfo* enumeration : Inspect::all_enumerations())
-        output.append(std::string(enumeration->name) + '\n');
-    output.flush();
+        names.append(enumeration->name) += '\n';
+    writeText(names);
     return EXIT_FINE;
 }
 

@@ -3,7 +3,6 @@
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
-#include <unistd.h>
 
 #include "Inspect/Reflection.h"
 #include "tools/qlproto/CaptureScan.h"
@@ -86,10 +85,7 @@ std::string json(const LatencyStats& stats) {
 int latency(const Options& options) {
     CaptureScan scan;
     const LatencyStats stats = scan.gather<LatencyStats>(options.capture);
-
-    Output output(STDOUT_FILENO);
-    output.append(options.json ? json(stats) : table(stats));
-    output.flush();
+    writeText(options.json ? json(stats) : table(stats));
     scan.summarize();
     return scan.exitCode();
 }

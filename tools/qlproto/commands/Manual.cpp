@@ -1,8 +1,6 @@
 // qlproto manpage and qlproto completion: the tool described by itself. The build installs what they print.
 #include <memory>
 
-#include <unistd.h>
-
 #include "tools/qlproto/Errors.h"
 #include "tools/qlproto/Output.h"
 #include "tools/qlproto/commands/Commands.h"
@@ -14,9 +12,7 @@ namespace qlproto {
 namespace {
 
 int print(const std::string& text) {
-    Output output(STDOUT_FILENO);
-    output.append(text);
-    output.flush();
+    writeText(text);
     return EXIT_FINE;
 }
 

@@ -3,7 +3,6 @@
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
-#include <unistd.h>
 
 #include "Inspect/Reflection.h"
 #include "tools/qlproto/Errors.h"
@@ -37,9 +36,7 @@ std::string asJson() {
 }
 
 int messages(bool isJson) {
-    Output output(STDOUT_FILENO);
-    output.append(isJson ? asJson() : asTable());
-    output.flush();
+    writeText(isJson ? asJson() : asTable());
     return EXIT_FINE;
 }
 

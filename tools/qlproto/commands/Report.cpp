@@ -1,13 +1,8 @@
 // qlproto report: what a capture holds, as one page for the browser that needs nothing else.
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
-#include <fstream>
 #include <memory>
 
-#include <fmt/format.h>
 #include <nlohmann/json.hpp>
-#include <unistd.h>
 
 #include "Inspect/Reflection.h"
 #include "tools/qlproto/CaptureScan.h"
@@ -159,23 +154,12 @@ std::string page(const std::string& data) {
     return page.append(rest);
 }
 
-void write(const std::string& path, const std::string& text) {
-    if (path == "-") {
-        Output output(STDOUT_FILENO);
-        output.append(text);
-        return output.flush();
-    }
-    std::ofstream file(path, std::ios::binary);
-    file << text << std::flush;
-    if (!file) throw IoError(fmt::format("{}: {}", path, std::strerror(errno)));
-}
-
 int report(const Options& options) {
     Findings findings;
     CaptureScan scan;
     scan.onFault([&](uint64_t packet, const std::string& fault) { findings.faults.add(packet, fault); });
     scan.run(options.capture, [&](const Packet& packet, const MessageReader& reader) { findings.add(packet, reader); });
-    write(options.output, page(embeddable(data(options.capture, findings))));
+    writeText(page(embeddable(data(options.capture, findings))), options.output);
     tellOutOfTime(findings.traffic);
     scan.summarize();
     return scan.exitCode();

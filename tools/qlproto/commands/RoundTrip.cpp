@@ -10,7 +10,6 @@
 #include <memory>
 
 #include <fmt/format.h>
-#include <unistd.h>
 
 #include "tools/qlproto/CaptureScan.h"
 #include "tools/qlproto/Output.h"
@@ -61,15 +60,13 @@ int roundtrip(const std::string& capture) {
         }
     });
 
-    Output output(STDOUT_FILENO);
-    output.append(fmt::format("identical {}\n", identical));
-    output.append(fmt::format("different {}\n", different));
-    output.append(fmt::format("lossy by contract: PadMessage {}, {} of them with other bytes\n", pads, padsChanged));
-    output.append(
-        fmt::format("lossy by contract: RequestMessage {}, their request reads back as its low byte; their bytes are "
+    writeText(
+        fmt::format("identical {}\n"
+                    "different {}\n"
+                    "lossy by contract: PadMessage {}, {} of them with other bytes\n"
+                    "lossy by contract: RequestMessage {}, their request reads back as its low byte; their bytes are "
                     "identical and counted above\n",
-                    requests));
-    output.flush();
+                    identical, different, pads, padsChanged, requests));
     scan.summarize();
     return scan.exitCode();
 }

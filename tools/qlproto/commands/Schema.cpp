@@ -10,7 +10,6 @@
 // Everything stands in declaration order, which for fields is wire order; the same protocol gives the same bytes.
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
-#include <unistd.h>
 
 #include "Inspect/Reflection.h"
 #include "generated/QLProtocol/QLProtocol.h"
@@ -61,9 +60,7 @@ Json schemaJson() {
 }
 
 int schema() {
-    Output output(STDOUT_FILENO);
-    output.append(schemaJson().dump(1) + "\n");
-    output.flush();
+    writeText(schemaJson().dump(1) + "\n");
     return EXIT_FINE;
 }
 

@@ -4,7 +4,6 @@
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
-#include <unistd.h>
 
 #include "Inspect/Reflection.h"
 #include "tools/qlproto/CaptureScan.h"
@@ -89,14 +88,12 @@ int stats(const Options& options) {
     scan.run(options.capture, [&](const Packet& packet, const MessageReader& reader) { stats.add(packet, reader); });
 
     const Traffic overall = stats.overall();
-    Output output(STDOUT_FILENO);
-    output.append(options.json ? json(stats, overall) : table(stats, overall));
+    std::string text = options.json ? json(stats, overall) : table(stats, overall);
     if (options.plot && !overall.overTime.isEmpty()) {
         const std::size_t width = terminalWidth();
-        output.append(plotRate(overall.overTime, width));
-        output.append(plotSizes(overall.sizes, width));
+        text += plotRate(overall.overTime, width) + plotSizes(overall.sizes, width);
     }
-    output.flush();
+    writeText(text);
     tellOutOfTime(stats);
     scan.summarize();
     return scan.exitCode();

@@ -5,7 +5,6 @@
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
-#include <unistd.h>
 
 #include "Inspect/Json.h"
 #include "tools/qlproto/CaptureScan.h"
@@ -102,12 +101,10 @@ int trace(const Options& options) {
     } while (trace.hasLearnt() && options.capture != "-");
 
     const std::vector<Trace::Step> steps = trace.steps();
-    Output output(STDOUT_FILENO);
     if (options.json)
-        output.append(json(steps));
+        writeText(json(steps));
     else if (!steps.empty())
-        output.append(table(steps));
-    output.flush();
+        writeText(table(steps));
     tell(steps.empty() ? fmt::format("nothing is known of {}", name)
                        : fmt::format("{} in {}", counted(steps.size(), "step"),
                                      readableDuration(steps.back().time - steps.front().time)));

@@ -3,7 +3,6 @@
 #include <memory>
 
 #include <fmt/format.h>
-#include <unistd.h>
 
 #include "Inspect/Reflection.h"
 #include "tools/qlproto/Capture.h"
@@ -52,19 +51,20 @@ class Report {
 
     void add(const Damage& damage) { fault("damaged record", fmt::format("after packet {}", _packets), damage.text()); }
 
-    void print(Output& output) const {
-        output.append(fmt::format("{:<30}{:>12}{:>12}\n", "message", "sound", "bad"));
+    std::string text() const {
+        std::string text = fmt::format("{:<30}{:>12}{:>12}\n", "message", "sound", "bad");
         for (const auto& [id, count] : _byMessage) {
             const Inspect::TypeInfo* const type = Inspect::reflect(id);
             const std::string name = type != nullptr ? std::string(type->name) : fmt::format("0x{:04X}", id);
-            output.append(fmt::format("{:<30}{:>12}{:>12}\n", name, count.sound, count.bad));
+            text += fmt::format("{:<30}{:>12}{:>12}\n", name, count.sound, count.bad);
         }
-        output.append(fmt::format("{:<30}{:>12}{:>12}\n", "all packets", _sound, _packets - _sound));
-        if (_byFault.empty()) return;
-        output.append(fmt::format("\n{:<42}{:>12}\n", "fault", "count"));
-        for (const auto& [name, number] : _byFault) output.append(fmt::format("{:<42}{:>12}\n", name, number));
-        output.append("\nfirst faults\n");
-        for (const std::string& line : _first) output.append(line);
+        text += fmt::format("{:<30}{:>12}{:>12}\n", "all packets", _sound, _packets - _sound);
+        if (_byFault.empty()) return text;
+        text += fmt::format("\n{:<42}{:>12}\n", "fault", "count");
+        for (const auto& [name, number] : _byFault) text += fmt::format("{:<42}{:>12}\n", name, number);
+        text += "\nfirst faults\n";
+        for (const std::string& line : _first) text += line;
+        return text;
     }
 
     int exitCode() const { return _byFault.empty() ? EXIT_FINE : EXIT_BAD_DATA; }
@@ -93,9 +93,7 @@ int verify(const Options& options) {
         if (capture.damage() != nullptr) report.add(*capture.damage());
         if (isThere) report.add(packet, capture.originalLength());
     }
-    Output output(STDOUT_FILENO);
-    report.print(output);
-    output.flush();
+    writeText(report.text());
     return report.exitCode();
 }
 

@@ -78,8 +78,7 @@ class SessionBodies : public PacketSink {
     SessionBodies() { session::Session(1, 3000, *this).run(); }
 
     void packet(const Packet& packet) override {
-        const auto id = static_cast<Velmora::MsgType_t>(static_cast<unsigned char>(packet.bytes[0])
-                                                        | static_cast<unsigned char>(packet.bytes[1]) << 8);
+        const Velmora::MsgType_t id = identifierOf(packet.bytes);
         if (id == Quillon::PadMessage::ID) return; // is written in another form than it is read in
         std::set<std::string>& bodies = _bodies[id];
         const std::string_view body = packet.bytes.substr(IDENTIFIER_SIZE);

@@ -9,45 +9,22 @@ using namespace Quillon;
 namespace {
 
 constexpr int64_t INTERVAL = 30 * MILLISECONDS; // from one event to the next, on average
-constexpr int64_t ANSWER = 100 * MICROSECONDS;
-constexpr int16_t APPLICATION = 7;   // on the memory bus
-constexpr int64_t GENERATION = 1709; // of that application's run
+constexpr int16_t APPLICATION = 7;              // on the memory bus
+constexpr int64_t GENERATION = 1709;            // of that application's run
 
 } // namespace
 
+const Connections::Events Connections::EVENTS = {{
+    {&Connections::heartbeatTimer, &Connections::heartbeat},
+    {&Connections::heartbeatTimer, &Connections::heartbeat},
+    {&Connections::ruThere, &Connections::imHere},
+    {&Connections::ruThere, &Connections::imHere},
+    {&Connections::memoryBusHeartbeat},
+    {&Connections::pad},
+}};
+
 Connections::Connections(const World& world, Scheduler& scheduler, Sender& sender, Rng rng)
-    : _world(world),
-      _scheduler(scheduler),
-      _sender(sender),
-      _rng(rng),
-      _events(_rng.fork(), {{HEARTBEAT_TIMER, HEARTBEAT_TIMER, RU_THERE, RU_THERE, MEMORY_BUS, PAD}}) {}
-
-void Connections::start() { _scheduler.wake(0, *this, NEXT); }
-
-void Connections::act(int token) {
-    switch (static_cast<Event>(token)) {
-    case NEXT:
-        _scheduler.wake(0, *this, _events.deal());
-        _scheduler.wake(_scheduler.paced(_rng.around(INTERVAL)), *this, NEXT);
-        return;
-    case HEARTBEAT_TIMER:
-        heartbeatTimer();
-        _scheduler.wake(_rng.around(ANSWER), *this, HEARTBEAT);
-        return;
-    case HEARTBEAT:
-        return heartbeat();
-    case RU_THERE:
-        ruThere();
-        _scheduler.wake(_rng.around(ANSWER), *this, IM_HERE);
-        return;
-    case IM_HERE:
-        return imHere();
-    case MEMORY_BUS:
-        return memoryBusHeartbeat();
-    case PAD:
-        return pad();
-    }
-}
+    : Routine(world, scheduler, sender, rng, EVENTS, INTERVAL, 100 * MICROSECONDS) {}
 
 void Connections::sendVersion() {
     _sender.send<VersionMessage>([](VersionMessage& message) {

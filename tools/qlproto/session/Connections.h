@@ -2,13 +2,11 @@
 // them.
 #pragma once
 
-#include "tools/qlproto/session/Rng.h"
-#include "tools/qlproto/session/Sender.h"
-#include "tools/qlproto/session/World.h"
+#include "tools/qlproto/session/Routine.h"
 
 namespace qlproto::session {
 
-class Connections : public Actor {
+class Connections : public Routine<Connections, 6> {
   public:
     Connections(const World& world, Scheduler& scheduler, Sender& sender, Rng rng);
 
@@ -22,13 +20,8 @@ class Connections : public Actor {
     void connectMemoryBus();
     void disconnectMemoryBus();
 
-    /// From now on the links show that they live.
-    void start();
-
-    void act(int token) override;
-
   private:
-    enum Event { NEXT, HEARTBEAT_TIMER, HEARTBEAT, RU_THERE, IM_HERE, MEMORY_BUS, PAD };
+    static const Events EVENTS;
 
     void heartbeatTimer();
     void heartbeat();
@@ -37,11 +30,6 @@ class Connections : public Actor {
     void memoryBusHeartbeat();
     void pad();
 
-    const World& _world;
-    Scheduler& _scheduler;
-    Sender& _sender;
-    Rng _rng;
-    Deck<Event, 6> _events;
     int32_t _heartbeats = 0;
     int32_t _probes = 0;
     int64_t _probeSent = 0; ///< when the client sent the last probe

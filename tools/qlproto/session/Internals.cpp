@@ -6,56 +6,23 @@ namespace qlproto::session {
 
 using namespace Quillon;
 
-namespace {
-
-constexpr int64_t INTERVAL = 16 * MILLISECONDS; // from one event to the next, on average
-constexpr int64_t ANSWER = 500 * MICROSECONDS;
-
-} // namespace
+const Internals::Events Internals::EVENTS = {{
+    {&Internals::log},
+    {&Internals::log},
+    {&Internals::log},
+    {&Internals::insertLog},
+    {&Internals::statisticsTimeout, &Internals::statistics},
+    {&Internals::exchange},
+    {&Internals::exchange},
+    {&Internals::checkActivity},
+    {&Internals::callback},
+    {&Internals::timer},
+    {&Internals::test},
+    {&Internals::jsonRequest, &Internals::jsonAnswer},
+}};
 
 Internals::Internals(const World& world, Scheduler& scheduler, Sender& sender, Rng rng)
-    : _world(world),
-      _scheduler(scheduler),
-      _sender(sender),
-      _rng(rng),
-      _events(_rng.fork(), {{LOG, LOG, LOG, INSERT_LOG, STATISTICS_TIMEOUT, EXCHANGE, EXCHANGE, ACTIVITY_CHECK,
-                             CALLBACK, TIMER, TEST, JSON_REQUEST}}) {}
-
-void Internals::start() { _scheduler.wake(0, *this, NEXT); }
-
-void Internals::act(int token) {
-    const auto answerWith = [&](Event event) { _scheduler.wake(_rng.around(ANSWER), *this, event); };
-    switch (static_cast<Event>(token)) {
-    case NEXT:
-        _scheduler.wake(0, *this, _events.deal());
-        _scheduler.wake(_scheduler.paced(_rng.around(INTERVAL)), *this, NEXT);
-        return;
-    case LOG:
-        return log();
-    case INSERT_LOG:
-        return insertLog();
-    case STATISTICS_TIMEOUT:
-        statisticsTimeout();
-        return answerWith(STATISTICS);
-    case STATISTICS:
-        return statistics();
-    case EXCHANGE:
-        return exchange();
-    case ACTIVITY_CHECK:
-        return checkActivity();
-    case CALLBACK:
-        return callback();
-    case TIMER:
-        return timer();
-    case TEST:
-        return test();
-    case JSON_REQUEST:
-        jsonRequest();
-        return answerWith(JSON_ANSWER);
-    case JSON_ANSWER:
-        return jsonAnswer();
-    }
-}
+    : Routine(world, scheduler, sender, rng, EVENTS, 16 * MILLISECONDS, 500 * MICROSECONDS) {}
 
 void Internals::initializeTask() {
     _sender.send<TaskInitializationMessage>([](TaskInitializationMessage&) {});

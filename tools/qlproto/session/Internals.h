@@ -2,39 +2,19 @@
 // clients.
 #pragma once
 
-#include "tools/qlproto/session/Rng.h"
-#include "tools/qlproto/session/Sender.h"
-#include "tools/qlproto/session/World.h"
+#include "tools/qlproto/session/Routine.h"
 
 namespace qlproto::session {
 
-class Internals : public Actor {
+class Internals : public Routine<Internals, 12> {
   public:
     Internals(const World& world, Scheduler& scheduler, Sender& sender, Rng rng);
 
     /// A server's task comes up.
     void initializeTask();
 
-    /// From now on the servers are busy.
-    void start();
-
-    void act(int token) override;
-
   private:
-    enum Event {
-        NEXT,
-        LOG,
-        INSERT_LOG,
-        STATISTICS_TIMEOUT,
-        STATISTICS,
-        EXCHANGE,
-        ACTIVITY_CHECK,
-        CALLBACK,
-        TIMER,
-        TEST,
-        JSON_REQUEST,
-        JSON_ANSWER,
-    };
+    static const Events EVENTS;
 
     void log();
     void insertLog();
@@ -48,11 +28,6 @@ class Internals : public Actor {
     void jsonRequest();
     void jsonAnswer();
 
-    const World& _world;
-    Scheduler& _scheduler;
-    Sender& _sender;
-    Rng _rng;
-    Deck<Event, 12> _events;
     int32_t _timers = 0;
     int _jsonRequests = 0;
 };

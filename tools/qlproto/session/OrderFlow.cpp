@@ -93,7 +93,7 @@ void OrderFlow::beginOrder(bool othersFollow) {
 
 void OrderFlow::chooseNext() {
     _user = &_world.users[static_cast<std::size_t>(_rng.between(0, 2))]; // the last makes markets and sends no orders
-    _listing = static_cast<std::size_t>(_rng.between(0, static_cast<int64_t>(_world.listings.size()) - 1));
+    _listing = _rng.indexIn(_world.listings);
 }
 
 void OrderFlow::perform(Step step, Order& order) {

@@ -57,7 +57,7 @@ void Quotes::act(int token) {
 void Quotes::beginRequest() {
     Request request;
     request.script = _scripts.deal();
-    request.listing = static_cast<std::size_t>(_rng.between(0, static_cast<int64_t>(_world.listings.size()) - 1));
+    request.listing = _rng.indexIn(_world.listings);
     request.quoteReqID = fmt::format("QR{}", ++_lastID);
     request.amount = _rng.between(1, 25) * MILLION;
     request.side = _rng.chance(50) ? Side::BID : Side::OFR;

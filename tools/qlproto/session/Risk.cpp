@@ -6,38 +6,14 @@ namespace qlproto::session {
 
 using namespace Quillon;
 
-namespace {
-
-constexpr int64_t INTERVAL = 60 * MILLISECONDS; // from one event to the next, on average
-constexpr int64_t ANSWER = 2 * MILLISECONDS;
-
-} // namespace
+const Risk::Events Risk::EVENTS = {{
+    {&Risk::changeLimits, &Risk::answerLimits},
+    {&Risk::lockUser, &Risk::answerLock},
+    {&Risk::lockUser, &Risk::answerLock},
+}};
 
 Risk::Risk(const World& world, Scheduler& scheduler, Sender& sender, Rng rng)
-    : _world(world), _scheduler(scheduler), _sender(sender), _rng(rng), _events(_rng.fork(), {{LIMITS, LOCK, LOCK}}) {}
-
-void Risk::start() { _scheduler.wake(0, *this, NEXT); }
-
-void Risk::act(int token) {
-    switch (static_cast<Event>(token)) {
-    case NEXT:
-        _scheduler.wake(0, *this, _events.deal());
-        _scheduler.wake(_scheduler.paced(_rng.around(INTERVAL)), *this, NEXT);
-        return;
-    case LIMITS:
-        sendLimits(false);
-        _scheduler.wake(_rng.around(ANSWER), *this, LIMITS_ANSWER);
-        return;
-    case LIMITS_ANSWER:
-        return answerLimits();
-    case LOCK:
-        lockUser();
-        _scheduler.wake(_rng.around(ANSWER), *this, LOCK_ANSWER);
-        return;
-    case LOCK_ANSWER:
-        return answerLock();
-    }
-}
+    : Routine(world, scheduler, sender, rng, EVENTS, 60 * MILLISECONDS, 2 * MILLISECONDS) {}
 
 void Risk::sendLimits(bool isSnapshot) {
     _limitsRequest = fmt::format("risk-{}", ++_lastRequest);

@@ -33,7 +33,12 @@ class Rng {
 
     template <class Container>
     auto& pick(Container& items) {
-        return items[next() % items.size()];
+        return items[indexIn(items)];
+    }
+
+    template <class Container>
+    std::size_t indexIn(const Container& items) {
+        return next() % items.size();
     }
 
     /// A time around `mean`, from half of it to one and a half.

@@ -8,8 +8,6 @@ using namespace Quillon;
 
 namespace {
 
-constexpr int64_t INTERVAL = 20 * MILLISECONDS; // from one event to the next, on average
-constexpr int64_t ANSWER = 1 * MILLISECONDS;
 constexpr int32_t BATCH_DEFINITION = 71;
 constexpr std::size_t BATCHING_FEED = 1; // index in World::feeds
 
@@ -17,59 +15,21 @@ std::string subscriptionID(std::size_t listing) { return fmt::format("sub-{}", l
 
 } // namespace
 
+const Subscriptions::Events Subscriptions::EVENTS = {{
+    {&Subscriptions::requestSecurity, &Subscriptions::sendSecurity},
+    {&Subscriptions::requestAnySnapshot, &Subscriptions::sendSnapshotAskedFor},
+    {&Subscriptions::snapshotTimer},
+    {&Subscriptions::snapshotTimeout},
+    {&Subscriptions::unregisterBatch, &Subscriptions::registerBatch},
+    {&Subscriptions::completeBatches},
+    {&Subscriptions::requestReplay, &Subscriptions::endReplay},
+    {&Subscriptions::sendLastSequenceIDsOfAnyFeed},
+    {&Subscriptions::reportCredit},
+    {&Subscriptions::rollOver},
+}};
+
 Subscriptions::Subscriptions(const World& world, MarketData& marketData, Scheduler& scheduler, Sender& sender, Rng rng)
-    : _world(world),
-      _marketData(marketData),
-      _scheduler(scheduler),
-      _sender(sender),
-      _rng(rng),
-      _events(_rng.fork(), {{SECURITY_REQUEST, SNAPSHOT_REQUEST, TIMER, TIMEOUT, BATCH_UNREGISTER, BATCHES_COMPLETED,
-                             REPLAY, SEQUENCE_IDS, EVENT_REPORT, DATE_ROLLOVER}}) {}
-
-void Subscriptions::start() { _scheduler.wake(0, *this, NEXT); }
-
-void Subscriptions::act(int token) {
-    const auto answerWith = [&](Event event) { _scheduler.wake(_rng.around(ANSWER), *this, event); };
-    switch (static_cast<Event>(token)) {
-    case NEXT:
-        _scheduler.wake(0, *this, _events.deal());
-        _scheduler.wake(_scheduler.paced(_rng.around(INTERVAL)), *this, NEXT);
-        return;
-    case SECURITY_REQUEST:
-        requestSecurity();
-        return answerWith(SECURITY_INFO);
-    case SECURITY_INFO:
-        return sendSecurity();
-    case SNAPSHOT_REQUEST:
-        _listing = static_cast<std::size_t>(_rng.between(0, static_cast<int64_t>(_world.listings.size()) - 1));
-        requestSnapshot(*_world.listings[_listing].feed);
-        return answerWith(SNAPSHOT);
-    case SNAPSHOT:
-        return sendSnapshot(_listing);
-    case TIMER:
-        return snapshotTimer();
-    case TIMEOUT:
-        return snapshotTimeout();
-    case BATCH_UNREGISTER:
-        unregisterBatch();
-        return answerWith(BATCH_REGISTER);
-    case BATCH_REGISTER:
-        return registerBatch();
-    case BATCHES_COMPLETED:
-        return completeBatches();
-    case REPLAY:
-        requestReplay();
-        return answerWith(REPLAY_DONE);
-    case REPLAY_DONE:
-        return endReplay();
-    case SEQUENCE_IDS:
-        return sendLastSequenceIDs(_rng.pick(_world.feeds));
-    case EVENT_REPORT:
-        return reportEvent(ExchEventType::CREDITAVAILABLE, _rng.pick(_world.listings), "credit line renewed");
-    case DATE_ROLLOVER:
-        return rollOver();
-    }
-}
+    : Routine(world, scheduler, sender, rng, EVENTS, 20 * MILLISECONDS, 1 * MILLISECONDS), _marketData(marketData) {}
 
 FeedMarketID Subscriptions::fmID(std::size_t listing) const {
     return FeedMarketID(_world.listings[listing].market->id, _world.listings[listing].feed->id);
@@ -139,6 +99,11 @@ void Subscriptions::requestSnapshot(const Feed& feed) {
 
 void Subscriptions::sendSnapshot(std::size_t listing) { _marketData.sendSnapshot(listing, _streamID); }
 
+void Subscriptions::requestAnySnapshot() {
+    _listing = _rng.indexIn(_world.listings);
+    requestSnapshot(*_world.listings[_listing].feed);
+}
+
 void Subscriptions::sendLastSequenceIDs(const Feed& feed) {
     _sender.send<LastSequenceIDMessage>([&](LastSequenceIDMessage& message) {
         for (const User& user : _world.users) message.feedSeqIDs.push_back(UserSequenceID(user.id, user.sequenceID));
@@ -190,7 +155,7 @@ void Subscriptions::unsubscribeAll(const User& user) {
 }
 
 void Subscriptions::requestSecurity() {
-    _listing = static_cast<std::size_t>(_rng.between(0, static_cast<int64_t>(_world.listings.size()) - 1));
+    _listing = _rng.indexIn(_world.listings);
     _sender.send<RequestMessage>([&](RequestMessage& message) {
         message.fmID = fmID(_listing);
         message.request = Request::SECURITYINFO;
@@ -242,9 +207,13 @@ void Subscriptions::reportEvent(ExchEventType::Type event, const Listing& listin
     });
 }
 
+void Subscriptions::reportCredit() {
+    reportEvent(ExchEventType::CREDITAVAILABLE, _rng.pick(_world.listings), "credit line renewed");
+}
+
 void Subscriptions::rollOver() {
     _sender.send<DateRolloverMessage>([&](DateRolloverMessage& message) {
-        const std::size_t listing = _rng.next() % _world.listings.size();
+        const std::size_t listing = _rng.indexIn(_world.listings);
         message.contents.set(fmID(listing), tradeDate(_scheduler.now()) + DAYS, settlDate(_scheduler.now()) + DAYS);
         message.dispatchToAll = true;
     });

@@ -3,13 +3,11 @@
 #pragma once
 
 #include "tools/qlproto/session/MarketData.h"
-#include "tools/qlproto/session/Rng.h"
-#include "tools/qlproto/session/Sender.h"
-#include "tools/qlproto/session/World.h"
+#include "tools/qlproto/session/Routine.h"
 
 namespace qlproto::session {
 
-class Subscriptions : public Actor {
+class Subscriptions : public Routine<Subscriptions, 10> {
   public:
     Subscriptions(const World& world, MarketData& marketData, Scheduler& scheduler, Sender& sender, Rng rng);
 
@@ -25,38 +23,21 @@ class Subscriptions : public Actor {
     void unsubscribe(std::size_t listing);
     void unsubscribeAll(const User& user);
 
-    /// From now on the clients ask and the feeds report.
-    void start();
-
-    void act(int token) override;
-
   private:
-    enum Event {
-        NEXT,
-        SECURITY_REQUEST,
-        SECURITY_INFO,
-        SNAPSHOT_REQUEST,
-        SNAPSHOT,
-        TIMER,
-        TIMEOUT,
-        BATCH_UNREGISTER,
-        BATCH_REGISTER,
-        BATCHES_COMPLETED,
-        REPLAY,
-        REPLAY_DONE,
-        SEQUENCE_IDS,
-        EVENT_REPORT,
-        DATE_ROLLOVER,
-    };
+    static const Events EVENTS;
 
     void requestSecurity();
     void sendSecurity();
+    void requestAnySnapshot();
+    void sendSnapshotAskedFor() { sendSnapshot(_listing); }
     void snapshotTimer();
     void snapshotTimeout();
     void unregisterBatch();
     void completeBatches();
     void requestReplay();
     void endReplay();
+    void sendLastSequenceIDsOfAnyFeed() { sendLastSequenceIDs(_rng.pick(_world.feeds)); }
+    void reportCredit();
     void reportEvent(Quillon::ExchEventType::Type event, const Listing& listing, const char* text);
     void rollOver();
 
@@ -64,12 +45,7 @@ class Subscriptions : public Actor {
     Quillon::Subscription subscription(std::size_t listing) const;
     const User& subscriber(std::size_t listing) const { return _world.users[listing % _world.users.size()]; }
 
-    const World& _world;
     MarketData& _marketData;
-    Scheduler& _scheduler;
-    Sender& _sender;
-    Rng _rng;
-    Deck<Event, 10> _events;
     std::size_t _listing = 0; ///< what the last request asked for
     int32_t _streamID = 100;  ///< of the last snapshot request
     int32_t _requests = 0;
