@@ -99,8 +99,9 @@ void addShape(const Shape<M>& shape) {
     });
 #endif
 
+    scratch->restart();
     measure(shape.name, "construct", "QLProtocol",
-            [=](size_t) { benchmark::DoNotOptimize(&scratch->template fresh<T>()); });
+            [=](size_t) { benchmark::DoNotOptimize(new (scratch->alloc.buffer()) T(scratch->alloc)); });
     measure(shape.name, "copy", "QLProtocol", [=](size_t i) {
         T& copy = scratch->template fresh<T>();
         copy = (*ours)[i];
