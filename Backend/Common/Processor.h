@@ -47,6 +47,11 @@ struct Baseline {
         bytes = (bytes & 0x00003FFF00003FFF) | (bytes & 0x3FFF00003FFF0000) >> 2;
         return ((bytes & 0x000000000FFFFFFF) | (bytes & 0x0FFFFFFF00000000) >> 4) >> Dropped;
     }
+    /// Bits 8k+7 that are not set in `word`, into `stops`; whether there is one.
+    FORCE_INLINE static bool stopsOf(uint64_t word, uint64_t& stops) {
+        stops = ~word & KernelMasks::MORE;
+        return stops != 0;
+    }
     /// Bits 8k+7 below bit `index` < 64.
     FORCE_INLINE static uint64_t moreBelow(unsigned index) { return KernelMasks::MORE & ((uint64_t{1} << index) - 1); }
 };
@@ -68,6 +73,11 @@ struct Bmi2 {
         uint64_t bits;
         __asm__("pextq %2, %1, %0" : "=r"(bits) : "r"(bytes), "m"(KernelMasks::GROUPS<Dropped, N>));
         return bits;
+    }
+    FORCE_INLINE static bool stopsOf(uint64_t word, uint64_t& stops) {
+        bool isAny;
+        __asm__("andnq %3, %2, %0" : "=r"(stops), "=@ccnz"(isAny) : "r"(word), "m"(KernelMasks::MORE));
+        return isAny;
     }
     FORCE_INLINE static uint64_t moreBelow(unsigned index) {
         uint64_t bits;

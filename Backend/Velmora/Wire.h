@@ -206,10 +206,10 @@ class Reader {
   public:
     /// `begin`: of the whole range; bytes between it and the cursor may be looked at again.
     Reader(const char* cursor, const char* begin, const char* end, size_t least = 0)
-        : p(cursor), behind(least), _begin(begin), _end(end) {}
+        : p(cursor), behind(least), _begin(begin), _lastWord(reinterpret_cast<uintptr_t>(end) - 8) {}
 
     const char* begin() const { return _begin; }
-    const char* end() const { return _end; }
+    const char* end() const { return reinterpret_cast<const char*>(_lastWord + 8); }
 
     FORCE_INLINE unsigned char byte() { return static_cast<unsigned char>(*p++); }
 
@@ -236,12 +236,12 @@ class Reader {
                 if ((word & 0x8000) == 0) return static_cast<T>(taken<2>(word));
                 if ((word & 0x800000) == 0) return static_cast<T>(taken<3>(word));
             }
-            if (const uint64_t stop = ~word & more; __builtin_expect(stop != 0, sizeof(T) <= 4)) {
+            if (uint64_t stops; __builtin_expect(Kernel::stopsOf(word, stops), sizeof(T) <= 4)) {
                 if constexpr (sizeof(T) > 4) {
                     if ((word & 0x8000) == 0) return static_cast<T>(taken<2>(word));
                     if ((word & 0x800000) == 0) return static_cast<T>(taken<3>(word));
                 }
-                return static_cast<T>(take(word, stop));
+                return static_cast<T>(take(word, stops));
             }
             if constexpr (sizeof(T) > 4) {
                 // A byte behind the word belongs to the encoding: the ninth of a time in nanoseconds.
@@ -252,8 +252,8 @@ class Reader {
                 }
             }
         } else {
-            word = tail(p, _begin, _end);
-            if (const uint64_t stop = ~word & more) return static_cast<T>(take(word, stop));
+            word = tail(p, _begin, end());
+            if (uint64_t stops; Kernel::stopsOf(word, stops)) return static_cast<T>(take(word, stops));
         }
         return static_cast<T>(taken(anyVarint(p)));
     }
@@ -278,9 +278,9 @@ class Reader {
                 if ((word & 0x80000000) == 0) return taken<4, 2>(word);
                 if ((word & 0x8000000000) == 0) return taken<5, 2>(word);
             } else {
-                word = tail(p, _begin, _end);
+                word = tail(p, _begin, end());
             }
-            if (const uint64_t stop = ~word & more) return take<2>(word, stop);
+            if (uint64_t stops; Kernel::stopsOf(word, stops)) return take<2>(word, stops);
         }
         return taken(rareSpecial(p));
     }
@@ -296,7 +296,9 @@ class Reader {
 
   private:
     /// Whether the eight bytes at the cursor may be looked at.
-    FORCE_INLINE bool isWord() const { return behind >= 7 || __builtin_expect(_end - p >= 8, 1); }
+    FORCE_INLINE bool isWord() const {
+        return behind >= 7 || __builtin_expect(reinterpret_cast<uintptr_t>(p) <= _lastWord, 1);
+    }
 
     static constexpr uint64_t more = Quillon::KernelMasks::MORE;
 
@@ -321,11 +323,11 @@ class Reader {
         return Kernel::template gather<Dropped, N>(word);
     }
 
-    /// The varint whose last byte is marked by the lowest bit of `stop`, without its lowest bits.
+    /// The varint whose last byte is marked by the lowest bit of `stops`, without its lowest bits.
     template <unsigned Dropped = 0>
-    FORCE_INLINE uint64_t take(uint64_t word, uint64_t stop) {
-        p += (static_cast<unsigned>(std::countr_zero(stop)) >> 3) + 1;
-        return Kernel::template gather<Dropped>(word & (stop ^ (stop - 1)));
+    FORCE_INLINE uint64_t take(uint64_t word, uint64_t stops) {
+        p += (static_cast<unsigned>(std::countr_zero(stops)) >> 3) + 1;
+        return Kernel::template gather<Dropped>(word & (stops ^ (stops - 1)));
     }
 
     /// The word at `p`, of which the range holds fewer than eight bytes: the last eight bytes of the range, shifted
@@ -371,7 +373,7 @@ class Reader {
     }
 
     const char* _begin;
-    const char* _end;
+    uintptr_t _lastWord; // where the range's last eight bytes begin; as a number, for there may be fewer
 };
 
 } // namespace Velmora
