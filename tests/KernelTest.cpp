@@ -60,8 +60,8 @@ struct OlderProcessor {
 };
 
 /// Writes `value` where the bytes end at a protected page, and where they begin behind one; reads them back from there.
-template <class T>
-void expectWithinPages(const T& value, const std::string& body, Sample& sample, Guarded& pages) {
+template <class T, class Check>
+void expectWithinPages(const T& value, const std::string& body, Guarded& pages, const Check& check) {
     const std::string blank(body.size(), '\xAA');
     for (const bool atEnd : {true, false}) {
         char* const begin = const_cast<char*>((atEnd ? pages.hold(blank) : pages.holdAtBegin(blank)).data());
@@ -69,12 +69,20 @@ void expectWithinPages(const T& value, const std::string& body, Sample& sample, 
         value.write(out);
         EXPECT_EQ(hex({begin, out.size()}), hex(body));
         if constexpr (std::is_same_v<T, Quillon::PadMessage>) continue; // reads another form than it writes
-        InBlock<T> back;
+        InBlock<T> back(1 << 18);
         Velmora::FastCodec in(begin, begin + body.size());
         back->read(in);
         EXPECT_EQ(in.size(), body.size());
-        sample.check(*back);
+        check(*back);
     }
+}
+
+/// The same by both kernels.
+template <class T, class Check>
+void expectOfBothKernels(const T& value, const std::string& body, Guarded& pages, const Check& check) {
+    expectWithinPages(value, body, pages, check);
+    const OlderProcessor older;
+    expectWithinPages(value, body, pages, check);
 }
 
 TEST_F(Kernel, AllProcessorsWriteAndReadTheSameBytesAndNoneOutsideABody) {
@@ -85,13 +93,44 @@ TEST_F(Kernel, AllProcessorsWriteAndReadTheSameBytesAndNoneOutsideABody) {
                 InBlock<T> value;
                 Sample sample(filling, seed);
                 sample.fill(*value);
-                const std::string body = encoded(*value);
-                expectWithinPages(*value, body, sample, pages);
-                const OlderProcessor older;
-                expectWithinPages(*value, body, sample, pages);
+                expectOfBothKernels(*value, encoded(*value), pages, [&](const T& back) { sample.check(back); });
             }
         }
     });
+}
+
+TEST_F(Kernel, TextsOfEveryKindOfLength) {
+    Guarded pages;
+    const std::vector<size_t> lengths = {0,  1,  2,  3,  4,  5,  7,   8,   9,   15,  16,    17,    18,   31,
+                                         32, 33, 34, 63, 64, 65, 126, 127, 128, 129, 16383, 16384, 65535};
+    for (const size_t n : lengths) {
+        std::string text(n, ' '), body;
+        for (size_t i = 0; i < n; ++i) text[i] = static_cast<char>(i * 7 + n);
+        for (int i = 0; i < 2; ++i) { // the key and the value
+            size_t rest = n;
+            for (; rest > 127; rest >>= 7) body += static_cast<char>(rest | 0x80);
+            body += static_cast<char>(rest);
+            body += text;
+        }
+        InBlock<Quillon::KeyValuePair> pair(1 << 18);
+        pair->key = text;
+        pair->value = text;
+        expectOfBothKernels(*pair, body, pages, [&](const Quillon::KeyValuePair& back) {
+            EXPECT_TRUE(back.key == text && back.value == text) << n;
+            EXPECT_EQ(back.value.size_(), n + 1) << "the NUL included";
+        });
+
+        // Read over other texts: what fits is overwritten, what does not takes new storage.
+        for (const size_t before : {size_t{0}, n / 2, n, n + 40}) {
+            InBlock<Quillon::KeyValuePair> used(1 << 18);
+            used->key = std::string(before, '#');
+            used->value = std::string(before, '#');
+            Velmora::FastCodec codec(body.data(), body.data() + body.size());
+            used->read(codec);
+            EXPECT_TRUE(used->key == text && used->value == text) << n << " over " << before;
+            EXPECT_EQ(used->key.c_str()[n], '\0');
+        }
+    }
 }
 
 } // namespace
