@@ -60,6 +60,25 @@ TEST(BufString, AssignmentAcrossBlocksKeepsTheTargetsStorage) {
     EXPECT_EQ(block.alloc.used_size(), 7u);
 }
 
+TEST(BufString, AFirstTextTakesWhatItNeeds) {
+    for (int n : {0, 1, 2, 7, 15, 16, 30, 31, 32, 33, 100}) {
+        const std::string text(static_cast<size_t>(n), 'x');
+        Block sourceBlock(200), block(n + 1), full(n + 1);
+        bufstring source(sourceBlock.alloc), s(block.alloc), without(full.alloc);
+        full.alloc.allocate(1);
+        source = text;
+        s = source;
+        EXPECT_TRUE(s == text && s == source) << n;
+        EXPECT_EQ(block.alloc.unused_size(), 0u) << "to the last byte";
+        EXPECT_THROW(without = source, std::out_of_range);
+        EXPECT_EQ(full.alloc.used_size(), 1 + text.size() + 1) << "the failed request included";
+        EXPECT_TRUE(without.empty_());
+        const bufstring& itself = s;
+        s = itself;
+        EXPECT_TRUE(s == text);
+    }
+}
+
 TEST(BufString, TextOperations) {
     Block block(1000);
     bufstring s(block.alloc);

@@ -32,9 +32,11 @@ class basic_bufstring : public bufvector<CharT> {
 
     /// Takes over all elements of `other`, its NUL included; none from a string that was never stored, not even a NUL.
     basic_bufstring& operator=(const basic_bufstring& other) {
-        if (this == &other) return *this;
         const size_type count = other.size_();
-        if (count != 0 || !empty_()) Quillon::copyBytes(_M_overwrite(count), other._M_start, count);
+        if (char* start; count - 1 < 32 && _M_take_first(count, start)) // 1 to 32, as nearly all copies are
+            Quillon::copyBytes(start, other._M_start, count);
+        else if (count != 0 || !empty_())
+            _M_assign_rare(other, count);
         return *this;
     }
     basic_bufstring& operator=(const char* text) { return assign(text); }
@@ -53,8 +55,7 @@ class basic_bufstring : public bufvector<CharT> {
     /// such a one or its block has too little left: assign() is for these.
     FORCE_INLINE bool assignFirst(const char* text, size_type n) {
         char* start;
-        if (__builtin_expect(this->_M_start != nullptr || !this->_M_alloc.tryAllocate(n + 1, start), 0)) return false;
-        this->_M_set_storage(start, start + n + 1, n + 1);
+        if (!_M_take_first(n + 1, start)) return false;
         Quillon::copyBytes(start, text, n);
         start[n] = '\0';
         return true;
@@ -97,16 +98,20 @@ class basic_bufstring : public bufvector<CharT> {
     friend bool operator!=(const basic_bufstring& a, const std::string& b) { return !(a == b); }
 
   private:
+    /// The storage of a string's first text: `count` elements, no more. False, with nothing done, where it has storage
+    /// or its block has too little left.
+    FORCE_INLINE bool _M_take_first(size_type count, char*& start) {
+        if (__builtin_expect(this->_M_start != nullptr || !this->_M_alloc.tryAllocate(count, start), 0)) return false;
+        this->_M_set_storage(start, start + count, count);
+        return true;
+    }
+    [[gnu::noinline]] void _M_assign_rare(const basic_bufstring& other, size_type count) {
+        if (this != &other) Quillon::copyBytes(_M_overwrite(count), other._M_start, count);
+    }
     /// Makes `count` elements that the caller is about to overwrite, with the growth of resize() but without its fill.
     /// Returns the first. Old storage that was replaced stays readable, for the block takes nothing back.
     FORCE_INLINE char* _M_overwrite(size_type count) {
-        if (__builtin_expect(this->_M_start == nullptr, 1)) { // the first text of a fresh string takes what it needs
-            char* start;
-            if (__builtin_expect(this->_M_alloc.tryAllocate(count, start), 1)) {
-                this->_M_set_storage(start, start + count, count);
-                return start;
-            }
-        }
+        if (char* start; _M_take_first(count, start)) return start;
         if (count > this->capacity()) _M_renew(count);
         this->_M_finish = this->_M_start + count;
         return this->_M_start;

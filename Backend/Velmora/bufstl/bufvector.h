@@ -269,7 +269,7 @@ class vector : public _Vector_base<T, Alloc> {
         else if (n != 0)
             insertInPlace(position, n, value);
     }
-    void insertInPlace(iterator position, size_type n, const T& value);
+    [[gnu::cold]] void insertInPlace(iterator position, size_type n, const T& value); // rare: in front of elements
 
     /// Moves the vector to new storage of that capacity, whose elements `build(built)` makes, advancing `built` past
     /// each. When that throws, what was built is destroyed and the old storage stays in use.
