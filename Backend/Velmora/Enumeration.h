@@ -64,18 +64,36 @@ const char* enumeratorName(typename H::Type value) {
     return static_cast<unsigned int>(value) <= H::_maxValue ? H::_names[value] : nullptr;
 }
 
-/// The ordinal of an enumerator; 0 for a value that is none.
-template <class H>
-FORCE_INLINE unsigned char enumeratorIndex(typename H::Type value) {
-    return static_cast<unsigned int>(value) <= H::_maxValue ? H::_toIndex[value] : 0;
-}
-
 /// The lowest enumerator's value.
 template <class H>
 constexpr unsigned int lowestEnumerator() {
     unsigned int lowest = H::_maxValue;
-    enumerators(of<H>{}, [&](const char*, auto value) { lowest = std::min<unsigned int>(lowest, value); });
+    enumerators(of<H>{}, [&](const char*, auto v) { lowest = std::min(lowest, static_cast<unsigned int>(v)); });
     return lowest;
+}
+
+/// The length of the name of an enumerator, known without a look at the name.
+template <class H>
+FORCE_INLINE size_t enumeratorNameLength(typename H::Type value) {
+    constexpr unsigned int lowest = lowestEnumerator<H>();
+    struct Lengths {
+        unsigned char of[H::_maxValue - lowest + 1] = {};
+    };
+    static constexpr Lengths lengths = [] {
+        Lengths made;
+        enumerators(of<H>{}, [&](const char* name, auto v) {
+            made.of[static_cast<unsigned int>(v) - lowest] =
+                static_cast<unsigned char>(std::char_traits<char>::length(name));
+        });
+        return made;
+    }();
+    return lengths.of[static_cast<unsigned int>(value) - lowest];
+}
+
+/// The ordinal of an enumerator; 0 for a value that is none.
+template <class H>
+FORCE_INLINE unsigned char enumeratorIndex(typename H::Type value) {
+    return static_cast<unsigned int>(value) <= H::_maxValue ? H::_toIndex[value] : 0;
 }
 
 /// H::isValid(value) for helpers that are initialised. Where the enumerators have no gap it needs no look at the table.

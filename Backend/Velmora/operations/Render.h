@@ -41,6 +41,11 @@ class LineSink {
         std::memcpy(p, text, n);
         p += n;
     }
+    /// A short text whose length is known only now: copied in place, for a call would cost more.
+    FORCE_INLINE void word(const char* word, size_t n) {
+        Quillon::copyBytes(p, word, n);
+        p += n;
+    }
     FORCE_INLINE void boolean(bool v) { *p++ = v ? 'T' : 'F'; }
     FORCE_INLINE void integer(int32_t v) {
         if (v >= 0 && v < 10)
@@ -90,6 +95,7 @@ class CodecSink { // calls, not code in place: this way is rare, and there is on
         _codec->write_data(text);
     }
     [[gnu::noinline]] void text(const char* text, size_t) { _codec->write_rawfield(text); }
+    void word(const char* word, size_t n) { text(word, n); }
     void boolean(bool v) { _codec->write_bool(v); }
     void integer(int8_t v) { _codec->write_int8(static_cast<char>(v)); }
     void integer(int16_t v) { _codec->write_int16(v); }
@@ -120,7 +126,7 @@ template <class Sink, class Encoding>
 requires std::same_as<Encoding, plain_t> || std::same_as<Encoding, price_t> FORCE_INLINE void
 show(Sink& sink, Encoding, std::same_as<int64_t> auto v) {
     if (const char* const sentinel = sentinelName(v))
-        sink.text(sentinel, std::strlen(sentinel));
+        sink.word(sentinel, v == NA ? 2 : 3);
     else
         sink.integer(v);
 }
@@ -134,7 +140,7 @@ FORCE_INLINE void show(Sink& sink, Encoding, const String auto& v) {
 template <class Sink, Enumerator E>
 FORCE_INLINE void show(Sink& sink, plain_t, E v) {
     if (const char* const name = enumeratorName<EnumerationOf<E>>(v))
-        sink.text(name, std::strlen(name));
+        sink.word(name, enumeratorNameLength<EnumerationOf<E>>(v));
     else
         sink.integer(static_cast<int32_t>(v));
 }
