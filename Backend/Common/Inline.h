@@ -3,9 +3,10 @@
 // The operations over field lists are generic functions that are called once per field. Left to its own limits the
 // compiler keeps some of those calls, which costs about a sixth of the speed of the codec. Debug builds gain nothing
 // and would only compile slower, so there the attribute is absent and every field is a frame a debugger can step into.
+// Sanitizer builds are optimised a little and define QL_NO_FORCED_INLINING: it halves what they take to compile.
 #pragma once
 
-#ifdef __OPTIMIZE__
+#if defined(__OPTIMIZE__) && !defined(QL_NO_FORCED_INLINING)
 #define FORCE_INLINE [[gnu::always_inline]] inline
 #define FORCE_INLINE_LAMBDA __attribute__((always_inline))
 #else
