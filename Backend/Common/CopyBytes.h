@@ -18,10 +18,13 @@ FORCE_INLINE void copyInTwoPieces(char* to, const char* from, size_t n) {
     std::memcpy(to + n - Size, last, Size);
 }
 
+/// Up to so many bytes are copied without a call, and texts of so many are coded and copied in place.
+inline constexpr size_t SHORT_COPY = 32;
+
 /// Copies `n` bytes. The ranges may overlap. Texts of a few dozen characters are the common case.
 FORCE_INLINE void copyBytes(char* to, const char* from, size_t n) {
     if (n >= 16)
-        n <= 32 ? copyInTwoPieces<16>(to, from, n) : static_cast<void>(std::memmove(to, from, n));
+        n <= SHORT_COPY ? copyInTwoPieces<16>(to, from, n) : static_cast<void>(std::memmove(to, from, n));
     else if (n >= 8)
         copyInTwoPieces<8>(to, from, n);
     else if (n >= 4)

@@ -42,7 +42,7 @@ class FastCodec {
     char* begin() const { return _begin; }
     char* end() const { return _end; }
     char* cursor() const { return _buf; }
-    void setCursor(char* cursor) { _buf = cursor; }
+    void setCursor(const char* cursor) { _buf += cursor - _buf; } // a reader's cursor is one to const
 
     // --- varints
 
@@ -59,7 +59,7 @@ class FastCodec {
     FORCE_INLINE T read_varint() {
         Reader in(_buf, _begin, _end);
         const auto value = in.varint<std::make_unsigned_t<T>>();
-        _buf += in.p - _buf;
+        setCursor(in.p);
         return static_cast<T>(value);
     }
     template <class T>
@@ -87,7 +87,7 @@ class FastCodec {
     FORCE_INLINE void read_varint_special(uint64_t& pattern) {
         Reader in(_buf, _begin, _end);
         pattern = in.special();
-        _buf += in.p - _buf;
+        setCursor(in.p);
     }
 
     /// The encoding of prices and amounts: the special varint.
@@ -147,7 +147,7 @@ class FastCodec {
     FORCE_INLINE unsigned short read_length() {
         Reader in(_buf, _begin, _end);
         const unsigned short count = in.length();
-        _buf += in.p - _buf;
+        setCursor(in.p);
         return count;
     }
 
@@ -211,7 +211,7 @@ class FastCodec {
     FORCE_INLINE T read_raw() {
         Reader in(_buf, _begin, _end);
         const T value = in.raw<T>();
-        _buf += in.p - _buf;
+        setCursor(in.p);
         return value;
     }
 

@@ -97,7 +97,7 @@ class Writer {
     /// A length as a varint of 16 bits, and as many bytes as `n` says; by contract n < 2^16. Short texts are written
     /// inline.
     FORCE_INLINE void text(const char* from, size_t n) {
-        if (__builtin_expect(n > 32, 0)) {
+        if (__builtin_expect(n > Quillon::SHORT_COPY, 0)) {
             p = longText(p, from, n);
             return;
         }

@@ -33,7 +33,7 @@ class basic_bufstring : public bufvector<CharT> {
     /// Takes over all elements of `other`, its NUL included; none from a string that was never stored, not even a NUL.
     basic_bufstring& operator=(const basic_bufstring& other) {
         const size_type count = other.size_();
-        if (char* start; count - 1 < 32 && _M_take_first(count, start)) // 1 to 32, as nearly all copies are
+        if (char* start; count - 1 < Quillon::SHORT_COPY && _M_take_first(count, start)) // nearly all
             Quillon::copyBytes(start, other._M_start, count);
         else if (count != 0 || !empty_())
             _M_assign_rare(other, count);

@@ -55,8 +55,8 @@ template <class K>
 template <class K>
 FORCE_INLINE void get(Reader<K>& in, plain_t, String auto& v, const char*) {
     const size_t first = static_cast<unsigned char>(*in.p);
-    // A text of up to 32 characters, so that its length is one byte, is stored inline if it is its string's first.
-    if (first > 32 || !v.assignFirst(in.p + 1, first)) {
+    // A short text, whose length is one byte, is stored inline if it is its string's first.
+    if (first > Quillon::SHORT_COPY || !v.assignFirst(in.p + 1, first)) {
         in.p = getRareText<K>(v, in.p, in.begin(), in.end());
         return;
     }
@@ -132,15 +132,14 @@ const char* decodeFields(T& value, const char* cursor, const char* begin, const 
 /// destructible, and the cursor stands where it stood.
 template <class Kernel, class T>
 FORCE_INLINE void decode(T& value, FastCodec& codec) {
-    const auto read = [](T* v, FastCodec* in) FORCE_INLINE_LAMBDA {
-        constexpr auto walk = Message<T> ? readFields<Kernel, T, false> : decodeFields<Kernel, T, false>;
-        char* const cursor = in->cursor();
-        in->setCursor(cursor + (walk(*v, cursor, in->begin(), in->end()) - cursor));
-    };
     if constexpr (Message<T>) // one jump: the kernel's function takes and leaves the cursor itself
-        Kernel::run(read, &value, &codec);
+        Kernel::run(
+            [](T* v, FastCodec* in) FORCE_INLINE_LAMBDA {
+                in->setCursor(readFields<Kernel, T, false>(*v, in->cursor(), in->begin(), in->end()));
+            },
+            &value, &codec);
     else // the function that messages call for their records
-        read(&value, &codec);
+        codec.setCursor(decodeFields<Kernel>(value, codec.cursor(), codec.begin(), codec.end()));
 }
 template <class T>
 void decode(T& value, FastCodec& codec) {
