@@ -19,7 +19,7 @@ struct Display {
 
 /// `value` / `scale` exactly, without zeros at the end: "1.0845", "-0.5", "3"; sentinels by name.
 inline std::string scaled_text(int64_t value, int64_t scale) {
-    if (const char* const sentinel = Velmora::sentinelName(value)) return sentinel;
+    if (const auto sentinel = Velmora::sentinelName(value); !sentinel.empty()) return std::string(sentinel);
     const auto divisor = static_cast<uint64_t>(scale);
     const uint64_t size = value < 0 ? 0 - static_cast<uint64_t>(value) : static_cast<uint64_t>(value);
     std::string text;

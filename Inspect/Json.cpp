@@ -114,7 +114,7 @@ class Writer {
     }
     void operator()(std::same_as<bool> auto v) { _text += v ? "true" : "false"; }
     void operator()(std::same_as<int64_t> auto v) {
-        if (const char* const sentinel = sentinelName(v))
+        if (const std::string_view sentinel = sentinelName(v); !sentinel.empty())
             quote(sentinel);
         else if (_integers == Integers::strings)
             _text += '"', number(v), _text += '"';

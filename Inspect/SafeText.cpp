@@ -111,7 +111,7 @@ class Renderer {
             _text.put(scaled_text(v, _display.priceScale));
     }
     void show(std::same_as<int64_t> auto v) {
-        if (const char* const sentinel = sentinelName(v))
+        if (const std::string_view sentinel = sentinelName(v); !sentinel.empty())
             _text.put(sentinel);
         else
             _text.put(std::to_string(v));

@@ -24,14 +24,6 @@ class MemoryStream : private std::streambuf, public std::ostream {
     char _text[plenty];
 };
 
-/// While it lives, the library, which is linked statically here, takes the kernel for processors without BMI2.
-struct OlderProcessor {
-    OlderProcessor() { Quillon::fastDeposit = false; }
-    ~OlderProcessor() { Quillon::fastDeposit = was; }
-
-    const bool was = Quillon::fastDeposit;
-};
-
 template <class M>
 void addShape(const Shape<M>& shape) {
     using T = typename OurType<M>::type;
@@ -63,14 +55,14 @@ void addShape(const Shape<M>& shape) {
 
     // The path for processors without BMI2, whatever this one has: the library's own, by the flag that chooses.
     measure(shape.name, "encode", "QLProtocol without BMI2", [=](size_t i) {
-        const OlderProcessor older;
+        const Quillon::OlderProcessor older;
         Velmora::FastCodec codec(begin, end);
         (*ours)[i].write(codec);
         benchmark::DoNotOptimize(codec.size());
         (void)out;
     });
     measure(shape.name, "decode", "QLProtocol without BMI2", [=](size_t i) {
-        const OlderProcessor older;
+        const Quillon::OlderProcessor older;
         benchmark::DoNotOptimize(&ours->decode(i, *scratch));
     });
 

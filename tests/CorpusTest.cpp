@@ -84,13 +84,13 @@ Values fromJson(const json& value) {
 
 std::string textOf(const Inspect::BodyValue& value) {
     using enum Inspect::Kind;
-    const char* const sentinel = Velmora::sentinelName(value.number);
+    const std::string_view sentinel = Velmora::sentinelName(value.number);
     switch (value.value.kind) {
     case boolean:
         return value.number != 0 ? "true" : "false";
     case int64:
     case price:
-        return sentinel != nullptr ? sentinel : std::to_string(value.number);
+        return sentinel.empty() ? std::to_string(value.number) : std::string(sentinel);
     case string:
     case cryptstring:
     case padding:

@@ -51,14 +51,6 @@ TEST_F(Kernel, SpreadAndGatherFollowTheirDefinition) {
     if (__builtin_cpu_supports("bmi2")) expectSpreadAndGather<Bmi2>();
 }
 
-/// Makes the library, which is linked statically here, take the kernel for processors without BMI2.
-struct OlderProcessor {
-    OlderProcessor() { Quillon::fastDeposit = false; }
-    ~OlderProcessor() { Quillon::fastDeposit = was; }
-
-    const bool was = Quillon::fastDeposit;
-};
-
 /// Writes `value` where the bytes end at a protected page, and where they begin behind one; reads them back from there.
 template <class T, class Check>
 void expectWithinPages(const T& value, const std::string& body, Guarded& pages, const Check& check) {
@@ -81,7 +73,7 @@ void expectWithinPages(const T& value, const std::string& body, Guarded& pages, 
 template <class T, class Check>
 void expectOfBothKernels(const T& value, const std::string& body, Guarded& pages, const Check& check) {
     expectWithinPages(value, body, pages, check);
-    const OlderProcessor older;
+    const Quillon::OlderProcessor older;
     expectWithinPages(value, body, pages, check);
 }
 

@@ -14,6 +14,7 @@
 #include <bit>
 #include <cstdint>
 #include <cstring>
+#include <string_view>
 #include <type_traits>
 
 #include "Backend/Common/CopyBytes.h"
@@ -34,10 +35,10 @@ inline constexpr int64_t NMA = INT64_MIN + 1;
 inline constexpr int64_t NDA = INT64_MIN + 2;
 inline constexpr int64_t NA = INT64_MIN + 3;
 
-/// The sentinel's name, or null for any other value.
-FORCE_INLINE const char* sentinelName(int64_t value) {
-    if (__builtin_expect(value > NA && value < MAX, 1)) return nullptr; // they lie at the two ends
-    return value == MAX ? "MAX" : value == NMA ? "NMA" : value == NDA ? "NDA" : value == NA ? "NA" : nullptr;
+/// The sentinel's name; empty for any other value.
+FORCE_INLINE constexpr std::string_view sentinelName(int64_t value) {
+    if (__builtin_expect(value > NA && value < MAX, 1)) return {}; // they lie at the two ends
+    return value == MAX ? "MAX" : value == NMA ? "NMA" : value == NDA ? "NDA" : value == NA ? "NA" : "";
 }
 
 template <class U, class S>

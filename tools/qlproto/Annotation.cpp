@@ -29,7 +29,7 @@ std::string valueText(const BodyValue& value) {
         return value.number != 0 ? "true" : "false";
     case Kind::int64:
     case Kind::price:
-        if (const char* const sentinel = Velmora::sentinelName(value.number)) return sentinel;
+        if (const auto sentinel = Velmora::sentinelName(value.number); !sentinel.empty()) return std::string(sentinel);
         break;
     case Kind::string:
     case Kind::cryptstring:

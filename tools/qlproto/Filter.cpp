@@ -140,8 +140,7 @@ bool Condition::holds(const Inspect::Value& value) const {
     if (!number) return false;
     // Sentinels stand for something that is no number, though they travel as the greatest ones.
     const bool isOrder = _relation != Relation::equal && _relation != Relation::unequal;
-    if (isOrder && isQuantity(value.kind) && (Velmora::sentinelName(value.number) != nullptr || _sentinel))
-        return false;
+    if (isOrder && isQuantity(value.kind) && (!Velmora::sentinelName(value.number).empty() || _sentinel)) return false;
     return compare(value.number, *number);
 }
 

@@ -125,8 +125,8 @@ requires(sizeof(T) < sizeof(int64_t)) FORCE_INLINE void show(Sink& sink, plain_t
 template <class Sink, class Encoding>
 requires std::same_as<Encoding, plain_t> || std::same_as<Encoding, price_t> FORCE_INLINE void
 show(Sink& sink, Encoding, std::same_as<int64_t> auto v) {
-    if (const char* const sentinel = sentinelName(v))
-        sink.word(sentinel, v == NA ? 2 : 3);
+    if (const std::string_view sentinel = sentinelName(v); !sentinel.empty())
+        sink.word(sentinel.data(), sentinel.size());
     else
         sink.integer(v);
 }
