@@ -32,15 +32,14 @@ class FastCodec {
     using bufstring = bufstl::bufstring;
 
     /// A cursor at `begin` of the range [begin, end), which the caller owns.
-    FastCodec(char* begin, char* end) : _buf(begin), _begin(begin), _end(end) {}
+    FastCodec(char* begin, char* end) : _buf(begin), _range{begin, end} {}
 
-    size_t size() const { return static_cast<size_t>(_buf - _begin); } ///< bytes coded so far
-    bool check() const { return _buf <= _end; }                        ///< whether the cursor is still within the range
-    void reset() { _buf = _begin; }                                    ///< back to the begin of the range
+    size_t size() const { return static_cast<size_t>(_buf - _range.begin); } ///< bytes coded so far
+    bool check() const { return _buf <= _range.end; } ///< whether the cursor is still within the range
+    void reset() { _buf = _range.begin; }             ///< back to the begin of the range
 
     // For the operations that run whole messages past the range; they leave the cursor behind what they coded.
-    char* begin() const { return _begin; }
-    char* end() const { return _end; }
+    const Range& range() const { return _range; }
     char* cursor() const { return _buf; }
     void setCursor(const char* cursor) { _buf += cursor - _buf; } // a reader's cursor is one to const
 
@@ -57,7 +56,7 @@ class FastCodec {
     /// dropped.
     template <class T>
     FORCE_INLINE T read_varint() {
-        Reader in(_buf, _begin, _end);
+        Reader in(_buf, _range);
         const auto value = in.varint<std::make_unsigned_t<T>>();
         setCursor(in.p);
         return static_cast<T>(value);
@@ -85,7 +84,7 @@ class FastCodec {
     }
     /// Bit 1 of the first byte complements the magnitude, for peers that set it; bit 0 alone has no meaning.
     FORCE_INLINE void read_varint_special(uint64_t& pattern) {
-        Reader in(_buf, _begin, _end);
+        Reader in(_buf, _range);
         pattern = in.special();
         setCursor(in.p);
     }
@@ -145,7 +144,7 @@ class FastCodec {
     }
     /// Two bytes are accepted even where one would have done.
     FORCE_INLINE unsigned short read_length() {
-        Reader in(_buf, _begin, _end);
+        Reader in(_buf, _range);
         const unsigned short count = in.length();
         setCursor(in.p);
         return count;
@@ -209,7 +208,7 @@ class FastCodec {
     }
     template <class T>
     FORCE_INLINE T read_raw() {
-        Reader in(_buf, _begin, _end);
+        Reader in(_buf, _range);
         const T value = in.raw<T>();
         setCursor(in.p);
         return value;
@@ -227,8 +226,7 @@ class FastCodec {
     }
 
     char* _buf;
-    char* _begin;
-    char* _end;
+    Range _range;
 };
 
 } // namespace Velmora

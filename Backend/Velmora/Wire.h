@@ -202,15 +202,18 @@ class Writer {
     }
 };
 
+/// The bytes that a codec works on. It stays where it is while they are read, and readers refer to it: its ends are
+/// looked at too rarely to be worth two registers.
+struct Range {
+    char* begin;
+    char* end;
+};
+
 template <class Kernel>
 class Reader {
   public:
-    /// `begin`: of the whole range; bytes between it and the cursor may be looked at again.
-    Reader(const char* cursor, const char* begin, const char* end, size_t least = 0)
-        : p(cursor), behind(least), _begin(begin), _lastWord(reinterpret_cast<uintptr_t>(end) - 8) {}
-
-    const char* begin() const { return _begin; }
-    const char* end() const { return reinterpret_cast<const char*>(_lastWord + 8); }
+    /// Bytes between the begin of `range_` and the cursor may be looked at again.
+    Reader(const char* cursor, const Range& range_, size_t least = 0) : p(cursor), behind(least), range(range_) {}
 
     FORCE_INLINE unsigned char byte() { return static_cast<unsigned char>(*p++); }
 
@@ -253,7 +256,7 @@ class Reader {
                 }
             }
         } else {
-            word = tail(p, _begin, end());
+            word = tail(p, range);
             if (uint64_t stops; Kernel::stopsOf(word, stops)) return static_cast<T>(take(word, stops));
         }
         return static_cast<T>(taken(anyVarint(p)));
@@ -279,7 +282,7 @@ class Reader {
                 if ((word & 0x80000000) == 0) return taken<4, 2>(word);
                 if ((word & 0x8000000000) == 0) return taken<5, 2>(word);
             } else {
-                word = tail(p, _begin, end());
+                word = tail(p, range);
             }
             if (uint64_t stops; Kernel::stopsOf(word, stops)) return take<2>(word, stops);
         }
@@ -294,11 +297,13 @@ class Reader {
 
     const char* p;
     size_t behind;
+    const Range& range;
 
   private:
     /// Whether the eight bytes at the cursor may be looked at.
     FORCE_INLINE bool isWord() const {
-        return behind >= 7 || __builtin_expect(reinterpret_cast<uintptr_t>(p) <= _lastWord, 1);
+        return behind >= 7
+               || __builtin_expect(reinterpret_cast<uintptr_t>(p) + 8 <= reinterpret_cast<uintptr_t>(range.end), 1);
     }
 
     static constexpr uint64_t more = Quillon::KernelMasks::MORE;
@@ -333,11 +338,11 @@ class Reader {
 
     /// The word at `p`, of which the range holds fewer than eight bytes: the last eight bytes of the range, shifted
     /// down. All ones where it holds no last byte of a varint or is too short for such a look.
-    [[gnu::noinline]] static uint64_t tail(const char* p, const char* begin, const char* end) {
-        const std::ptrdiff_t left = end - p;
-        if (left <= 0 || end - begin < 8) return ~uint64_t{0};
+    [[gnu::noinline]] static uint64_t tail(const char* p, const Range& range) {
+        const std::ptrdiff_t left = range.end - p;
+        if (left <= 0 || range.end - range.begin < 8) return ~uint64_t{0};
         uint64_t word;
-        std::memcpy(&word, end - 8, 8);
+        std::memcpy(&word, range.end - 8, 8);
         const auto gone = static_cast<unsigned>(64 - 8 * left);
         return (~word & more) >> gone != 0 ? word >> gone : ~uint64_t{0};
     }
@@ -372,9 +377,6 @@ class Reader {
             result.value = ~result.value; // never set by the writer; honoured for peers that set it
         return result;
     }
-
-    const char* _begin;
-    uintptr_t _lastWord; // where the range's last eight bytes begin; as a number, for there may be fewer
 };
 
 } // namespace Velmora

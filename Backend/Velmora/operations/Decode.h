@@ -11,11 +11,11 @@
 
 namespace Velmora {
 
-/// Reads all fields of `value` from `cursor` on, in the range [begin, end); returns the cursor behind them. The cursor
+/// Reads all fields of `value` from `cursor` on, in that range; returns the cursor behind them. The cursor
 /// goes in and out by value, so that it stays in a register. `isFollowed`: at least seven bytes of the same message
 /// come behind the value.
 template <class Kernel, class T, bool isFollowed = false>
-FORCE_INLINE const char* decodeFields(T& value, const char* cursor, const char* begin, const char* end);
+FORCE_INLINE const char* decodeFields(T& value, const char* cursor, const Range& range);
 
 // One overload per wire form, the mirror of those in Encode.h.
 
@@ -46,8 +46,8 @@ FORCE_INLINE void get(Reader<K>& in, price_t, std::same_as<int64_t> auto& v, con
 
 /// Any text; returns the cursor behind it. Out of line, because it is met rarely, or costs more than the call.
 template <class K>
-[[gnu::noinline]] const char* getRareText(String auto& v, const char* cursor, const char* begin, const char* end) {
-    Reader<K> in(cursor, begin, end);
+[[gnu::noinline]] const char* getRareText(String auto& v, const char* cursor, const Range& range) {
+    Reader<K> in(cursor, range);
     const size_t length = in.template varint<uint16_t>();
     v.assign(in.p, length);
     return in.p + length;
@@ -57,7 +57,7 @@ FORCE_INLINE void get(Reader<K>& in, plain_t, String auto& v, const char*) {
     const size_t first = static_cast<unsigned char>(*in.p);
     // A short text, whose length is one byte, is stored inline if it is its string's first.
     if (first > Quillon::SHORT_COPY || !v.assignFirst(in.p + 1, first)) {
-        in.p = getRareText<K>(v, in.p, in.begin(), in.end());
+        in.p = getRareText<K>(v, in.p, in.range);
         return;
     }
     in.p += 1 + first;
@@ -84,8 +84,7 @@ FORCE_INLINE void get(Reader<K>& in, plain_t, E& v, const char* name) {
 template <class K>
 FORCE_INLINE void get(Reader<K>& in, plain_t, Composite auto& v, const char*) {
     using T = std::remove_cvref_t<decltype(v)>;
-    in.p = in.behind >= 7 ? decodeFields<K, T, true>(v, in.p, in.begin(), in.end())
-                          : decodeFields<K, T, false>(v, in.p, in.begin(), in.end());
+    in.p = in.behind >= 7 ? decodeFields<K, T, true>(v, in.p, in.range) : decodeFields<K, T, false>(v, in.p, in.range);
 }
 
 /// The vector takes exactly the count that came: it grows by fresh elements or drops surplus ones.
@@ -100,7 +99,7 @@ FORCE_INLINE void get(Reader<K>& in, plain_t, Vector auto& v, const char* name) 
                 if (--left == 0)
                     get(in, plain, element, name);
                 else
-                    in.p = decodeFields<K, Element, true>(element, in.p, in.begin(), in.end());
+                    in.p = decodeFields<K, Element, true>(element, in.p, in.range);
             });
         }
         return v.append_each(count, [&](auto& element) FORCE_INLINE_LAMBDA { get(in, plain, element, name); });
@@ -111,8 +110,8 @@ FORCE_INLINE void get(Reader<K>& in, plain_t, Vector auto& v, const char* name) 
 
 /// The walk over the fields, to be inlined into a kernel's run().
 template <class Kernel, class T, bool isFollowed>
-FORCE_INLINE const char* readFields(T& value, const char* cursor, const char* begin, const char* end) {
-    Reader<Kernel> in(cursor, begin, end, leastBytes<T>() + (isFollowed ? 7 : 0));
+FORCE_INLINE const char* readFields(T& value, const char* cursor, const Range& range) {
+    Reader<Kernel> in(cursor, range, leastBytes<T>() + (isFollowed ? 7 : 0));
     fields(of<T>{}, [&](const char* name, auto member, auto encoding) FORCE_INLINE_LAMBDA {
         in.behind -= leastBytes<MemberType<decltype(member)>>();
         get(in, encoding, value.*member, name);
@@ -122,10 +121,10 @@ FORCE_INLINE const char* readFields(T& value, const char* cursor, const char* be
 }
 
 template <class Kernel, class T, bool isFollowed>
-const char* decodeFields(T& value, const char* cursor, const char* begin, const char* end) {
-    return Kernel::run([](T* v, const char* p, const char* first, const char* last)
-                           FORCE_INLINE_LAMBDA { return readFields<Kernel, T, isFollowed>(*v, p, first, last); },
-                       &value, cursor, begin, end);
+const char* decodeFields(T& value, const char* cursor, const Range& range) {
+    return Kernel::run([](T* v, const char* p, const Range* bytes)
+                           FORCE_INLINE_LAMBDA { return readFields<Kernel, T, isFollowed>(*v, p, *bytes); },
+                       &value, cursor, &range);
 }
 
 /// All fields of `value` from the cursor of `codec`. When an exception passes, the value is partly decoded and
@@ -134,12 +133,11 @@ template <class Kernel, class T>
 FORCE_INLINE void decode(T& value, FastCodec& codec) {
     if constexpr (Message<T>) // one jump: the kernel's function takes and leaves the cursor itself
         Kernel::run(
-            [](T* v, FastCodec* in) FORCE_INLINE_LAMBDA {
-                in->setCursor(readFields<Kernel, T, false>(*v, in->cursor(), in->begin(), in->end()));
-            },
+            [](T* v, FastCodec* in)
+                FORCE_INLINE_LAMBDA { in->setCursor(readFields<Kernel, T, false>(*v, in->cursor(), in->range())); },
             &value, &codec);
     else // the function that messages call for their records
-        codec.setCursor(decodeFields<Kernel>(value, codec.cursor(), codec.begin(), codec.end()));
+        codec.setCursor(decodeFields<Kernel>(value, codec.cursor(), codec.range()));
 }
 template <class T>
 void decode(T& value, FastCodec& codec) {
