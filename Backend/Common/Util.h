@@ -22,6 +22,9 @@ class Util {
     static int uitoa(unsigned int value, char* out, unsigned int base);
     static int lltoa(long long value, char* out, unsigned int base);
     static int ulltoa(unsigned long long value, char* out, unsigned int base);
+
+    /// lltoa() in base 10 for those who go on writing: returns the position behind the text.
+    static char* decimal(long long value, char* out);
 };
 
 } // namespace Quillon

@@ -51,9 +51,9 @@ class LineSink {
         if (v >= 0 && v < 10)
             *p++ = static_cast<char>('0' + v);
         else
-            p += Quillon::Util::itoa(v, p, 10);
+            p = Quillon::Util::decimal(v, p);
     }
-    FORCE_INLINE void integer(int64_t v) { p += Quillon::Util::lltoa(v, p, 10); }
+    FORCE_INLINE void integer(int64_t v) { p = Quillon::Util::decimal(v, p); }
     FORCE_INLINE void string(const bufstl::bufstring& v) {
         *p++ = '"';
         Quillon::copyBytes(p, v.data(), v.size());
