@@ -86,6 +86,17 @@ TEST(UtilText, DecimalValuesOfEveryLength) {
     }
 }
 
+TEST(UtilText, DecimalBlocksNextToTheirCarries) {
+    constexpr long long block = 100'000'000;
+    for (long long high = 0; high < block; high += 9'999) { // falls short of each 10,000 by one more
+        for (const long long value : {high, high + 1, high * block + (block - 1 - high), -(high + 1) * block}) {
+            char out[20];
+            ASSERT_EQ(std::string(out, Util::decimal(value, out)), std::to_string(value));
+            ASSERT_EQ(text(Util::lltoa, value, 10), std::to_string(value));
+        }
+    }
+}
+
 TEST(UtilText, LongestTextFillsTheDocumentedRoom) {
     const std::string least = text(Util::lltoa, std::numeric_limits<long long>::min(), 2);
     EXPECT_EQ(least, "-1" + std::string(63, '0'));
