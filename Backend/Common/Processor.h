@@ -1,7 +1,7 @@
 // Two kernels of the varint, for processors with and without BMI2, selected at run time.
 //
 // A varint holds groups of seven bits in its bytes. Spreading the bits of a number over the bytes of a word, and
-// gathering them again, is one instruction with BMI2 and three steps of shifting without. Code that uses either takes
+// gathering them again, is one instruction with BMI2 and three steps without. Code that uses either takes
 // the kernel as a template argument, so that the two never share a symbol; a caller decides once per message by
 // fastDeposit.
 //
