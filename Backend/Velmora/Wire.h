@@ -140,8 +140,13 @@ class Writer {
     FORCE_INLINE void exact(uint64_t v) {
         if (v < 1u << 14) return raw(static_cast<uint16_t>(Kernel::spread(v) | 0x80));
         if (sizeof(T) == 2 || v < 1u << 21) {
-            const uint64_t bytes = Kernel::spread(v);
-            raw(static_cast<uint16_t>(bytes | 0x8080));
+            const uint64_t bytes = Kernel::spread(v) | 0x8080;
+            if (behind >= 1) { // the next field overwrites the fourth byte
+                store<uint32_t>(0, bytes);
+                p += 3;
+                return;
+            }
+            raw(static_cast<uint16_t>(bytes));
             return byte(static_cast<unsigned char>(bytes >> 16));
         }
         if (v < 1u << 28) return raw(static_cast<uint32_t>(Kernel::spread(v) | 0x808080));
