@@ -265,6 +265,19 @@ TEST_F(Verify, EveryTruncationOfEverySampleIsRefusedAtTheValueThatIsCut) {
     RecordProperty("truncations", static_cast<int>(tried));
 }
 
+/// What write() makes of the value; of a PadMessage the form that read() takes.
+template <class T>
+std::string written(const T& value) {
+    if constexpr (std::is_same_v<T, Quillon::PadMessage>) {
+        return Body(value).bytes;
+    } else {
+        std::string bytes(Inspect::encoded_size(value), '\0');
+        Velmora::FastCodec codec(bytes.data(), bytes.data() + bytes.size());
+        value.write(codec);
+        return bytes;
+    }
+}
+
 /// Verifies under both policies and holds them against read() and write().
 template <class T>
 bool agreesWithCodec(std::string_view body) {
@@ -280,7 +293,7 @@ bool agreesWithCodec(std::string_view body) {
     DecodedBody<T> decoded(body, result);
     // Strict accepts what write() makes of values with declared enumerators, and nothing else.
     const bool isWritten =
-        result.consumed == body.size() && holdsKnownEnumerators(*decoded) && Body(*decoded).bytes == body;
+        result.consumed == body.size() && holdsKnownEnumerators(*decoded) && written(*decoded) == body;
     EXPECT_EQ(static_cast<bool>(exact), isWritten) << exact.text() << " " << hex(body);
     return true;
 }
