@@ -77,16 +77,15 @@ class Writer {
             if (wide < 0x80) return byte(static_cast<unsigned char>(wide));
         if constexpr (sizeof(T) == 8)
             if (__builtin_expect(wide >> 56 != 0, 1)) return longVarint(wide); // times in nanoseconds
-        if (behind >= 7) return spilling(wide);
-        if (wide < 0x80) return byte(static_cast<unsigned char>(wide));
-        exact<T>(wide);
+        behind >= 7 ? spilling(wide) : exact<T>(wide);
     }
 
     /// Special varint. Up to 2^62 it is the plain varint of the value with two zero bits below; see FastCodec.h.
     FORCE_INLINE void special(int64_t v) {
         const auto pattern = static_cast<uint64_t>(v);
         if (behind >= 7 && __builtin_expect(pattern < uint64_t{1} << 54, 1)) return spilling<2>(pattern);
-        if (__builtin_expect(pattern < uint64_t{1} << 62, 1)) return varint<uint64_t>(pattern << 2);
+        if (__builtin_expect(pattern < uint64_t{1} << 54, 1)) return exact<uint64_t>(pattern << 2);
+        if (pattern < uint64_t{1} << 62) return longVarint(pattern << 2);
         p = rareSpecial(p, pattern);
     }
 
@@ -128,16 +127,19 @@ class Writer {
         const auto highest = static_cast<unsigned>(std::countl_zero(groups | 1)) ^ 63; // bit of the last byte
         return {groups | Kernel::moreBelow(highest), size_t{highest >> 3} + 1};
     }
-    /// v << ZeroBits < 2^56, as a whole word. Requires behind >= 7.
+    /// v << ZeroBits < 2^56, as a whole word. Requires that its bytes and those that are certain to follow are eight.
     template <unsigned ZeroBits = 0>
     FORCE_INLINE void spilling(uint64_t v) {
         const Word w = word<ZeroBits>(v);
         store<uint64_t>(0, w.bytes);
         p += w.n;
     }
-    /// 0x80 <= v < 2^56, not a byte more. T tells how long it can get.
+    /// v < 2^56, where fewer than seven bytes are certain to follow: not a byte more than those. T tells how long it
+    /// can get.
     template <class T>
     FORCE_INLINE void exact(uint64_t v) {
+        if (v < 0x80) return byte(static_cast<unsigned char>(v));
+        if (behind >= 1 && v >> 7 * (7 - behind) != 0) return spilling(v); // so long that it makes a word with them
         if (v < 1u << 14) return raw(static_cast<uint16_t>(Kernel::spread(v) | 0x80));
         if (sizeof(T) == 2 || v < 1u << 21) {
             const uint64_t bytes = Kernel::spread(v) | 0x8080;
