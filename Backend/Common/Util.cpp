@@ -64,6 +64,13 @@ FORCE_INLINE char* putHead(char* out, std::uint32_t value) {
     return value < 1'000'000 ? putPairs<2>(out, value) : putPairs<3>(out, value);
 }
 
+/// Each of eight numbers times `factor`. The compiler is kept from making half a dozen shifts and additions of it.
+FORCE_INLINE __m128i times(__m128i numbers, short factor) {
+    __m128i factors = _mm_set1_epi16(factor);
+    __asm__("" : "+x"(factors));
+    return _mm_mullo_epi16(numbers, factors);
+}
+
 /// Sixteen digits with leading zeros, of two values below 10^8, one in each half. Every step splits all numbers into a
 /// higher and a lower half by a multiplication with the reciprocal, and puts them side by side.
 FORCE_INLINE __m128i digits(__m128i eights) {
@@ -71,11 +78,11 @@ FORCE_INLINE __m128i digits(__m128i eights) {
     const __m128i low4 = _mm_sub_epi32(eights, _mm_mul_epu32(high4, _mm_set1_epi64x(10'000)));
     const __m128i fours = _mm_or_si128(high4, _mm_slli_epi64(low4, 32));
     const __m128i high2 = _mm_srli_epi16(_mm_mulhi_epu16(fours, _mm_set1_epi16(5243)), 3); // / 100
-    const __m128i low2 = _mm_sub_epi16(fours, _mm_mullo_epi16(high2, _mm_set1_epi16(100)));
+    const __m128i low2 = _mm_sub_epi16(fours, times(high2, 100));
     const __m128i twos = _mm_or_si128(high2, _mm_slli_epi32(low2, 16));
     const __m128i high1 = _mm_mulhi_epu16(twos, _mm_set1_epi16(6554)); // / 10
     // high1 + 256 * (twos - 10 * high1)
-    const __m128i ones = _mm_sub_epi16(_mm_slli_epi16(twos, 8), _mm_mullo_epi16(high1, _mm_set1_epi16(2559)));
+    const __m128i ones = _mm_sub_epi16(_mm_slli_epi16(twos, 8), times(high1, 2559));
     return _mm_or_si128(ones, _mm_set1_epi8('0'));
 }
 
