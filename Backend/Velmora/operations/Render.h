@@ -55,9 +55,10 @@ class LineSink {
     }
     FORCE_INLINE void integer(int64_t v) { p = Quillon::Util::decimal(v, p); }
     FORCE_INLINE void string(const bufstl::bufstring& v) {
+        const char* const text = v.data(); // looked up once: the stores below could change the string
+        const size_t n = v.size();
         *p++ = '"';
-        Quillon::copyBytes(p, v.data(), v.size());
-        p += v.size();
+        word(text, n);
         *p++ = '"';
     }
     FORCE_INLINE void cryptstring(const bufstl::bufstring& v) { string(v); }
