@@ -1,11 +1,11 @@
 // The wire forms, as functions on a bare cursor. FastCodec offers them one by one; the operations over all types run
 // whole messages through them with the cursor in a register.
 //
-// A Writer touches exactly the bytes of the message's encoding. Where the fields still to come take at least seven
-// bytes, a number is stored as a whole word, whose spare bytes those fields overwrite; behind that point words are
-// stored in overlapping pieces that end where the number ends. A Reader looks at whole words, but at none that reaches
-// beyond the end of the range, nor at any byte beyond it unless the encoding itself runs there: where the fields still
-// to come take at least seven bytes, it does.
+// A Writer touches exactly the bytes of the message's encoding. Where a number and the fields still to come take at
+// least eight bytes, it is stored as a whole word, whose spare bytes those fields overwrite; other numbers are stored
+// in pieces that end where the number ends. A Reader looks at whole words, but at none that reaches beyond the end of
+// the range, nor at any byte beyond it unless the encoding itself runs there: where the fields still to come take at
+// least seven bytes, it does.
 //
 // `behind`, the least number of bytes that are certain to follow the number at hand, is kept by the walk over the
 // fields. It is the same for every message of a type, so that once all is inlined no test of it remains.
