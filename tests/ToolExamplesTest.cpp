@@ -7,7 +7,7 @@ namespace {
 
 TEST(Examples, RunAsPrinted) {
     const ToolFolder folder;
-    ASSERT_EQ(folder.run("qlproto generate --messages 100000 --seed 7 -o session.pcap").exitCode, 0);
+    ASSERT_EQ(folder.run("qlproto generate --messages 20000 --seed 7 -o session.pcap").exitCode, 0);
     std::vector<std::string> examples;
     const auto take = [&](const std::string& help) {
         const size_t before = examples.size();
