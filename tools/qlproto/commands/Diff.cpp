@@ -5,7 +5,6 @@
 
 #include <fmt/format.h>
 
-#include "Inspect/Values.h"
 #include "tools/qlproto/Capture.h"
 #include "tools/qlproto/Errors.h"
 #include "tools/qlproto/MessageReader.h"
@@ -26,33 +25,6 @@ struct Options {
     uint64_t first = 20;
 };
 
-/// Whether a field of that name, with all that is in it, does not count.
-bool isAmong(const std::vector<std::string>& ignored, std::string_view name) {
-    return std::find(ignored.begin(), ignored.end(), name) != ignored.end();
-}
-
-/// What is left of a message's values, each behind its path, in a form for comparison only.
-struct KeyMaker : Inspect::ValueVisitor {
-    KeyMaker(const std::vector<std::string>& ignored_, std::string start) : ignored(ignored_), key(std::move(start)) {}
-
-    bool value(Inspect::Path path, const Inspect::Value& value) override {
-        const auto counts = [&](const Inspect::PathPiece& piece) { return !isAmong(ignored, piece.name); };
-        if (!std::all_of(path.begin(), path.end(), counts)) return true;
-        for (const Inspect::PathPiece& piece : path) key.append(piece.name).append(1, '[').append(raw(piece.index));
-        key.append(raw(value.number)).append(raw(value.text.size())).append(value.text);
-        return true;
-    }
-
-    const std::vector<std::string>& ignored;
-    std::string key;
-
-  private:
-    template <class T>
-    static std::string_view raw(const T& v) {
-        return {reinterpret_cast<const char*>(&v), sizeof v};
-    }
-};
-
 /// A message without the fields that do not count.
 class Comparer {
   public:
@@ -61,9 +33,9 @@ class Comparer {
     /// What makes a packet equal to another: all its bytes, or what is left of its fields.
     std::string key(const std::string& packet) {
         if (_ignored.empty() || !_reader.read(packet)) return packet;
-        KeyMaker maker(_ignored, packet.substr(0, IDENTIFIER_SIZE));
-        Inspect::walk_values(_reader.descriptor().id(), _reader.message(), maker);
-        return maker.key;
+        std::string key = packet.substr(0, IDENTIFIER_SIZE);
+        for (const FlatField& field : fields()) key += field.path + '=' + field.text + ' ';
+        return key;
     }
 
     /// The message's name; that of a bad packet says what is wrong.
@@ -113,7 +85,7 @@ class Comparer {
             const std::string_view step = path.substr(0, path.find('.'));
             path.remove_prefix(std::min(step.size() + 1, path.size()));
             const std::string_view name = step.substr(0, step.find('['));
-            if (isAmong(_ignored, name)) return true;
+            if (std::find(_ignored.begin(), _ignored.end(), name) != _ignored.end()) return true;
         }
         return false;
     }
