@@ -422,6 +422,14 @@ TEST_F(Analysis, DiffTellsWhatIsInOneOnlyAndWhichFieldsDiffer) {
 
     EXPECT_EQ(folder.run("cat a.pcap | qlproto diff - a.pcap").exitCode, 0);
     EXPECT_EQ(folder.run("qlproto diff - -").exitCode, 2);
+
+    // Without elements or with some of which every field is ignored: not the same.
+    folder.store("a.pcap", {{1, quotes(5, {})}});
+    folder.store("b.pcap", {{1, quotes(5, {"x"})}});
+    EXPECT_EQ(folder.run("qlproto diff --ignore quoteID,price,amount,side,detail a.pcap b.pcap").out,
+              "! 1 1 MassQuoteMessage\n"
+              "    contents.quotes: [] -> nothing\n"
+              "equal 0, different 1, only in the first 0, only in the second 0\n");
 }
 
 // What is taken out of a session here and put in there is found, even if it is more than what is laid side by side.
