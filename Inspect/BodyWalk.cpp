@@ -30,7 +30,7 @@ class Walk {
     bool value(const ValueInfo& info, bool isSecret) {
         if (info.kind == Kind::record) return record(*info.record);
         BodyValue value{info, _path, _at, 0, 0, {}, isSecret};
-        value.number = readNumber(info.kind);
+        value.number = read_number(info.kind);
         if (info.kind == Kind::string || info.kind == Kind::cryptstring || info.kind == Kind::padding) {
             value.bytes = _body.substr(_at, static_cast<size_t>(value.number));
             _at += value.bytes.size();
@@ -51,34 +51,34 @@ class Walk {
     }
 
     /// The value itself, or the length or count in front of it.
-    int64_t readNumber(Kind kind) {
+    int64_t read_number(Kind kind) {
         switch (kind) {
         case Kind::boolean:
-            return readByte() != 0;
+            return read_byte() != 0;
         case Kind::int8:
-            return static_cast<int8_t>(readByte());
+            return static_cast<int8_t>(read_byte());
         case Kind::enumeration:
-            return readByte();
+            return read_byte();
         case Kind::int16:
-            return unzigzag(static_cast<uint16_t>(readVarint()));
+            return unzigzag(static_cast<uint16_t>(read_varint()));
         case Kind::int32:
-            return unzigzag(static_cast<uint32_t>(readVarint()));
+            return unzigzag(static_cast<uint32_t>(read_varint()));
         case Kind::int64:
-            return unzigzag(readVarint());
+            return unzigzag(read_varint());
         case Kind::price:
-            return readPrice();
+            return read_price();
         case Kind::padding:
             if (_padForm == PadForm::written) {
-                const int64_t low = readByte();
-                return low | readByte() << 8;
+                const int64_t low = read_byte();
+                return low | read_byte() << 8;
             }
             [[fallthrough]];
         case Kind::string:
         case Kind::cryptstring:
-            return static_cast<uint16_t>(readVarint());
+            return static_cast<uint16_t>(read_varint());
         case Kind::vector: {
-            const int first = readByte();
-            return first < 0x80 ? first : (first << 8 | readByte()) & 0x7FFF;
+            const int first = read_byte();
+            return first < 0x80 ? first : (first << 8 | read_byte()) & 0x7FFF;
         }
         case Kind::record:
             break; // has no number
@@ -86,13 +86,13 @@ class Walk {
         return 0;
     }
 
-    unsigned char readByte() { return _at < _body.size() ? static_cast<unsigned char>(_body[_at++]) : 0; }
+    unsigned char read_byte() { return _at < _body.size() ? static_cast<unsigned char>(_body[_at++]) : 0; }
 
-    uint64_t readVarint() {
+    uint64_t read_varint() {
         uint64_t value = 0;
         unsigned char byte = 0x80;
         for (unsigned shift = 0; byte >= 0x80; shift += 7) {
-            byte = readByte();
+            byte = read_byte();
             if (shift < 64) value |= static_cast<uint64_t>(byte & 0x7F) << shift;
         }
         return value;
@@ -100,13 +100,13 @@ class Walk {
 
     static int64_t unzigzag(uint64_t u) { return static_cast<int64_t>(u >> 1 ^ (0 - (u & 1))); }
 
-    int64_t readPrice() {
-        const unsigned char first = readByte();
+    int64_t read_price() {
+        const unsigned char first = read_byte();
         if (first == 0x03) return Velmora::NMA;
         if (first == 0x05) return Velmora::NDA;
         if (first == 0x07) return Velmora::NA;
         uint64_t magnitude = first >> 2 & 0x1F;
-        if (first >= 0x80) magnitude |= readVarint() << 5;
+        if (first >= 0x80) magnitude |= read_varint() << 5;
         return static_cast<int64_t>((first & 0x02) != 0 ? ~magnitude : magnitude);
     }
 

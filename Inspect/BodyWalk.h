@@ -25,7 +25,7 @@ struct BodyValue {
     const ValueInfo& value;
     std::string_view path;  ///< as in "contents.parameters[3].value"; valid during the call
     size_t begin;           ///< offset of its first byte
-    size_t end;             ///< behind its last byte
+    size_t end;             ///< after its last byte
     int64_t number;         ///< the number; of a string its length, of a vector its count
     std::string_view bytes; ///< of a string: its text as it travels
     bool isSecret;          ///< not to be shown in logs

@@ -10,14 +10,14 @@ using namespace Velmora;
 
 /// Looks for what cannot travel: its refusal, with the path in `path`, which begins with a dot.
 template <class T>
-Refusal findUnencodable(const T& value, std::string& path) {
+Refusal find_unencodable(const T& value, std::string& path) {
     if constexpr (String<T>) {
         if (value.size() > MAX_TEXT) return Refusal::textTooLong;
     } else if constexpr (Vector<T>) {
         if (value.size() > MAX_COUNT) return Refusal::tooManyElements;
         if constexpr (holdsStorage<typename T::value_type>())
             for (size_t i = 0; i < value.size(); ++i) {
-                if (const Refusal refusal = findUnencodable(value[i], path); refusal != Refusal::none) {
+                if (const Refusal refusal = find_unencodable(value[i], path); refusal != Refusal::none) {
                     path.insert(0, '[' + std::to_string(i) + ']');
                     return refusal;
                 }
@@ -26,7 +26,7 @@ Refusal findUnencodable(const T& value, std::string& path) {
         Refusal refusal = Refusal::none;
         fields(of<T>{}, [&](const char* name, auto member, auto) {
             if constexpr (holdsStorage<MemberType<decltype(member)>>()) {
-                refusal = findUnencodable(value.*member, path);
+                refusal = find_unencodable(value.*member, path);
                 if (refusal != Refusal::none) path.insert(0, std::string(".") + name);
             }
             return refusal == Refusal::none;
@@ -40,7 +40,7 @@ template <class T>
 Encoded encode(const void* message, char* begin, char* end) {
     const T& value = *static_cast<const T*>(message);
     Encoded result;
-    result.refusal = findUnencodable(value, result.field);
+    result.refusal = find_unencodable(value, result.field);
     if (!result) {
         result.field.erase(0, 1);
         return result;

@@ -98,7 +98,7 @@ class Writer {
         _text += '"';
         for (std::string_view rest(v.c_str(), v.size()); !rest.empty();) {
             size_t plain = 0;
-            while (plain < rest.size() && isPlain(rest[plain])) ++plain;
+            while (plain < rest.size() && is_plain(rest[plain])) ++plain;
             _text.append(rest, 0, plain);
             rest.remove_prefix(plain);
             if (!rest.empty()) rest.remove_prefix(escape(rest));
@@ -125,7 +125,7 @@ class Writer {
     requires(sizeof(I) < sizeof(int64_t)) void operator()(I v) { number(v); }
 
   private:
-    static bool isPlain(char c) {
+    static bool is_plain(char c) {
         const auto byte = static_cast<unsigned char>(c);
         return byte >= 0x20 && byte < 0x80 && byte != '"' && byte != '\\';
     }
@@ -175,7 +175,7 @@ template <class T>
 void read(const json& j, T& v, const Path& path);
 
 template <Composite T>
-void readRecord(const json& j, T& v, const Path& path) {
+void read_record(const json& j, T& v, const Path& path) {
     if (!j.is_object()) path.fail("not an object");
     std::set<std::string_view> known;
     fields(of<T>{}, [&](const char* name, auto member, auto) {
@@ -192,7 +192,7 @@ void readRecord(const json& j, T& v, const Path& path) {
 }
 
 template <std::integral T>
-T readInteger(const json& j, const Path& path) {
+T read_integer(const json& j, const Path& path) {
     if (!j.is_number_integer()) path.fail("not an integer");
     constexpr int64_t min = std::numeric_limits<T>::min(), max = std::numeric_limits<T>::max();
     const bool isTooLarge = j.is_number_unsigned() && j.get<uint64_t>() > static_cast<uint64_t>(max);
@@ -202,8 +202,8 @@ T readInteger(const json& j, const Path& path) {
     return static_cast<T>(value);
 }
 
-int64_t readQuantity(const json& j, const Path& path) {
-    if (!j.is_string()) return readInteger<int64_t>(j, path);
+int64_t read_quantity(const json& j, const Path& path) {
+    if (!j.is_string()) return read_integer<int64_t>(j, path);
     const auto& text = j.get_ref<const std::string&>();
     for (const int64_t sentinel : {Velmora::MAX, NMA, NDA, NA})
         if (text == sentinelName(sentinel)) return sentinel;
@@ -214,8 +214,8 @@ int64_t readQuantity(const json& j, const Path& path) {
 }
 
 template <Enumerator E>
-E readEnumerator(const json& j, const Path& path) {
-    if (!j.is_string()) return static_cast<E>(readInteger<int32_t>(j, path));
+E read_enumerator(const json& j, const Path& path) {
+    if (!j.is_string()) return static_cast<E>(read_integer<int32_t>(j, path));
     const E* found = nullptr;
     E value{};
     enumerators(of<EnumerationOf<E>>{}, [&](const char* name, E enumerator) {
@@ -230,7 +230,7 @@ E readEnumerator(const json& j, const Path& path) {
 template <class T>
 void read(const json& j, T& v, const Path& path) {
     if constexpr (Composite<T>) {
-        readRecord(j, v, path);
+        read_record(j, v, path);
     } else if constexpr (Vector<T>) {
         if (!j.is_array()) path.fail("not an array");
         v.resize(j.size());
@@ -240,14 +240,14 @@ void read(const json& j, T& v, const Path& path) {
         if (!j.is_string()) path.fail("not a string");
         v = unescaped(j.get_ref<const std::string&>(), path);
     } else if constexpr (Enumerator<T>) {
-        v = readEnumerator<T>(j, path);
+        v = read_enumerator<T>(j, path);
     } else if constexpr (std::same_as<T, bool>) {
         if (!j.is_boolean()) path.fail("not a boolean");
         v = j.get<bool>();
     } else if constexpr (std::same_as<T, int64_t>) {
-        v = readQuantity(j, path);
+        v = read_quantity(j, path);
     } else {
-        v = readInteger<T>(j, path);
+        v = read_integer<T>(j, path);
     }
 }
 
@@ -315,7 +315,7 @@ constexpr IdTable<Entry> entries([]<class T>(of<T>, const char*) {
                  [](const json& j, void* message) { read(j, *static_cast<T*>(message), Path{}); }};
 });
 
-const Entry& entryOf(MsgType_t id) {
+const Entry& entry_of(MsgType_t id) {
     const Entry* const entry = entries.find(id);
     if (entry == nullptr) throw JsonError("", "unknown identifier " + std::to_string(id));
     return *entry;
@@ -331,11 +331,11 @@ std::string to_json(MsgType_t id, const void* message, Integers integers) {
 
 void append_json(MsgType_t id, const void* message, Integers integers, const Display& display, std::string& text) {
     Writer writer(text, integers, display);
-    entryOf(id).write(message, writer);
+    entry_of(id).write(message, writer);
 }
 
 void from_json(MsgType_t id, std::string_view json, void* message) {
-    const Entry& entry = entryOf(id);
+    const Entry& entry = entry_of(id);
     entry.read(parse(json), message);
 }
 

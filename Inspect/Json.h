@@ -8,9 +8,8 @@
 //                     "MAX", "NMA", "NDA", "NA"
 //   enumeration       the enumerator's name; the number of a value that has none. Both when read
 //   string            string; null for one that was never stored, "" for one stored empty. Bytes that are no valid
-//   UTF-8
-//                     stand as \xHH and a backslash as \\ in the string's value, which JSON's own escapes come on top
-//                     of: the byte FF is "\\xff" in the JSON text
+//                     UTF-8 stand as \xHH and a backslash as \\ in the string's value, which JSON's own escapes come on
+//                     top of: the byte FF is "\\xff" in the JSON text
 //
 // The identifier stands beside the JSON, as it stands beside a body. Reading is strict: names that are missing, unknown
 // or given twice, values of another type or out of range are errors that tell the path. The module need not be
@@ -44,7 +43,7 @@ class JsonError : public std::runtime_error {
 /// The message as JSON on one line. Throws JsonError for an unknown identifier.
 std::string to_json(Velmora::MsgType_t id, const void* message, Integers integers = Integers::strings);
 
-/// The same behind what `text` holds, as people want to see it. Hidden secrets are "***" and divided prices strings of
+/// The same after what `text` holds, as people want to see it. Hidden secrets are "***" and divided prices strings of
 /// decimal digits and a point; neither can be read back. Throws JsonError for an unknown identifier.
 void append_json(Velmora::MsgType_t id, const void* message, Integers integers, const Display& display,
                  std::string& text);

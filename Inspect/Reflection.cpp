@@ -19,7 +19,7 @@ using namespace Velmora;
 /// The name of T without its namespace. Cut from the compiler's own text, because looking it up in the lists of types
 /// would compare every type with every other.
 template <class T>
-consteval std::string_view nameOf() {
+consteval std::string_view name_of() {
     std::string_view text =
         __PRETTY_FUNCTION__; // "... [with T = Quillon::MDEntry; ...]" or "... [T = Quillon::MDEntry]"
     text.remove_prefix(text.find("T = Quillon::") + std::string_view("T = Quillon::").size());
@@ -70,7 +70,7 @@ constexpr ValueInfo valueInfo = [] {
 }();
 
 template <class T>
-consteval size_t countFields() {
+consteval size_t count_fields() {
     size_t count = 0;
     fields(of<T>{}, [&](const char*, auto, auto) { return ++count, true; });
     return count;
@@ -78,7 +78,7 @@ consteval size_t countFields() {
 
 template <class T>
 constexpr auto fieldTable = [] {
-    std::array<FieldInfo, countFields<T>()> table{};
+    std::array<FieldInfo, count_fields<T>()> table{};
     size_t i = 0;
     fields(of<T>{}, [&](const char* name, auto member, auto encoding) {
         using M = MemberType<decltype(member)>;
@@ -89,7 +89,7 @@ constexpr auto fieldTable = [] {
 }();
 
 template <class T>
-constinit const TypeInfo Table<T>::type{nameOf<T>(), fieldTable<T>, minimal_size<T>(), sizeof(T)};
+constinit const TypeInfo Table<T>::type{name_of<T>(), fieldTable<T>, minimal_size<T>(), sizeof(T)};
 
 constexpr IdTable<const TypeInfo*> types([]<class T>(of<T>, const char*) { return &Table<T>::type; });
 

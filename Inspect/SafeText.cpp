@@ -40,9 +40,9 @@ class BoundedText {
     }
 
     /// Whether a piece of that size leaves room for the mark.
-    bool takesWithMark(size_t size) const { return room(_at) >= size + CUT.size(); }
+    bool takes_with_mark(size_t size) const { return room(_at) >= size + CUT.size(); }
 
-    bool isCut() const { return _isCut; }
+    bool is_cut() const { return _isCut; }
     Rendered rendered() const { return {static_cast<size_t>(_at - _begin), _isCut}; }
 
   private:
@@ -51,13 +51,13 @@ class BoundedText {
     char* _begin;
     char* _at;
     char* _end;
-    char* _lastWithMark; // behind the last piece that leaves room for the mark
+    char* _lastWithMark; // after the last piece that leaves room for the mark
     bool _isCut = false;
 };
 
 /// Whether a code point may stand in a line as it is: not control characters, nor the invisible ones that separate
 /// lines or change the direction of what follows.
-bool isHarmless(char32_t c) {
+bool is_harmless(char32_t c) {
     if (c < 0x20 || (c >= 0x7F && c < 0xA0)) return false;
     if (c == 0x061C || c == 0xFEFF) return false;
     if (c >= 0x200B && c <= 0x200F) return false;
@@ -74,19 +74,19 @@ class Renderer {
         _text.put("<");
         _text.put(name);
         _text.put(" ");
-        showFields(value);
+        show_fields(value);
         _text.put(">");
         return _text.rendered();
     }
 
     Rendered characters(std::string_view bytes) {
-        showCharacters(bytes);
+        show_characters(bytes);
         return _text.rendered();
     }
 
   private:
     template <class T>
-    void showFields(const T& value) {
+    void show_fields(const T& value) {
         bool isFirst = true;
         fields(of<T>{}, [&](const char* name, auto member, auto encoding) {
             if (!isFirst) _text.put(" ");
@@ -96,15 +96,15 @@ class Renderer {
             if (_display.secrets == Secrets::hide && is_secret<T>(member))
                 _text.put("***");
             else if constexpr (std::same_as<decltype(encoding), price_t>)
-                showPrice(value.*member);
+                show_price(value.*member);
             else
                 show(value.*member);
-            return !_text.isCut();
+            return !_text.is_cut();
         });
     }
 
     void show(std::same_as<bool> auto v) { _text.put(v ? "T" : "F"); }
-    void showPrice(int64_t v) {
+    void show_price(int64_t v) {
         if (_display.priceScale == 1)
             show(v);
         else
@@ -127,12 +127,12 @@ class Renderer {
     template <Composite T>
     void show(const T& v) {
         _text.put("(");
-        showFields(v);
+        show_fields(v);
         _text.put(")");
     }
     void show(const Vector auto& v) {
         _text.put("[");
-        for (size_t i = 0; i < v.size() && !_text.isCut(); ++i) {
+        for (size_t i = 0; i < v.size() && !_text.is_cut(); ++i) {
             if (i != 0) _text.put(" ");
             show(v[i]);
         }
@@ -140,30 +140,30 @@ class Renderer {
     }
     void show(const String auto& v) {
         _text.put("\"");
-        showCharacters({v.c_str(), v.size()});
+        show_characters({v.c_str(), v.size()});
         _text.put("\"");
     }
 
-    void showCharacters(std::string_view rest) {
-        while (!rest.empty() && !_text.isCut()) {
+    void show_characters(std::string_view rest) {
+        while (!rest.empty() && !_text.is_cut()) {
             size_t plain = 0;
-            while (plain < rest.size() && isPlain(rest[plain])) ++plain;
-            if (plain != 0 && _text.takesWithMark(plain)) { // as good as one by one
+            while (plain < rest.size() && is_plain(rest[plain])) ++plain;
+            if (plain != 0 && _text.takes_with_mark(plain)) { // as good as one by one
                 _text.put(rest.substr(0, plain));
                 rest.remove_prefix(plain);
                 continue;
             }
             const CodePoint first = first_code_point(rest);
             const size_t length = std::max<size_t>(first.length, 1);
-            showCharacter(first, rest.substr(0, length));
+            show_character(first, rest.substr(0, length));
             rest.remove_prefix(length);
         }
     }
 
     /// Whether the character stands as it is, at a glance.
-    static bool isPlain(char c) { return c >= 0x20 && c < 0x7F && c != '"' && c != '\\'; }
+    static bool is_plain(char c) { return c >= 0x20 && c < 0x7F && c != '"' && c != '\\'; }
 
-    void showCharacter(CodePoint c, std::string_view bytes) {
+    void show_character(CodePoint c, std::string_view bytes) {
         if (c.length != 0) {
             switch (c.value) {
             case '"':
@@ -177,7 +177,7 @@ class Renderer {
             case '\t':
                 return _text.put("\\t");
             }
-            if (isHarmless(c.value)) return _text.put(bytes);
+            if (is_harmless(c.value)) return _text.put(bytes);
         }
         for (const char byte : bytes) {
             const auto b = static_cast<unsigned char>(byte);
@@ -191,7 +191,7 @@ class Renderer {
 };
 
 template <class T>
-Rendered renderAs(const char* name, const void* message, char* begin, char* end, const Display& display) {
+Rendered render_as(const char* name, const void* message, char* begin, char* end, const Display& display) {
     return Renderer(begin, end, display).message(name, *static_cast<const T*>(message));
 }
 
@@ -199,7 +199,7 @@ struct Entry {
     const char* name;
     Rendered (*render)(const char* name, const void* message, char* begin, char* end, const Display& display);
 };
-constexpr IdTable<Entry> renderers([]<class T>(of<T>, const char* name) { return Entry{name, &renderAs<T>}; });
+constexpr IdTable<Entry> renderers([]<class T>(of<T>, const char* name) { return Entry{name, &render_as<T>}; });
 
 } // namespace
 

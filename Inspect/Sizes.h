@@ -31,37 +31,37 @@ namespace sizes {
 using namespace Velmora;
 
 /// Bytes of the plain varint of `value`: one for each seven bits begun.
-FORCE_INLINE constexpr size_t varint(uint64_t value) {
+QL_FORCE_INLINE constexpr size_t varint(uint64_t value) {
     return (9 * static_cast<size_t>(std::bit_width(value | 1)) + 64) / 64;
 }
 /// Bytes of a zig-zag varint; narrower values take as many in their own width.
-FORCE_INLINE constexpr size_t zigzag(int64_t value) {
+QL_FORCE_INLINE constexpr size_t zigzag(int64_t value) {
     return varint(static_cast<uint64_t>(value) << 1 ^ static_cast<uint64_t>(value >> 63));
 }
-FORCE_INLINE constexpr size_t count(size_t n) { return n > 127 ? 2 : 1; }
+QL_FORCE_INLINE constexpr size_t count(size_t n) { return n > 127 ? 2 : 1; }
 
 // One overload per wire form, the mirror of those of Velmora::put. Where put drops bits, so do these: the size is that
 // of what is written, even of values that should not be.
 
-FORCE_INLINE size_t encoded(plain_t, std::same_as<bool> auto) { return 1; }
-FORCE_INLINE size_t encoded(plain_t, std::same_as<int8_t> auto) { return 1; }
-FORCE_INLINE size_t encoded(plain_t, Enumerator auto) { return 1; }
-FORCE_INLINE size_t encoded(plain_t, std::same_as<int16_t> auto v) { return zigzag(v); }
-FORCE_INLINE size_t encoded(plain_t, std::same_as<int32_t> auto v) { return zigzag(v); }
-FORCE_INLINE size_t encoded(plain_t, std::same_as<int64_t> auto v) { return zigzag(v); }
-FORCE_INLINE size_t encoded(price_t, std::same_as<int64_t> auto v) {
+QL_FORCE_INLINE size_t encoded(plain_t, std::same_as<bool> auto) { return 1; }
+QL_FORCE_INLINE size_t encoded(plain_t, std::same_as<int8_t> auto) { return 1; }
+QL_FORCE_INLINE size_t encoded(plain_t, Enumerator auto) { return 1; }
+QL_FORCE_INLINE size_t encoded(plain_t, std::same_as<int16_t> auto v) { return zigzag(v); }
+QL_FORCE_INLINE size_t encoded(plain_t, std::same_as<int32_t> auto v) { return zigzag(v); }
+QL_FORCE_INLINE size_t encoded(plain_t, std::same_as<int64_t> auto v) { return zigzag(v); }
+QL_FORCE_INLINE size_t encoded(price_t, std::same_as<int64_t> auto v) {
     if (v == Velmora::NMA || v == Velmora::NDA || v == Velmora::NA) return 1;
     const uint64_t rest = static_cast<uint64_t>(v) >> 5;
     return rest != 0 ? 1 + varint(rest) : 1;
 }
-FORCE_INLINE size_t encoded(plain_t, const String auto& v) {
+QL_FORCE_INLINE size_t encoded(plain_t, const String auto& v) {
     return varint(static_cast<uint16_t>(v.size())) + v.size();
 }
-FORCE_INLINE size_t encoded(crypt_t, const String auto& v) { return encoded(plain, v); }
-FORCE_INLINE size_t encoded(padding_t, const String auto& v) { return 2 + v.size(); }
+QL_FORCE_INLINE size_t encoded(crypt_t, const String auto& v) { return encoded(plain, v); }
+QL_FORCE_INLINE size_t encoded(padding_t, const String auto& v) { return 2 + v.size(); }
 template <Composite T>
 size_t encoded(plain_t, const T& v);
-FORCE_INLINE size_t encoded(plain_t, const Vector auto& v) {
+QL_FORCE_INLINE size_t encoded(plain_t, const Vector auto& v) {
     size_t size = count(static_cast<uint16_t>(v.size()));
     for (size_t i = 0; i < v.size(); ++i) size += encoded(plain, v[i]);
     return size;
@@ -69,7 +69,7 @@ FORCE_INLINE size_t encoded(plain_t, const Vector auto& v) {
 template <Composite T>
 size_t encoded(plain_t, const T& v) {
     size_t size = 0;
-    fields(of<T>{}, [&](const char*, auto member, auto encoding) FORCE_INLINE_LAMBDA {
+    fields(of<T>{}, [&](const char*, auto member, auto encoding) QL_FORCE_INLINE_LAMBDA {
         size += encoded(encoding, v.*member);
         return true;
     });

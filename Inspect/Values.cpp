@@ -12,13 +12,13 @@ using namespace Velmora;
 
 /// Steps from a T to the values in it, at most.
 template <class T>
-consteval size_t depthOf() {
+consteval size_t depth_of() {
     size_t depth = 0;
     if constexpr (Vector<T>)
-        depth = 1 + depthOf<typename T::value_type>();
+        depth = 1 + depth_of<typename T::value_type>();
     else if constexpr (Composite<T>)
         fields(of<T>{}, [&](const char*, auto member, auto) {
-            depth = std::max(depth, 1 + depthOf<MemberType<decltype(member)>>());
+            depth = std::max(depth, 1 + depth_of<MemberType<decltype(member)>>());
             return true;
         });
     return depth;
@@ -76,7 +76,7 @@ class Walk {
 
 using Walker = bool (*)(const void* message, const TypeInfo& type, ValueVisitor& visitor);
 constexpr IdTable<Walker> walkers([]<class T>(of<T>, const char*) -> Walker {
-    static_assert(depthOf<T>() <= MAX_DEPTH);
+    static_assert(depth_of<T>() <= MAX_DEPTH);
     return [](const void* message, const TypeInfo& type, ValueVisitor& visitor) {
         return Walk(visitor).record(*static_cast<const T*>(message), type);
     };

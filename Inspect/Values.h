@@ -35,7 +35,7 @@ struct Value {
     const EnumerationInfo* enumeration = nullptr; ///< of enumerations
     bool isSecret = false;                        ///< not to be shown in logs
 
-    bool isText() const { return kind == Kind::string || kind == Kind::cryptstring || kind == Kind::padding; }
+    bool is_text() const { return kind == Kind::string || kind == Kind::cryptstring || kind == Kind::padding; }
 };
 
 class ValueVisitor {

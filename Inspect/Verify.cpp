@@ -10,7 +10,7 @@ namespace Inspect {
 namespace walk {
 
 const char* Judge::boolean(const char* p) {
-    if (p != _end && byteAt(p) > 1 && !_policy.anyBoolean) return refuse(Fault::badBoolean, p);
+    if (p != _end && byte_at(p) > 1 && !_policy.anyBoolean) return refuse(Fault::badBoolean, p);
     return byte(p);
 }
 
@@ -28,7 +28,7 @@ const char* Judge::varint(const char* p, const char* start, unsigned bits, uint6
     for (size_t n = 0; byte >= 0x80; ++n) {
         if (n == most && !_policy.overlongVarints) return refuse(Fault::overlongVarint, start);
         if (p == _end) return refuse(Fault::truncated, start);
-        byte = byteAt(p++);
+        byte = byte_at(p++);
         const uint64_t group = byte & 0x7F;
         const size_t shift = 7 * n;
         if (shift < 64) value |= group << shift;
@@ -42,7 +42,7 @@ const char* Judge::varint(const char* p, const char* start, unsigned bits, uint6
 
 const char* Judge::price(const char* p) {
     if (p == _end) return refuse(Fault::truncated, p);
-    const unsigned first = byteAt(p);
+    const unsigned first = byte_at(p);
     if (first == 0x03 || first == 0x05 || first == 0x07) return p + 1;
     if ((first & 0x03) != 0 && !_policy.reservedPriceBits) return refuse(Fault::reservedPriceBits, p);
     if ((first & 0x80) == 0) return p + 1;
@@ -69,10 +69,10 @@ const char* Judge::length(const char* p, size_t& n) {
 
 const char* Judge::count(const char* p, size_t& n) {
     if (p == _end) return refuse(Fault::truncated, p);
-    n = byteAt(p);
+    n = byte_at(p);
     if (n < 0x80) return p + 1;
     if (remaining(p) < 2) return refuse(Fault::truncated, p);
-    n = (n << 8 | byteAt(p + 1)) & 0x7FFF;
+    n = (n << 8 | byte_at(p + 1)) & 0x7FFF;
     if (n < 0x80 && !_policy.nonMinimal) return refuse(Fault::nonMinimal, p);
     return p + 2;
 }

@@ -35,7 +35,7 @@ enum class Fault : uint8_t {
     unknownEnumerator, ///< a byte that no enumerator of the field travels as
     badBoolean,        ///< neither 0 nor 1
     reservedPriceBits, ///< bit 0 or 1 of a price that is no sentinel; the decoder complements on bit 1
-    trailingBytes,     ///< bytes behind the last value
+    trailingBytes,     ///< bytes after the last value
     unknownIdentifier, ///< no such message
     blockTooSmall,     ///< decode_verified only: the block has fewer bytes left than the message takes
 };
@@ -51,14 +51,14 @@ struct Policy {
     bool unknownEnumerators = false; ///< bytes that no enumerator travels as
     bool anyBoolean = false;         ///< any byte but 0 as true
     bool reservedPriceBits = false;
-    bool trailingBytes = false; ///< bytes behind the last value; `consumed` tells where it ended
+    bool trailingBytes = false; ///< bytes after the last value; `consumed` tells where it ended
 };
 
 /// Accepts only what write() produces from values whose enumerators are declared ones. One exception: the padding of a
 /// PadMessage is verified as read() takes it, with a varint length; what write() produces is another form by contract.
 inline constexpr Policy strict{};
 
-/// Accepts all that read() decodes without leaving the range, bytes behind the last value included.
+/// Accepts all that read() decodes without leaving the range, bytes after the last value included.
 inline constexpr Policy tolerant{true, true, true, true, true, true, true};
 
 /// As tolerant, but the values must end where the range ends: for bodies whose length came from a frame.

@@ -4,7 +4,7 @@
 //   Judge       byte by byte; knows the policy, and finds the first fault
 //
 // A body goes through the first, and only if that refuses it through the second. A walker's functions take the position
-// of a value and return the one behind it, or null when the value is refused. A position is never advanced before the
+// of a value and return the one after it, or null when the value is refused. A position is never advanced before the
 // bytes up to there are known to exist: all tests are on what remains.
 #pragma once
 
@@ -20,7 +20,7 @@ namespace Inspect::walk {
 
 using namespace Velmora;
 
-inline unsigned char byteAt(const char* p) { return static_cast<unsigned char>(*p); }
+inline unsigned char byte_at(const char* p) { return static_cast<unsigned char>(*p); }
 
 /// Significant bits of a price whose two low bits are zero, taken as one varint, and of what follows its first byte.
 inline constexpr unsigned PRICE = 66;
@@ -31,7 +31,7 @@ constexpr unsigned longest(unsigned bits) { return (bits + 6) / 7; }
 
 /// Whether an enumerator of H travels as that byte, which is the low one of its value.
 template <class H>
-FORCE_INLINE bool isKnown(unsigned byte) {
+QL_FORCE_INLINE bool is_known(unsigned byte) {
     struct Set {
         uint64_t words[4] = {};
     };
@@ -52,52 +52,54 @@ class Canonical {
   public:
     Canonical(const char* begin, const char* end) : _end(end), _lastWord(end - begin >= 8 ? end - 8 : nullptr) {}
 
-    FORCE_INLINE const char* byte(const char* p) const { return p != _end ? p + 1 : refused(); }
-    FORCE_INLINE const char* boolean(const char* p) const { return p != _end && byteAt(p) <= 1 ? p + 1 : refused(); }
+    QL_FORCE_INLINE const char* byte(const char* p) const { return p != _end ? p + 1 : refused(); }
+    QL_FORCE_INLINE const char* boolean(const char* p) const {
+        return p != _end && byte_at(p) <= 1 ? p + 1 : refused();
+    }
     template <class H>
-    FORCE_INLINE const char* enumerator(const char* p) const {
-        return p != _end && isKnown<H>(byteAt(p)) ? p + 1 : refused();
+    QL_FORCE_INLINE const char* enumerator(const char* p) const {
+        return p != _end && is_known<H>(byte_at(p)) ? p + 1 : refused();
     }
 
     template <unsigned Bits>
-    FORCE_INLINE const char* varint(const char* p) const {
+    QL_FORCE_INLINE const char* varint(const char* p) const {
         if (p == _end) return refused();
-        return byteAt(p) < 0x80 ? p + 1 : longVarint<Bits>(p);
+        return byte_at(p) < 0x80 ? p + 1 : long_varint<Bits>(p);
     }
-    FORCE_INLINE const char* price(const char* p) const {
+    QL_FORCE_INLINE const char* price(const char* p) const {
         if (p == _end) return refused();
-        const unsigned first = byteAt(p);
+        const unsigned first = byte_at(p);
         if ((first & 0x83) == 0) return p + 1;
-        if ((first & 0x03) == 0) return longVarint<PRICE>(p);
+        if ((first & 0x03) == 0) return long_varint<PRICE>(p);
         return first == 0x03 || first == 0x05 || first == 0x07 ? p + 1 : refused();
     }
-    FORCE_INLINE const char* length(const char* p, size_t& n) const {
+    QL_FORCE_INLINE const char* length(const char* p, size_t& n) const {
         if (p == _end) return refused();
-        n = byteAt(p);
+        n = byte_at(p);
         if (n < 0x80) return p + 1;
-        const Length length = longLength(p);
+        const Length length = long_length(p);
         n = length.value;
         return length.text;
     }
-    FORCE_INLINE const char* count(const char* p, size_t& n) const {
+    QL_FORCE_INLINE const char* count(const char* p, size_t& n) const {
         if (p == _end) return refused();
-        n = byteAt(p);
+        n = byte_at(p);
         if (n < 0x80) return p + 1;
         if (remaining(p) < 2) return refused();
-        n = (n << 8 | byteAt(p + 1)) & 0x7FFF;
+        n = (n << 8 | byte_at(p + 1)) & 0x7FFF;
         return n >= 0x80 ? p + 2 : refused();
     }
     /// The characters of a string whose length stands at `start`.
-    FORCE_INLINE const char* text(const char* p, size_t n, const char*) const {
+    QL_FORCE_INLINE const char* text(const char* p, size_t n, const char*) const {
         return remaining(p) >= n ? p + n : refused();
     }
     /// Not asked: where elements are missing, the bytes run out.
-    FORCE_INLINE static bool canHold(const char*, size_t, size_t, const char*) { return true; }
+    QL_FORCE_INLINE static bool can_hold(const char*, size_t, size_t, const char*) { return true; }
 
   private:
     /// No position. The empty statement keeps the compiler from choosing the next position without a branch: it would
     /// then wait for the bytes of this value, where the processor else goes on with the value it expects.
-    FORCE_INLINE static const char* refused() {
+    QL_FORCE_INLINE static const char* refused() {
         __asm__ volatile("");
         return nullptr;
     }
@@ -112,11 +114,11 @@ class Canonical {
     /// not canonical. By branches, not by counting bits: lengths repeat from message to message, so the processor goes
     /// on to the next value at the length it expects instead of waiting for this one.
     template <unsigned Bits, unsigned N = 1>
-    FORCE_INLINE static unsigned lengthInWord(uint64_t word) {
+    QL_FORCE_INLINE static unsigned length_in_word(uint64_t word) {
         constexpr unsigned most = longest(Bits);
         if constexpr (N < 8 && N < most) {
             const auto byte = static_cast<unsigned char>(word >> 8 * N);
-            if (byte >= 0x80) return lengthInWord<Bits, N + 1>(word);
+            if (byte >= 0x80) return length_in_word<Bits, N + 1>(word);
             if (byte != 0 && (N + 1 < most || byte <= lastMax<Bits>)) return N + 1;
         }
         return 0;
@@ -124,7 +126,7 @@ class Canonical {
 
     /// The end of a varint whose first byte continues.
     template <unsigned Bits>
-    FORCE_INLINE const char* longVarint(const char* p) const {
+    QL_FORCE_INLINE const char* long_varint(const char* p) const {
         constexpr unsigned most = longest(Bits);
         uint64_t word;
         if (p <= _lastWord) {
@@ -135,27 +137,27 @@ class Canonical {
             std::memcpy(&word, _lastWord, 8);
             word >>= 8 * (p - _lastWord);
         } else {
-            return shortBody<Bits>(p);
+            return short_body<Bits>(p);
         }
         constexpr uint64_t continues = 0x8080808080808080u;
         if (most <= 8 || (word & continues) != continues) {
-            const unsigned length = lengthInWord<Bits>(word);
+            const unsigned length = length_in_word<Bits>(word);
             return length != 0 ? p + length : refused();
         }
         // Nine bytes or ten: times, and numbers near the limits.
         static_assert(most <= 8 || most == 10);
-        if (remaining(p) > 8 && byteAt(p + 8) < 0x80) return byteAt(p + 8) != 0 ? p + 9 : refused();
+        if (remaining(p) > 8 && byte_at(p + 8) < 0x80) return byte_at(p + 8) != 0 ? p + 9 : refused();
         if (remaining(p) < 10) return refused();
         if (Bits == PRICE && word >> 8 == continues >> 8) return refused(); // perhaps a sentinel in its long form
-        return byteAt(p + 9) != 0 && byteAt(p + 9) <= lastMax<Bits> ? p + 10 : refused();
+        return byte_at(p + 9) != 0 && byte_at(p + 9) <= lastMax<Bits> ? p + 10 : refused();
     }
 
     /// The same in a body of fewer than eight bytes.
     template <unsigned Bits>
-    [[gnu::noinline]] const char* shortBody(const char* p) const {
+    [[gnu::noinline]] const char* short_body(const char* p) const {
         uint64_t word = 0;
         std::memcpy(&word, p, remaining(p));
-        const unsigned length = lengthInWord<Bits>(word);
+        const unsigned length = length_in_word<Bits>(word);
         return length != 0 ? p + length : refused();
     }
 
@@ -164,11 +166,11 @@ class Canonical {
         const char* text;
         size_t value;
     };
-    [[gnu::noinline]] Length longLength(const char* p) const {
-        const char* const text = longVarint<16>(p);
+    [[gnu::noinline]] Length long_length(const char* p) const {
+        const char* const text = long_varint<16>(p);
         if (text == nullptr) return {nullptr, 0};
-        size_t value = (byteAt(p) & 0x7Fu) | (byteAt(p + 1) & 0x7Fu) << 7;
-        if (text - p == 3) value |= size_t{byteAt(p + 2)} << 14;
+        size_t value = (byte_at(p) & 0x7Fu) | (byte_at(p + 1) & 0x7Fu) << 7;
+        if (text - p == 3) value |= size_t{byte_at(p + 2)} << 14;
         return {text, value};
     }
 
@@ -194,7 +196,7 @@ class Judge {
     const char* boolean(const char* p);
     template <class H>
     const char* enumerator(const char* p) {
-        return enumerator(p, p != _end && isKnown<H>(byteAt(p)));
+        return enumerator(p, p != _end && is_known<H>(byte_at(p)));
     }
     template <unsigned Bits>
     const char* varint(const char* p) {
@@ -208,7 +210,7 @@ class Judge {
         return remaining(p) >= n ? p + n : refuse(Fault::truncated, start);
     }
     /// Whether the bytes from `p` on can hold that many elements, whose count stands at `start`.
-    bool canHold(const char* p, size_t n, size_t elementSize, const char* start) {
+    bool can_hold(const char* p, size_t n, size_t elementSize, const char* start) {
         if (remaining(p) / elementSize < n) refuse(Fault::countBeyondBytes, start);
         return _fault == Fault::none;
     }
@@ -230,36 +232,36 @@ using detail::Position;
 // One overload per kind of value, the mirror of those of Velmora::get.
 
 template <class Walker>
-FORCE_INLINE void check(of<int8_t>, plain_t, Position& at, Walker& walker) {
+QL_FORCE_INLINE void check(of<int8_t>, plain_t, Position& at, Walker& walker) {
     at.p = walker.byte(at.p);
 }
 template <class Walker>
-FORCE_INLINE void check(of<bool>, plain_t, Position& at, Walker& walker) {
+QL_FORCE_INLINE void check(of<bool>, plain_t, Position& at, Walker& walker) {
     at.p = walker.boolean(at.p);
 }
 template <class Walker>
-FORCE_INLINE void check(of<int16_t>, plain_t, Position& at, Walker& walker) {
+QL_FORCE_INLINE void check(of<int16_t>, plain_t, Position& at, Walker& walker) {
     at.p = walker.template varint<16>(at.p);
 }
 template <class Walker>
-FORCE_INLINE void check(of<int32_t>, plain_t, Position& at, Walker& walker) {
+QL_FORCE_INLINE void check(of<int32_t>, plain_t, Position& at, Walker& walker) {
     at.p = walker.template varint<32>(at.p);
 }
 template <class Walker>
-FORCE_INLINE void check(of<int64_t>, plain_t, Position& at, Walker& walker) {
+QL_FORCE_INLINE void check(of<int64_t>, plain_t, Position& at, Walker& walker) {
     at.p = walker.template varint<64>(at.p);
 }
 template <class Walker>
-FORCE_INLINE void check(of<int64_t>, price_t, Position& at, Walker& walker) {
+QL_FORCE_INLINE void check(of<int64_t>, price_t, Position& at, Walker& walker) {
     at.p = walker.price(at.p);
 }
 template <Enumerator E, class Walker>
-FORCE_INLINE void check(of<E>, plain_t, Position& at, Walker& walker) {
+QL_FORCE_INLINE void check(of<E>, plain_t, Position& at, Walker& walker) {
     at.p = walker.template enumerator<EnumerationOf<E>>(at.p);
 }
 
 template <String T, class Encoding, class Walker>
-FORCE_INLINE void check(of<T>, Encoding, Position& at, Walker& walker) {
+QL_FORCE_INLINE void check(of<T>, Encoding, Position& at, Walker& walker) {
     size_t length;
     const char* const start = at.p;
     at.p = walker.length(start, length);
@@ -269,42 +271,42 @@ FORCE_INLINE void check(of<T>, Encoding, Position& at, Walker& walker) {
 }
 
 template <class T, class Walker>
-[[gnu::noinline]] Position checkFields(Position at, Walker& walker);
+[[gnu::noinline]] Position check_fields(Position at, Walker& walker);
 template <class T, class Walker>
-Position checkFieldsInPlace(Position at, Walker& walker);
+Position check_fields_in_place(Position at, Walker& walker);
 
 template <Composite T, class Walker>
-FORCE_INLINE void check(of<T>, plain_t, Position& at, Walker& walker) {
-    at = checkFields<T>(at, walker);
+QL_FORCE_INLINE void check(of<T>, plain_t, Position& at, Walker& walker) {
+    at = check_fields<T>(at, walker);
 }
 
 template <Vector V, class Walker>
-FORCE_INLINE void check(of<V>, plain_t, Position& at, Walker& walker) {
+QL_FORCE_INLINE void check(of<V>, plain_t, Position& at, Walker& walker) {
     using Element = typename V::value_type;
     size_t count;
     const char* const start = at.p;
     at.p = walker.count(start, count);
     if (at.p == nullptr) return;
-    if (!walker.canHold(at.p, count, minimal_size<Element>(), start)) {
+    if (!walker.can_hold(at.p, count, minimal_size<Element>(), start)) {
         at.p = nullptr;
         return;
     }
     at.blockBytes += count * sizeof(Element);
     for (; count != 0 && at.p != nullptr; --count)
         if constexpr (Composite<Element>)
-            at = checkFieldsInPlace<Element>(at, walker);
+            at = check_fields_in_place<Element>(at, walker);
         else
             check(of<Element>{}, plain, at, walker);
 }
 
 /// Strings in a T itself, those in vectors apart.
 template <class T>
-consteval size_t countStrings() {
+consteval size_t count_strings() {
     if constexpr (String<T>) return 1;
     size_t count = 0;
     if constexpr (Composite<T>)
         fields(of<T>{}, [&](const char*, auto member, auto) {
-            count += countStrings<MemberType<decltype(member)>>();
+            count += count_strings<MemberType<decltype(member)>>();
             return true;
         });
     return count;
@@ -312,11 +314,11 @@ consteval size_t countStrings() {
 
 /// The step of the derivation in Verify.h: an element and the NULs of its strings.
 template <class Element>
-inline constexpr bool isBounded = sizeof(Element) + countStrings<Element>() <= 33 * minimal_size<Element>();
+inline constexpr bool isBounded = sizeof(Element) + count_strings<Element>() <= 33 * minimal_size<Element>();
 
 template <class T, class Walker>
-FORCE_INLINE Position checkFieldsInPlace(Position at, Walker& walker) {
-    fields(of<T>{}, [&](const char*, auto member, auto encoding) FORCE_INLINE_LAMBDA {
+QL_FORCE_INLINE Position check_fields_in_place(Position at, Walker& walker) {
+    fields(of<T>{}, [&](const char*, auto member, auto encoding) QL_FORCE_INLINE_LAMBDA {
         using M = MemberType<decltype(member)>;
         if constexpr (Vector<M>) static_assert(isBounded<typename M::value_type>);
         check(of<M>{}, encoding, at, walker);
@@ -325,20 +327,20 @@ FORCE_INLINE Position checkFieldsInPlace(Position at, Walker& walker) {
     return at;
 }
 template <class T, class Walker>
-Position checkFields(Position at, Walker& walker) {
-    return checkFieldsInPlace<T>(at, walker);
+Position check_fields(Position at, Walker& walker) {
+    return check_fields_in_place<T>(at, walker);
 }
 
 template <class T>
 Position canonical(const char* begin, const char* end) {
     const Canonical walker(begin, end);
-    return checkFieldsInPlace<T>(Position{begin, 0}, walker);
+    return check_fields_in_place<T>(Position{begin, 0}, walker);
 }
 
 template <class T>
 Result judge(const char* begin, const char* end, const Policy& policy) {
     Judge walker(end, policy);
-    const Position last = checkFieldsInPlace<T>(Position{begin, 0}, walker);
+    const Position last = check_fields_in_place<T>(Position{begin, 0}, walker);
     if (last.p != nullptr && last.p != end && !policy.trailingBytes) walker.refuse(Fault::trailingBytes, last.p);
     Result result{.id = T::ID, .begin = begin, .end = end};
     if (walker.fault() == Fault::none) {

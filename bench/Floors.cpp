@@ -11,9 +11,9 @@ namespace {
 
 /// Stores every number of `from` once, as wide as it is in memory, and of texts and vectors the count and what they
 /// hold. Texts go in pieces of 16 bytes that read and write beyond the text, which no codec may: `from` and `to` need
-/// 16 bytes behind them. Returns the end.
+/// 16 bytes after them. Returns the end.
 template <class T>
-FORCE_INLINE char* store(const T& from, char* to) {
+QL_FORCE_INLINE char* store(const T& from, char* to) {
     if constexpr (Velmora::String<T>) {
         const size_t size = from.size();
         const char* const text = from.c_str();
@@ -28,7 +28,7 @@ FORCE_INLINE char* store(const T& from, char* to) {
         for (const auto& element : from) to = store(element, to);
         return to;
     } else if constexpr (Velmora::Composite<T>) {
-        fields(Velmora::of<T>{}, [&](const char*, auto member, auto) FORCE_INLINE_LAMBDA {
+        fields(Velmora::of<T>{}, [&](const char*, auto member, auto) QL_FORCE_INLINE_LAMBDA {
             to = store(from.*member, to);
             return true;
         });

@@ -18,7 +18,7 @@ class PlainCodec {
     // Not inlined, as the members of the generated types are not: the cursor stays in memory.
     template <class T>
     [[gnu::noinline]] void write(const T& value) {
-        fields(Velmora::of<T>{}, [&](const char*, auto member, auto encoding) FORCE_INLINE_LAMBDA {
+        fields(Velmora::of<T>{}, [&](const char*, auto member, auto encoding) QL_FORCE_INLINE_LAMBDA {
             put(encoding, value.*member);
             return true;
         });
@@ -26,7 +26,7 @@ class PlainCodec {
 
     template <class T>
     [[gnu::noinline]] void read(T& value) {
-        fields(Velmora::of<T>{}, [&](const char*, auto member, auto encoding) FORCE_INLINE_LAMBDA {
+        fields(Velmora::of<T>{}, [&](const char*, auto member, auto encoding) QL_FORCE_INLINE_LAMBDA {
             get(encoding, value.*member);
             return true;
         });

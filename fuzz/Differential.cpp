@@ -1,5 +1,5 @@
 // The verifier against the codec: what verify() accepts, read() decodes from the same bytes and into the same block
-// bytes, with a page behind the bytes that must not be touched and no byte of block to spare. Strict accepts exactly
+// bytes, with a page after the bytes that must not be touched and no byte of block to spare. Strict accepts exactly
 // what write() makes.
 #include "fuzz/Input.h"
 

@@ -94,7 +94,7 @@ std::string emitCatalogue(const Definition& definition) {
 # Catalogue of the protocol {}
 
 What there is on the wire: {} messages, made of {} records and {} enumerations. The fields travel one after the other in the
-order shown, with nothing before, between or behind them; the identifier of a message travels beside its body. The forms are
+order shown, with nothing before, between or after them; the identifier of a message travels beside its body. The forms are
 explained in [the wire format](../../docs/wire-format.md).
 
 | identifier | message | meaning |

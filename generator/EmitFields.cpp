@@ -25,7 +25,7 @@ constexpr void enumerators(Velmora::of<$T>, Visit&& visit) {
 void addFields(Text& text, const Composite& type) {
     text.add(R"(
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<$T>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<$T>, Visit&& visit) {
 )",
              {{"T", type.name}});
     const char* before = "    return ";

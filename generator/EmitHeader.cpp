@@ -44,18 +44,18 @@ struct $T {
     static void initialize();
     static void finalize() {}
     static bool isValid(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<$T>(value) != nullptr;
     }
     static const char* toString(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<$T>(value);
     }
     static unsigned char toIndex(Type value) { return Velmora::enumeratorIndex<$T>(value); }
     static Type fromValue(unsigned char value) { return Velmora::enumeratorFromValue<$T>(value); }
     static Type fromIndex(unsigned char index) { return _fromIndex[index]; }
     static Type fromString(const char* text) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorFromString<$T>(text);
     }
 };

@@ -44,7 +44,7 @@ bool $T::operator<(const $T& other) const { return Velmora::less(*this, other); 
 void $T::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void $T::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void $T::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const $T& value) { return Velmora::print<AsciiWriter>(os, "<$T ", value); }

@@ -7,7 +7,7 @@
 
 #include "Backend/Velmora/BufferAllocator.h"
 
-/// A block of exactly `size` bytes that starts `offset` bytes behind an aligned address, so that tests choose how
+/// A block of exactly `size` bytes that starts `offset` bytes after an aligned address, so that tests choose how
 /// misaligned it is. It ends where its heap storage ends: an overrun is caught by the address sanitizer.
 class Block {
   public:

@@ -281,7 +281,7 @@ TEST_F(Dissector, MarksMalformedPacketsAndNoOthers) {
     };
     const Case cases[] = {
         {SENTINELS.substr(0, 14), "truncated at byte 14 (contents.price)"},
-        {SENTINELS + "ab", "2 bytes left over behind the last value"},
+        {SENTINELS + "ab", "2 bytes left over after the last value"},
         {std::string("\xFF\xFF\0", 3), "unknown message identifier 0xFFFF"},
         {"\xE9", "truncated at byte 1 (identifier)"},
         {SENTINELS.substr(0, 29) + "\x81\x2C\0", "300 elements at byte 29 (contents.parameters) cannot be in the"},

@@ -16,7 +16,7 @@ using Velmora::of;
 
 class SafeText : public Module {
   protected:
-    /// Renders into exactly `room` bytes, behind which a page faults.
+    /// Renders into exactly `room` bytes, after which a page faults.
     template <class T>
     std::string text(const T& message, size_t room = 1 << 18, Secrets secrets = Secrets::show) {
         char* const begin = guarded.end() - room;

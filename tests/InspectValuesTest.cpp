@@ -77,9 +77,9 @@ TEST_F(Values, AreShownDividedAndWithoutSecretsWhereAsked) {
     const std::string text(line, rendered.size);
     EXPECT_NE(text.find(" price=1.0845 "), text.npos) << text;
     EXPECT_NE(text.find(" feedID=100000000 "), text.npos) << text;
-    std::string json = "behind ";
+    std::string json = "after ";
     append_json(order->ID, &*order, Integers::strings, scaled, json);
-    EXPECT_EQ(json.rfind("behind {", 0), 0u);
+    EXPECT_EQ(json.rfind("after {", 0), 0u);
     EXPECT_NE(json.find(R"("price":"1.0845")"), json.npos) << json;
 
     InBlock<Quillon::ClientConnectMessage> connect;

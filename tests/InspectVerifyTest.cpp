@@ -42,7 +42,7 @@ std::string repeat(const char* text, size_t n) {
     return result;
 }
 
-/// The rest of a TradeCaptureMessage behind origPrice: zeros, but for the side.
+/// The rest of a TradeCaptureMessage after origPrice: zeros, but for the side.
 const std::string behindPrice = repeat("00", 14) + "01" + repeat("00", 7);
 
 const std::map<std::string, Place> places = {
@@ -160,7 +160,7 @@ TEST_F(Verify, FormsAreJudgedByThePolicyWhereverTheyStand) {
             policy.*form.liberty = false;
             expectRefused(verifyWith(body, policy));
         }
-        // With room behind, whole words are looked at; the verdict is the same.
+        // With room after, whole words are looked at; the verdict is the same.
         for (size_t room = 1; room <= 12; ++room) {
             Policy policy;
             policy.trailingBytes = true;

@@ -51,7 +51,7 @@ TEST_F(Kernel, SpreadAndGatherFollowTheirDefinition) {
     if (__builtin_cpu_supports("bmi2")) expectSpreadAndGather<Bmi2>();
 }
 
-/// Writes `value` where the bytes end at a protected page, and where they begin behind one; reads them back from there.
+/// Writes `value` where the bytes end at a protected page, and where they begin after one; reads them back from there.
 template <class T, class Check>
 void expectWithinPages(const T& value, const std::string& body, Guarded& pages, const Check& check) {
     const std::string blank(body.size(), '\xAA');

@@ -15,12 +15,16 @@
 #define NA (-1)
 #define ON 1
 #define NONE 0
+#define FORCE_INLINE 1
+#define COLD_PATH 2
+#define ALWAYS_ASSERT 3
 
 #include "generated/QLProtocol/MsgHandler.h"
 #include "generated/QLProtocol/QLProtocol.fields.h"
 #include "generated/QLProtocol/QLProtocol.h"
 
 static_assert(OK == 0 && ERROR == 0 && DELETE == 1 && NA == -1 && ON == 1, "the host's macros are as before");
+static_assert(FORCE_INLINE == 1 && COLD_PATH == 2 && ALWAYS_ASSERT == 3);
 
 #undef OK
 #undef ERROR

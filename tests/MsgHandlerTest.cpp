@@ -44,7 +44,7 @@ TEST_F(Handler, DispatchPrintsEveryMessageAsItsOperatorDoes) {
 }
 
 TEST_F(Handler, VirtualTableIsInDeclarationOrder) {
-    // Slot 2 + INDEX, behind the two forms of the destructor, is the overload of that message.
+    // Slot 2 + INDEX, after the two forms of the destructor, is the overload of that message.
     Recording recording;
     InBlock<SubmitOrderMessage> order;
     using Overload = void (*)(void*, const void*);

@@ -135,7 +135,7 @@ TEST_F(TextCodecTest, DerivedStringFormServesAllOthers) {
     EXPECT_STREQ(os.ends(), "***###");
 }
 
-/// The slot of a virtual operation, counted behind the two of the destructor: the platform's C++ ABI stores one plus
+/// The slot of a virtual operation, counted after the two of the destructor: the platform's C++ ABI stores one plus
 /// its byte offset in the virtual table.
 template <class Operation>
 std::size_t slot(Operation operation) {

@@ -41,7 +41,7 @@ json pageData(const std::string& page) {
     return json::parse(page.substr(begin, page.find("</script>", begin) - begin));
 }
 
-/// The rows of all tables in a page, each as its cells' texts with a "|" behind each cell.
+/// The rows of all tables in a page, each as its cells' texts with a "|" after each cell.
 std::set<std::string> tableRows(const std::string& page) {
     std::set<std::string> rows;
     for (size_t at = page.find("<tr"); at != std::string::npos; at = page.find("<tr", at)) {

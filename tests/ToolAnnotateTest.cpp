@@ -65,7 +65,7 @@ TEST_F(Annotate, GoesUpToTheFault) {
         {"TimerMessage", "0e01", Inspect::whole,
          "     0  0e     tqid   int32  7\n     1  01                   <-- trailing bytes\n"},
         {"TimerMessage", "0e01", Inspect::tolerant,
-         "     0  0e     tqid   int32  7\n     1  01                   behind the last field\n"},
+         "     0  0e     tqid   int32  7\n     1  01                   after the last field\n"},
         {"TimerMessage", "8e00", Inspect::strict, "     0  8e 00  tqid   int32  <-- non-minimal form\n"},
         {"BatchesCompletedMessage", "ffff00", Inspect::whole,
          "     0  ff ff 00  batchesCompleted  int32[]  <-- count beyond the remaining bytes\n"},

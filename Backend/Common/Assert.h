@@ -12,7 +12,7 @@ extern "C" void __assert_fail(const char* expression, const char* file, unsigned
 
 /// Ends the process with the standard assertion report unless `expression` holds. The function named in the report is
 /// the one in which the macro stands.
-#define ALWAYS_ASSERT(expression)                                                                                      \
+#define QL_ASSERT(expression)                                                                                          \
     (__builtin_expect(static_cast<bool>(expression), 1)                                                                \
          ? static_cast<void>(0)                                                                                        \
          : __assert_fail(#expression, __FILE__, __LINE__, __extension__ __PRETTY_FUNCTION__))

@@ -10,7 +10,7 @@ namespace Quillon {
 
 /// Copies `n` bytes in two pieces of `Size` that overlap in the middle. Requires Size <= n <= 2 * Size.
 template <size_t Size>
-FORCE_INLINE void copyInTwoPieces(char* to, const char* from, size_t n) {
+QL_FORCE_INLINE void copyInTwoPieces(char* to, const char* from, size_t n) {
     char first[Size], last[Size]; // both are read before either is written, so the ranges may overlap
     std::memcpy(first, from, Size);
     std::memcpy(last, from + n - Size, Size);
@@ -22,7 +22,7 @@ FORCE_INLINE void copyInTwoPieces(char* to, const char* from, size_t n) {
 inline constexpr size_t SHORT_COPY = 32;
 
 /// Copies `n` bytes. The ranges may overlap. Texts of a few dozen characters are the common case.
-FORCE_INLINE void copyBytes(char* to, const char* from, size_t n) {
+QL_FORCE_INLINE void copyBytes(char* to, const char* from, size_t n) {
     if (n >= 16)
         n <= SHORT_COPY ? copyInTwoPieces<16>(to, from, n) : static_cast<void>(std::memmove(to, from, n));
     else if (n >= 8)

@@ -7,12 +7,12 @@
 #pragma once
 
 #if defined(__OPTIMIZE__) && !defined(QL_NO_FORCED_INLINING)
-#define FORCE_INLINE [[gnu::always_inline]] inline
-#define FORCE_INLINE_LAMBDA __attribute__((always_inline))
+#define QL_FORCE_INLINE [[gnu::always_inline]] inline
+#define QL_FORCE_INLINE_LAMBDA __attribute__((always_inline))
 #else
-#define FORCE_INLINE inline
-#define FORCE_INLINE_LAMBDA
+#define QL_FORCE_INLINE inline
+#define QL_FORCE_INLINE_LAMBDA
 #endif
 
 /// For what throws or builds texts: out of line and away from the hot code.
-#define COLD_PATH [[gnu::noinline, gnu::cold]]
+#define QL_COLD_PATH [[gnu::noinline, gnu::cold]]

@@ -34,7 +34,7 @@ struct Baseline {
     /// Bits 7k to 7k+6 of `bits` << Dropped become bits 8k to 8k+6; bits 56 and above are ignored. In three steps half
     /// of the bits move up, by 4, 2 and 1: to move some up by n is to add them (1 << n) - 1 times more.
     template <unsigned Dropped = 0>
-    FORCE_INLINE static uint64_t spread(uint64_t bits) {
+    QL_FORCE_INLINE static uint64_t spread(uint64_t bits) {
         bits = bits << Dropped & 0x00FFFFFFFFFFFFFF;
         bits += (bits & 0x00FFFFFFF0000000) * 15;
         bits += (bits & 0x0FFFC0000FFFC000) * 3;
@@ -42,19 +42,21 @@ struct Baseline {
     }
     /// The reverse, of the first N bytes; bits 8k+7 are ignored.
     template <unsigned Dropped = 0, unsigned N = 8>
-    FORCE_INLINE static uint64_t gather(uint64_t bytes) {
+    QL_FORCE_INLINE static uint64_t gather(uint64_t bytes) {
         if constexpr (N < 8) bytes &= KernelMasks::GROUPS<0, N>;
         bytes = (bytes & 0x007F007F007F007F) | (bytes & 0x7F007F007F007F00) >> 1;
         bytes = (bytes & 0x00003FFF00003FFF) | (bytes & 0x3FFF00003FFF0000) >> 2;
         return ((bytes & 0x000000000FFFFFFF) | (bytes & 0x0FFFFFFF00000000) >> 4) >> Dropped;
     }
     /// Bits 8k+7 that are not set in `word`, into `stops`; whether there is one.
-    FORCE_INLINE static bool stopsOf(uint64_t word, uint64_t& stops) {
+    QL_FORCE_INLINE static bool stopsOf(uint64_t word, uint64_t& stops) {
         stops = ~word & KernelMasks::MORE;
         return stops != 0;
     }
     /// Bits 8k+7 below bit `index` < 64.
-    FORCE_INLINE static uint64_t moreBelow(unsigned index) { return KernelMasks::MORE & ((uint64_t{1} << index) - 1); }
+    QL_FORCE_INLINE static uint64_t moreBelow(unsigned index) {
+        return KernelMasks::MORE & ((uint64_t{1} << index) - 1);
+    }
 };
 
 /// Requires BMI2. The same operations.
@@ -64,23 +66,23 @@ struct Bmi2 {
         return body(arguments...);
     }
     template <unsigned Dropped = 0>
-    FORCE_INLINE static uint64_t spread(uint64_t bits) {
+    QL_FORCE_INLINE static uint64_t spread(uint64_t bits) {
         uint64_t bytes;
         __asm__("pdepq %2, %1, %0" : "=r"(bytes) : "r"(bits), "m"(KernelMasks::GROUPS<Dropped>));
         return bytes;
     }
     template <unsigned Dropped = 0, unsigned N = 8>
-    FORCE_INLINE static uint64_t gather(uint64_t bytes) {
+    QL_FORCE_INLINE static uint64_t gather(uint64_t bytes) {
         uint64_t bits;
         __asm__("pextq %2, %1, %0" : "=r"(bits) : "r"(bytes), "m"(KernelMasks::GROUPS<Dropped, N>));
         return bits;
     }
-    FORCE_INLINE static bool stopsOf(uint64_t word, uint64_t& stops) {
+    QL_FORCE_INLINE static bool stopsOf(uint64_t word, uint64_t& stops) {
         bool isAny;
         __asm__("andnq %3, %2, %0" : "=r"(stops), "=@ccnz"(isAny) : "r"(word), "m"(KernelMasks::MORE));
         return isAny;
     }
-    FORCE_INLINE static uint64_t moreBelow(unsigned index) {
+    QL_FORCE_INLINE static uint64_t moreBelow(unsigned index) {
         uint64_t bits;
         __asm__("bzhiq %q2, %1, %0" : "=r"(bits) : "m"(KernelMasks::MORE), "r"(index) : "cc");
         return bits;

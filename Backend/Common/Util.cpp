@@ -1,4 +1,4 @@
-// Decimal digits are produced in blocks: up to eight in front, two by two out of a fixed-point fraction, and behind
+// Decimal digits are produced in blocks: up to eight in front, two by two out of a fixed-point fraction, and after
 // them blocks of eight or sixteen in a vector register. The digits of a block do not wait for each other as they would
 // in a loop over the whole value.
 #include "Backend/Common/Util.h"
@@ -30,10 +30,10 @@ constexpr std::array<char, 200> DIGIT_PAIRS = [] {
 }();
 
 /// Two digits; requires value < 100.
-FORCE_INLINE void put2(char* out, std::uint64_t value) { std::memcpy(out, DIGIT_PAIRS.data() + 2 * value, 2); }
+QL_FORCE_INLINE void put2(char* out, std::uint64_t value) { std::memcpy(out, DIGIT_PAIRS.data() + 2 * value, 2); }
 
-/// One or two digits; requires value < 100. All that write digits return the position behind them.
-FORCE_INLINE char* putFirst(char* out, std::uint64_t value) {
+/// One or two digits; requires value < 100. All that write digits return the position after them.
+QL_FORCE_INLINE char* putFirst(char* out, std::uint64_t value) {
     if (value < 10) {
         *out = static_cast<char>('0' + value);
         return out + 1;
@@ -46,7 +46,7 @@ FORCE_INLINE char* putFirst(char* out, std::uint64_t value) {
 /// value / 100^Pairs, in fixed point with 32 bits of fraction, rounded up by at most four units. The fraction times 100
 /// has the next pair in its integer part, and so on; four units grow to less than 0.001 of the last digit.
 template <unsigned Pairs>
-FORCE_INLINE char* putPairs(char* out, std::uint32_t value) {
+QL_FORCE_INLINE char* putPairs(char* out, std::uint32_t value) {
     constexpr std::uint64_t unit = Pairs == 1 ? 100 : Pairs == 2 ? 10'000 : 1'000'000;
     std::uint64_t fixed = (value * ((std::uint64_t{1} << 57) / unit + 1) >> 25) + 1;
     out = putFirst(out, fixed >> 32);
@@ -59,13 +59,13 @@ FORCE_INLINE char* putPairs(char* out, std::uint32_t value) {
 }
 
 /// The digits of a value below 10^8 without leading zeros.
-FORCE_INLINE char* putHead(char* out, std::uint32_t value) {
+QL_FORCE_INLINE char* putHead(char* out, std::uint32_t value) {
     if (value < 10'000) return value < 100 ? putFirst(out, value) : putPairs<1>(out, value);
     return value < 1'000'000 ? putPairs<2>(out, value) : putPairs<3>(out, value);
 }
 
 /// Each of eight numbers times `factor`. The compiler is kept from making half a dozen shifts and additions of it.
-FORCE_INLINE __m128i times(__m128i numbers, short factor) {
+QL_FORCE_INLINE __m128i times(__m128i numbers, short factor) {
     __m128i factors = _mm_set1_epi16(factor);
     __asm__("" : "+x"(factors));
     return _mm_mullo_epi16(numbers, factors);
@@ -73,7 +73,7 @@ FORCE_INLINE __m128i times(__m128i numbers, short factor) {
 
 /// Sixteen digits with leading zeros, of two values below 10^8, one in each half. Every step splits all numbers into a
 /// higher and a lower half by a multiplication with the reciprocal, and puts them side by side.
-FORCE_INLINE __m128i digits(__m128i eights) {
+QL_FORCE_INLINE __m128i digits(__m128i eights) {
     const __m128i high4 = _mm_srli_epi64(_mm_mul_epu32(eights, _mm_set1_epi64x(0xD1B71759)), 45); // / 10000
     const __m128i low4 = _mm_sub_epi32(eights, _mm_mul_epu32(high4, _mm_set1_epi64x(10'000)));
     const __m128i fours = _mm_or_si128(high4, _mm_slli_epi64(low4, 32));
@@ -87,21 +87,21 @@ FORCE_INLINE __m128i digits(__m128i eights) {
 }
 
 /// Requires value < 10^8.
-FORCE_INLINE char* put8(char* out, std::uint64_t value) {
+QL_FORCE_INLINE char* put8(char* out, std::uint64_t value) {
     const __m128i text = digits(_mm_cvtsi64_si128(static_cast<long long>(value)));
     std::memcpy(out, &text, 8);
     return out + 8;
 }
 
 /// Requires value < 10^16.
-FORCE_INLINE char* put16(char* out, std::uint64_t value) {
+QL_FORCE_INLINE char* put16(char* out, std::uint64_t value) {
     const __m128i text =
         digits(_mm_set_epi64x(static_cast<long long>(value % TEN_8), static_cast<long long>(value / TEN_8)));
     std::memcpy(out, &text, 16);
     return out + 16;
 }
 
-FORCE_INLINE char* putDecimal(char* out, std::uint64_t value) {
+QL_FORCE_INLINE char* putDecimal(char* out, std::uint64_t value) {
     if (value < TEN_8) return putHead(out, static_cast<std::uint32_t>(value));
     if (value < TEN_16) return put8(putHead(out, static_cast<std::uint32_t>(value / TEN_8)), value % TEN_8);
     const auto high = static_cast<std::uint32_t>(value / TEN_16);

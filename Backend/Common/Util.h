@@ -23,7 +23,7 @@ class Util {
     static int lltoa(long long value, char* out, unsigned int base);
     static int ulltoa(unsigned long long value, char* out, unsigned int base);
 
-    /// lltoa() in base 10 for those who go on writing: returns the position behind the text.
+    /// lltoa() in base 10, for callers that go on writing: returns the position after the text.
     static char* decimal(long long value, char* out);
 };
 

@@ -61,7 +61,7 @@ class BufferAllocator {
     }
 
     /// As allocate(), into `p`; where the block has fewer left: false, and the allocator is as before.
-    FORCE_INLINE bool tryAllocate(size_type num, char*& p) {
+    QL_FORCE_INLINE bool tryAllocate(size_type num, char*& p) {
         p = _end;
         const uintptr_t next = address(p) + num;
         if (__builtin_expect(next < num || next > address(_end_of_buffer), 0)) return false;
@@ -80,7 +80,7 @@ class BufferAllocator {
 
   private:
     static uintptr_t address(const char* p) { return reinterpret_cast<uintptr_t>(p); }
-    COLD_PATH [[noreturn]] void throwExhausted() const;
+    QL_COLD_PATH [[noreturn]] void throwExhausted() const;
 
     char* _begin = nullptr;
     char* _end = nullptr; // next free byte

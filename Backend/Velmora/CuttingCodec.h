@@ -14,7 +14,7 @@ class CuttingCodec final : public TextCodec<Quillon::FastOStream> {
   public:
     static constexpr std::string_view MARK = "...[cut]";
 
-    /// The stream must have room for the mark and a NUL behind it. Nothing else may write into it as long as the codec
+    /// The stream must have room for the mark and a NUL after it. Nothing else may write into it as long as the codec
     /// does.
     using TextCodec::TextCodec;
 

@@ -51,7 +51,7 @@ void initializeEnumeration() {
 
 /// The name of the enumerator of that value, or null.
 template <class H>
-FORCE_INLINE const char* enumeratorName(unsigned char value) {
+QL_FORCE_INLINE const char* enumeratorName(unsigned char value) {
     const size_t slot = value;
     if constexpr (H::_maxValue < 255)
         if (slot > H::_maxValue) return nullptr;
@@ -74,7 +74,7 @@ constexpr unsigned int lowestEnumerator() {
 
 /// The length of the name of an enumerator, known without a look at the name.
 template <class H>
-FORCE_INLINE size_t enumeratorNameLength(typename H::Type value) {
+QL_FORCE_INLINE size_t enumeratorNameLength(typename H::Type value) {
     constexpr unsigned int lowest = lowestEnumerator<H>();
     struct Lengths {
         unsigned char of[H::_maxValue - lowest + 1] = {};
@@ -92,13 +92,13 @@ FORCE_INLINE size_t enumeratorNameLength(typename H::Type value) {
 
 /// The ordinal of an enumerator; 0 for a value that is none.
 template <class H>
-FORCE_INLINE unsigned char enumeratorIndex(typename H::Type value) {
+QL_FORCE_INLINE unsigned char enumeratorIndex(typename H::Type value) {
     return static_cast<unsigned int>(value) <= H::_maxValue ? H::_toIndex[value] : 0;
 }
 
 /// H::isValid(value) for helpers that are initialised. Where the enumerators have no gap it needs no look at the table.
 template <class H>
-FORCE_INLINE bool isEnumerator(unsigned char value) {
+QL_FORCE_INLINE bool isEnumerator(unsigned char value) {
     constexpr unsigned int lowest = lowestEnumerator<H>();
     constexpr unsigned int span = H::_maxValue - lowest;
     if constexpr (span + 1 == H::_nbValues)
@@ -109,7 +109,7 @@ FORCE_INLINE bool isEnumerator(unsigned char value) {
 
 /// Reports a byte to the hook if it has no name, out of line.
 template <class H>
-COLD_PATH void validateRare(unsigned char value, const char* fieldName) {
+QL_COLD_PATH void validateRare(unsigned char value, const char* fieldName) {
     using Quillon::validateEnum;
     const bool valid = H::isValid(value);
     VALIDATE_ENUM(fieldName, valid)
@@ -118,7 +118,7 @@ COLD_PATH void validateRare(unsigned char value, const char* fieldName) {
 /// Checks the byte of an enumeration field on its way to or from the wire. Asserts, as isValid() does, that H is
 /// initialised.
 template <class H>
-FORCE_INLINE void validate(unsigned char value, const char* fieldName) {
+QL_FORCE_INLINE void validate(unsigned char value, const char* fieldName) {
     if (__builtin_expect(!H::_initialized || !isEnumerator<H>(value), 0)) validateRare<H>(value, fieldName);
 }
 

@@ -7,7 +7,7 @@
 // the range, nor at any byte beyond it unless the encoding itself runs there: where the fields still to come take at
 // least seven bytes, it does.
 //
-// `behind`, the least number of bytes that are certain to follow the number at hand, is kept by the walk over the
+// `following`, the least number of bytes that are certain to follow the number at hand, is kept by the walk over the
 // fields. It is the same for every message of a type, so that once all is inlined no test of it remains.
 #pragma once
 
@@ -36,17 +36,17 @@ inline constexpr int64_t NDA = INT64_MIN + 2;
 inline constexpr int64_t NA = INT64_MIN + 3;
 
 /// The sentinel's name; empty for any other value.
-FORCE_INLINE constexpr std::string_view sentinelName(int64_t value) {
+QL_FORCE_INLINE constexpr std::string_view sentinelName(int64_t value) {
     if (__builtin_expect(value > NA && value < MAX, 1)) return {}; // they lie at the two ends
     return value == MAX ? "MAX" : value == NMA ? "NMA" : value == NDA ? "NDA" : value == NA ? "NA" : "";
 }
 
 template <class U, class S>
-FORCE_INLINE constexpr U zigzag(S v) {
+QL_FORCE_INLINE constexpr U zigzag(S v) {
     return static_cast<U>(static_cast<U>(v) << 1 ^ static_cast<U>(v >> (8 * sizeof(S) - 1)));
 }
 template <class S, class U>
-FORCE_INLINE constexpr S unzigzag(U u) {
+QL_FORCE_INLINE constexpr S unzigzag(U u) {
     return static_cast<S>(static_cast<U>(u >> 1) ^ static_cast<U>(0 - (u & 1)));
 }
 
@@ -57,46 +57,46 @@ using Quillon::Bmi2;
 template <class Kernel>
 class Writer {
   public:
-    explicit Writer(char* begin, size_t least = 0) : p(begin), behind(least) {}
+    explicit Writer(char* begin, size_t least = 0) : p(begin), following(least) {}
 
-    FORCE_INLINE void byte(unsigned char v) { *p++ = static_cast<char>(v); }
+    QL_FORCE_INLINE void byte(unsigned char v) { *p++ = static_cast<char>(v); }
 
     /// As held in memory, little-endian.
     template <class T>
-    FORCE_INLINE void raw(T v) {
+    QL_FORCE_INLINE void raw(T v) {
         std::memcpy(p, &v, sizeof v);
         p += sizeof v;
     }
 
     /// Plain varint. T tells how long it can get.
     template <class T>
-    FORCE_INLINE void varint(T v) {
+    QL_FORCE_INLINE void varint(T v) {
         static_assert(std::is_unsigned_v<T>);
         const uint64_t wide = v;
         if constexpr (sizeof(T) == 2)
             if (wide < 0x80) return byte(static_cast<unsigned char>(wide));
         if constexpr (sizeof(T) == 8)
             if (__builtin_expect(wide >> 56 != 0, 1)) return longVarint(wide); // times in nanoseconds
-        behind >= 7 ? spilling(wide) : exact<T>(wide);
+        following >= 7 ? spilling(wide) : exact<T>(wide);
     }
 
     /// Special varint. Up to 2^62 it is the plain varint of the value with two zero bits below; see FastCodec.h.
-    FORCE_INLINE void special(int64_t v) {
+    QL_FORCE_INLINE void special(int64_t v) {
         const auto pattern = static_cast<uint64_t>(v);
-        if (behind >= 7 && __builtin_expect(pattern < uint64_t{1} << 54, 1)) return spilling<2>(pattern);
+        if (following >= 7 && __builtin_expect(pattern < uint64_t{1} << 54, 1)) return spilling<2>(pattern);
         if (__builtin_expect(pattern < uint64_t{1} << 54, 1)) return exact<uint64_t>(pattern << 2);
         if (pattern < uint64_t{1} << 62) return longVarint(pattern << 2);
         p = rareSpecial(p, pattern);
     }
 
-    FORCE_INLINE void length(unsigned short count) {
+    QL_FORCE_INLINE void length(unsigned short count) {
         if (count > 127) byte(static_cast<unsigned char>(0x80 | count >> 8));
         byte(static_cast<unsigned char>(count));
     }
 
     /// A length as a varint of 16 bits, and as many bytes as `n` says; by contract n < 2^16. Short texts are written
     /// inline.
-    FORCE_INLINE void text(const char* from, size_t n) {
+    QL_FORCE_INLINE void text(const char* from, size_t n) {
         if (__builtin_expect(n > Quillon::SHORT_COPY, 0)) {
             p = longText(p, from, n);
             return;
@@ -105,13 +105,13 @@ class Writer {
         bytes(from, n);
     }
 
-    FORCE_INLINE void bytes(const char* from, size_t n) {
+    QL_FORCE_INLINE void bytes(const char* from, size_t n) {
         Quillon::copyBytes(p, from, n);
         p += n;
     }
 
     char* p;
-    size_t behind;
+    size_t following;
 
   private:
     static constexpr uint64_t more = Quillon::KernelMasks::MORE;
@@ -120,16 +120,16 @@ class Writer {
         uint64_t bytes;
         size_t n;
     };
-    /// The `n` bytes of the varint of v << ZeroBits < 2^56, with zeros behind them.
+    /// The `n` bytes of the varint of v << ZeroBits < 2^56, with zeros after them.
     template <unsigned ZeroBits = 0>
-    FORCE_INLINE static Word word(uint64_t v) {
+    QL_FORCE_INLINE static Word word(uint64_t v) {
         const uint64_t groups = Kernel::template spread<ZeroBits>(v);
         const auto highest = static_cast<unsigned>(std::countl_zero(groups | 1)) ^ 63; // bit of the last byte
         return {groups | Kernel::moreBelow(highest), size_t{highest >> 3} + 1};
     }
     /// v << ZeroBits < 2^56, as a whole word. Requires that its bytes and those that are certain to follow are eight.
     template <unsigned ZeroBits = 0>
-    FORCE_INLINE void spilling(uint64_t v) {
+    QL_FORCE_INLINE void spilling(uint64_t v) {
         const Word w = word<ZeroBits>(v);
         store<uint64_t>(0, w.bytes);
         p += w.n;
@@ -137,13 +137,14 @@ class Writer {
     /// v < 2^56, where fewer than seven bytes are certain to follow: not a byte more than those. T tells how long it
     /// can get.
     template <class T>
-    FORCE_INLINE void exact(uint64_t v) {
+    QL_FORCE_INLINE void exact(uint64_t v) {
         if (v < 0x80) return byte(static_cast<unsigned char>(v));
-        if (behind >= 1 && v >> 7 * (7 - behind) != 0) return spilling(v); // so long that it makes a word with them
+        if (following >= 1 && v >> 7 * (7 - following) != 0)
+            return spilling(v); // so long that it makes a word with them
         if (v < 1u << 14) return raw(static_cast<uint16_t>(Kernel::spread(v) | 0x80));
         if (sizeof(T) == 2 || v < 1u << 21) {
             const uint64_t bytes = Kernel::spread(v) | 0x8080;
-            if (behind >= 1) { // the next field overwrites the fourth byte
+            if (following >= 1) { // the next field overwrites the fourth byte
                 store<uint32_t>(0, bytes);
                 p += 3;
                 return;
@@ -163,10 +164,10 @@ class Writer {
         p += w.n;
     }
     /// v >= 2^56: nine bytes, or ten of which the last is the number's highest bit.
-    FORCE_INLINE void longVarint(uint64_t v) {
+    QL_FORCE_INLINE void longVarint(uint64_t v) {
         raw(Kernel::spread(v) | more);
         const uint64_t rest = v >> 56;
-        if (behind >= 1) {
+        if (following >= 1) {
             store<uint16_t>(0, rest | 0x100);
             p += 1 + (v >> 63);
             return;
@@ -176,7 +177,7 @@ class Writer {
     }
 
     template <class Piece>
-    FORCE_INLINE void store(size_t offset, uint64_t v) {
+    QL_FORCE_INLINE void store(size_t offset, uint64_t v) {
         const auto piece = static_cast<Piece>(v);
         std::memcpy(p + offset, &piece, sizeof piece);
     }
@@ -189,7 +190,7 @@ class Writer {
     }
 
     /// Sentinels, and patterns of 62 bits and more: negative values.
-    COLD_PATH static char* rareSpecial(char* p, uint64_t pattern) {
+    QL_COLD_PATH static char* rareSpecial(char* p, uint64_t pattern) {
         switch (static_cast<int64_t>(pattern)) {
         case NMA:
             *p++ = 0x03;
@@ -219,13 +220,13 @@ struct Range {
 template <class Kernel>
 class Reader {
   public:
-    /// Bytes between the begin of `range_` and the cursor may be looked at again.
-    Reader(const char* cursor, const Range& range_, size_t least = 0) : p(cursor), behind(least), range(range_) {}
+    /// Bytes between the start of `range_` and the cursor may be looked at again.
+    Reader(const char* cursor, const Range& range_, size_t least = 0) : p(cursor), following(least), range(range_) {}
 
-    FORCE_INLINE unsigned char byte() { return static_cast<unsigned char>(*p++); }
+    QL_FORCE_INLINE unsigned char byte() { return static_cast<unsigned char>(*p++); }
 
     template <class T>
-    FORCE_INLINE T raw() {
+    QL_FORCE_INLINE T raw() {
         T v;
         std::memcpy(&v, p, sizeof v);
         p += sizeof v;
@@ -234,7 +235,7 @@ class Reader {
 
     /// Plain varint of any length. Bits beyond 64 are dropped, and so are those beyond T.
     template <class T>
-    FORCE_INLINE T varint() {
+    QL_FORCE_INLINE T varint() {
         const auto first = static_cast<unsigned char>(*p);
         if (first < 0x80) {
             ++p;
@@ -255,7 +256,7 @@ class Reader {
                 return static_cast<T>(take(word, stops));
             }
             if constexpr (sizeof(T) > 4) {
-                // A byte behind the word belongs to the encoding: the ninth of a time in nanoseconds.
+                // A byte after the word belongs to the encoding: the ninth of a time in nanoseconds.
                 const auto ninth = static_cast<unsigned char>(p[8]);
                 if (ninth < 0x80) {
                     p += 9;
@@ -272,7 +273,7 @@ class Reader {
     /// Special varint, as a pattern. Where its two low bits are zero it is a plain varint of the pattern with two zero
     /// bits below; nine bytes and more are left to the slow way, because there the pattern's highest bits would be
     /// lost.
-    FORCE_INLINE uint64_t special() {
+    QL_FORCE_INLINE uint64_t special() {
         const auto first = static_cast<unsigned char>(*p);
         if (first < 0x80 && (first & 3) == 0) {
             ++p;
@@ -296,20 +297,20 @@ class Reader {
         return taken(rareSpecial(p));
     }
 
-    FORCE_INLINE unsigned short length() {
+    QL_FORCE_INLINE unsigned short length() {
         const unsigned char first = byte();
         if (first <= 127) return first;
         return static_cast<unsigned short>((first << 8 | byte()) & 0x7FFF);
     }
 
     const char* p;
-    size_t behind;
+    size_t following;
     const Range& range;
 
   private:
     /// Whether the eight bytes at the cursor may be looked at.
-    FORCE_INLINE bool isWord() const {
-        return behind >= 7
+    QL_FORCE_INLINE bool isWord() const {
+        return following >= 7
                || __builtin_expect(reinterpret_cast<uintptr_t>(p) + 8 <= reinterpret_cast<uintptr_t>(range.end), 1);
     }
 
@@ -321,7 +322,7 @@ class Reader {
         uint64_t value;
         const char* p;
     };
-    FORCE_INLINE uint64_t taken(Taken t) {
+    QL_FORCE_INLINE uint64_t taken(Taken t) {
         p = t.p;
         return t.value;
     }
@@ -330,7 +331,7 @@ class Reader {
     /// been computed from what was loaded: the processor is to guess it, as it guesses branches. So each length has a
     /// branch of its own, and the compiler is kept from joining them to one addition of a computed length.
     template <unsigned N, unsigned Dropped = 0>
-    FORCE_INLINE uint64_t taken(uint64_t word) {
+    QL_FORCE_INLINE uint64_t taken(uint64_t word) {
         p += N;
         __asm__("" : "+r"(p));
         return Kernel::template gather<Dropped, N>(word);
@@ -338,7 +339,7 @@ class Reader {
 
     /// The varint whose last byte is marked by the lowest bit of `stops`, without its lowest bits.
     template <unsigned Dropped = 0>
-    FORCE_INLINE uint64_t take(uint64_t word, uint64_t stops) {
+    QL_FORCE_INLINE uint64_t take(uint64_t word, uint64_t stops) {
         p += (static_cast<unsigned>(std::countr_zero(stops)) >> 3) + 1;
         return Kernel::template gather<Dropped>(word & (stops ^ (stops - 1)));
     }

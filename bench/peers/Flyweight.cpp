@@ -1,5 +1,5 @@
 // A fixed-layout codec written for the purpose, the fastest kind of peer: numbers as they are in memory, in one packed
-// block per record, then its texts and records one after the other, each behind a count of two bytes. No varints, no
+// block per record, then its texts and records one after the other, each after a count of two bytes. No varints, no
 // vtables, no padding; reading is pointing.
 #include <cstring>
 

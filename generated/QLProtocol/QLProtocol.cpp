@@ -303,7 +303,7 @@ bool KeyValuePair::operator<(const KeyValuePair& other) const { return Velmora::
 void KeyValuePair::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void KeyValuePair::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void KeyValuePair::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const KeyValuePair& value) { return Velmora::print<AsciiWriter>(os, "<KeyValuePair ", value); }
@@ -317,7 +317,7 @@ bool IDNamePair::operator<(const IDNamePair& other) const { return Velmora::less
 void IDNamePair::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void IDNamePair::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void IDNamePair::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const IDNamePair& value) { return Velmora::print<AsciiWriter>(os, "<IDNamePair ", value); }
@@ -329,7 +329,7 @@ bool FeedMarketID::operator<(const FeedMarketID& other) const { return Velmora::
 void FeedMarketID::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void FeedMarketID::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void FeedMarketID::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const FeedMarketID& value) { return Velmora::print<AsciiWriter>(os, "<FeedMarketID ", value); }
@@ -343,7 +343,7 @@ bool MDEntry::operator<(const MDEntry& other) const { return Velmora::less(*this
 void MDEntry::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void MDEntry::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void MDEntry::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const MDEntry& value) { return Velmora::print<AsciiWriter>(os, "<MDEntry ", value); }
@@ -357,7 +357,7 @@ bool StatCounter::operator<(const StatCounter& other) const { return Velmora::le
 void StatCounter::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void StatCounter::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void StatCounter::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const StatCounter& value) { return Velmora::print<AsciiWriter>(os, "<StatCounter ", value); }
@@ -371,7 +371,7 @@ bool Heartbeat::operator<(const Heartbeat& other) const { return Velmora::less(*
 void Heartbeat::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void Heartbeat::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void Heartbeat::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const Heartbeat& value) { return Velmora::print<AsciiWriter>(os, "<Heartbeat ", value); }
@@ -383,7 +383,7 @@ bool ReplayDone::operator<(const ReplayDone& other) const { return Velmora::less
 void ReplayDone::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void ReplayDone::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void ReplayDone::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const ReplayDone& value) { return Velmora::print<AsciiWriter>(os, "<ReplayDone ", value); }
@@ -395,7 +395,7 @@ bool UserSequenceID::operator<(const UserSequenceID& other) const { return Velmo
 void UserSequenceID::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void UserSequenceID::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void UserSequenceID::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const UserSequenceID& value) { return Velmora::print<AsciiWriter>(os, "<UserSequenceID ", value); }
@@ -409,7 +409,7 @@ bool MarketView::operator<(const MarketView& other) const { return Velmora::less
 void MarketView::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void MarketView::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void MarketView::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const MarketView& value) { return Velmora::print<AsciiWriter>(os, "<MarketView ", value); }
@@ -423,7 +423,7 @@ bool SubmitOrder::operator<(const SubmitOrder& other) const { return Velmora::le
 void SubmitOrder::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void SubmitOrder::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void SubmitOrder::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const SubmitOrder& value) { return Velmora::print<AsciiWriter>(os, "<SubmitOrder ", value); }
@@ -437,7 +437,7 @@ bool CancelOrder::operator<(const CancelOrder& other) const { return Velmora::le
 void CancelOrder::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void CancelOrder::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void CancelOrder::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const CancelOrder& value) { return Velmora::print<AsciiWriter>(os, "<CancelOrder ", value); }
@@ -451,7 +451,7 @@ bool CancelAllOrder::operator<(const CancelAllOrder& other) const { return Velmo
 void CancelAllOrder::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void CancelAllOrder::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void CancelAllOrder::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const CancelAllOrder& value) { return Velmora::print<AsciiWriter>(os, "<CancelAllOrder ", value); }
@@ -465,7 +465,7 @@ bool ModifyOrder::operator<(const ModifyOrder& other) const { return Velmora::le
 void ModifyOrder::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void ModifyOrder::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void ModifyOrder::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const ModifyOrder& value) { return Velmora::print<AsciiWriter>(os, "<ModifyOrder ", value); }
@@ -479,7 +479,7 @@ bool OrderReceived::operator<(const OrderReceived& other) const { return Velmora
 void OrderReceived::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void OrderReceived::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void OrderReceived::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const OrderReceived& value) { return Velmora::print<AsciiWriter>(os, "<OrderReceived ", value); }
@@ -493,7 +493,7 @@ bool OrderSubmitted::operator<(const OrderSubmitted& other) const { return Velmo
 void OrderSubmitted::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void OrderSubmitted::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void OrderSubmitted::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const OrderSubmitted& value) { return Velmora::print<AsciiWriter>(os, "<OrderSubmitted ", value); }
@@ -507,7 +507,7 @@ bool OrderRejected::operator<(const OrderRejected& other) const { return Velmora
 void OrderRejected::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void OrderRejected::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void OrderRejected::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const OrderRejected& value) { return Velmora::print<AsciiWriter>(os, "<OrderRejected ", value); }
@@ -521,7 +521,7 @@ bool OrderCanceled::operator<(const OrderCanceled& other) const { return Velmora
 void OrderCanceled::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void OrderCanceled::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void OrderCanceled::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const OrderCanceled& value) { return Velmora::print<AsciiWriter>(os, "<OrderCanceled ", value); }
@@ -535,7 +535,7 @@ bool OrderDone::operator<(const OrderDone& other) const { return Velmora::less(*
 void OrderDone::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void OrderDone::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void OrderDone::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const OrderDone& value) { return Velmora::print<AsciiWriter>(os, "<OrderDone ", value); }
@@ -549,7 +549,7 @@ bool OrderCancelRejected::operator<(const OrderCancelRejected& other) const { re
 void OrderCancelRejected::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void OrderCancelRejected::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void OrderCancelRejected::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const OrderCancelRejected& value) { return Velmora::print<AsciiWriter>(os, "<OrderCancelRejected ", value); }
@@ -563,7 +563,7 @@ bool TradeCapture::operator<(const TradeCapture& other) const { return Velmora::
 void TradeCapture::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void TradeCapture::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void TradeCapture::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const TradeCapture& value) { return Velmora::print<AsciiWriter>(os, "<TradeCapture ", value); }
@@ -577,7 +577,7 @@ bool DropCopy::operator<(const DropCopy& other) const { return Velmora::less(*th
 void DropCopy::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void DropCopy::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void DropCopy::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const DropCopy& value) { return Velmora::print<AsciiWriter>(os, "<DropCopy ", value); }
@@ -591,7 +591,7 @@ bool EventReport::operator<(const EventReport& other) const { return Velmora::le
 void EventReport::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void EventReport::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void EventReport::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const EventReport& value) { return Velmora::print<AsciiWriter>(os, "<EventReport ", value); }
@@ -603,7 +603,7 @@ bool DateRollover::operator<(const DateRollover& other) const { return Velmora::
 void DateRollover::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void DateRollover::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void DateRollover::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const DateRollover& value) { return Velmora::print<AsciiWriter>(os, "<DateRollover ", value); }
@@ -617,7 +617,7 @@ bool MarketRate::operator<(const MarketRate& other) const { return Velmora::less
 void MarketRate::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void MarketRate::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void MarketRate::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const MarketRate& value) { return Velmora::print<AsciiWriter>(os, "<MarketRate ", value); }
@@ -631,7 +631,7 @@ bool TradeLimit::operator<(const TradeLimit& other) const { return Velmora::less
 void TradeLimit::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void TradeLimit::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void TradeLimit::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const TradeLimit& value) { return Velmora::print<AsciiWriter>(os, "<TradeLimit ", value); }
@@ -645,7 +645,7 @@ bool TradeState::operator<(const TradeState& other) const { return Velmora::less
 void TradeState::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void TradeState::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void TradeState::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const TradeState& value) { return Velmora::print<AsciiWriter>(os, "<TradeState ", value); }
@@ -659,7 +659,7 @@ bool TradeHierarchy::operator<(const TradeHierarchy& other) const { return Velmo
 void TradeHierarchy::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void TradeHierarchy::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void TradeHierarchy::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const TradeHierarchy& value) { return Velmora::print<AsciiWriter>(os, "<TradeHierarchy ", value); }
@@ -673,7 +673,7 @@ bool TradeLimitData::operator<(const TradeLimitData& other) const { return Velmo
 void TradeLimitData::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void TradeLimitData::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void TradeLimitData::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const TradeLimitData& value) { return Velmora::print<AsciiWriter>(os, "<TradeLimitData ", value); }
@@ -687,7 +687,7 @@ bool RiskLimitStatus::operator<(const RiskLimitStatus& other) const { return Vel
 void RiskLimitStatus::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void RiskLimitStatus::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void RiskLimitStatus::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const RiskLimitStatus& value) { return Velmora::print<AsciiWriter>(os, "<RiskLimitStatus ", value); }
@@ -701,7 +701,7 @@ bool RiskUsageStatus::operator<(const RiskUsageStatus& other) const { return Vel
 void RiskUsageStatus::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void RiskUsageStatus::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void RiskUsageStatus::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const RiskUsageStatus& value) { return Velmora::print<AsciiWriter>(os, "<RiskUsageStatus ", value); }
@@ -715,7 +715,7 @@ bool RiskResponse::operator<(const RiskResponse& other) const { return Velmora::
 void RiskResponse::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void RiskResponse::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void RiskResponse::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const RiskResponse& value) { return Velmora::print<AsciiWriter>(os, "<RiskResponse ", value); }
@@ -729,7 +729,7 @@ bool LockResponse::operator<(const LockResponse& other) const { return Velmora::
 void LockResponse::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void LockResponse::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void LockResponse::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const LockResponse& value) { return Velmora::print<AsciiWriter>(os, "<LockResponse ", value); }
@@ -743,7 +743,7 @@ bool LockUser::operator<(const LockUser& other) const { return Velmora::less(*th
 void LockUser::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void LockUser::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void LockUser::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const LockUser& value) { return Velmora::print<AsciiWriter>(os, "<LockUser ", value); }
@@ -755,7 +755,7 @@ bool MemBusID::operator<(const MemBusID& other) const { return Velmora::less(*th
 void MemBusID::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void MemBusID::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void MemBusID::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const MemBusID& value) { return Velmora::print<AsciiWriter>(os, "<MemBusID ", value); }
@@ -769,7 +769,7 @@ bool APIMarket::operator<(const APIMarket& other) const { return Velmora::less(*
 void APIMarket::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void APIMarket::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void APIMarket::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const APIMarket& value) { return Velmora::print<AsciiWriter>(os, "<APIMarket ", value); }
@@ -783,7 +783,7 @@ bool APIFeed::operator<(const APIFeed& other) const { return Velmora::less(*this
 void APIFeed::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void APIFeed::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void APIFeed::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const APIFeed& value) { return Velmora::print<AsciiWriter>(os, "<APIFeed ", value); }
@@ -795,7 +795,7 @@ bool Subscription::operator<(const Subscription& other) const { return Velmora::
 void Subscription::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void Subscription::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void Subscription::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const Subscription& value) { return Velmora::print<AsciiWriter>(os, "<Subscription ", value); }
@@ -809,7 +809,7 @@ bool SubscriptionEvent::operator<(const SubscriptionEvent& other) const { return
 void SubscriptionEvent::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void SubscriptionEvent::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void SubscriptionEvent::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const SubscriptionEvent& value) { return Velmora::print<AsciiWriter>(os, "<SubscriptionEvent ", value); }
@@ -823,7 +823,7 @@ bool QuoteRequest::operator<(const QuoteRequest& other) const { return Velmora::
 void QuoteRequest::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void QuoteRequest::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void QuoteRequest::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const QuoteRequest& value) { return Velmora::print<AsciiWriter>(os, "<QuoteRequest ", value); }
@@ -837,7 +837,7 @@ bool RejectQuoteRequest::operator<(const RejectQuoteRequest& other) const { retu
 void RejectQuoteRequest::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void RejectQuoteRequest::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void RejectQuoteRequest::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const RejectQuoteRequest& value) { return Velmora::print<AsciiWriter>(os, "<RejectQuoteRequest ", value); }
@@ -851,7 +851,7 @@ bool CancelQuote::operator<(const CancelQuote& other) const { return Velmora::le
 void CancelQuote::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void CancelQuote::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void CancelQuote::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const CancelQuote& value) { return Velmora::print<AsciiWriter>(os, "<CancelQuote ", value); }
@@ -865,7 +865,7 @@ bool QLQuote::operator<(const QLQuote& other) const { return Velmora::less(*this
 void QLQuote::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void QLQuote::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void QLQuote::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const QLQuote& value) { return Velmora::print<AsciiWriter>(os, "<QLQuote ", value); }
@@ -879,7 +879,7 @@ bool QLMassQuote::operator<(const QLMassQuote& other) const { return Velmora::le
 void QLMassQuote::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void QLMassQuote::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void QLMassQuote::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const QLMassQuote& value) { return Velmora::print<AsciiWriter>(os, "<QLMassQuote ", value); }
@@ -893,7 +893,7 @@ bool MassQuoteAck::operator<(const MassQuoteAck& other) const { return Velmora::
 void MassQuoteAck::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void MassQuoteAck::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void MassQuoteAck::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const MassQuoteAck& value) { return Velmora::print<AsciiWriter>(os, "<MassQuoteAck ", value); }
@@ -907,7 +907,7 @@ bool NewOrder::operator<(const NewOrder& other) const { return Velmora::less(*th
 void NewOrder::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void NewOrder::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void NewOrder::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const NewOrder& value) { return Velmora::print<AsciiWriter>(os, "<NewOrder ", value); }
@@ -921,7 +921,7 @@ bool RejectOrder::operator<(const RejectOrder& other) const { return Velmora::le
 void RejectOrder::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void RejectOrder::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void RejectOrder::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const RejectOrder& value) { return Velmora::print<AsciiWriter>(os, "<RejectOrder ", value); }
@@ -935,7 +935,7 @@ bool AcceptOrder::operator<(const AcceptOrder& other) const { return Velmora::le
 void AcceptOrder::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void AcceptOrder::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void AcceptOrder::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const AcceptOrder& value) { return Velmora::print<AsciiWriter>(os, "<AcceptOrder ", value); }
@@ -949,7 +949,7 @@ bool TradeCaptureAck::operator<(const TradeCaptureAck& other) const { return Vel
 void TradeCaptureAck::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void TradeCaptureAck::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void TradeCaptureAck::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const TradeCaptureAck& value) { return Velmora::print<AsciiWriter>(os, "<TradeCaptureAck ", value); }
@@ -963,7 +963,7 @@ bool OrderTimeout::operator<(const OrderTimeout& other) const { return Velmora::
 void OrderTimeout::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void OrderTimeout::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void OrderTimeout::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const OrderTimeout& value) { return Velmora::print<AsciiWriter>(os, "<OrderTimeout ", value); }
@@ -977,7 +977,7 @@ bool LogMessage::operator<(const LogMessage& other) const { return Velmora::less
 void LogMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void LogMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void LogMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const LogMessage& value) { return Velmora::print<AsciiWriter>(os, "<LogMessage ", value); }
@@ -991,7 +991,7 @@ bool StatCounterMessage::operator<(const StatCounterMessage& other) const { retu
 void StatCounterMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void StatCounterMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void StatCounterMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const StatCounterMessage& value) { return Velmora::print<AsciiWriter>(os, "<StatCounterMessage ", value); }
@@ -1005,7 +1005,7 @@ bool ExchangeMessage::operator<(const ExchangeMessage& other) const { return Vel
 void ExchangeMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void ExchangeMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void ExchangeMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const ExchangeMessage& value) { return Velmora::print<AsciiWriter>(os, "<ExchangeMessage ", value); }
@@ -1017,7 +1017,7 @@ bool StatTimeoutMessage::operator<(const StatTimeoutMessage& other) const { retu
 void StatTimeoutMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void StatTimeoutMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void StatTimeoutMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const StatTimeoutMessage& value) { return Velmora::print<AsciiWriter>(os, "<StatTimeoutMessage ", value); }
@@ -1029,7 +1029,7 @@ bool TaskInitializationMessage::operator<(const TaskInitializationMessage& other
 void TaskInitializationMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void TaskInitializationMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void TaskInitializationMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const TaskInitializationMessage& value) { return Velmora::print<AsciiWriter>(os, "<TaskInitializationMessage ", value); }
@@ -1041,7 +1041,7 @@ bool MDActivityCheckMessage::operator<(const MDActivityCheckMessage& other) cons
 void MDActivityCheckMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void MDActivityCheckMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void MDActivityCheckMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const MDActivityCheckMessage& value) { return Velmora::print<AsciiWriter>(os, "<MDActivityCheckMessage ", value); }
@@ -1053,7 +1053,7 @@ bool CallbackMessage::operator<(const CallbackMessage& other) const { return Vel
 void CallbackMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void CallbackMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void CallbackMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const CallbackMessage& value) { return Velmora::print<AsciiWriter>(os, "<CallbackMessage ", value); }
@@ -1065,7 +1065,7 @@ bool TimerMessage::operator<(const TimerMessage& other) const { return Velmora::
 void TimerMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void TimerMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void TimerMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const TimerMessage& value) { return Velmora::print<AsciiWriter>(os, "<TimerMessage ", value); }
@@ -1077,7 +1077,7 @@ bool SubscriptionTimeoutMessage::operator<(const SubscriptionTimeoutMessage& oth
 void SubscriptionTimeoutMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void SubscriptionTimeoutMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void SubscriptionTimeoutMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const SubscriptionTimeoutMessage& value) { return Velmora::print<AsciiWriter>(os, "<SubscriptionTimeoutMessage ", value); }
@@ -1089,7 +1089,7 @@ bool HeartbeatTimerMessage::operator<(const HeartbeatTimerMessage& other) const 
 void HeartbeatTimerMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void HeartbeatTimerMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void HeartbeatTimerMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const HeartbeatTimerMessage& value) { return Velmora::print<AsciiWriter>(os, "<HeartbeatTimerMessage ", value); }
@@ -1103,7 +1103,7 @@ bool VersionMessage::operator<(const VersionMessage& other) const { return Velmo
 void VersionMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void VersionMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void VersionMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const VersionMessage& value) { return Velmora::print<AsciiWriter>(os, "<VersionMessage ", value); }
@@ -1117,7 +1117,7 @@ bool ProtocolDefinitionMessage::operator<(const ProtocolDefinitionMessage& other
 void ProtocolDefinitionMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void ProtocolDefinitionMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void ProtocolDefinitionMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const ProtocolDefinitionMessage& value) { return Velmora::print<AsciiWriter>(os, "<ProtocolDefinitionMessage ", value); }
@@ -1131,7 +1131,7 @@ bool PadMessage::operator<(const PadMessage& other) const { return Velmora::less
 void PadMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void PadMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void PadMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const PadMessage& value) { return Velmora::print<AsciiWriter>(os, "<PadMessage ", value); }
@@ -1143,7 +1143,7 @@ bool RuThereMessage::operator<(const RuThereMessage& other) const { return Velmo
 void RuThereMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void RuThereMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void RuThereMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const RuThereMessage& value) { return Velmora::print<AsciiWriter>(os, "<RuThereMessage ", value); }
@@ -1155,7 +1155,7 @@ bool ImHereMessage::operator<(const ImHereMessage& other) const { return Velmora
 void ImHereMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void ImHereMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void ImHereMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const ImHereMessage& value) { return Velmora::print<AsciiWriter>(os, "<ImHereMessage ", value); }
@@ -1169,7 +1169,7 @@ bool HeartbeatMessage::operator<(const HeartbeatMessage& other) const { return V
 void HeartbeatMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void HeartbeatMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void HeartbeatMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const HeartbeatMessage& value) { return Velmora::print<AsciiWriter>(os, "<HeartbeatMessage ", value); }
@@ -1181,7 +1181,7 @@ bool ReplayMessage::operator<(const ReplayMessage& other) const { return Velmora
 void ReplayMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void ReplayMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void ReplayMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const ReplayMessage& value) { return Velmora::print<AsciiWriter>(os, "<ReplayMessage ", value); }
@@ -1193,7 +1193,7 @@ bool ReplayDoneMessage::operator<(const ReplayDoneMessage& other) const { return
 void ReplayDoneMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void ReplayDoneMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void ReplayDoneMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const ReplayDoneMessage& value) { return Velmora::print<AsciiWriter>(os, "<ReplayDoneMessage ", value); }
@@ -1207,7 +1207,7 @@ bool LastSequenceIDMessage::operator<(const LastSequenceIDMessage& other) const 
 void LastSequenceIDMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void LastSequenceIDMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void LastSequenceIDMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const LastSequenceIDMessage& value) { return Velmora::print<AsciiWriter>(os, "<LastSequenceIDMessage ", value); }
@@ -1221,7 +1221,7 @@ bool BatchRegisterMessage::operator<(const BatchRegisterMessage& other) const { 
 void BatchRegisterMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void BatchRegisterMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void BatchRegisterMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const BatchRegisterMessage& value) { return Velmora::print<AsciiWriter>(os, "<BatchRegisterMessage ", value); }
@@ -1233,7 +1233,7 @@ bool BatchUnregisterMessage::operator<(const BatchUnregisterMessage& other) cons
 void BatchUnregisterMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void BatchUnregisterMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void BatchUnregisterMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const BatchUnregisterMessage& value) { return Velmora::print<AsciiWriter>(os, "<BatchUnregisterMessage ", value); }
@@ -1245,7 +1245,7 @@ bool SecurityInfoMessage::operator<(const SecurityInfoMessage& other) const { re
 void SecurityInfoMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void SecurityInfoMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void SecurityInfoMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const SecurityInfoMessage& value) { return Velmora::print<AsciiWriter>(os, "<SecurityInfoMessage ", value); }
@@ -1259,7 +1259,7 @@ bool BatchesCompletedMessage::operator<(const BatchesCompletedMessage& other) co
 void BatchesCompletedMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void BatchesCompletedMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void BatchesCompletedMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const BatchesCompletedMessage& value) { return Velmora::print<AsciiWriter>(os, "<BatchesCompletedMessage ", value); }
@@ -1273,7 +1273,7 @@ bool MktDataMessage::operator<(const MktDataMessage& other) const { return Velmo
 void MktDataMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void MktDataMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void MktDataMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const MktDataMessage& value) { return Velmora::print<AsciiWriter>(os, "<MktDataMessage ", value); }
@@ -1287,7 +1287,7 @@ bool SubmitOrderMessage::operator<(const SubmitOrderMessage& other) const { retu
 void SubmitOrderMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void SubmitOrderMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void SubmitOrderMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const SubmitOrderMessage& value) { return Velmora::print<AsciiWriter>(os, "<SubmitOrderMessage ", value); }
@@ -1301,7 +1301,7 @@ bool CancelOrderMessage::operator<(const CancelOrderMessage& other) const { retu
 void CancelOrderMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void CancelOrderMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void CancelOrderMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const CancelOrderMessage& value) { return Velmora::print<AsciiWriter>(os, "<CancelOrderMessage ", value); }
@@ -1315,7 +1315,7 @@ bool CancelAllOrderMessage::operator<(const CancelAllOrderMessage& other) const 
 void CancelAllOrderMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void CancelAllOrderMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void CancelAllOrderMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const CancelAllOrderMessage& value) { return Velmora::print<AsciiWriter>(os, "<CancelAllOrderMessage ", value); }
@@ -1329,7 +1329,7 @@ bool ModifyOrderMessage::operator<(const ModifyOrderMessage& other) const { retu
 void ModifyOrderMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void ModifyOrderMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void ModifyOrderMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const ModifyOrderMessage& value) { return Velmora::print<AsciiWriter>(os, "<ModifyOrderMessage ", value); }
@@ -1343,7 +1343,7 @@ bool OrderReceivedMessage::operator<(const OrderReceivedMessage& other) const { 
 void OrderReceivedMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void OrderReceivedMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void OrderReceivedMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const OrderReceivedMessage& value) { return Velmora::print<AsciiWriter>(os, "<OrderReceivedMessage ", value); }
@@ -1357,7 +1357,7 @@ bool OrderSubmittedMessage::operator<(const OrderSubmittedMessage& other) const 
 void OrderSubmittedMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void OrderSubmittedMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void OrderSubmittedMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const OrderSubmittedMessage& value) { return Velmora::print<AsciiWriter>(os, "<OrderSubmittedMessage ", value); }
@@ -1371,7 +1371,7 @@ bool OrderRejectedMessage::operator<(const OrderRejectedMessage& other) const { 
 void OrderRejectedMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void OrderRejectedMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void OrderRejectedMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const OrderRejectedMessage& value) { return Velmora::print<AsciiWriter>(os, "<OrderRejectedMessage ", value); }
@@ -1385,7 +1385,7 @@ bool OrderCanceledMessage::operator<(const OrderCanceledMessage& other) const { 
 void OrderCanceledMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void OrderCanceledMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void OrderCanceledMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const OrderCanceledMessage& value) { return Velmora::print<AsciiWriter>(os, "<OrderCanceledMessage ", value); }
@@ -1399,7 +1399,7 @@ bool OrderDoneMessage::operator<(const OrderDoneMessage& other) const { return V
 void OrderDoneMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void OrderDoneMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void OrderDoneMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const OrderDoneMessage& value) { return Velmora::print<AsciiWriter>(os, "<OrderDoneMessage ", value); }
@@ -1413,7 +1413,7 @@ bool OrderCancelRejectedMessage::operator<(const OrderCancelRejectedMessage& oth
 void OrderCancelRejectedMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void OrderCancelRejectedMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void OrderCancelRejectedMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const OrderCancelRejectedMessage& value) { return Velmora::print<AsciiWriter>(os, "<OrderCancelRejectedMessage ", value); }
@@ -1427,7 +1427,7 @@ bool TradeCaptureMessage::operator<(const TradeCaptureMessage& other) const { re
 void TradeCaptureMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void TradeCaptureMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void TradeCaptureMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const TradeCaptureMessage& value) { return Velmora::print<AsciiWriter>(os, "<TradeCaptureMessage ", value); }
@@ -1441,7 +1441,7 @@ bool DropCopyMessage::operator<(const DropCopyMessage& other) const { return Vel
 void DropCopyMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void DropCopyMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void DropCopyMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const DropCopyMessage& value) { return Velmora::print<AsciiWriter>(os, "<DropCopyMessage ", value); }
@@ -1455,7 +1455,7 @@ bool EventReportMessage::operator<(const EventReportMessage& other) const { retu
 void EventReportMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void EventReportMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void EventReportMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const EventReportMessage& value) { return Velmora::print<AsciiWriter>(os, "<EventReportMessage ", value); }
@@ -1467,7 +1467,7 @@ bool DateRolloverMessage::operator<(const DateRolloverMessage& other) const { re
 void DateRolloverMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void DateRolloverMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void DateRolloverMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const DateRolloverMessage& value) { return Velmora::print<AsciiWriter>(os, "<DateRolloverMessage ", value); }
@@ -1481,7 +1481,7 @@ bool ClientConnectMessage::operator<(const ClientConnectMessage& other) const { 
 void ClientConnectMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void ClientConnectMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void ClientConnectMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const ClientConnectMessage& value) { return Velmora::print<AsciiWriter>(os, "<ClientConnectMessage ", value); }
@@ -1493,7 +1493,7 @@ bool ClientDisconnectMessage::operator<(const ClientDisconnectMessage& other) co
 void ClientDisconnectMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void ClientDisconnectMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void ClientDisconnectMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const ClientDisconnectMessage& value) { return Velmora::print<AsciiWriter>(os, "<ClientDisconnectMessage ", value); }
@@ -1507,7 +1507,7 @@ bool ConnectResponseMessage::operator<(const ConnectResponseMessage& other) cons
 void ConnectResponseMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void ConnectResponseMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void ConnectResponseMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const ConnectResponseMessage& value) { return Velmora::print<AsciiWriter>(os, "<ConnectResponseMessage ", value); }
@@ -1521,7 +1521,7 @@ bool InternalClientInfoMessage::operator<(const InternalClientInfoMessage& other
 void InternalClientInfoMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void InternalClientInfoMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void InternalClientInfoMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const InternalClientInfoMessage& value) { return Velmora::print<AsciiWriter>(os, "<InternalClientInfoMessage ", value); }
@@ -1535,7 +1535,7 @@ bool TradeLimitDataMessage::operator<(const TradeLimitDataMessage& other) const 
 void TradeLimitDataMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void TradeLimitDataMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void TradeLimitDataMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const TradeLimitDataMessage& value) { return Velmora::print<AsciiWriter>(os, "<TradeLimitDataMessage ", value); }
@@ -1549,7 +1549,7 @@ bool RiskResponseMessage::operator<(const RiskResponseMessage& other) const { re
 void RiskResponseMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void RiskResponseMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void RiskResponseMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const RiskResponseMessage& value) { return Velmora::print<AsciiWriter>(os, "<RiskResponseMessage ", value); }
@@ -1563,7 +1563,7 @@ bool LockResponseMessage::operator<(const LockResponseMessage& other) const { re
 void LockResponseMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void LockResponseMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void LockResponseMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const LockResponseMessage& value) { return Velmora::print<AsciiWriter>(os, "<LockResponseMessage ", value); }
@@ -1577,7 +1577,7 @@ bool LockUserMessage::operator<(const LockUserMessage& other) const { return Vel
 void LockUserMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void LockUserMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void LockUserMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const LockUserMessage& value) { return Velmora::print<AsciiWriter>(os, "<LockUserMessage ", value); }
@@ -1589,7 +1589,7 @@ bool MemBusHeartbeatMessage::operator<(const MemBusHeartbeatMessage& other) cons
 void MemBusHeartbeatMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void MemBusHeartbeatMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void MemBusHeartbeatMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const MemBusHeartbeatMessage& value) { return Velmora::print<AsciiWriter>(os, "<MemBusHeartbeatMessage ", value); }
@@ -1601,7 +1601,7 @@ bool MemBusConnectMessage::operator<(const MemBusConnectMessage& other) const { 
 void MemBusConnectMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void MemBusConnectMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void MemBusConnectMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const MemBusConnectMessage& value) { return Velmora::print<AsciiWriter>(os, "<MemBusConnectMessage ", value); }
@@ -1613,7 +1613,7 @@ bool MemBusDisconnectMessage::operator<(const MemBusDisconnectMessage& other) co
 void MemBusDisconnectMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void MemBusDisconnectMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void MemBusDisconnectMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const MemBusDisconnectMessage& value) { return Velmora::print<AsciiWriter>(os, "<MemBusDisconnectMessage ", value); }
@@ -1627,7 +1627,7 @@ bool ConfigMessage::operator<(const ConfigMessage& other) const { return Velmora
 void ConfigMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void ConfigMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void ConfigMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const ConfigMessage& value) { return Velmora::print<AsciiWriter>(os, "<ConfigMessage ", value); }
@@ -1641,7 +1641,7 @@ bool SubscribeMessage::operator<(const SubscribeMessage& other) const { return V
 void SubscribeMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void SubscribeMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void SubscribeMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const SubscribeMessage& value) { return Velmora::print<AsciiWriter>(os, "<SubscribeMessage ", value); }
@@ -1655,7 +1655,7 @@ bool UnsubscribeMessage::operator<(const UnsubscribeMessage& other) const { retu
 void UnsubscribeMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void UnsubscribeMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void UnsubscribeMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const UnsubscribeMessage& value) { return Velmora::print<AsciiWriter>(os, "<UnsubscribeMessage ", value); }
@@ -1669,7 +1669,7 @@ bool UnsubscribeAllMessage::operator<(const UnsubscribeAllMessage& other) const 
 void UnsubscribeAllMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void UnsubscribeAllMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void UnsubscribeAllMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const UnsubscribeAllMessage& value) { return Velmora::print<AsciiWriter>(os, "<UnsubscribeAllMessage ", value); }
@@ -1683,7 +1683,7 @@ bool SubscriptionEventMessage::operator<(const SubscriptionEventMessage& other) 
 void SubscriptionEventMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void SubscriptionEventMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void SubscriptionEventMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const SubscriptionEventMessage& value) { return Velmora::print<AsciiWriter>(os, "<SubscriptionEventMessage ", value); }
@@ -1695,7 +1695,7 @@ bool SubscriptionTimerMessage::operator<(const SubscriptionTimerMessage& other) 
 void SubscriptionTimerMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void SubscriptionTimerMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void SubscriptionTimerMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const SubscriptionTimerMessage& value) { return Velmora::print<AsciiWriter>(os, "<SubscriptionTimerMessage ", value); }
@@ -1709,7 +1709,7 @@ bool InsertLogMessage::operator<(const InsertLogMessage& other) const { return V
 void InsertLogMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void InsertLogMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void InsertLogMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const InsertLogMessage& value) { return Velmora::print<AsciiWriter>(os, "<InsertLogMessage ", value); }
@@ -1721,7 +1721,7 @@ bool TestMessage::operator<(const TestMessage& other) const { return Velmora::le
 void TestMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void TestMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void TestMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const TestMessage& value) { return Velmora::print<AsciiWriter>(os, "<TestMessage ", value); }
@@ -1735,7 +1735,7 @@ bool RequestSnapshotMessage::operator<(const RequestSnapshotMessage& other) cons
 void RequestSnapshotMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void RequestSnapshotMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void RequestSnapshotMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const RequestSnapshotMessage& value) { return Velmora::print<AsciiWriter>(os, "<RequestSnapshotMessage ", value); }
@@ -1747,7 +1747,7 @@ bool RequestMessage::operator<(const RequestMessage& other) const { return Velmo
 void RequestMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void RequestMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void RequestMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const RequestMessage& value) { return Velmora::print<AsciiWriter>(os, "<RequestMessage ", value); }
@@ -1761,7 +1761,7 @@ bool QuoteRequestMessage::operator<(const QuoteRequestMessage& other) const { re
 void QuoteRequestMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void QuoteRequestMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void QuoteRequestMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const QuoteRequestMessage& value) { return Velmora::print<AsciiWriter>(os, "<QuoteRequestMessage ", value); }
@@ -1775,7 +1775,7 @@ bool RejectQuoteRequestMessage::operator<(const RejectQuoteRequestMessage& other
 void RejectQuoteRequestMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void RejectQuoteRequestMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void RejectQuoteRequestMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const RejectQuoteRequestMessage& value) { return Velmora::print<AsciiWriter>(os, "<RejectQuoteRequestMessage ", value); }
@@ -1789,7 +1789,7 @@ bool CancelQuoteMessage::operator<(const CancelQuoteMessage& other) const { retu
 void CancelQuoteMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void CancelQuoteMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void CancelQuoteMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const CancelQuoteMessage& value) { return Velmora::print<AsciiWriter>(os, "<CancelQuoteMessage ", value); }
@@ -1803,7 +1803,7 @@ bool MassQuoteMessage::operator<(const MassQuoteMessage& other) const { return V
 void MassQuoteMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void MassQuoteMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void MassQuoteMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const MassQuoteMessage& value) { return Velmora::print<AsciiWriter>(os, "<MassQuoteMessage ", value); }
@@ -1817,7 +1817,7 @@ bool MassQuoteAckMessage::operator<(const MassQuoteAckMessage& other) const { re
 void MassQuoteAckMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void MassQuoteAckMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void MassQuoteAckMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const MassQuoteAckMessage& value) { return Velmora::print<AsciiWriter>(os, "<MassQuoteAckMessage ", value); }
@@ -1831,7 +1831,7 @@ bool NewOrderMessage::operator<(const NewOrderMessage& other) const { return Vel
 void NewOrderMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void NewOrderMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void NewOrderMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const NewOrderMessage& value) { return Velmora::print<AsciiWriter>(os, "<NewOrderMessage ", value); }
@@ -1845,7 +1845,7 @@ bool RejectOrderMessage::operator<(const RejectOrderMessage& other) const { retu
 void RejectOrderMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void RejectOrderMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void RejectOrderMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const RejectOrderMessage& value) { return Velmora::print<AsciiWriter>(os, "<RejectOrderMessage ", value); }
@@ -1859,7 +1859,7 @@ bool AcceptOrderMessage::operator<(const AcceptOrderMessage& other) const { retu
 void AcceptOrderMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void AcceptOrderMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void AcceptOrderMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const AcceptOrderMessage& value) { return Velmora::print<AsciiWriter>(os, "<AcceptOrderMessage ", value); }
@@ -1873,7 +1873,7 @@ bool TradeCaptureAckMessage::operator<(const TradeCaptureAckMessage& other) cons
 void TradeCaptureAckMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void TradeCaptureAckMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void TradeCaptureAckMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const TradeCaptureAckMessage& value) { return Velmora::print<AsciiWriter>(os, "<TradeCaptureAckMessage ", value); }
@@ -1887,7 +1887,7 @@ bool OrderTimeoutMessage::operator<(const OrderTimeoutMessage& other) const { re
 void OrderTimeoutMessage::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void OrderTimeoutMessage::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void OrderTimeoutMessage::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const OrderTimeoutMessage& value) { return Velmora::print<AsciiWriter>(os, "<OrderTimeoutMessage ", value); }
@@ -1901,7 +1901,7 @@ bool JsonFromServer::operator<(const JsonFromServer& other) const { return Velmo
 void JsonFromServer::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void JsonFromServer::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void JsonFromServer::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const JsonFromServer& value) { return Velmora::print<AsciiWriter>(os, "<JsonFromServer ", value); }
@@ -1915,7 +1915,7 @@ bool JsonFromClient::operator<(const JsonFromClient& other) const { return Velmo
 void JsonFromClient::write(FastCodec& codec) const { Velmora::encode(*this, codec); }
 void JsonFromClient::read(FastCodec& codec) { Velmora::decode(*this, codec); }
 void JsonFromClient::checkbounds(const void* begin, const void* end) const {
-    ALWAYS_ASSERT(begin <= this && this < end);
+    QL_ASSERT(begin <= this && this < end);
     Velmora::checkMembers(*this, begin, end);
 }
 std::ostream& operator<<(std::ostream& os, const JsonFromClient& value) { return Velmora::print<AsciiWriter>(os, "<JsonFromClient ", value); }

@@ -453,25 +453,25 @@ constexpr void enumerators(Velmora::of<QuoteCancelType>, Visit&& visit) {
 #pragma pop_macro("TIMEOUT")
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<KeyValuePair>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<KeyValuePair>, Visit&& visit) {
     return visit("key", &KeyValuePair::key, Velmora::plain)
            && visit("value", &KeyValuePair::value, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<IDNamePair>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<IDNamePair>, Visit&& visit) {
     return visit("id", &IDNamePair::id, Velmora::plain)
            && visit("name", &IDNamePair::name, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<FeedMarketID>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<FeedMarketID>, Visit&& visit) {
     return visit("marketID", &FeedMarketID::marketID, Velmora::plain)
            && visit("feedID", &FeedMarketID::feedID, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<MDEntry>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<MDEntry>, Visit&& visit) {
     return visit("price", &MDEntry::price, Velmora::price)
            && visit("amount", &MDEntry::amount, Velmora::price)
            && visit("minAmount", &MDEntry::minAmount, Velmora::price)
@@ -484,32 +484,32 @@ FORCE_INLINE constexpr bool fields(Velmora::of<MDEntry>, Visit&& visit) {
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<StatCounter>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<StatCounter>, Visit&& visit) {
     return visit("type", &StatCounter::type, Velmora::plain)
            && visit("name", &StatCounter::name, Velmora::plain)
            && visit("value", &StatCounter::value, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<Heartbeat>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<Heartbeat>, Visit&& visit) {
     return visit("timeApiServer", &Heartbeat::timeApiServer, Velmora::plain)
            && visit("activeFeeds", &Heartbeat::activeFeeds, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<ReplayDone>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<ReplayDone>, Visit&& visit) {
     return visit("feedID", &ReplayDone::feedID, Velmora::plain)
            && visit("replayStatus", &ReplayDone::replayStatus, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<UserSequenceID>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<UserSequenceID>, Visit&& visit) {
     return visit("userID", &UserSequenceID::userID, Velmora::plain)
            && visit("sequenceID", &UserSequenceID::sequenceID, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<MarketView>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<MarketView>, Visit&& visit) {
     return visit("fmID", &MarketView::fmID, Velmora::plain)
            && visit("timeExchange", &MarketView::timeExchange, Velmora::plain)
            && visit("timeArrival", &MarketView::timeArrival, Velmora::plain)
@@ -522,7 +522,7 @@ FORCE_INLINE constexpr bool fields(Velmora::of<MarketView>, Visit&& visit) {
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<SubmitOrder>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<SubmitOrder>, Visit&& visit) {
     return visit("orderID", &SubmitOrder::orderID, Velmora::plain)
            && visit("clOrdID", &SubmitOrder::clOrdID, Velmora::plain)
            && visit("timeApiClient", &SubmitOrder::timeApiClient, Velmora::plain)
@@ -542,7 +542,7 @@ FORCE_INLINE constexpr bool fields(Velmora::of<SubmitOrder>, Visit&& visit) {
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<CancelOrder>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<CancelOrder>, Visit&& visit) {
     return visit("orderID", &CancelOrder::orderID, Velmora::plain)
            && visit("cxlID", &CancelOrder::cxlID, Velmora::plain)
            && visit("feedID", &CancelOrder::feedID, Velmora::plain)
@@ -554,7 +554,7 @@ FORCE_INLINE constexpr bool fields(Velmora::of<CancelOrder>, Visit&& visit) {
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<CancelAllOrder>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<CancelAllOrder>, Visit&& visit) {
     return visit("cxlID", &CancelAllOrder::cxlID, Velmora::plain)
            && visit("monitoredOnly", &CancelAllOrder::monitoredOnly, Velmora::plain)
            && visit("timeApiClient", &CancelAllOrder::timeApiClient, Velmora::plain)
@@ -564,7 +564,7 @@ FORCE_INLINE constexpr bool fields(Velmora::of<CancelAllOrder>, Visit&& visit) {
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<ModifyOrder>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<ModifyOrder>, Visit&& visit) {
     return visit("orderID", &ModifyOrder::orderID, Velmora::plain)
            && visit("clOrdID", &ModifyOrder::clOrdID, Velmora::plain)
            && visit("clNewID", &ModifyOrder::clNewID, Velmora::plain)
@@ -583,7 +583,7 @@ FORCE_INLINE constexpr bool fields(Velmora::of<ModifyOrder>, Visit&& visit) {
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<OrderReceived>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<OrderReceived>, Visit&& visit) {
     return visit("sequenceID", &OrderReceived::sequenceID, Velmora::plain)
            && visit("orderID", &OrderReceived::orderID, Velmora::plain)
            && visit("clOrdID", &OrderReceived::clOrdID, Velmora::plain)
@@ -600,7 +600,7 @@ FORCE_INLINE constexpr bool fields(Velmora::of<OrderReceived>, Visit&& visit) {
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<OrderSubmitted>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<OrderSubmitted>, Visit&& visit) {
     return visit("sequenceID", &OrderSubmitted::sequenceID, Velmora::plain)
            && visit("orderID", &OrderSubmitted::orderID, Velmora::plain)
            && visit("clOrdID", &OrderSubmitted::clOrdID, Velmora::plain)
@@ -617,7 +617,7 @@ FORCE_INLINE constexpr bool fields(Velmora::of<OrderSubmitted>, Visit&& visit) {
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<OrderRejected>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<OrderRejected>, Visit&& visit) {
     return visit("sequenceID", &OrderRejected::sequenceID, Velmora::plain)
            && visit("orderID", &OrderRejected::orderID, Velmora::plain)
            && visit("clOrdID", &OrderRejected::clOrdID, Velmora::plain)
@@ -633,7 +633,7 @@ FORCE_INLINE constexpr bool fields(Velmora::of<OrderRejected>, Visit&& visit) {
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<OrderCanceled>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<OrderCanceled>, Visit&& visit) {
     return visit("sequenceID", &OrderCanceled::sequenceID, Velmora::plain)
            && visit("orderID", &OrderCanceled::orderID, Velmora::plain)
            && visit("clOrdID", &OrderCanceled::clOrdID, Velmora::plain)
@@ -654,7 +654,7 @@ FORCE_INLINE constexpr bool fields(Velmora::of<OrderCanceled>, Visit&& visit) {
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<OrderDone>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<OrderDone>, Visit&& visit) {
     return visit("sequenceID", &OrderDone::sequenceID, Velmora::plain)
            && visit("orderID", &OrderDone::orderID, Velmora::plain)
            && visit("clOrdID", &OrderDone::clOrdID, Velmora::plain)
@@ -669,7 +669,7 @@ FORCE_INLINE constexpr bool fields(Velmora::of<OrderDone>, Visit&& visit) {
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<OrderCancelRejected>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<OrderCancelRejected>, Visit&& visit) {
     return visit("sequenceID", &OrderCancelRejected::sequenceID, Velmora::plain)
            && visit("orderID", &OrderCancelRejected::orderID, Velmora::plain)
            && visit("clOrdID", &OrderCancelRejected::clOrdID, Velmora::plain)
@@ -687,7 +687,7 @@ FORCE_INLINE constexpr bool fields(Velmora::of<OrderCancelRejected>, Visit&& vis
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<TradeCapture>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<TradeCapture>, Visit&& visit) {
     return visit("sequenceID", &TradeCapture::sequenceID, Velmora::plain)
            && visit("orderID", &TradeCapture::orderID, Velmora::plain)
            && visit("clOrdID", &TradeCapture::clOrdID, Velmora::plain)
@@ -713,7 +713,7 @@ FORCE_INLINE constexpr bool fields(Velmora::of<TradeCapture>, Visit&& visit) {
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<DropCopy>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<DropCopy>, Visit&& visit) {
     return visit("sequenceID", &DropCopy::sequenceID, Velmora::plain)
            && visit("customerClientID", &DropCopy::customerClientID, Velmora::plain)
            && visit("customerAccountID", &DropCopy::customerAccountID, Velmora::plain)
@@ -749,28 +749,28 @@ FORCE_INLINE constexpr bool fields(Velmora::of<DropCopy>, Visit&& visit) {
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<EventReport>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<EventReport>, Visit&& visit) {
     return visit("eventCode", &EventReport::eventCode, Velmora::plain)
            && visit("fmID", &EventReport::fmID, Velmora::plain)
            && visit("eventContents", &EventReport::eventContents, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<DateRollover>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<DateRollover>, Visit&& visit) {
     return visit("fmID", &DateRollover::fmID, Velmora::plain)
            && visit("tradeDate", &DateRollover::tradeDate, Velmora::plain)
            && visit("settleDate", &DateRollover::settleDate, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<MarketRate>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<MarketRate>, Visit&& visit) {
     return visit("marketID", &MarketRate::marketID, Velmora::plain)
            && visit("settlTime", &MarketRate::settlTime, Velmora::plain)
            && visit("rate", &MarketRate::rate, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<TradeLimit>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<TradeLimit>, Visit&& visit) {
     return visit("limitID", &TradeLimit::limitID, Velmora::plain)
            && visit("groupName", &TradeLimit::groupName, Velmora::plain)
            && visit("feedID", &TradeLimit::feedID, Velmora::plain)
@@ -789,7 +789,7 @@ FORCE_INLINE constexpr bool fields(Velmora::of<TradeLimit>, Visit&& visit) {
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<TradeState>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<TradeState>, Visit&& visit) {
     return visit("groupName", &TradeState::groupName, Velmora::plain)
            && visit("boughtBase", &TradeState::boughtBase, Velmora::plain)
            && visit("soldBase", &TradeState::soldBase, Velmora::plain)
@@ -805,13 +805,13 @@ FORCE_INLINE constexpr bool fields(Velmora::of<TradeState>, Visit&& visit) {
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<TradeHierarchy>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<TradeHierarchy>, Visit&& visit) {
     return visit("userName", &TradeHierarchy::userName, Velmora::plain)
            && visit("groupNames", &TradeHierarchy::groupNames, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<TradeLimitData>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<TradeLimitData>, Visit&& visit) {
     return visit("clDataID", &TradeLimitData::clDataID, Velmora::plain)
            && visit("groupLimits", &TradeLimitData::groupLimits, Velmora::plain)
            && visit("groupStates", &TradeLimitData::groupStates, Velmora::plain)
@@ -822,7 +822,7 @@ FORCE_INLINE constexpr bool fields(Velmora::of<TradeLimitData>, Visit&& visit) {
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<RiskLimitStatus>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<RiskLimitStatus>, Visit&& visit) {
     return visit("group", &RiskLimitStatus::group, Velmora::plain)
            && visit("feedID", &RiskLimitStatus::feedID, Velmora::plain)
            && visit("marketID", &RiskLimitStatus::marketID, Velmora::plain)
@@ -831,7 +831,7 @@ FORCE_INLINE constexpr bool fields(Velmora::of<RiskLimitStatus>, Visit&& visit) 
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<RiskUsageStatus>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<RiskUsageStatus>, Visit&& visit) {
     return visit("user", &RiskUsageStatus::user, Velmora::plain)
            && visit("settlDate", &RiskUsageStatus::settlDate, Velmora::plain)
            && visit("feedID", &RiskUsageStatus::feedID, Velmora::plain)
@@ -841,34 +841,34 @@ FORCE_INLINE constexpr bool fields(Velmora::of<RiskUsageStatus>, Visit&& visit) 
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<RiskResponse>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<RiskResponse>, Visit&& visit) {
     return visit("clRequestID", &RiskResponse::clRequestID, Velmora::plain)
            && visit("limitStatus", &RiskResponse::limitStatus, Velmora::plain)
            && visit("usageStatus", &RiskResponse::usageStatus, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<LockResponse>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<LockResponse>, Visit&& visit) {
     return visit("clRequestID", &LockResponse::clRequestID, Velmora::plain)
            && visit("status", &LockResponse::status, Velmora::plain)
            && visit("reason", &LockResponse::reason, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<LockUser>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<LockUser>, Visit&& visit) {
     return visit("clRequestID", &LockUser::clRequestID, Velmora::plain)
            && visit("locked", &LockUser::locked, Velmora::plain)
            && visit("username", &LockUser::username, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<MemBusID>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<MemBusID>, Visit&& visit) {
     return visit("appID", &MemBusID::appID, Velmora::plain)
            && visit("generation", &MemBusID::generation, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<APIMarket>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<APIMarket>, Visit&& visit) {
     return visit("marketID", &APIMarket::marketID, Velmora::plain)
            && visit("name", &APIMarket::name, Velmora::plain)
            && visit("feedID", &APIMarket::feedID, Velmora::plain)
@@ -879,7 +879,7 @@ FORCE_INLINE constexpr bool fields(Velmora::of<APIMarket>, Visit&& visit) {
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<APIFeed>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<APIFeed>, Visit&& visit) {
     return visit("name", &APIFeed::name, Velmora::plain)
            && visit("exchangeName", &APIFeed::exchangeName, Velmora::plain)
            && visit("feedID", &APIFeed::feedID, Velmora::plain)
@@ -888,14 +888,14 @@ FORCE_INLINE constexpr bool fields(Velmora::of<APIFeed>, Visit&& visit) {
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<Subscription>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<Subscription>, Visit&& visit) {
     return visit("apiType", &Subscription::apiType, Velmora::plain)
            && visit("feedID", &Subscription::feedID, Velmora::plain)
            && visit("marketID", &Subscription::marketID, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<SubscriptionEvent>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<SubscriptionEvent>, Visit&& visit) {
     return visit("sub", &SubscriptionEvent::sub, Velmora::plain)
            && visit("clSubID", &SubscriptionEvent::clSubID, Velmora::plain)
            && visit("status", &SubscriptionEvent::status, Velmora::plain)
@@ -904,7 +904,7 @@ FORCE_INLINE constexpr bool fields(Velmora::of<SubscriptionEvent>, Visit&& visit
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<QuoteRequest>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<QuoteRequest>, Visit&& visit) {
     return visit("feedID", &QuoteRequest::feedID, Velmora::plain)
            && visit("marketID", &QuoteRequest::marketID, Velmora::plain)
            && visit("isBaseSpecified", &QuoteRequest::isBaseSpecified, Velmora::plain)
@@ -920,7 +920,7 @@ FORCE_INLINE constexpr bool fields(Velmora::of<QuoteRequest>, Visit&& visit) {
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<RejectQuoteRequest>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<RejectQuoteRequest>, Visit&& visit) {
     return visit("feedID", &RejectQuoteRequest::feedID, Velmora::plain)
            && visit("marketID", &RejectQuoteRequest::marketID, Velmora::plain)
            && visit("quoteReqID", &RejectQuoteRequest::quoteReqID, Velmora::plain)
@@ -933,7 +933,7 @@ FORCE_INLINE constexpr bool fields(Velmora::of<RejectQuoteRequest>, Visit&& visi
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<CancelQuote>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<CancelQuote>, Visit&& visit) {
     return visit("feedID", &CancelQuote::feedID, Velmora::plain)
            && visit("marketID", &CancelQuote::marketID, Velmora::plain)
            && visit("quoteReqID", &CancelQuote::quoteReqID, Velmora::plain)
@@ -946,7 +946,7 @@ FORCE_INLINE constexpr bool fields(Velmora::of<CancelQuote>, Visit&& visit) {
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<QLQuote>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<QLQuote>, Visit&& visit) {
     return visit("quoteID", &QLQuote::quoteID, Velmora::plain)
            && visit("price", &QLQuote::price, Velmora::price)
            && visit("amount", &QLQuote::amount, Velmora::price)
@@ -955,7 +955,7 @@ FORCE_INLINE constexpr bool fields(Velmora::of<QLQuote>, Visit&& visit) {
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<QLMassQuote>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<QLMassQuote>, Visit&& visit) {
     return visit("feedID", &QLMassQuote::feedID, Velmora::plain)
            && visit("marketID", &QLMassQuote::marketID, Velmora::plain)
            && visit("quoteReqID", &QLMassQuote::quoteReqID, Velmora::plain)
@@ -969,7 +969,7 @@ FORCE_INLINE constexpr bool fields(Velmora::of<QLMassQuote>, Visit&& visit) {
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<MassQuoteAck>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<MassQuoteAck>, Visit&& visit) {
     return visit("feedID", &MassQuoteAck::feedID, Velmora::plain)
            && visit("marketID", &MassQuoteAck::marketID, Velmora::plain)
            && visit("quoteReqID", &MassQuoteAck::quoteReqID, Velmora::plain)
@@ -982,7 +982,7 @@ FORCE_INLINE constexpr bool fields(Velmora::of<MassQuoteAck>, Visit&& visit) {
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<NewOrder>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<NewOrder>, Visit&& visit) {
     return visit("sequenceID", &NewOrder::sequenceID, Velmora::plain)
            && visit("feedID", &NewOrder::feedID, Velmora::plain)
            && visit("marketID", &NewOrder::marketID, Velmora::plain)
@@ -1007,7 +1007,7 @@ FORCE_INLINE constexpr bool fields(Velmora::of<NewOrder>, Visit&& visit) {
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<RejectOrder>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<RejectOrder>, Visit&& visit) {
     return visit("feedID", &RejectOrder::feedID, Velmora::plain)
            && visit("marketID", &RejectOrder::marketID, Velmora::plain)
            && visit("isBaseSpecified", &RejectOrder::isBaseSpecified, Velmora::plain)
@@ -1029,7 +1029,7 @@ FORCE_INLINE constexpr bool fields(Velmora::of<RejectOrder>, Visit&& visit) {
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<AcceptOrder>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<AcceptOrder>, Visit&& visit) {
     return visit("feedID", &AcceptOrder::feedID, Velmora::plain)
            && visit("marketID", &AcceptOrder::marketID, Velmora::plain)
            && visit("isBaseSpecified", &AcceptOrder::isBaseSpecified, Velmora::plain)
@@ -1050,7 +1050,7 @@ FORCE_INLINE constexpr bool fields(Velmora::of<AcceptOrder>, Visit&& visit) {
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<TradeCaptureAck>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<TradeCaptureAck>, Visit&& visit) {
     return visit("sequenceID", &TradeCaptureAck::sequenceID, Velmora::plain)
            && visit("feedID", &TradeCaptureAck::feedID, Velmora::plain)
            && visit("marketID", &TradeCaptureAck::marketID, Velmora::plain)
@@ -1064,7 +1064,7 @@ FORCE_INLINE constexpr bool fields(Velmora::of<TradeCaptureAck>, Visit&& visit) 
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<OrderTimeout>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<OrderTimeout>, Visit&& visit) {
     return visit("sequenceID", &OrderTimeout::sequenceID, Velmora::plain)
            && visit("feedID", &OrderTimeout::feedID, Velmora::plain)
            && visit("marketID", &OrderTimeout::marketID, Velmora::plain)
@@ -1076,7 +1076,7 @@ FORCE_INLINE constexpr bool fields(Velmora::of<OrderTimeout>, Visit&& visit) {
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<LogMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<LogMessage>, Visit&& visit) {
     return visit("timestamp", &LogMessage::timestamp, Velmora::plain)
            && visit("thread", &LogMessage::thread, Velmora::crypt)
            && visit("level", &LogMessage::level, Velmora::plain)
@@ -1088,13 +1088,13 @@ FORCE_INLINE constexpr bool fields(Velmora::of<LogMessage>, Visit&& visit) {
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<StatCounterMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<StatCounterMessage>, Visit&& visit) {
     return visit("threadname", &StatCounterMessage::threadname, Velmora::plain)
            && visit("stats", &StatCounterMessage::stats, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<ExchangeMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<ExchangeMessage>, Visit&& visit) {
     return visit("timeArrival", &ExchangeMessage::timeArrival, Velmora::plain)
            && visit("feedID", &ExchangeMessage::feedID, Velmora::plain)
            && visit("connection", &ExchangeMessage::connection, Velmora::plain)
@@ -1103,22 +1103,22 @@ FORCE_INLINE constexpr bool fields(Velmora::of<ExchangeMessage>, Visit&& visit) 
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<StatTimeoutMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<StatTimeoutMessage>, Visit&& visit) {
     return visit("dummy", &StatTimeoutMessage::dummy, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<TaskInitializationMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<TaskInitializationMessage>, Visit&& visit) {
     return visit("dummy", &TaskInitializationMessage::dummy, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<MDActivityCheckMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<MDActivityCheckMessage>, Visit&& visit) {
     return visit("dummy", &MDActivityCheckMessage::dummy, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<CallbackMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<CallbackMessage>, Visit&& visit) {
     return visit("action", &CallbackMessage::action, Velmora::plain)
            && visit("arg1", &CallbackMessage::arg1, Velmora::plain)
            && visit("arg2", &CallbackMessage::arg2, Velmora::plain)
@@ -1127,22 +1127,22 @@ FORCE_INLINE constexpr bool fields(Velmora::of<CallbackMessage>, Visit&& visit) 
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<TimerMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<TimerMessage>, Visit&& visit) {
     return visit("tqid", &TimerMessage::tqid, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<SubscriptionTimeoutMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<SubscriptionTimeoutMessage>, Visit&& visit) {
     return visit("requestId", &SubscriptionTimeoutMessage::requestId, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<HeartbeatTimerMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<HeartbeatTimerMessage>, Visit&& visit) {
     return visit("interval_ns", &HeartbeatTimerMessage::interval_ns, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<VersionMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<VersionMessage>, Visit&& visit) {
     return visit("program", &VersionMessage::program, Velmora::plain)
            && visit("version_major", &VersionMessage::version_major, Velmora::plain)
            && visit("version_minor", &VersionMessage::version_minor, Velmora::plain)
@@ -1171,36 +1171,36 @@ FORCE_INLINE constexpr bool fields(Velmora::of<VersionMessage>, Visit&& visit) {
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<ProtocolDefinitionMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<ProtocolDefinitionMessage>, Visit&& visit) {
     return visit("proto", &ProtocolDefinitionMessage::proto, Velmora::crypt);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<PadMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<PadMessage>, Visit&& visit) {
     return visit("padding", &PadMessage::padding, Velmora::padding);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<RuThereMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<RuThereMessage>, Visit&& visit) {
     return visit("dpdSeqNo", &RuThereMessage::dpdSeqNo, Velmora::plain)
            && visit("timeApiClient", &RuThereMessage::timeApiClient, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<ImHereMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<ImHereMessage>, Visit&& visit) {
     return visit("dpdSeqNo", &ImHereMessage::dpdSeqNo, Velmora::plain)
            && visit("timeApiClient", &ImHereMessage::timeApiClient, Velmora::plain)
            && visit("timeApiServer", &ImHereMessage::timeApiServer, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<HeartbeatMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<HeartbeatMessage>, Visit&& visit) {
     return visit("contents", &HeartbeatMessage::contents, Velmora::plain)
            && visit("feedSeqID", &HeartbeatMessage::feedSeqID, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<ReplayMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<ReplayMessage>, Visit&& visit) {
     return visit("feedID", &ReplayMessage::feedID, Velmora::plain)
            && visit("first", &ReplayMessage::first, Velmora::plain)
            && visit("last", &ReplayMessage::last, Velmora::plain)
@@ -1208,13 +1208,13 @@ FORCE_INLINE constexpr bool fields(Velmora::of<ReplayMessage>, Visit&& visit) {
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<ReplayDoneMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<ReplayDoneMessage>, Visit&& visit) {
     return visit("contents", &ReplayDoneMessage::contents, Velmora::plain)
            && visit("userID", &ReplayDoneMessage::userID, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<LastSequenceIDMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<LastSequenceIDMessage>, Visit&& visit) {
     return visit("feedSeqIDs", &LastSequenceIDMessage::feedSeqIDs, Velmora::plain)
            && visit("feedID", &LastSequenceIDMessage::feedID, Velmora::plain)
            && visit("origFeedID", &LastSequenceIDMessage::origFeedID, Velmora::plain)
@@ -1222,30 +1222,30 @@ FORCE_INLINE constexpr bool fields(Velmora::of<LastSequenceIDMessage>, Visit&& v
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<BatchRegisterMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<BatchRegisterMessage>, Visit&& visit) {
     return visit("feedID", &BatchRegisterMessage::feedID, Velmora::plain)
            && visit("marketIDList", &BatchRegisterMessage::marketIDList, Velmora::plain)
            && visit("batchDefID", &BatchRegisterMessage::batchDefID, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<BatchUnregisterMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<BatchUnregisterMessage>, Visit&& visit) {
     return visit("batchDefID", &BatchUnregisterMessage::batchDefID, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<SecurityInfoMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<SecurityInfoMessage>, Visit&& visit) {
     return visit("fmID", &SecurityInfoMessage::fmID, Velmora::plain)
            && visit("settlDate", &SecurityInfoMessage::settlDate, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<BatchesCompletedMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<BatchesCompletedMessage>, Visit&& visit) {
     return visit("batchesCompleted", &BatchesCompletedMessage::batchesCompleted, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<MktDataMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<MktDataMessage>, Visit&& visit) {
     return visit("mvd", &MktDataMessage::mvd, Velmora::plain)
            && visit("fmIDsInBatch", &MktDataMessage::fmIDsInBatch, Velmora::plain)
            && visit("batchID", &MktDataMessage::batchID, Velmora::plain)
@@ -1253,7 +1253,7 @@ FORCE_INLINE constexpr bool fields(Velmora::of<MktDataMessage>, Visit&& visit) {
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<SubmitOrderMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<SubmitOrderMessage>, Visit&& visit) {
     return visit("userID", &SubmitOrderMessage::userID, Velmora::plain)
            && visit("quoteID", &SubmitOrderMessage::quoteID, Velmora::plain)
            && visit("onBehalfOfCompID", &SubmitOrderMessage::onBehalfOfCompID, Velmora::plain)
@@ -1262,99 +1262,99 @@ FORCE_INLINE constexpr bool fields(Velmora::of<SubmitOrderMessage>, Visit&& visi
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<CancelOrderMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<CancelOrderMessage>, Visit&& visit) {
     return visit("userID", &CancelOrderMessage::userID, Velmora::plain)
            && visit("contents", &CancelOrderMessage::contents, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<CancelAllOrderMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<CancelAllOrderMessage>, Visit&& visit) {
     return visit("userID", &CancelAllOrderMessage::userID, Velmora::plain)
            && visit("contents", &CancelAllOrderMessage::contents, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<ModifyOrderMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<ModifyOrderMessage>, Visit&& visit) {
     return visit("userID", &ModifyOrderMessage::userID, Velmora::plain)
            && visit("contents", &ModifyOrderMessage::contents, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<OrderReceivedMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<OrderReceivedMessage>, Visit&& visit) {
     return visit("userID", &OrderReceivedMessage::userID, Velmora::plain)
            && visit("contents", &OrderReceivedMessage::contents, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<OrderSubmittedMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<OrderSubmittedMessage>, Visit&& visit) {
     return visit("userID", &OrderSubmittedMessage::userID, Velmora::plain)
            && visit("contents", &OrderSubmittedMessage::contents, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<OrderRejectedMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<OrderRejectedMessage>, Visit&& visit) {
     return visit("userID", &OrderRejectedMessage::userID, Velmora::plain)
            && visit("contents", &OrderRejectedMessage::contents, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<OrderCanceledMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<OrderCanceledMessage>, Visit&& visit) {
     return visit("userID", &OrderCanceledMessage::userID, Velmora::plain)
            && visit("contents", &OrderCanceledMessage::contents, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<OrderDoneMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<OrderDoneMessage>, Visit&& visit) {
     return visit("userID", &OrderDoneMessage::userID, Velmora::plain)
            && visit("contents", &OrderDoneMessage::contents, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<OrderCancelRejectedMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<OrderCancelRejectedMessage>, Visit&& visit) {
     return visit("userID", &OrderCancelRejectedMessage::userID, Velmora::plain)
            && visit("contents", &OrderCancelRejectedMessage::contents, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<TradeCaptureMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<TradeCaptureMessage>, Visit&& visit) {
     return visit("userID", &TradeCaptureMessage::userID, Velmora::plain)
            && visit("origPrice", &TradeCaptureMessage::origPrice, Velmora::price)
            && visit("contents", &TradeCaptureMessage::contents, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<DropCopyMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<DropCopyMessage>, Visit&& visit) {
     return visit("contents", &DropCopyMessage::contents, Velmora::plain)
            && visit("userID", &DropCopyMessage::userID, Velmora::plain)
            && visit("origFeedSequenceID", &DropCopyMessage::origFeedSequenceID, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<EventReportMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<EventReportMessage>, Visit&& visit) {
     return visit("sequenceID", &EventReportMessage::sequenceID, Velmora::plain)
            && visit("contents", &EventReportMessage::contents, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<DateRolloverMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<DateRolloverMessage>, Visit&& visit) {
     return visit("contents", &DateRolloverMessage::contents, Velmora::plain)
            && visit("dispatchToAll", &DateRolloverMessage::dispatchToAll, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<ClientConnectMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<ClientConnectMessage>, Visit&& visit) {
     return visit("user", &ClientConnectMessage::user, Velmora::plain)
            && visit("password", &ClientConnectMessage::password, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<ClientDisconnectMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<ClientDisconnectMessage>, Visit&& visit) {
     return visit("sessionID", &ClientDisconnectMessage::sessionID, Velmora::plain)
            && visit("timeDisconnected", &ClientDisconnectMessage::timeDisconnected, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<ConnectResponseMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<ConnectResponseMessage>, Visit&& visit) {
     return visit("connectionResponse", &ConnectResponseMessage::connectionResponse, Velmora::plain)
            && visit("text", &ConnectResponseMessage::text, Velmora::plain)
            && visit("sessionID", &ConnectResponseMessage::sessionID, Velmora::plain)
@@ -1362,7 +1362,7 @@ FORCE_INLINE constexpr bool fields(Velmora::of<ConnectResponseMessage>, Visit&& 
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<InternalClientInfoMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<InternalClientInfoMessage>, Visit&& visit) {
     return visit("userID", &InternalClientInfoMessage::userID, Velmora::plain)
            && visit("sessionID", &InternalClientInfoMessage::sessionID, Velmora::plain)
            && visit("timeConnected", &InternalClientInfoMessage::timeConnected, Velmora::plain)
@@ -1372,50 +1372,50 @@ FORCE_INLINE constexpr bool fields(Velmora::of<InternalClientInfoMessage>, Visit
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<TradeLimitDataMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<TradeLimitDataMessage>, Visit&& visit) {
     return visit("contents", &TradeLimitDataMessage::contents, Velmora::plain)
            && visit("groupIDNamePairs", &TradeLimitDataMessage::groupIDNamePairs, Velmora::plain)
            && visit("userIDNamePairs", &TradeLimitDataMessage::userIDNamePairs, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<RiskResponseMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<RiskResponseMessage>, Visit&& visit) {
     return visit("contents", &RiskResponseMessage::contents, Velmora::plain)
            && visit("numRemainingMessages", &RiskResponseMessage::numRemainingMessages, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<LockResponseMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<LockResponseMessage>, Visit&& visit) {
     return visit("contents", &LockResponseMessage::contents, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<LockUserMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<LockUserMessage>, Visit&& visit) {
     return visit("contents", &LockUserMessage::contents, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<MemBusHeartbeatMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<MemBusHeartbeatMessage>, Visit&& visit) {
     return visit("id", &MemBusHeartbeatMessage::id, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<MemBusConnectMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<MemBusConnectMessage>, Visit&& visit) {
     return visit("id", &MemBusConnectMessage::id, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<MemBusDisconnectMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<MemBusDisconnectMessage>, Visit&& visit) {
     return visit("id", &MemBusDisconnectMessage::id, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<ConfigMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<ConfigMessage>, Visit&& visit) {
     return visit("feedsList", &ConfigMessage::feedsList, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<SubscribeMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<SubscribeMessage>, Visit&& visit) {
     return visit("sub", &SubscribeMessage::sub, Velmora::plain)
            && visit("clSubID", &SubscribeMessage::clSubID, Velmora::plain)
            && visit("sticky", &SubscribeMessage::sticky, Velmora::plain)
@@ -1424,7 +1424,7 @@ FORCE_INLINE constexpr bool fields(Velmora::of<SubscribeMessage>, Visit&& visit)
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<UnsubscribeMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<UnsubscribeMessage>, Visit&& visit) {
     return visit("sub", &UnsubscribeMessage::sub, Velmora::plain)
            && visit("clSubID", &UnsubscribeMessage::clSubID, Velmora::plain)
            && visit("sessionID", &UnsubscribeMessage::sessionID, Velmora::plain)
@@ -1432,106 +1432,106 @@ FORCE_INLINE constexpr bool fields(Velmora::of<UnsubscribeMessage>, Visit&& visi
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<UnsubscribeAllMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<UnsubscribeAllMessage>, Visit&& visit) {
     return visit("clSubID", &UnsubscribeAllMessage::clSubID, Velmora::plain)
            && visit("sessionID", &UnsubscribeAllMessage::sessionID, Velmora::plain)
            && visit("timestamp", &UnsubscribeAllMessage::timestamp, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<SubscriptionEventMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<SubscriptionEventMessage>, Visit&& visit) {
     return visit("contents", &SubscriptionEventMessage::contents, Velmora::plain)
            && visit("sessionID", &SubscriptionEventMessage::sessionID, Velmora::plain)
            && visit("timestamp", &SubscriptionEventMessage::timestamp, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<SubscriptionTimerMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<SubscriptionTimerMessage>, Visit&& visit) {
     return visit("sub", &SubscriptionTimerMessage::sub, Velmora::plain)
            && visit("action", &SubscriptionTimerMessage::action, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<InsertLogMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<InsertLogMessage>, Visit&& visit) {
     return visit("description", &InsertLogMessage::description, Velmora::plain)
            && visit("level", &InsertLogMessage::level, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<TestMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<TestMessage>, Visit&& visit) {
     return visit("test", &TestMessage::test, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<RequestSnapshotMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<RequestSnapshotMessage>, Visit&& visit) {
     return visit("feedID", &RequestSnapshotMessage::feedID, Velmora::plain)
            && visit("markets", &RequestSnapshotMessage::markets, Velmora::plain)
            && visit("streamID", &RequestSnapshotMessage::streamID, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<RequestMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<RequestMessage>, Visit&& visit) {
     return visit("fmID", &RequestMessage::fmID, Velmora::plain)
            && visit("request", &RequestMessage::request, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<QuoteRequestMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<QuoteRequestMessage>, Visit&& visit) {
     return visit("contents", &QuoteRequestMessage::contents, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<RejectQuoteRequestMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<RejectQuoteRequestMessage>, Visit&& visit) {
     return visit("contents", &RejectQuoteRequestMessage::contents, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<CancelQuoteMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<CancelQuoteMessage>, Visit&& visit) {
     return visit("contents", &CancelQuoteMessage::contents, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<MassQuoteMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<MassQuoteMessage>, Visit&& visit) {
     return visit("contents", &MassQuoteMessage::contents, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<MassQuoteAckMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<MassQuoteAckMessage>, Visit&& visit) {
     return visit("contents", &MassQuoteAckMessage::contents, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<NewOrderMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<NewOrderMessage>, Visit&& visit) {
     return visit("contents", &NewOrderMessage::contents, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<RejectOrderMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<RejectOrderMessage>, Visit&& visit) {
     return visit("contents", &RejectOrderMessage::contents, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<AcceptOrderMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<AcceptOrderMessage>, Visit&& visit) {
     return visit("contents", &AcceptOrderMessage::contents, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<TradeCaptureAckMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<TradeCaptureAckMessage>, Visit&& visit) {
     return visit("contents", &TradeCaptureAckMessage::contents, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<OrderTimeoutMessage>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<OrderTimeoutMessage>, Visit&& visit) {
     return visit("contents", &OrderTimeoutMessage::contents, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<JsonFromServer>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<JsonFromServer>, Visit&& visit) {
     return visit("contents", &JsonFromServer::contents, Velmora::plain);
 }
 
 template <class Visit>
-FORCE_INLINE constexpr bool fields(Velmora::of<JsonFromClient>, Visit&& visit) {
+QL_FORCE_INLINE constexpr bool fields(Velmora::of<JsonFromClient>, Visit&& visit) {
     return visit("contents", &JsonFromClient::contents, Velmora::plain);
 }
 

@@ -96,18 +96,18 @@ struct LogLevel {
     static void initialize();
     static void finalize() {}
     static bool isValid(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<LogLevel>(value) != nullptr;
     }
     static const char* toString(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<LogLevel>(value);
     }
     static unsigned char toIndex(Type value) { return Velmora::enumeratorIndex<LogLevel>(value); }
     static Type fromValue(unsigned char value) { return Velmora::enumeratorFromValue<LogLevel>(value); }
     static Type fromIndex(unsigned char index) { return _fromIndex[index]; }
     static Type fromString(const char* text) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorFromString<LogLevel>(text);
     }
 };
@@ -134,18 +134,18 @@ struct Side {
     static void initialize();
     static void finalize() {}
     static bool isValid(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<Side>(value) != nullptr;
     }
     static const char* toString(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<Side>(value);
     }
     static unsigned char toIndex(Type value) { return Velmora::enumeratorIndex<Side>(value); }
     static Type fromValue(unsigned char value) { return Velmora::enumeratorFromValue<Side>(value); }
     static Type fromIndex(unsigned char index) { return _fromIndex[index]; }
     static Type fromString(const char* text) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorFromString<Side>(text);
     }
 };
@@ -169,18 +169,18 @@ struct Request {
     static void initialize();
     static void finalize() {}
     static bool isValid(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<Request>(value) != nullptr;
     }
     static const char* toString(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<Request>(value);
     }
     static unsigned char toIndex(Type value) { return Velmora::enumeratorIndex<Request>(value); }
     static Type fromValue(unsigned char value) { return Velmora::enumeratorFromValue<Request>(value); }
     static Type fromIndex(unsigned char index) { return _fromIndex[index]; }
     static Type fromString(const char* text) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorFromString<Request>(text);
     }
 };
@@ -216,18 +216,18 @@ struct MDElement {
     static void initialize();
     static void finalize() {}
     static bool isValid(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<MDElement>(value) != nullptr;
     }
     static const char* toString(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<MDElement>(value);
     }
     static unsigned char toIndex(Type value) { return Velmora::enumeratorIndex<MDElement>(value); }
     static Type fromValue(unsigned char value) { return Velmora::enumeratorFromValue<MDElement>(value); }
     static Type fromIndex(unsigned char index) { return _fromIndex[index]; }
     static Type fromString(const char* text) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorFromString<MDElement>(text);
     }
 };
@@ -254,18 +254,18 @@ struct MDSource {
     static void initialize();
     static void finalize() {}
     static bool isValid(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<MDSource>(value) != nullptr;
     }
     static const char* toString(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<MDSource>(value);
     }
     static unsigned char toIndex(Type value) { return Velmora::enumeratorIndex<MDSource>(value); }
     static Type fromValue(unsigned char value) { return Velmora::enumeratorFromValue<MDSource>(value); }
     static Type fromIndex(unsigned char index) { return _fromIndex[index]; }
     static Type fromString(const char* text) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorFromString<MDSource>(text);
     }
 };
@@ -291,18 +291,18 @@ struct MDUpdateAction {
     static void initialize();
     static void finalize() {}
     static bool isValid(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<MDUpdateAction>(value) != nullptr;
     }
     static const char* toString(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<MDUpdateAction>(value);
     }
     static unsigned char toIndex(Type value) { return Velmora::enumeratorIndex<MDUpdateAction>(value); }
     static Type fromValue(unsigned char value) { return Velmora::enumeratorFromValue<MDUpdateAction>(value); }
     static Type fromIndex(unsigned char index) { return _fromIndex[index]; }
     static Type fromString(const char* text) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorFromString<MDUpdateAction>(text);
     }
 };
@@ -328,18 +328,18 @@ struct OrderStatus {
     static void initialize();
     static void finalize() {}
     static bool isValid(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<OrderStatus>(value) != nullptr;
     }
     static const char* toString(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<OrderStatus>(value);
     }
     static unsigned char toIndex(Type value) { return Velmora::enumeratorIndex<OrderStatus>(value); }
     static Type fromValue(unsigned char value) { return Velmora::enumeratorFromValue<OrderStatus>(value); }
     static Type fromIndex(unsigned char index) { return _fromIndex[index]; }
     static Type fromString(const char* text) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorFromString<OrderStatus>(text);
     }
 };
@@ -366,18 +366,18 @@ struct TimeInForce {
     static void initialize();
     static void finalize() {}
     static bool isValid(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<TimeInForce>(value) != nullptr;
     }
     static const char* toString(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<TimeInForce>(value);
     }
     static unsigned char toIndex(Type value) { return Velmora::enumeratorIndex<TimeInForce>(value); }
     static Type fromValue(unsigned char value) { return Velmora::enumeratorFromValue<TimeInForce>(value); }
     static Type fromIndex(unsigned char index) { return _fromIndex[index]; }
     static Type fromString(const char* text) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorFromString<TimeInForce>(text);
     }
 };
@@ -403,18 +403,18 @@ struct MatchStatus {
     static void initialize();
     static void finalize() {}
     static bool isValid(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<MatchStatus>(value) != nullptr;
     }
     static const char* toString(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<MatchStatus>(value);
     }
     static unsigned char toIndex(Type value) { return Velmora::enumeratorIndex<MatchStatus>(value); }
     static Type fromValue(unsigned char value) { return Velmora::enumeratorFromValue<MatchStatus>(value); }
     static Type fromIndex(unsigned char index) { return _fromIndex[index]; }
     static Type fromString(const char* text) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorFromString<MatchStatus>(text);
     }
 };
@@ -445,18 +445,18 @@ struct OrderType {
     static void initialize();
     static void finalize() {}
     static bool isValid(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<OrderType>(value) != nullptr;
     }
     static const char* toString(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<OrderType>(value);
     }
     static unsigned char toIndex(Type value) { return Velmora::enumeratorIndex<OrderType>(value); }
     static Type fromValue(unsigned char value) { return Velmora::enumeratorFromValue<OrderType>(value); }
     static Type fromIndex(unsigned char index) { return _fromIndex[index]; }
     static Type fromString(const char* text) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorFromString<OrderType>(text);
     }
 };
@@ -507,18 +507,18 @@ struct RejectReason {
     static void initialize();
     static void finalize() {}
     static bool isValid(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<RejectReason>(value) != nullptr;
     }
     static const char* toString(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<RejectReason>(value);
     }
     static unsigned char toIndex(Type value) { return Velmora::enumeratorIndex<RejectReason>(value); }
     static Type fromValue(unsigned char value) { return Velmora::enumeratorFromValue<RejectReason>(value); }
     static Type fromIndex(unsigned char index) { return _fromIndex[index]; }
     static Type fromString(const char* text) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorFromString<RejectReason>(text);
     }
 };
@@ -561,18 +561,18 @@ struct CancelRejectReason {
     static void initialize();
     static void finalize() {}
     static bool isValid(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<CancelRejectReason>(value) != nullptr;
     }
     static const char* toString(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<CancelRejectReason>(value);
     }
     static unsigned char toIndex(Type value) { return Velmora::enumeratorIndex<CancelRejectReason>(value); }
     static Type fromValue(unsigned char value) { return Velmora::enumeratorFromValue<CancelRejectReason>(value); }
     static Type fromIndex(unsigned char index) { return _fromIndex[index]; }
     static Type fromString(const char* text) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorFromString<CancelRejectReason>(text);
     }
 };
@@ -632,18 +632,18 @@ struct APIResult {
     static void initialize();
     static void finalize() {}
     static bool isValid(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<APIResult>(value) != nullptr;
     }
     static const char* toString(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<APIResult>(value);
     }
     static unsigned char toIndex(Type value) { return Velmora::enumeratorIndex<APIResult>(value); }
     static Type fromValue(unsigned char value) { return Velmora::enumeratorFromValue<APIResult>(value); }
     static Type fromIndex(unsigned char index) { return _fromIndex[index]; }
     static Type fromString(const char* text) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorFromString<APIResult>(text);
     }
 };
@@ -676,18 +676,18 @@ struct ExchEventType {
     static void initialize();
     static void finalize() {}
     static bool isValid(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<ExchEventType>(value) != nullptr;
     }
     static const char* toString(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<ExchEventType>(value);
     }
     static unsigned char toIndex(Type value) { return Velmora::enumeratorIndex<ExchEventType>(value); }
     static Type fromValue(unsigned char value) { return Velmora::enumeratorFromValue<ExchEventType>(value); }
     static Type fromIndex(unsigned char index) { return _fromIndex[index]; }
     static Type fromString(const char* text) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorFromString<ExchEventType>(text);
     }
 };
@@ -715,18 +715,18 @@ struct APIType {
     static void initialize();
     static void finalize() {}
     static bool isValid(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<APIType>(value) != nullptr;
     }
     static const char* toString(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<APIType>(value);
     }
     static unsigned char toIndex(Type value) { return Velmora::enumeratorIndex<APIType>(value); }
     static Type fromValue(unsigned char value) { return Velmora::enumeratorFromValue<APIType>(value); }
     static Type fromIndex(unsigned char index) { return _fromIndex[index]; }
     static Type fromString(const char* text) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorFromString<APIType>(text);
     }
 };
@@ -759,18 +759,18 @@ struct APITest {
     static void initialize();
     static void finalize() {}
     static bool isValid(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<APITest>(value) != nullptr;
     }
     static const char* toString(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<APITest>(value);
     }
     static unsigned char toIndex(Type value) { return Velmora::enumeratorIndex<APITest>(value); }
     static Type fromValue(unsigned char value) { return Velmora::enumeratorFromValue<APITest>(value); }
     static Type fromIndex(unsigned char index) { return _fromIndex[index]; }
     static Type fromString(const char* text) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorFromString<APITest>(text);
     }
 };
@@ -800,18 +800,18 @@ struct UserType {
     static void initialize();
     static void finalize() {}
     static bool isValid(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<UserType>(value) != nullptr;
     }
     static const char* toString(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<UserType>(value);
     }
     static unsigned char toIndex(Type value) { return Velmora::enumeratorIndex<UserType>(value); }
     static Type fromValue(unsigned char value) { return Velmora::enumeratorFromValue<UserType>(value); }
     static Type fromIndex(unsigned char index) { return _fromIndex[index]; }
     static Type fromString(const char* text) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorFromString<UserType>(text);
     }
 };
@@ -835,18 +835,18 @@ struct StatType {
     static void initialize();
     static void finalize() {}
     static bool isValid(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<StatType>(value) != nullptr;
     }
     static const char* toString(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<StatType>(value);
     }
     static unsigned char toIndex(Type value) { return Velmora::enumeratorIndex<StatType>(value); }
     static Type fromValue(unsigned char value) { return Velmora::enumeratorFromValue<StatType>(value); }
     static Type fromIndex(unsigned char index) { return _fromIndex[index]; }
     static Type fromString(const char* text) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorFromString<StatType>(text);
     }
 };
@@ -871,18 +871,18 @@ struct Direction {
     static void initialize();
     static void finalize() {}
     static bool isValid(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<Direction>(value) != nullptr;
     }
     static const char* toString(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<Direction>(value);
     }
     static unsigned char toIndex(Type value) { return Velmora::enumeratorIndex<Direction>(value); }
     static Type fromValue(unsigned char value) { return Velmora::enumeratorFromValue<Direction>(value); }
     static Type fromIndex(unsigned char index) { return _fromIndex[index]; }
     static Type fromString(const char* text) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorFromString<Direction>(text);
     }
 };
@@ -907,18 +907,18 @@ struct ReplayStatus {
     static void initialize();
     static void finalize() {}
     static bool isValid(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<ReplayStatus>(value) != nullptr;
     }
     static const char* toString(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<ReplayStatus>(value);
     }
     static unsigned char toIndex(Type value) { return Velmora::enumeratorIndex<ReplayStatus>(value); }
     static Type fromValue(unsigned char value) { return Velmora::enumeratorFromValue<ReplayStatus>(value); }
     static Type fromIndex(unsigned char index) { return _fromIndex[index]; }
     static Type fromString(const char* text) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorFromString<ReplayStatus>(text);
     }
 };
@@ -945,18 +945,18 @@ struct CancelReason {
     static void initialize();
     static void finalize() {}
     static bool isValid(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<CancelReason>(value) != nullptr;
     }
     static const char* toString(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<CancelReason>(value);
     }
     static unsigned char toIndex(Type value) { return Velmora::enumeratorIndex<CancelReason>(value); }
     static Type fromValue(unsigned char value) { return Velmora::enumeratorFromValue<CancelReason>(value); }
     static Type fromIndex(unsigned char index) { return _fromIndex[index]; }
     static Type fromString(const char* text) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorFromString<CancelReason>(text);
     }
 };
@@ -981,18 +981,18 @@ struct DateRolloverType {
     static void initialize();
     static void finalize() {}
     static bool isValid(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<DateRolloverType>(value) != nullptr;
     }
     static const char* toString(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<DateRolloverType>(value);
     }
     static unsigned char toIndex(Type value) { return Velmora::enumeratorIndex<DateRolloverType>(value); }
     static Type fromValue(unsigned char value) { return Velmora::enumeratorFromValue<DateRolloverType>(value); }
     static Type fromIndex(unsigned char index) { return _fromIndex[index]; }
     static Type fromString(const char* text) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorFromString<DateRolloverType>(text);
     }
 };
@@ -1023,18 +1023,18 @@ struct ConnectionResponse {
     static void initialize();
     static void finalize() {}
     static bool isValid(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<ConnectionResponse>(value) != nullptr;
     }
     static const char* toString(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<ConnectionResponse>(value);
     }
     static unsigned char toIndex(Type value) { return Velmora::enumeratorIndex<ConnectionResponse>(value); }
     static Type fromValue(unsigned char value) { return Velmora::enumeratorFromValue<ConnectionResponse>(value); }
     static Type fromIndex(unsigned char index) { return _fromIndex[index]; }
     static Type fromString(const char* text) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorFromString<ConnectionResponse>(text);
     }
 };
@@ -1060,18 +1060,18 @@ struct CcyType {
     static void initialize();
     static void finalize() {}
     static bool isValid(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<CcyType>(value) != nullptr;
     }
     static const char* toString(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<CcyType>(value);
     }
     static unsigned char toIndex(Type value) { return Velmora::enumeratorIndex<CcyType>(value); }
     static Type fromValue(unsigned char value) { return Velmora::enumeratorFromValue<CcyType>(value); }
     static Type fromIndex(unsigned char index) { return _fromIndex[index]; }
     static Type fromString(const char* text) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorFromString<CcyType>(text);
     }
 };
@@ -1106,18 +1106,18 @@ struct RiskStatus {
     static void initialize();
     static void finalize() {}
     static bool isValid(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<RiskStatus>(value) != nullptr;
     }
     static const char* toString(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<RiskStatus>(value);
     }
     static unsigned char toIndex(Type value) { return Velmora::enumeratorIndex<RiskStatus>(value); }
     static Type fromValue(unsigned char value) { return Velmora::enumeratorFromValue<RiskStatus>(value); }
     static Type fromIndex(unsigned char index) { return _fromIndex[index]; }
     static Type fromString(const char* text) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorFromString<RiskStatus>(text);
     }
 };
@@ -1142,18 +1142,18 @@ struct LockStatus {
     static void initialize();
     static void finalize() {}
     static bool isValid(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<LockStatus>(value) != nullptr;
     }
     static const char* toString(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<LockStatus>(value);
     }
     static unsigned char toIndex(Type value) { return Velmora::enumeratorIndex<LockStatus>(value); }
     static Type fromValue(unsigned char value) { return Velmora::enumeratorFromValue<LockStatus>(value); }
     static Type fromIndex(unsigned char index) { return _fromIndex[index]; }
     static Type fromString(const char* text) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorFromString<LockStatus>(text);
     }
 };
@@ -1181,18 +1181,18 @@ struct InstrumentType {
     static void initialize();
     static void finalize() {}
     static bool isValid(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<InstrumentType>(value) != nullptr;
     }
     static const char* toString(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<InstrumentType>(value);
     }
     static unsigned char toIndex(Type value) { return Velmora::enumeratorIndex<InstrumentType>(value); }
     static Type fromValue(unsigned char value) { return Velmora::enumeratorFromValue<InstrumentType>(value); }
     static Type fromIndex(unsigned char index) { return _fromIndex[index]; }
     static Type fromString(const char* text) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorFromString<InstrumentType>(text);
     }
 };
@@ -1241,18 +1241,18 @@ struct StandardTenor {
     static void initialize();
     static void finalize() {}
     static bool isValid(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<StandardTenor>(value) != nullptr;
     }
     static const char* toString(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<StandardTenor>(value);
     }
     static unsigned char toIndex(Type value) { return Velmora::enumeratorIndex<StandardTenor>(value); }
     static Type fromValue(unsigned char value) { return Velmora::enumeratorFromValue<StandardTenor>(value); }
     static Type fromIndex(unsigned char index) { return _fromIndex[index]; }
     static Type fromString(const char* text) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorFromString<StandardTenor>(text);
     }
 };
@@ -1284,18 +1284,18 @@ struct FeedFlag {
     static void initialize();
     static void finalize() {}
     static bool isValid(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<FeedFlag>(value) != nullptr;
     }
     static const char* toString(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<FeedFlag>(value);
     }
     static unsigned char toIndex(Type value) { return Velmora::enumeratorIndex<FeedFlag>(value); }
     static Type fromValue(unsigned char value) { return Velmora::enumeratorFromValue<FeedFlag>(value); }
     static Type fromIndex(unsigned char index) { return _fromIndex[index]; }
     static Type fromString(const char* text) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorFromString<FeedFlag>(text);
     }
 };
@@ -1322,18 +1322,18 @@ struct SubscriptionStatus {
     static void initialize();
     static void finalize() {}
     static bool isValid(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<SubscriptionStatus>(value) != nullptr;
     }
     static const char* toString(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<SubscriptionStatus>(value);
     }
     static unsigned char toIndex(Type value) { return Velmora::enumeratorIndex<SubscriptionStatus>(value); }
     static Type fromValue(unsigned char value) { return Velmora::enumeratorFromValue<SubscriptionStatus>(value); }
     static Type fromIndex(unsigned char index) { return _fromIndex[index]; }
     static Type fromString(const char* text) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorFromString<SubscriptionStatus>(text);
     }
 };
@@ -1364,18 +1364,18 @@ struct QuoteRequestRejectReason {
     static void initialize();
     static void finalize() {}
     static bool isValid(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<QuoteRequestRejectReason>(value) != nullptr;
     }
     static const char* toString(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<QuoteRequestRejectReason>(value);
     }
     static unsigned char toIndex(Type value) { return Velmora::enumeratorIndex<QuoteRequestRejectReason>(value); }
     static Type fromValue(unsigned char value) { return Velmora::enumeratorFromValue<QuoteRequestRejectReason>(value); }
     static Type fromIndex(unsigned char index) { return _fromIndex[index]; }
     static Type fromString(const char* text) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorFromString<QuoteRequestRejectReason>(text);
     }
 };
@@ -1402,18 +1402,18 @@ struct QuoteStatus {
     static void initialize();
     static void finalize() {}
     static bool isValid(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<QuoteStatus>(value) != nullptr;
     }
     static const char* toString(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<QuoteStatus>(value);
     }
     static unsigned char toIndex(Type value) { return Velmora::enumeratorIndex<QuoteStatus>(value); }
     static Type fromValue(unsigned char value) { return Velmora::enumeratorFromValue<QuoteStatus>(value); }
     static Type fromIndex(unsigned char index) { return _fromIndex[index]; }
     static Type fromString(const char* text) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorFromString<QuoteStatus>(text);
     }
 };
@@ -1439,18 +1439,18 @@ struct TradeStatus {
     static void initialize();
     static void finalize() {}
     static bool isValid(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<TradeStatus>(value) != nullptr;
     }
     static const char* toString(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<TradeStatus>(value);
     }
     static unsigned char toIndex(Type value) { return Velmora::enumeratorIndex<TradeStatus>(value); }
     static Type fromValue(unsigned char value) { return Velmora::enumeratorFromValue<TradeStatus>(value); }
     static Type fromIndex(unsigned char index) { return _fromIndex[index]; }
     static Type fromString(const char* text) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorFromString<TradeStatus>(text);
     }
 };
@@ -1476,18 +1476,18 @@ struct QuoteCancelType {
     static void initialize();
     static void finalize() {}
     static bool isValid(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<QuoteCancelType>(value) != nullptr;
     }
     static const char* toString(unsigned char value) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorName<QuoteCancelType>(value);
     }
     static unsigned char toIndex(Type value) { return Velmora::enumeratorIndex<QuoteCancelType>(value); }
     static Type fromValue(unsigned char value) { return Velmora::enumeratorFromValue<QuoteCancelType>(value); }
     static Type fromIndex(unsigned char index) { return _fromIndex[index]; }
     static Type fromString(const char* text) {
-        ALWAYS_ASSERT(_initialized);
+        QL_ASSERT(_initialized);
         return Velmora::enumeratorFromString<QuoteCancelType>(text);
     }
 };

@@ -21,7 +21,7 @@ using Inspect::Kind;
 constexpr std::size_t BYTES_A_LINE = 10;
 
 /// Of what follows a fault, this much is shown.
-constexpr std::size_t BYTES_BEHIND_FAULT = 4 * BYTES_A_LINE;
+constexpr std::size_t BYTES_AFTER_FAULT = 4 * BYTES_A_LINE;
 
 std::string valueText(const BodyValue& value) {
     switch (value.value.kind) {
@@ -112,14 +112,14 @@ Annotation annotate(const Inspect::MessageInfo& message, std::string_view body, 
 
     const std::string_view rest = body.substr(end);
     if (!isGood) {
-        lines.add(sound, rest.substr(0, BYTES_BEHIND_FAULT), path, type,
+        lines.add(sound, rest.substr(0, BYTES_AFTER_FAULT), path, type,
                   fmt::format("<-- {}", to_string(result.fault.fault)));
     } else if (!rest.empty()) { // what a tolerant policy lets pass
-        lines.add(end, rest.substr(0, BYTES_BEHIND_FAULT), "", "", "behind the last field");
+        lines.add(end, rest.substr(0, BYTES_AFTER_FAULT), "", "", "after the last field");
     }
     result.text = lines.text();
-    if (rest.size() > BYTES_BEHIND_FAULT)
-        result.text += fmt::format("and {} more\n", counted(rest.size() - BYTES_BEHIND_FAULT, "byte"));
+    if (rest.size() > BYTES_AFTER_FAULT)
+        result.text += fmt::format("and {} more\n", counted(rest.size() - BYTES_AFTER_FAULT, "byte"));
     return result;
 }
 

@@ -28,7 +28,7 @@ class ByteWindow {
         return {_bytes.get() + _begin, _end - _begin};
     }
 
-    /// Goes on behind the next bytes. REQUIRES: the last peek() gave as many.
+    /// Goes on after the next bytes. REQUIRES: the last peek() gave as many.
     void skip(std::size_t size) { _begin += size, _position += size; }
 
     uint64_t position() const { return _position; } ///< offset of the next byte in the file

@@ -136,7 +136,7 @@ std::optional<uint32_t> CaptureReader::trustedLength() {
         }
     }
 
-    // A bad body, or a length that is damaged. Behind the former there is a record or the end.
+    // A bad body, or a length that is damaged. After the former there is a record or the end.
     if (!isPlausible(record)) return std::nullopt;
     bytes = _window.peek(HEADER + record.captured);
     if (bytes.size() < HEADER + record.captured || !followsRecord(HEADER + record.captured)) return std::nullopt;

@@ -14,7 +14,7 @@
 
 namespace qlproto {
 
-/// Damage to a capture's records. A damaged body alone is not: its packet comes out and is found bad by who reads it.
+/// Damage to a capture's records. A damaged body alone is not: its packet comes out and is found bad by its reader.
 struct Damage {
     uint64_t offset = 0;  ///< of the record's header in the file
     uint64_t skipped = 0; ///< bytes that belong to no record that could be told; 0 if the packet came out all the same
@@ -23,13 +23,13 @@ struct Damage {
     std::string text() const;
 };
 
-/// Reads captures, damaged ones, too: the usual library ends at the first record whose header is damaged, and a damaged
-/// length would make it swallow or misread the good packets behind it. Either byte order, times in micro- or
+/// Reads captures, even damaged ones: the usual library ends at the first record whose header is damaged, and a damaged
+/// length would make it swallow or misread the good packets after it. Either byte order, times in micro- or
 /// nanoseconds.
 ///
 /// A record is trusted if its header is plausible and the next one follows where it says, or if its body verifies with
 /// the length it says. No part of a body is a body, so there is only one such length. Otherwise records are searched
-/// for byte by byte from behind the header's first byte on.
+/// for byte by byte from after the header's first byte on.
 class CaptureReader {
   public:
     /// Opens the capture; "-" is standard input. Throws IoError, or DamagedCapture if it is none of ours.
@@ -41,7 +41,7 @@ class CaptureReader {
     /// What was wrong between the packet before and this one, or the end. Null if nothing was.
     const Damage* damage() const { return _damage ? &*_damage : nullptr; }
 
-    /// Whether the next packet can be had without waiting for who writes the capture.
+    /// Whether the next packet can be had without waiting for its writer.
     bool isReady();
 
     /// Bytes that the last packet had before it was cut to what the capture holds of it; as many as it has if it was

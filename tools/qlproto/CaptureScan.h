@@ -133,7 +133,7 @@ class CaptureScan {
     };
     struct Fault {
         uint64_t packet;
-        uint64_t offset; ///< 0 if it is behind the packet
+        uint64_t offset; ///< 0 if it is after the packet
         std::string text;
     };
     struct Batch {

@@ -60,8 +60,8 @@ Velmora::MsgType_t messageNamed(const std::string& nameOrId) {
 
 Condition::Condition(const std::string& text) {
     const std::size_t at = text.find_first_of("=!<>");
-    const std::size_t behind = std::min(text.find_first_not_of("=!<>", at), text.size());
-    const std::string sign = at == text.npos ? "" : text.substr(at, behind - at);
+    const std::size_t afterSign = std::min(text.find_first_not_of("=!<>", at), text.size());
+    const std::string sign = at == text.npos ? "" : text.substr(at, afterSign - at);
     constexpr std::pair<const char*, Relation> relations[] = {
         {"=", Relation::equal},   {"==", Relation::equal},       {"!=", Relation::unequal},       {"<", Relation::less},
         {">", Relation::greater}, {"<=", Relation::lessOrEqual}, {">=", Relation::greaterOrEqual}};
@@ -71,7 +71,7 @@ Condition::Condition(const std::string& text) {
         throw FilterError(fmt::format("{}: not of the form FIELD=VALUE (or !=, <, <=, >, >=)", text));
     _relation = found->second;
     _path = CLI::detail::split(text.substr(0, at), '.');
-    _operand = text.substr(behind);
+    _operand = text.substr(afterSign);
     _number = integer(_operand);
     for (const int64_t sentinel : {Velmora::MAX, Velmora::NMA, Velmora::NDA, Velmora::NA})
         if (_operand == Velmora::sentinelName(sentinel)) _sentinel = sentinel;
@@ -86,7 +86,7 @@ Condition::Condition(const std::string& text) {
                 if (!concerns(at_)) return false;
                 isField = true;
                 const Inspect::Value value{.kind = info.kind, .text = {}, .enumeration = info.enumeration};
-                return value.isText() || operand(value).has_value();
+                return value.is_text() || operand(value).has_value();
             });
         });
     if (!isField) throw FilterError(fmt::format("{}: no message has a field {}", text, text.substr(0, at)));
@@ -135,7 +135,7 @@ bool Condition::compare(const T& left, const T& right) const {
 }
 
 bool Condition::holds(const Inspect::Value& value) const {
-    if (value.isText()) return compare<std::string_view>(value.text, _operand);
+    if (value.is_text()) return compare<std::string_view>(value.text, _operand);
     const std::optional<int64_t> number = operand(value);
     if (!number) return false;
     // Sentinels stand for something that is no number, though they travel as the greatest ones.

@@ -23,7 +23,7 @@ constexpr int64_t SECOND = 1'000'000'000;
 constexpr std::size_t BLOCK = 64 * MAX_PACKET;
 
 /// The members of a JSON object as the texts they have in it. The text must be valid JSON. They stay texts so that the
-/// body is parsed once, by who finds what is wrong in it.
+/// body is parsed once, where its errors are found.
 std::map<std::string, std::string_view> membersOf(std::string_view object) {
     std::map<std::string, std::string_view> members;
     std::size_t i = object.find('{') + 1;
@@ -121,7 +121,7 @@ std::size_t MessageLineReader::encode(const Inspect::MessageInfo& message, std::
     } catch (const JsonError& error) {
         const std::string reason = error.what();
         if (error.path().empty()) throw JsonError("body", reason);
-        throw JsonError("body." + error.path(), reason.substr(error.path().size() + 2)); // behind "path: "
+        throw JsonError("body." + error.path(), reason.substr(error.path().size() + 2)); // after "path: "
     } catch (const std::out_of_range&) {                                                 // of the block
         throw JsonError("body", "more than fits a packet");
     } catch (const std::length_error&) { // of a vector, for want of block

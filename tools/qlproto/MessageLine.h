@@ -26,7 +26,7 @@ class MessageLineReader {
     Packet read(std::string_view line);
 
   private:
-    /// Writes the body behind the identifier and returns its size.
+    /// Writes the body after the identifier and returns its size.
     std::size_t encode(const Inspect::MessageInfo& message, std::string_view body);
 
     std::unique_ptr<char[]> _block;  ///< the message and what it owns

@@ -28,7 +28,7 @@ bool MessageReader::read(std::string_view packet) {
     if (id != Quillon::PadMessage::ID) {
         decoded = Inspect::decode_verified(id, _body, _alloc, Inspect::whole);
     } else if (decoded.result = verifyBody(id, _body, Inspect::whole); decoded.result) {
-        // Reading a pad ends before or behind its body, never at the end. It reaches at most a longest string further.
+        // Reading a pad ends before or after its body, never at the end. It reaches at most a longest string further.
         _pad.assign(_body).append(Inspect::MAX_TEXT, '\0');
         decoded = Inspect::decode_verified(id, _pad, _alloc, Inspect::tolerant);
     }

@@ -45,7 +45,7 @@ class MessageReader {
     Velmora::MsgDescriptor* _descriptor = nullptr;
     void* _message = nullptr;
     std::string_view _body;
-    std::string _pad; ///< the last pad and what reading it may reach behind its end
+    std::string _pad; ///< the last pad and what reading it may reach after its end
     std::string _fault;
 };
 

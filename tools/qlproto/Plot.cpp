@@ -51,14 +51,14 @@ std::string plotCurve(const std::vector<double>& values, std::size_t height, con
 }
 
 std::string plotBars(const std::vector<Bar>& bars, std::size_t width) {
-    std::size_t label = 0, behind = 0;
+    std::size_t label = 0, note = 0;
     double greatest = 0;
     for (const Bar& bar : bars) {
         label = std::max(label, bar.label.size());
-        behind = std::max(behind, bar.text.size());
+        note = std::max(note, bar.text.size());
         greatest = std::max(greatest, bar.value);
     }
-    const std::size_t others = label + behind + 3;
+    const std::size_t others = label + note + 3;
     const std::size_t room = width > others + 10 ? width - others : 10;
     std::string text;
     for (const Bar& bar : bars) {

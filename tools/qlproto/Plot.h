@@ -16,7 +16,7 @@ std::string plotCurve(const std::vector<double>& values, std::size_t height, con
 /// Characters that plotCurve() puts to the left of the values.
 std::size_t curveMargin(const std::string& greatest);
 
-/// Bars: one line for each label and value, with what to tell of the value behind the bar.
+/// Bars: one line for each label and value, with what to tell of the value after the bar.
 struct Bar {
     std::string label;
     double value;

@@ -28,7 +28,7 @@ class ValueLines : public Inspect::ValueVisitor {
         (_text += "    ").append(Inspect::path_text(path)).append(" = ");
         if (value.isSecret && _display.secrets == Inspect::Secrets::hide)
             _text += "***";
-        else if (value.isText())
+        else if (value.is_text())
             appendQuoted(value.text);
         else
             appendNumber(value);

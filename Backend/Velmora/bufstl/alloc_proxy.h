@@ -43,7 +43,7 @@ class alloc_proxy {
     }
 
     /// As allocate(), into `p`; false where the block has not that much left, which then is as before.
-    FORCE_INLINE bool tryAllocate(size_type num, T*& p) const {
+    QL_FORCE_INLINE bool tryAllocate(size_type num, T*& p) const {
         char* bytes;
         if (!_alloc.tryAllocate(num * sizeof(T), bytes)) return false;
         p = reinterpret_cast<T*>(bytes);

@@ -53,7 +53,7 @@ class basic_bufstring : public bufvector<CharT> {
     }
     /// assign() of a short text to a string that was never stored. False, with nothing done, where the string is not
     /// such a one or its block has too little left: assign() is for these.
-    FORCE_INLINE bool assignFirst(const char* text, size_type n) {
+    QL_FORCE_INLINE bool assignFirst(const char* text, size_type n) {
         char* start;
         if (!_M_take_first(n + 1, start)) return false;
         Quillon::copyBytes(start, text, n);
@@ -100,7 +100,7 @@ class basic_bufstring : public bufvector<CharT> {
   private:
     /// The storage of a string's first text: `count` elements, no more. False, with nothing done, where it has storage
     /// or its block has too little left.
-    FORCE_INLINE bool _M_take_first(size_type count, char*& start) {
+    QL_FORCE_INLINE bool _M_take_first(size_type count, char*& start) {
         if (__builtin_expect(this->_M_start != nullptr || !this->_M_alloc.tryAllocate(count, start), 0)) return false;
         this->_M_set_storage(start, start + count, count);
         return true;
@@ -110,7 +110,7 @@ class basic_bufstring : public bufvector<CharT> {
     }
     /// Makes `count` elements that the caller is about to overwrite, with the growth of resize() but without its fill.
     /// Returns the first. Old storage that was replaced stays readable, for the block takes nothing back.
-    FORCE_INLINE char* _M_overwrite(size_type count) {
+    QL_FORCE_INLINE char* _M_overwrite(size_type count) {
         if (char* start; _M_take_first(count, start)) return start;
         if (count > this->capacity()) _M_renew(count);
         this->_M_finish = this->_M_start + count;

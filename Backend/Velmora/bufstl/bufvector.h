@@ -27,7 +27,7 @@ namespace bufstl {
 
 /// The value of a plain element that may be misaligned.
 template <class T>
-FORCE_INLINE T load(const T* p) {
+QL_FORCE_INLINE T load(const T* p) {
     static_assert(isPlain<T>);
     T value;
     std::memcpy(static_cast<void*>(&value), static_cast<const void*>(p), sizeof(T));
@@ -169,7 +169,7 @@ class vector : public _Vector_base<T, Alloc> {
     /// Appends `n` fresh elements one after the other and hands each to `fill` once it is built: growth by resize() and
     /// a loop over what is new, in one pass. When `fill` throws, the elements built so far stay.
     template <class Fill>
-    FORCE_INLINE void append_each(size_type n, Fill&& fill) {
+    QL_FORCE_INLINE void append_each(size_type n, Fill&& fill) {
         if (_M_start == nullptr && n != 0) // the first storage is what is needed, to the byte
             if (T * start; _M_alloc.tryAllocate(n, start)) _M_set_storage(start, start, n);
         if (static_cast<size_type>(_M_end_of_storage - _M_finish) < n) _M_grow(n);
@@ -198,7 +198,7 @@ class vector : public _Vector_base<T, Alloc> {
 
     /// Exchanges the storage. Both vectors must live in the same block, for storage cannot change its block.
     void swap(vector& other) {
-        ALWAYS_ASSERT(&_M_alloc.get_init() == &other._M_alloc.get_init());
+        QL_ASSERT(&_M_alloc.get_init() == &other._M_alloc.get_init());
         std::swap(_M_start, other._M_start);
         std::swap(_M_finish, other._M_finish);
         std::swap(_M_end_of_storage, other._M_end_of_storage);
@@ -254,8 +254,8 @@ class vector : public _Vector_base<T, Alloc> {
     }
 
   private:
-    COLD_PATH [[noreturn]] static void throwLength(const char* operation) { throw std::length_error(operation); }
-    COLD_PATH [[noreturn]] static void throwRange() { throw std::out_of_range("vector::_M_range_check"); }
+    QL_COLD_PATH [[noreturn]] static void throwLength(const char* operation) { throw std::length_error(operation); }
+    QL_COLD_PATH [[noreturn]] static void throwRange() { throw std::out_of_range("vector::_M_range_check"); }
 
     void insertCopies(iterator position, size_type n, const T& value, const char* operation) {
         if (static_cast<size_type>(_M_end_of_storage - _M_finish) < n)
@@ -389,7 +389,7 @@ void vector<T, Alloc>::_M_fill_assign(size_type n, const T& value) {
 template <class T, class Alloc>
 void vector<T, Alloc>::insertInPlace(iterator position, size_type n, const T& value) {
     T* const last = _M_finish;
-    const size_type behind = static_cast<size_type>(last - position);
+    const size_type after = static_cast<size_type>(last - position);
     if constexpr (isPlain<T>) {
         const T copy = load(&value); // `value` may be one of the elements about to move
         _M_finish = moveBytes(position, last, position + n);
@@ -397,12 +397,12 @@ void vector<T, Alloc>::insertInPlace(iterator position, size_type n, const T& va
     } else {
         T copy(_M_alloc.get_init());
         copy = value;
-        if (behind > n) {
+        if (after > n) {
             copyConstruct(last - n, last, _M_finish);
             for (T *from = last - n, *to = last; from != position;) *--to = *--from;
             assignFill(position, position + n, copy);
         } else {
-            fillConstruct(_M_finish, n - behind, copy);
+            fillConstruct(_M_finish, n - after, copy);
             copyConstruct(position, last, _M_finish);
             assignFill(position, last, copy);
         }
@@ -411,11 +411,11 @@ void vector<T, Alloc>::insertInPlace(iterator position, size_type n, const T& va
 
 // The two assertions of the container check, in the function that the report is to name. The start pointer is
 // deliberately not examined, and both bounds are inclusive.
-#define BUFSTL_ASSERT_INSIDE(begin, end, finish, end_of_storage)                                                       \
+#define QL_ASSERT_INSIDE(begin, end, finish, end_of_storage)                                                           \
     const void* const begin_ = (finish);                                                                               \
     const void* const end_ = (end_of_storage);                                                                         \
-    ALWAYS_ASSERT(begin_ == 0 || (begin <= begin_ && begin_ <= end));                                                  \
-    ALWAYS_ASSERT(end_ == 0 || (begin <= end_ && end_ <= end))
+    QL_ASSERT(begin_ == 0 || (begin <= begin_ && begin_ <= end));                                                      \
+    QL_ASSERT(end_ == 0 || (begin <= end_ && end_ <= end))
 
 /// A vector of plain values. New elements are zero or copies; they are never given the allocator.
 template <class T>
@@ -435,7 +435,7 @@ class bufvector : public vector<T, alloc_proxy<T>> {
 
     /// Asserts that the storage ends inside [begin, end]. Elements are not visited.
     void checkbounds(const void* begin, const void* end) const {
-        BUFSTL_ASSERT_INSIDE(begin, end, this->_M_finish, this->_M_end_of_storage);
+        QL_ASSERT_INSIDE(begin, end, this->_M_finish, this->_M_end_of_storage);
     }
 };
 
@@ -474,11 +474,11 @@ class bufvectox : public vector<T, alloc_proxy<T>> {
 
     /// Asserts that the storage ends inside [begin, end], then the same of what every element owns.
     void checkbounds(const void* begin, const void* end) const {
-        BUFSTL_ASSERT_INSIDE(begin, end, this->_M_finish, this->_M_end_of_storage);
+        QL_ASSERT_INSIDE(begin, end, this->_M_finish, this->_M_end_of_storage);
         for (const T& element : *this) element.checkbounds(begin, end);
     }
 };
 
-#undef BUFSTL_ASSERT_INSIDE
+#undef QL_ASSERT_INSIDE
 
 } // namespace bufstl

@@ -12,8 +12,8 @@ namespace Velmora {
 /// The members of `value`, in declaration order. The address of `value` itself is the caller's to assert, so that the
 /// report names the caller.
 template <class T>
-FORCE_INLINE void checkMembers(const T& value, const void* begin, const void* end) {
-    fields(of<T>{}, [&](const char*, auto member, auto) FORCE_INLINE_LAMBDA {
+QL_FORCE_INLINE void checkMembers(const T& value, const void* begin, const void* end) {
+    fields(of<T>{}, [&](const char*, auto member, auto) QL_FORCE_INLINE_LAMBDA {
         if constexpr (holdsStorage<MemberType<decltype(member)>>()) (value.*member).checkbounds(begin, end);
         return true;
     });

@@ -13,7 +13,8 @@ namespace Velmora {
 template <class T>
 bool differ(const T& a, const T& b) {
     if (&a == &b) return false;
-    return !fields(of<T>{}, [&](const char*, auto member, auto) FORCE_INLINE_LAMBDA { return a.*member == b.*member; });
+    return !fields(of<T>{},
+                   [&](const char*, auto member, auto) QL_FORCE_INLINE_LAMBDA { return a.*member == b.*member; });
 }
 
 // Negative, 0 or positive as `a` is less than, equal to or greater than `b`. One walk decides both: asking for less
@@ -21,9 +22,9 @@ bool differ(const T& a, const T& b) {
 
 /// Numbers come by value, for in a block they are misaligned.
 template <class T>
-requires std::is_arithmetic_v<T> || std::is_enum_v<T> FORCE_INLINE int order(T a, T b) { return (a > b) - (a < b); }
+requires std::is_arithmetic_v<T> || std::is_enum_v<T> QL_FORCE_INLINE int order(T a, T b) { return (a > b) - (a < b); }
 
-FORCE_INLINE int order(const String auto& a, const String auto& b) { return a.compare(b); }
+QL_FORCE_INLINE int order(const String auto& a, const String auto& b) { return a.compare(b); }
 
 /// Not inlined: there is one for every type, and what calls it would grow by all that is nested.
 template <Composite T>
@@ -42,7 +43,7 @@ template <Composite T>
 int order(const T& a, const T& b) {
     if (&a == &b) return 0;
     int decision = 0;
-    fields(of<T>{}, [&](const char*, auto member, auto) FORCE_INLINE_LAMBDA {
+    fields(of<T>{}, [&](const char*, auto member, auto) QL_FORCE_INLINE_LAMBDA {
         decision = order(a.*member, b.*member);
         return decision == 0;
     });

@@ -11,40 +11,40 @@
 
 namespace Velmora {
 
-/// Reads all fields of `value` from `cursor` on, in that range; returns the cursor behind them. The cursor
+/// Reads all fields of `value` from `cursor` on, in that range; returns the cursor after them. The cursor
 /// goes in and out by value, so that it stays in a register. `isFollowed`: at least seven bytes of the same message
-/// come behind the value.
+/// come after the value.
 template <class Kernel, class T, bool isFollowed = false>
-FORCE_INLINE const char* decodeFields(T& value, const char* cursor, const Range& range);
+QL_FORCE_INLINE const char* decodeFields(T& value, const char* cursor, const Range& range);
 
 // One overload per wire form, the mirror of those in Encode.h.
 
 template <class K>
-FORCE_INLINE void get(Reader<K>& in, plain_t, std::same_as<bool> auto& v, const char*) {
+QL_FORCE_INLINE void get(Reader<K>& in, plain_t, std::same_as<bool> auto& v, const char*) {
     v = in.byte() != 0;
 }
 template <class K>
-FORCE_INLINE void get(Reader<K>& in, plain_t, std::same_as<int8_t> auto& v, const char*) {
+QL_FORCE_INLINE void get(Reader<K>& in, plain_t, std::same_as<int8_t> auto& v, const char*) {
     v = static_cast<int8_t>(in.byte());
 }
 template <class K>
-FORCE_INLINE void get(Reader<K>& in, plain_t, std::same_as<int16_t> auto& v, const char*) {
+QL_FORCE_INLINE void get(Reader<K>& in, plain_t, std::same_as<int16_t> auto& v, const char*) {
     v = unzigzag<int16_t>(in.template varint<uint16_t>());
 }
 template <class K>
-FORCE_INLINE void get(Reader<K>& in, plain_t, std::same_as<int32_t> auto& v, const char*) {
+QL_FORCE_INLINE void get(Reader<K>& in, plain_t, std::same_as<int32_t> auto& v, const char*) {
     v = unzigzag<int32_t>(in.template varint<uint32_t>());
 }
 template <class K>
-FORCE_INLINE void get(Reader<K>& in, plain_t, std::same_as<int64_t> auto& v, const char*) {
+QL_FORCE_INLINE void get(Reader<K>& in, plain_t, std::same_as<int64_t> auto& v, const char*) {
     v = unzigzag<int64_t>(in.template varint<uint64_t>());
 }
 template <class K>
-FORCE_INLINE void get(Reader<K>& in, price_t, std::same_as<int64_t> auto& v, const char*) {
+QL_FORCE_INLINE void get(Reader<K>& in, price_t, std::same_as<int64_t> auto& v, const char*) {
     v = static_cast<int64_t>(in.special());
 }
 
-/// Any text; returns the cursor behind it. Out of line, because it is met rarely, or costs more than the call.
+/// Any text; returns the cursor after it. Out of line, because it is met rarely, or costs more than the call.
 template <class K>
 [[gnu::noinline]] const char* getRareText(String auto& v, const char* cursor, const Range& range) {
     Reader<K> in(cursor, range);
@@ -53,7 +53,7 @@ template <class K>
     return in.p + length;
 }
 template <class K>
-FORCE_INLINE void get(Reader<K>& in, plain_t, String auto& v, const char*) {
+QL_FORCE_INLINE void get(Reader<K>& in, plain_t, String auto& v, const char*) {
     const size_t first = static_cast<unsigned char>(*in.p);
     // A short text, whose length is one byte, is stored inline if it is its string's first.
     if (first > Quillon::SHORT_COPY || !v.assignFirst(in.p + 1, first)) {
@@ -63,46 +63,47 @@ FORCE_INLINE void get(Reader<K>& in, plain_t, String auto& v, const char*) {
     in.p += 1 + first;
 }
 template <class K>
-FORCE_INLINE void get(Reader<K>& in, crypt_t, String auto& v, const char* name) {
+QL_FORCE_INLINE void get(Reader<K>& in, crypt_t, String auto& v, const char* name) {
     get(in, plain, v, name);
     if (!v.empty()) Quillon::DumbCrypt::decrypt(v.data(), static_cast<int>(v.size()), 0);
 }
 /// Deliberate: read with a varint length although written with a fixed one; see Encode.h.
 template <class K>
-FORCE_INLINE void get(Reader<K>& in, padding_t, String auto& v, const char* name) {
+QL_FORCE_INLINE void get(Reader<K>& in, padding_t, String auto& v, const char* name) {
     get(in, plain, v, name);
 }
 
 /// The byte as it came: one without a name is reported to the hook and kept.
 template <class K, Enumerator E>
-FORCE_INLINE void get(Reader<K>& in, plain_t, E& v, const char* name) {
+QL_FORCE_INLINE void get(Reader<K>& in, plain_t, E& v, const char* name) {
     const unsigned char byte = in.byte();
     v = static_cast<E>(byte);
     validate<EnumerationOf<E>>(byte, name);
 }
 
 template <class K>
-FORCE_INLINE void get(Reader<K>& in, plain_t, Composite auto& v, const char*) {
+QL_FORCE_INLINE void get(Reader<K>& in, plain_t, Composite auto& v, const char*) {
     using T = std::remove_cvref_t<decltype(v)>;
-    in.p = in.behind >= 7 ? decodeFields<K, T, true>(v, in.p, in.range) : decodeFields<K, T, false>(v, in.p, in.range);
+    in.p =
+        in.following >= 7 ? decodeFields<K, T, true>(v, in.p, in.range) : decodeFields<K, T, false>(v, in.p, in.range);
 }
 
 /// The vector takes exactly the count that came: it grows by fresh elements or drops surplus ones.
 template <class K>
-FORCE_INLINE void get(Reader<K>& in, plain_t, Vector auto& v, const char* name) {
+QL_FORCE_INLINE void get(Reader<K>& in, plain_t, Vector auto& v, const char* name) {
     const size_t count = in.length();
     if (v.empty()) { // as in every fresh message
         using Element = typename std::remove_cvref_t<decltype(v)>::value_type;
         if constexpr (Composite<Element> && leastBytes<Element>() >= 7) {
             size_t left = count; // all but the last are followed by another
-            return v.append_each(count, [&](auto& element) FORCE_INLINE_LAMBDA {
+            return v.append_each(count, [&](auto& element) QL_FORCE_INLINE_LAMBDA {
                 if (--left == 0)
                     get(in, plain, element, name);
                 else
                     in.p = decodeFields<K, Element, true>(element, in.p, in.range);
             });
         }
-        return v.append_each(count, [&](auto& element) FORCE_INLINE_LAMBDA { get(in, plain, element, name); });
+        return v.append_each(count, [&](auto& element) QL_FORCE_INLINE_LAMBDA { get(in, plain, element, name); });
     }
     v.resize(count);
     for (size_t i = 0; i < count; ++i) get(in, plain, v[i], name);
@@ -110,10 +111,10 @@ FORCE_INLINE void get(Reader<K>& in, plain_t, Vector auto& v, const char* name) 
 
 /// The walk over the fields, to be inlined into a kernel's run().
 template <class Kernel, class T, bool isFollowed>
-FORCE_INLINE const char* readFields(T& value, const char* cursor, const Range& range) {
+QL_FORCE_INLINE const char* readFields(T& value, const char* cursor, const Range& range) {
     Reader<Kernel> in(cursor, range, leastBytes<T>() + (isFollowed ? 7 : 0));
-    fields(of<T>{}, [&](const char* name, auto member, auto encoding) FORCE_INLINE_LAMBDA {
-        in.behind -= leastBytes<MemberType<decltype(member)>>();
+    fields(of<T>{}, [&](const char* name, auto member, auto encoding) QL_FORCE_INLINE_LAMBDA {
+        in.following -= leastBytes<MemberType<decltype(member)>>();
         get(in, encoding, value.*member, name);
         return true;
     });
@@ -123,18 +124,18 @@ FORCE_INLINE const char* readFields(T& value, const char* cursor, const Range& r
 template <class Kernel, class T, bool isFollowed>
 const char* decodeFields(T& value, const char* cursor, const Range& range) {
     return Kernel::run([](T* v, const char* p, const Range* bytes)
-                           FORCE_INLINE_LAMBDA { return readFields<Kernel, T, isFollowed>(*v, p, *bytes); },
+                           QL_FORCE_INLINE_LAMBDA { return readFields<Kernel, T, isFollowed>(*v, p, *bytes); },
                        &value, cursor, &range);
 }
 
 /// All fields of `value` from the cursor of `codec`. When an exception passes, the value is partly decoded and
 /// destructible, and the cursor stands where it stood.
 template <class Kernel, class T>
-FORCE_INLINE void decode(T& value, FastCodec& codec) {
+QL_FORCE_INLINE void decode(T& value, FastCodec& codec) {
     if constexpr (Message<T>) // one jump: the kernel's function takes and leaves the cursor itself
         Kernel::run(
             [](T* v, FastCodec* in)
-                FORCE_INLINE_LAMBDA { in->setCursor(readFields<Kernel, T, false>(*v, in->cursor(), in->range())); },
+                QL_FORCE_INLINE_LAMBDA { in->setCursor(readFields<Kernel, T, false>(*v, in->cursor(), in->range())); },
             &value, &codec);
     else // the function that messages call for their records
         codec.setCursor(decodeFields<Kernel>(value, codec.cursor(), codec.range()));

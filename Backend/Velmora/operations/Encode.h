@@ -11,55 +11,55 @@
 
 namespace Velmora {
 
-/// Writes all fields of `value` from `cursor` on; returns the cursor behind them. The cursor goes in and out by value,
+/// Writes all fields of `value` from `cursor` on; returns the cursor after them. The cursor goes in and out by value,
 /// so that it stays in a register: stores through a char pointer could change any cursor in memory. The work is done by
 /// the kernel's run(), so that its instructions stand in functions that bear its name and nowhere else. `isFollowed`:
-/// at least seven bytes of the same message come behind the value.
+/// at least seven bytes of the same message come after the value.
 template <class Kernel, class T, bool isFollowed = false>
-FORCE_INLINE char* encodeFields(const T& value, char* cursor);
+QL_FORCE_INLINE char* encodeFields(const T& value, char* cursor);
 
 // One overload per wire form. Exact types are asked for, so that a wrong pair of type and encoding does not compile.
 
 template <class K>
-FORCE_INLINE void put(Writer<K>& out, plain_t, std::same_as<bool> auto v, const char*) {
+QL_FORCE_INLINE void put(Writer<K>& out, plain_t, std::same_as<bool> auto v, const char*) {
     out.byte(v);
 }
 template <class K>
-FORCE_INLINE void put(Writer<K>& out, plain_t, std::same_as<int8_t> auto v, const char*) {
+QL_FORCE_INLINE void put(Writer<K>& out, plain_t, std::same_as<int8_t> auto v, const char*) {
     out.byte(static_cast<unsigned char>(v));
 }
 template <class K>
-FORCE_INLINE void put(Writer<K>& out, plain_t, std::same_as<int16_t> auto v, const char*) {
+QL_FORCE_INLINE void put(Writer<K>& out, plain_t, std::same_as<int16_t> auto v, const char*) {
     out.varint(zigzag<uint16_t>(v));
 }
 template <class K>
-FORCE_INLINE void put(Writer<K>& out, plain_t, std::same_as<int32_t> auto v, const char*) {
+QL_FORCE_INLINE void put(Writer<K>& out, plain_t, std::same_as<int32_t> auto v, const char*) {
     out.varint(zigzag<uint32_t>(v));
 }
 template <class K>
-FORCE_INLINE void put(Writer<K>& out, plain_t, std::same_as<int64_t> auto v, const char*) {
+QL_FORCE_INLINE void put(Writer<K>& out, plain_t, std::same_as<int64_t> auto v, const char*) {
     out.varint(zigzag<uint64_t>(v));
 }
 template <class K>
-FORCE_INLINE void put(Writer<K>& out, price_t, std::same_as<int64_t> auto v, const char*) {
+QL_FORCE_INLINE void put(Writer<K>& out, price_t, std::same_as<int64_t> auto v, const char*) {
     out.special(v);
 }
 
 /// The caller guarantees a text of at most 65535 characters: only the low 16 bits of its length are written.
 template <class K>
-FORCE_INLINE void put(Writer<K>& out, plain_t, const String auto& v, const char*) {
+QL_FORCE_INLINE void put(Writer<K>& out, plain_t, const String auto& v, const char*) {
     const char* const text = v.data(); // looked up once: what is stored through a char pointer could change the string
     out.text(text, v.size());
 }
 template <class K>
-FORCE_INLINE void put(Writer<K>& out, crypt_t, const String auto& v, const char* name) {
+QL_FORCE_INLINE void put(Writer<K>& out, crypt_t, const String auto& v, const char* name) {
     put(out, plain, v, name);
     if (!v.empty()) Quillon::DumbCrypt::encrypt(out.p - v.size(), static_cast<int>(v.size()), 0);
 }
 /// Deliberate: written with a fixed two-byte length, read with a varint one. The body is two bytes plus the padding,
 /// whatever its length; peers depend on it.
 template <class K>
-FORCE_INLINE void put(Writer<K>& out, padding_t, const String auto& v, const char*) {
+QL_FORCE_INLINE void put(Writer<K>& out, padding_t, const String auto& v, const char*) {
     out.raw(static_cast<uint16_t>(v.size()));
     out.bytes(v.data(), v.size());
 }
@@ -67,21 +67,21 @@ FORCE_INLINE void put(Writer<K>& out, padding_t, const String auto& v, const cha
 /// One byte, whatever the enumeration's largest value; a byte without a name is reported to the hook and written all
 /// the same.
 template <class K>
-FORCE_INLINE void put(Writer<K>& out, plain_t, Enumerator auto v, const char* name) {
+QL_FORCE_INLINE void put(Writer<K>& out, plain_t, Enumerator auto v, const char* name) {
     const auto byte = static_cast<unsigned char>(v);
     validate<EnumerationOf<decltype(v)>>(byte, name);
     out.byte(byte);
 }
 
 template <class K>
-FORCE_INLINE void put(Writer<K>& out, plain_t, const Composite auto& v, const char*) {
-    out.p = out.behind >= 7 ? encodeFields<K, std::remove_cvref_t<decltype(v)>, true>(v, out.p)
-                            : encodeFields<K, std::remove_cvref_t<decltype(v)>, false>(v, out.p);
+QL_FORCE_INLINE void put(Writer<K>& out, plain_t, const Composite auto& v, const char*) {
+    out.p = out.following >= 7 ? encodeFields<K, std::remove_cvref_t<decltype(v)>, true>(v, out.p)
+                               : encodeFields<K, std::remove_cvref_t<decltype(v)>, false>(v, out.p);
 }
 
 /// The caller guarantees at most 32767 elements; the count is not checked.
 template <class K>
-FORCE_INLINE void put(Writer<K>& out, plain_t, const Vector auto& v, const char* name) {
+QL_FORCE_INLINE void put(Writer<K>& out, plain_t, const Vector auto& v, const char* name) {
     out.length(static_cast<unsigned short>(v.size()));
     using Element = typename std::remove_cvref_t<decltype(v)>::value_type;
     size_t i = 0;
@@ -92,10 +92,10 @@ FORCE_INLINE void put(Writer<K>& out, plain_t, const Vector auto& v, const char*
 
 /// The walk over the fields, to be inlined into a kernel's run().
 template <class Kernel, class T, bool isFollowed>
-FORCE_INLINE char* writeFields(const T& value, char* cursor) {
+QL_FORCE_INLINE char* writeFields(const T& value, char* cursor) {
     Writer<Kernel> out(cursor, leastBytes<T>() + (isFollowed ? 7 : 0));
-    fields(of<T>{}, [&](const char* name, auto member, auto encoding) FORCE_INLINE_LAMBDA {
-        out.behind -= leastBytes<MemberType<decltype(member)>>();
+    fields(of<T>{}, [&](const char* name, auto member, auto encoding) QL_FORCE_INLINE_LAMBDA {
+        out.following -= leastBytes<MemberType<decltype(member)>>();
         put(out, encoding, value.*member, name);
         return true;
     });
@@ -105,16 +105,16 @@ FORCE_INLINE char* writeFields(const T& value, char* cursor) {
 template <class Kernel, class T, bool isFollowed>
 char* encodeFields(const T& value, char* cursor) {
     return Kernel::run([](const T* v, char* p)
-                           FORCE_INLINE_LAMBDA { return writeFields<Kernel, T, isFollowed>(*v, p); },
+                           QL_FORCE_INLINE_LAMBDA { return writeFields<Kernel, T, isFollowed>(*v, p); },
                        &value, cursor);
 }
 
 /// All fields of `value` at the cursor of `codec`.
 template <class Kernel, class T>
-FORCE_INLINE void encode(const T& value, FastCodec& codec) {
+QL_FORCE_INLINE void encode(const T& value, FastCodec& codec) {
     if constexpr (Message<T>) // one jump: the kernel's function takes and leaves the cursor itself
         Kernel::run([](const T* v, FastCodec* out)
-                        FORCE_INLINE_LAMBDA { out->setCursor(writeFields<Kernel, T, false>(*v, out->cursor())); },
+                        QL_FORCE_INLINE_LAMBDA { out->setCursor(writeFields<Kernel, T, false>(*v, out->cursor())); },
                     &value, &codec);
     else // the function that messages call for their records
         codec.setCursor(encodeFields<Kernel>(value, codec.cursor()));

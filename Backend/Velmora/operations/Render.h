@@ -31,37 +31,37 @@ class LineSink {
   public:
     explicit LineSink(char* position) : p(position) {}
 
-    FORCE_INLINE void separate(bool isFirst) {
+    QL_FORCE_INLINE void separate(bool isFirst) {
         if (!isFirst) *p++ = ' ';
     }
-    FORCE_INLINE void open(char bracket) { *p++ = bracket; }
-    FORCE_INLINE void close(char bracket) { *p++ = bracket; }
-    FORCE_INLINE void character(char c) { *p++ = c; }
-    FORCE_INLINE void text(const char* text, size_t n) {
+    QL_FORCE_INLINE void open(char bracket) { *p++ = bracket; }
+    QL_FORCE_INLINE void close(char bracket) { *p++ = bracket; }
+    QL_FORCE_INLINE void character(char c) { *p++ = c; }
+    QL_FORCE_INLINE void text(const char* text, size_t n) {
         std::memcpy(p, text, n);
         p += n;
     }
     /// A short text whose length is known only now: copied in place, for a call would cost more.
-    FORCE_INLINE void word(const char* word, size_t n) {
+    QL_FORCE_INLINE void word(const char* word, size_t n) {
         Quillon::copyBytes(p, word, n);
         p += n;
     }
-    FORCE_INLINE void boolean(bool v) { *p++ = v ? 'T' : 'F'; }
-    FORCE_INLINE void integer(int32_t v) {
+    QL_FORCE_INLINE void boolean(bool v) { *p++ = v ? 'T' : 'F'; }
+    QL_FORCE_INLINE void integer(int32_t v) {
         if (v >= 0 && v < 10)
             *p++ = static_cast<char>('0' + v);
         else
             p = Quillon::Util::decimal(v, p);
     }
-    FORCE_INLINE void integer(int64_t v) { p = Quillon::Util::decimal(v, p); }
-    FORCE_INLINE void string(const bufstl::bufstring& v) {
+    QL_FORCE_INLINE void integer(int64_t v) { p = Quillon::Util::decimal(v, p); }
+    QL_FORCE_INLINE void string(const bufstl::bufstring& v) {
         const char* const text = v.data(); // looked up once: the stores below could change the string
         const size_t n = v.size();
         *p++ = '"';
         word(text, n);
         *p++ = '"';
     }
-    FORCE_INLINE void cryptstring(const bufstl::bufstring& v) { string(v); }
+    QL_FORCE_INLINE void cryptstring(const bufstl::bufstring& v) { string(v); }
 
     char* p;
 };
@@ -111,20 +111,20 @@ class CodecSink { // calls, not code in place: this way is rare, and there is on
     bool _multiline;
 };
 
-/// All fields of `value`, without brackets around them. Returns the sink behind them.
+/// All fields of `value`, without brackets around them. Returns the sink after them.
 template <class Sink, class T>
 Sink renderFields(Sink sink, const T& value);
 
 // One overload per kind of value.
 
 template <class Sink>
-FORCE_INLINE void show(Sink& sink, plain_t, std::same_as<bool> auto v) {
+QL_FORCE_INLINE void show(Sink& sink, plain_t, std::same_as<bool> auto v) {
     sink.boolean(v);
 }
 template <class Sink, std::signed_integral T>
-requires(sizeof(T) < sizeof(int64_t)) FORCE_INLINE void show(Sink& sink, plain_t, T v) { sink.integer(v); }
+requires(sizeof(T) < sizeof(int64_t)) QL_FORCE_INLINE void show(Sink& sink, plain_t, T v) { sink.integer(v); }
 template <class Sink, class Encoding>
-requires std::same_as<Encoding, plain_t> || std::same_as<Encoding, price_t> FORCE_INLINE void
+requires std::same_as<Encoding, plain_t> || std::same_as<Encoding, price_t> QL_FORCE_INLINE void
 show(Sink& sink, Encoding, std::same_as<int64_t> auto v) {
     if (const std::string_view sentinel = sentinelName(v); !sentinel.empty())
         sink.word(sentinel.data(), sentinel.size());
@@ -132,27 +132,27 @@ show(Sink& sink, Encoding, std::same_as<int64_t> auto v) {
         sink.integer(v);
 }
 template <class Sink, class Encoding>
-FORCE_INLINE void show(Sink& sink, Encoding, const String auto& v) {
+QL_FORCE_INLINE void show(Sink& sink, Encoding, const String auto& v) {
     if constexpr (std::is_same_v<Encoding, crypt_t>)
         sink.cryptstring(v);
     else
         sink.string(v);
 }
 template <class Sink, Enumerator E>
-FORCE_INLINE void show(Sink& sink, plain_t, E v) {
+QL_FORCE_INLINE void show(Sink& sink, plain_t, E v) {
     if (const char* const name = enumeratorName<EnumerationOf<E>>(v))
         sink.word(name, enumeratorNameLength<EnumerationOf<E>>(v));
     else
         sink.integer(static_cast<int32_t>(v));
 }
 template <class Sink>
-FORCE_INLINE void show(Sink& sink, plain_t, const Composite auto& v) {
+QL_FORCE_INLINE void show(Sink& sink, plain_t, const Composite auto& v) {
     sink.open('(');
     sink = renderFields(sink, v);
     sink.close(')');
 }
 template <class Sink, Vector V>
-FORCE_INLINE void show(Sink& sink, plain_t, const V& v) {
+QL_FORCE_INLINE void show(Sink& sink, plain_t, const V& v) {
     if constexpr (Composite<typename V::value_type>) {
         if (!v.empty()) {
             sink.open('[');
@@ -174,7 +174,7 @@ FORCE_INLINE void show(Sink& sink, plain_t, const V& v) {
 template <class Sink, class T>
 Sink renderFields(Sink sink, const T& value) {
     bool isFirst = true;
-    fields(of<T>{}, [&](const char* name, auto member, auto encoding) FORCE_INLINE_LAMBDA {
+    fields(of<T>{}, [&](const char* name, auto member, auto encoding) QL_FORCE_INLINE_LAMBDA {
         sink.separate(isFirst);
         isFirst = false;
         sink.text(name, __builtin_strlen(name));

@@ -23,7 +23,7 @@ class OrderOutcomes {
 
     void add(const Packet& packet, const MessageReader& reader);
 
-    /// Of the order flow, by orderID; orders without one are not counted. All outcomes, those of no order, too.
+    /// Of the order flow, by orderID; orders without one are not counted. All outcomes, also those without an order.
     std::vector<Outcome> orderFlow() const;
 
     /// Of the new-order interface, by clOrdID.

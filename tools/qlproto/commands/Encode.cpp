@@ -23,7 +23,7 @@ struct Options {
     std::string format = "capture";
 };
 
-/// Packets as lines of hexadecimal digits, identifier first, or their bodies one behind the other as they are.
+/// Packets as lines of hexadecimal digits, identifier first, or their bodies one after the other as they are.
 class BytesWriter : public PacketSink {
   public:
     BytesWriter(const std::string& path, bool isHex) : _output(path), _isHex(isHex) {}
@@ -89,7 +89,7 @@ void addEncode(CLI::App& app, Commands& commands) {
     command
         ->add_option("--format", options->format,
                      "capture; hex: a line of digits for each packet, identifier first, low byte first; raw: the "
-                     "bodies alone, one behind the other")
+                     "bodies alone, one after the other")
         ->check(CLI::IsMember({"capture", "hex", "raw"}))
         ->capture_default_str();
     command->footer(

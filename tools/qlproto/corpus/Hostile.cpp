@@ -99,7 +99,7 @@ const std::vector<Mutation>& mutations() {
         {"price of more bytes than it takes", Fault::overlongVarint,
          forKind(Kind::price, bytes({0x84}) + varint(9, 0x00))},
         {"price with bits beyond its width", Fault::varintOverflow,
-         forKind(Kind::price, bytes({0x84}) + varint(8, 0x08))}, // bit 59 behind the five of the first byte
+         forKind(Kind::price, bytes({0x84}) + varint(8, 0x08))}, // bit 59 after the five of the first byte
         {"price with bit 0", Fault::reservedPriceBits, forKind(Kind::price, bytes({0x01}))},
         {"price complemented by bit 1", Fault::reservedPriceBits, forKind(Kind::price, bytes({0x06}))},
         {"length in more bytes than needed", Fault::nonMinimal, forLength([](int length) {

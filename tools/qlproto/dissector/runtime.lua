@@ -29,7 +29,7 @@ local function expertInfo(name, text)
 end
 local truncated = expertInfo("truncated", "The body ends inside a value")
 local countBeyondBytes = expertInfo("countbeyondbytes", "More elements than the remaining bytes can hold")
-local trailingBytes = expertInfo("trailingbytes", "Bytes behind the last value")
+local trailingBytes = expertInfo("trailingbytes", "Bytes after the last value")
 local unknownIdentifier = expertInfo("unknownidentifier", "No message has this identifier")
 local cutByCapture = ProtoExpert.new("ql.cutbycapture", "The capture holds only a part of the packet",
                                      expert.group.UNDECODED, expert.severity.WARN)
@@ -375,7 +375,7 @@ ql.fields = all
 local function dissectBody(message, tree)
     members(message.fields, tree)
     local left = #data - pos + 1
-    if left ~= 0 then fault(trailingBytes, ("%d bytes left over behind the last value"):format(left)) end
+    if left ~= 0 then fault(trailingBytes, ("%d bytes left over after the last value"):format(left)) end
 end
 
 local function dissect(tree)

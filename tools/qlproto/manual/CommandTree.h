@@ -1,7 +1,7 @@
 // The command line as the parser knows it: commands, options and arguments, for what is written about them. Nothing is
 // listed here by hand, so a new command is in the manual page and in the completions as soon as it parses.
 //
-// What a value can be is told by the type that --help shows behind it: {a,b} is a choice, NAME|ID a message or record,
+// What a value can be is told by the type that --help shows after it: {a,b} is a choice, NAME|ID a message or record,
 // NAME an enumeration, bare TEXT perhaps a file.
 #pragma once
 

@@ -35,7 +35,7 @@ std::string upper(std::string text) {
     return text;
 }
 
-/// Length of the title at the begin of a line such as "Exit status: 0 fine", or 0.
+/// Length of the title at the start of a line such as "Exit status: 0 fine", or 0.
 size_t titleOf(const std::string& line) {
     const size_t colon = line.find(':');
     if (colon == line.npos || !std::isupper(static_cast<unsigned char>(line[0]))) return 0;

@@ -21,19 +21,19 @@ constexpr int64_t LOT = MILLION / 10;
 
 const std::array<OrderFlow::Script, 8> OrderFlow::SCRIPTS = [] {
     using enum Step;
-    static constexpr Step filled[] = {SUBMIT, RECEIVED, ACCEPTED, FILL_REST, DROP_COPY, DONE};
-    static constexpr Step filledInParts[] = {SUBMIT,    RECEIVED,  ACCEPTED,  FILL_PART, DROP_COPY, STATUS,
-                                             FILL_PART, DROP_COPY, FILL_REST, DROP_COPY, STATUS,    DONE};
-    static constexpr Step rejected[] = {SUBMIT, RECEIVED, REJECTED};
-    static constexpr Step canceled[] = {SUBMIT, RECEIVED, ACCEPTED, CANCEL, CANCELED, DONE};
-    static constexpr Step canceledTooLate[] = {SUBMIT,    RECEIVED,  ACCEPTED,        CANCEL,
-                                               FILL_REST, DROP_COPY, CANCEL_REJECTED, DONE};
-    static constexpr Step canceledWithAll[] = {SUBMIT, RECEIVED, ACCEPTED, CANCEL_ALL, CANCELED, DONE};
-    static constexpr Step restCanceled[] = {
-        SUBMIT, RECEIVED, ACCEPTED, FILL_PART, DROP_COPY, STATUS, CANCELED_BY_EXCHANGE, DONE};
-    static constexpr Step modified[] = {SUBMIT, RECEIVED, ACCEPTED, MODIFY, ACCEPTED, FILL_REST, DROP_COPY, DONE};
-    return std::array<Script, 8>{filled,          filledInParts,   rejected,     canceled,
-                                 canceledTooLate, canceledWithAll, restCanceled, modified};
+    static constexpr Step whenFilled[] = {submit, received, accepted, fillRest, dropCopy, done};
+    static constexpr Step whenFilledInParts[] = {submit,   received, accepted, fillPart, dropCopy, status,
+                                                 fillPart, dropCopy, fillRest, dropCopy, status,   done};
+    static constexpr Step whenRejected[] = {submit, received, rejected};
+    static constexpr Step whenCanceled[] = {submit, received, accepted, cancel, canceled, done};
+    static constexpr Step whenCanceledTooLate[] = {submit,   received, accepted,       cancel,
+                                                   fillRest, dropCopy, cancelRejected, done};
+    static constexpr Step whenCanceledWithAll[] = {submit, received, accepted, cancelAll, canceled, done};
+    static constexpr Step whenRestCanceled[] = {submit,   received, accepted,           fillPart,
+                                                dropCopy, status,   canceledByExchange, done};
+    static constexpr Step whenModified[] = {submit, received, accepted, modify, accepted, fillRest, dropCopy, done};
+    return std::array<Script, 8>{whenFilled,          whenFilledInParts,   whenRejected,     whenCanceled,
+                                 whenCanceledTooLate, whenCanceledWithAll, whenRestCanceled, whenModified};
 }();
 
 OrderFlow::OrderFlow(World& world, const MarketData& marketData, Scheduler& scheduler, Sender& sender, Rng rng)
@@ -83,7 +83,7 @@ void OrderFlow::beginOrder(bool othersFollow) {
     order.side = _rng.chance(50) ? Side::BID : Side::OFR;
     order.ordType = _rng.chance(85) ? OrderType::LIMIT : OrderType::MARKET;
     const bool restIsCanceled =
-        std::find(order.script.begin(), order.script.end(), Step::CANCELED_BY_EXCHANGE) != order.script.end();
+        std::find(order.script.begin(), order.script.end(), Step::canceledByExchange) != order.script.end();
     order.timeInForce = restIsCanceled ? TimeInForce::IOC : TimeInForce::DAY;
     const Book& book = _marketData.book(order.listing);
     order.price = order.side == Side::BID ? book.ask() : book.bid();
@@ -98,37 +98,37 @@ void OrderFlow::chooseNext() {
 
 void OrderFlow::perform(Step step, Order& order) {
     switch (step) {
-    case Step::SUBMIT:
+    case Step::submit:
         return submit(order);
-    case Step::RECEIVED:
+    case Step::received:
         return received(order);
-    case Step::ACCEPTED:
+    case Step::accepted:
         if (order.exOrdID.empty())
             order.exOrdID = fmt::format("{}{}", listing(order).feed->name[0], 700000 + order.orderID);
         return status(order, OrderStatus::ACCEPTED);
-    case Step::REJECTED:
+    case Step::rejected:
         return rejected(order);
-    case Step::FILL_PART:
+    case Step::fillPart:
         return fill(order, order.open / (3 * LOT) * LOT);
-    case Step::FILL_REST:
+    case Step::fillRest:
         return fill(order, order.open);
-    case Step::DROP_COPY:
+    case Step::dropCopy:
         return dropCopy(order);
-    case Step::STATUS:
+    case Step::status:
         return status(order, order.open == 0 ? OrderStatus::FILLED : OrderStatus::PARTIALLY_FILLED);
-    case Step::MODIFY:
+    case Step::modify:
         return modify(order);
-    case Step::CANCEL:
+    case Step::cancel:
         return cancel(order);
-    case Step::CANCEL_ALL:
+    case Step::cancelAll:
         return cancelAll(order);
-    case Step::CANCELED:
+    case Step::canceled:
         return canceled(order, CancelReason::CANCEL_REQUESTED, "");
-    case Step::CANCELED_BY_EXCHANGE:
+    case Step::canceledByExchange:
         return canceled(order, CancelReason::BY_EXCHANGE, "rest of the amount");
-    case Step::CANCEL_REJECTED:
+    case Step::cancelRejected:
         return cancelRejected(order);
-    case Step::DONE:
+    case Step::done:
         return done(order);
     }
 }
@@ -308,13 +308,13 @@ void OrderFlow::cancelAll(Order& order) {
 }
 
 void OrderFlow::cancelRestingOrdersLike(const Order& order) {
-    static constexpr Step ending[] = {Step::CANCELED, Step::DONE};
+    static constexpr Step ending[] = {Step::canceled, Step::done};
     for (int slot = 0; slot < _orders.size(); ++slot) {
         Order& other = _orders[slot];
         if (&other == &order || other.user != order.user || listing(other).feed != listing(order).feed) continue;
         const Step next = other.script.front();
         const bool resting =
-            !other.exOrdID.empty() && (next == Step::FILL_PART || next == Step::FILL_REST) && other.cxlID.empty();
+            !other.exOrdID.empty() && (next == Step::fillPart || next == Step::fillRest) && other.cxlID.empty();
         if (!resting) continue;
         other.cxlID = order.cxlID;
         other.script = ending;

@@ -29,21 +29,21 @@ class OrderFlow : public Actor {
 
   private:
     enum class Step {
-        SUBMIT,
-        RECEIVED,
-        ACCEPTED,
-        REJECTED,
-        FILL_PART,
-        FILL_REST,
-        DROP_COPY, ///< of the last fill
-        STATUS,    ///< how far the order is filled
-        MODIFY,
-        CANCEL,
-        CANCEL_ALL, ///< of the user's orders at the feed
-        CANCELED,
-        CANCELED_BY_EXCHANGE,
-        CANCEL_REJECTED,
-        DONE,
+        submit,
+        received,
+        accepted,
+        rejected,
+        fillPart,
+        fillRest,
+        dropCopy, ///< of the last fill
+        status,   ///< how far the order is filled
+        modify,
+        cancel,
+        cancelAll, ///< of the user's orders at the feed
+        canceled,
+        canceledByExchange,
+        cancelRejected,
+        done,
     };
     using Script = std::span<const Step>;
     static const std::array<Script, 8> SCRIPTS;

@@ -18,14 +18,15 @@ constexpr const char* STREAM = "makers-1";
 
 const std::array<Quotes::Script, 7> Quotes::SCRIPTS = [] {
     using enum Step;
-    static constexpr Step passed[] = {REQUEST, PASS};
-    static constexpr Step expired[] = {REQUEST, QUOTE, ACKNOWLEDGED, EXPIRED};
-    static constexpr Step withdrawn[] = {REQUEST, QUOTE, ACKNOWLEDGED, CANCEL_QUOTE, CANCELED};
-    static constexpr Step traded[] = {REQUEST, QUOTE, ACKNOWLEDGED, NEW_ORDER, ACCEPT_ORDER, TRADE_ACKNOWLEDGED};
-    static constexpr Step refused[] = {REQUEST, QUOTE, ACKNOWLEDGED, NEW_ORDER, REJECT_ORDER};
-    static constexpr Step tradeRejected[] = {REQUEST, QUOTE, ACKNOWLEDGED, NEW_ORDER, ACCEPT_ORDER, TRADE_REJECTED};
-    static constexpr Step timedOut[] = {REQUEST, QUOTE, ACKNOWLEDGED, NEW_ORDER, ORDER_TIMEOUT};
-    return std::array<Script, 7>{passed, expired, withdrawn, traded, refused, tradeRejected, timedOut};
+    static constexpr Step whenPassed[] = {request, pass};
+    static constexpr Step whenExpired[] = {request, quote, acknowledged, expired};
+    static constexpr Step whenWithdrawn[] = {request, quote, acknowledged, cancelQuote, canceled};
+    static constexpr Step whenTraded[] = {request, quote, acknowledged, newOrder, acceptOrder, tradeAcknowledged};
+    static constexpr Step whenRefused[] = {request, quote, acknowledged, newOrder, rejectOrder};
+    static constexpr Step whenTradeRejected[] = {request, quote, acknowledged, newOrder, acceptOrder, tradeRejected};
+    static constexpr Step whenTimedOut[] = {request, quote, acknowledged, newOrder, orderTimeout};
+    return std::array<Script, 7>{whenPassed,  whenExpired,       whenWithdrawn, whenTraded,
+                                 whenRefused, whenTradeRejected, whenTimedOut};
 }();
 
 Quotes::Quotes(World& world, const MarketData& marketData, Scheduler& scheduler, Sender& sender, Rng rng)
@@ -66,31 +67,31 @@ void Quotes::beginRequest() {
 
 void Quotes::perform(Step step, Request& request) {
     switch (step) {
-    case Step::REQUEST:
+    case Step::request:
         return sendRequest(request);
-    case Step::PASS:
+    case Step::pass:
         return pass(request);
-    case Step::QUOTE:
+    case Step::quote:
         return quote(request);
-    case Step::ACKNOWLEDGED:
+    case Step::acknowledged:
         return acknowledge(request, QuoteStatus::NOT_APPLICABLE, "");
-    case Step::EXPIRED:
+    case Step::expired:
         return acknowledge(request, QuoteStatus::EXPIRED, "not taken in time");
-    case Step::CANCEL_QUOTE:
+    case Step::cancelQuote:
         return cancelQuote(request);
-    case Step::CANCELED:
+    case Step::canceled:
         return acknowledge(request, QuoteStatus::CANCELED, "");
-    case Step::NEW_ORDER:
+    case Step::newOrder:
         return newOrder(request);
-    case Step::REJECT_ORDER:
+    case Step::rejectOrder:
         return rejectOrder(request);
-    case Step::ACCEPT_ORDER:
+    case Step::acceptOrder:
         return acceptOrder(request);
-    case Step::TRADE_ACKNOWLEDGED:
+    case Step::tradeAcknowledged:
         return acknowledgeTrade(request, TradeStatus::NOT_APPLICABLE, "");
-    case Step::TRADE_REJECTED:
+    case Step::tradeRejected:
         return acknowledgeTrade(request, TradeStatus::REJECTED, "credit check failed");
-    case Step::ORDER_TIMEOUT:
+    case Step::orderTimeout:
         return timeout(request);
     }
 }

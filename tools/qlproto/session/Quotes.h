@@ -29,19 +29,19 @@ class Quotes : public Actor {
 
   private:
     enum class Step {
-        REQUEST,
-        PASS, ///< the maker does not quote
-        QUOTE,
-        ACKNOWLEDGED,
-        EXPIRED,
-        CANCEL_QUOTE,
-        CANCELED,
-        NEW_ORDER, ///< hits one of the quotes
-        REJECT_ORDER,
-        ACCEPT_ORDER,
-        TRADE_ACKNOWLEDGED,
-        TRADE_REJECTED,
-        ORDER_TIMEOUT, ///< the maker did not answer in time
+        request,
+        pass, ///< the maker does not quote
+        quote,
+        acknowledged,
+        expired,
+        cancelQuote,
+        canceled,
+        newOrder, ///< hits one of the quotes
+        rejectOrder,
+        acceptOrder,
+        tradeAcknowledged,
+        tradeRejected,
+        orderTimeout, ///< the maker did not answer in time
     };
     using Script = std::span<const Step>;
     static const std::array<Script, 7> SCRIPTS;
