@@ -9,8 +9,9 @@
 //     | 1 | `userID` | int32 | zig-zag varint | identifier of the user |
 #include "generator/Emit.h"
 
-#include <algorithm>
 #include <cctype>
+#include <map>
+#include <set>
 
 #include <fmt/format.h>
 
@@ -24,48 +25,54 @@ std::string link(const std::string& heading, const std::string& page = "") {
     return fmt::format("[{}]({}#{})", heading, page, anchor);
 }
 
-std::string formLink(const std::string& form) { return link(form, "../../docs/wire-format.md"); }
-
-/// The type alone: of a vector's elements, and without what C++ adds.
-std::string bareType(const Field& field) {
-    std::string type = field.cppType;
-    if (const size_t open = type.find('<'); open != type.npos) type = type.substr(open + 1, type.size() - open - 2);
-    if (type.ends_with("::Type")) type.resize(type.size() - 6);
-    return type;
+/// To a section of docs/wire-format.md; the name alone in the catalogue of a protocol that lies elsewhere.
+std::string formLink(const std::string& form, const Definition& definition) {
+    return definition.folder == "generated/QLProtocol" ? link(form, "../../docs/wire-format.md") : form;
 }
 
-bool isVector(const Field& field) { return field.cppType.ends_with('>'); }
+std::string formName(const LogicalType& type) {
+    switch (type.form) {
+    case WireForm::boolean:
+    case WireForm::byte:
+        return "byte";
+    case WireForm::zigzag:
+        return "zig-zag varint";
+    case WireForm::varint:
+        return "plain varint";
+    case WireForm::special:
+        return "special varint";
+    case WireForm::fixed:
+        return "fixed number";
+    case WireForm::text:
+        return type.isEnciphered ? "enciphered string" : "string";
+    case WireForm::fixedText:
+        return "fixed string";
+    case WireForm::padding:
+        return "padding";
+    }
+    return "";
+}
 
-struct WireForm {
-    const char* type;
-    const char* form;
-};
-
-/// As docs/wire-format.md names it; both are null for a type of the protocol's own.
-WireForm wireForm(const Field& field) {
-    const std::string type = bareType(field);
-    if (field.encoding == "price") return {"price", "special varint"};
-    if (field.encoding == "crypt") return {"string", "enciphered string"};
-    if (field.encoding == "padding") return {"string", "padding"};
-    if (type == "bufstring") return {"string", "string"};
-    if (type == "bool") return {"bool", "byte"};
-    if (type == "int8_t") return {"int8", "byte"};
-    if (type == "int16_t") return {"int16", "zig-zag varint"};
-    if (type == "int32_t" || type == "int") return {"int32", "zig-zag varint"};
-    if (type == "int64_t") return {"int64", "zig-zag varint"};
-    return {nullptr, nullptr};
+/// What the values are, whatever their form: "string" also of those that travel enciphered.
+std::string shownType(const LogicalType& type) {
+    switch (type.kind) {
+    case ValueKind::text:
+        return "string";
+    case ValueKind::bytes:
+        return "blob";
+    default:
+        return std::string(type.name.substr(0, type.name.find('_')));
+    }
 }
 
 std::string fieldLine(size_t number, const Field& field, const Definition& definition) {
-    const std::string bare = bareType(field);
-    const bool isEnumeration =
-        std::ranges::find(definition.enumerations, bare, &Enumeration::name) != definition.enumerations.end();
-    const WireForm known = wireForm(field);
-    std::string type = known.type != nullptr ? known.type : link(bare);
-    std::string form = known.form != nullptr ? formLink(known.form) : isEnumeration ? formLink("byte") : "its fields";
-    if (isVector(field)) {
+    const LogicalType* const logical = field.type.logical;
+    std::string type = logical != nullptr ? shownType(*logical) : link(field.type.name);
+    std::string form =
+        field.type.isRecord ? "its fields" : formLink(logical != nullptr ? formName(*logical) : "byte", definition);
+    if (field.type.isVector) {
         type += "[]";
-        form = formLink("count") + ", then each: " + form;
+        form = formLink("count", definition) + ", then each: " + form;
     }
     return fmt::format("| {} | `{}` | {} | {} | {}{} |\n", number, field.name, type, form, field.doc,
                        field.isSecret ? "; secret" : "");
@@ -77,13 +84,25 @@ void addFields(std::string& page, const Composite& type, const Definition& defin
     for (const Field& field : type.fields) page += fieldLine(++number, field, definition);
 }
 
+/// For each type of the definition's own, links to those that have fields of it: "A, B".
+using Users = std::map<std::string, std::string>;
+Users findUsers(const Definition& definition) {
+    Users users;
+    for (const Composite* type : composites(definition)) {
+        std::set<std::string> used;
+        for (const Field& field : type->fields)
+            if (field.type.logical == nullptr && used.insert(field.type.name).second) {
+                std::string& links = users[field.type.name];
+                links += (links.empty() ? "" : ", ") + link(type->name);
+            }
+    }
+    return users;
+}
+
 /// "Used by A, B.", or nothing.
-std::string users(const std::string& name, const Definition& definition) {
-    std::string links;
-    for (const Composite* type : composites(definition))
-        if (std::ranges::any_of(type->fields, [&](const Field& field) { return bareType(field) == name; }))
-            links += (links.empty() ? "" : ", ") + link(type->name);
-    return links.empty() ? "" : fmt::format("Used by {}.\n\n", links);
+std::string usedBy(const std::string& name, const Users& users) {
+    const auto found = users.find(name);
+    return found != users.end() ? fmt::format("Used by {}.\n\n", found->second) : "";
 }
 
 } // namespace
@@ -104,6 +123,7 @@ explained in [the wire format](../../docs/wire-format.md).
     for (const Composite& message : definition.messages)
         page += fmt::format("| `0x{:04X}` | {} | {} |\n", message.id, link(message.name), message.doc);
 
+    const Users users = findUsers(definition);
     page += "\n## Messages\n";
     for (const Composite& message : definition.messages) {
         page += fmt::format("\n### {}\n\n{} Identifier `0x{:04X}` ({}).\n\n", message.name, message.doc, message.id,
@@ -112,13 +132,13 @@ explained in [the wire format](../../docs/wire-format.md).
     }
     page += "\n## Records\n";
     for (const Composite& record : definition.records) {
-        page += fmt::format("\n### {}\n\n{}\n\n{}", record.name, record.doc, users(record.name, definition));
+        page += fmt::format("\n### {}\n\n{}\n\n{}", record.name, record.doc, usedBy(record.name, users));
         addFields(page, record, definition);
     }
     page += "\n## Enumerations\n";
     for (const Enumeration& enumeration : definition.enumerations) {
         page += fmt::format("\n### {}\n\n{}\n\n{}| value | name |\n|---:|---|\n", enumeration.name, enumeration.doc,
-                            users(enumeration.name, definition));
+                            usedBy(enumeration.name, users));
         for (const Enumerator& it : enumeration.enumerators) page += fmt::format("| {} | `{}` |\n", it.value, it.name);
     }
     return page;

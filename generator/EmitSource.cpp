@@ -92,7 +92,7 @@ bool initialized = false; // deliberate: set once and for all; nothing reads it,
 
 constexpr size_t _modulo = $modulo;
 static_assert(Velmora::idsDistinct<_modulo>(allMessages), "two messages share a slot of the direct table");
-Velmora::MsgRegistry<_modulo> registry(100);
+Velmora::MsgRegistry<_modulo> registry($entries);
 int _index[$messages]; // identifiers in the order of INDEX
 
 const char* const _name = "$name";
@@ -151,7 +151,8 @@ void finalize() {
     __protocol = nullptr;
 }
 )~",
-             {{"modulo", fmt::to_string(directTableSlots)},
+             {{"modulo", fmt::to_string(definition.slots)},
+              {"entries", fmt::to_string(definition.entries)},
               {"messages", fmt::to_string(definition.messages.size())},
               {"name", definition.name},
               {"signature", definition.signature},

@@ -17,7 +17,7 @@ namespace fs = std::filesystem;
 using namespace qlgen;
 
 // Plain and backed types, every kind of vector, names that recur. Cases below replace parts of it.
-const std::string sound = R"(<protocol name="Test" version="1"
+const std::string sound = R"(<protocol name="Test" version="1" slots="350"
   signature="00000000000000000000000000000001" signatureAPI="00000000000000000000000000000002"
   signatureStorage="00000000000000000000000000000003">
   <meanings>
@@ -106,74 +106,190 @@ TEST(Definition, FieldsGetTypeEncodingAndStorageFromTheirLogicalType) {
     EXPECT_EQ(definition.messages.at(1).id, 17);
 }
 
-// One fault each. The whole error text is compared, so that a fault has no second, misleading report.
-TEST(Definition, EachFaultIsReportedOnceWithItsLine) {
+/// Whether the schema takes each of these definitions.
+std::vector<bool> takenBySchema(const std::vector<std::string>& definitions) {
+    const Folder folder;
+    std::string command = "xmllint --noout --schema '" QL_ROOT "/protocol/QLProtocol.xsd'";
+    for (size_t i = 0; i < definitions.size(); ++i) {
+        std::ofstream(folder.path(std::to_string(i)), std::ios::binary) << definitions[i];
+        command += " " + folder.path(std::to_string(i));
+    }
+    const std::string verdicts = folder.run(command).err;
+    std::vector<bool> taken;
+    for (size_t i = 0; i < definitions.size(); ++i)
+        taken.push_back(verdicts.find(folder.path(std::to_string(i)) + " validates") != verdicts.npos);
+    return taken;
+}
+
+// One fault each. The whole error text is compared, so that a fault has no second, misleading report. What is wrong
+// with the form of a definition, the schema sees as well; what goes across elements, it lets pass.
+TEST(Definition, EachFaultIsReportedOnceWithItsLineAndFaultsOfFormBySchemaToo) {
+    enum Fault { none, form, across };
     struct Case {
+        Fault fault;
         const char* from;
         const char* to;
         const char* error;
     };
+    static const std::string longName(129, 'N');
+    static const std::string named = "name=\"" + longName + "\"",
+                             tooLong = "9: 'NNNNNNNNNNNNNNNN...' has more than 128 characters";
     const Case cases[] = {
-        {"</message>", "</massage>", "25: not well-formed XML: Start-end tags mismatch"},
-        {"<protocol", "<protokoll", "29: not well-formed XML: Start-end tags mismatch"},
-        {"<meaning ", "<word/><meaning ", "5: <meanings> takes no element <word>"},
-        {"<meanings>", "<meanings>what", "4: <meanings> takes no text"},
-        {"doc=\"A side.\"", "doc=\"A side.\" dok=\"\"",
+        {form, "</message>", "</massage>", "25: not well-formed XML: Start-end tags mismatch"},
+        {form, "<protocol", "<protokoll", "29: not well-formed XML: Start-end tags mismatch"},
+        {form, "A side.", "A & B.", "7: not well-formed XML: '&' begins no reference that is known"},
+        {form, "A side.", "A &#0;.", "7: not well-formed XML: '&' begins no reference that is known"},
+        {form, "A side.", "A < B.", "7: not well-formed XML: '<' in an attribute"},
+        {form, "A side.", "A \xE9.", "7: not well-formed XML: a byte that is not UTF-8"},
+        {form, "A side.", "A \xED\xA0\x80.", "7: not well-formed XML: character U+D800 is none of XML"},
+        {form, "A side.", "A \x01.", "7: not well-formed XML: character U+0001 is none of XML"},
+        {form, "<meanings>", "<!-- a -- b --><meanings>", "4: not well-formed XML: '--' in a comment"},
+        {form, "</protocol>", "</protocol>more", "29: not well-formed XML: text outside the root element"},
+        {none, "A side.", "A &amp; B &#x263A; \xE2\x98\xBA \\d.", ""},
+        {form, "<meaning ", "<word/><meaning ", "5: <meanings> takes no element <word>"},
+        {form, "<meanings>", "<meanings>what", "4: <meanings> takes no text"},
+        {form, "doc=\"A side.\"", "doc=\"A side.\" dok=\"\"",
          "7: <enumeration> has no attribute 'dok'\nd.xml:7: attribute 'dok' is empty"},
-        {" doc=\"A side.\"", "", "7: <enumeration> lacks the attribute 'doc'"},
-        {"doc=\"A side.\"", "doc=\"A\" doc=\"B\"", "7: attribute 'doc' is given twice"},
-        {"A side.", "A&#10;side.", "7: the doc must be one line and not end with a backslash"},
-        {"A side.", "A side.\\", "7: the doc must be one line and not end with a backslash"},
-        {"version=\"1\"", "version=\"one\"", "1: version 'one' is not a number"},
-        {"=\"00000000000000000000000000000003", "=\"3",
+        {form, " doc=\"A side.\"", "", "7: <enumeration> lacks the attribute 'doc'"},
+        {form, "doc=\"A side.\"", "doc=\"A\" doc=\"B\"", "7: attribute 'doc' is given twice"},
+        {form, "A side.", "A&#10;side.", "7: the doc must be one line and not end with a backslash"},
+        {form, "A side.", "A side.\\", "7: the doc must be one line and not end with a backslash"},
+        {form, "A side.",
+         "A \xE2\x80\xAE"
+         "side.",
+         "7: the doc holds a character that turns the direction of text"},
+        {form, "version=\"1\"", "version=\"one\"", "1: version 'one' is not a number"},
+        {form, "version=\"1\"", "version=\"+1\"", "1: version '+1' is not a number"},
+        {none, "version=\"1\"", "version=\"0x00FfFf\"", ""},
+        {form, "=\"00000000000000000000000000000003", "=\"3",
          "1: signatureStorage '3' is not 32 hexadecimal digits in lower case"},
+        {form, "</meanings>", "</meanings><meanings/>", "6: a <meanings> cannot stand after a <meanings>"},
+        {form, "</protocol>",
+         "<record name=\"Late\" doc=\"x\"><field name=\"side\" type=\"Side\"/></record></protocol>",
+         "29: a <record> cannot stand after a <message>"},
+        // the module
+        {form, "name=\"Test\"", "name=\"Te st\"",
+         "1: 'Te st' is not a name: words of letters and digits, with '_' between them"},
+        {form, "version", "namespace=\"A::\" version",
+         "1: 'A::' is not a namespace: words of letters and digits, with :: between them"},
+        {none, "version", "namespace=\"Acme::Chat2\" folder=\"made/Acme-1.0\" stem=\"acme\" version", ""},
+        {across, "version", "namespace=\"Pair\" version", "11: 'Pair' is the name of the namespace"},
+        {across, "version", "namespace=\"std\" version", "1: the namespace 'std' belongs to others"},
+        {across, "version", "namespace=\"acme::Velmora\" version", "1: the namespace 'Velmora' belongs to others"},
+        {across, "version", "namespace=\"time\" version", "1: 'time' is a name of the C library"},
+        {across, "version", "namespace=\"acme::namespace\" version", "1: 'namespace' is a word of C++"},
+        {form, "version", "folder=\"a/../b\" version",
+         "1: 'a/../b' is not a folder: letters, digits, '_', '-' and '.', with '/' between names"},
+        {form, "version", "folder=\"/a\" version",
+         "1: '/a' is not a folder: letters, digits, '_', '-' and '.', with '/' between names"},
+        {across, "version", "stem=\"asciiWriter\" version",
+         "1: the file name 'asciiWriter' is taken by the generated code"},
+        {form, "slots=\"350\"", "slots=\"0\"", "1: slots 0 is not in 1..65535"},
+        {across, "slots=\"350\"", "slots=\"1\"",
+         "26: messages 'BookMessage' and 'PingMessage' share slot 0 of the direct table (id modulo 1)"},
+        {across, "version", "macros=\"BID NULL\" version", "1: macros: nothing has the name 'NULL'"},
         // names
-        {"name=\"BID\"", "name=\"1BID\"", "9: '1BID' is not an identifier"},
-        {"name=\"BID\"", "name=\"_BID\"", "9: '_BID' is not an identifier"},
-        {"name=\"BID\"", "name=\"xor\"", "9: 'xor' is a word of C++"},
-        {"name=\"BID\"", "name=\"Type\"", "9: the name 'Type' is taken by the generated code"},
-        {"\"size\"", "\"INDEX\"", "13: the name 'INDEX' is taken by the generated code"},
-        {"\"size\"", "\"Book\"", "13: 'Book' is the name of a type"},
-        {"\"PingMessage\"", "\"FastCodec\"", "26: the name 'FastCodec' is taken by the generated code"},
-        {"\"PingMessage\"", "\"int32\"", "26: 'int32' is a built-in type"},
-        {"secret=\"true\"", "secret=\"yes\"", "24: secret 'yes' is neither true nor false"},
-        {"secret=\"true\"", "secret=\"\"", "24: attribute 'secret' is empty"},
+        {form, "name=\"BID\"", "name=\"1BID\"",
+         "9: '1BID' is not an enumerator's name: words of capital letters and digits, with '_' between them"},
+        {form, "name=\"BID\"", "name=\"Bid\"",
+         "9: 'Bid' is not an enumerator's name: words of capital letters and digits, with '_' between them"},
+        {form, "name=\"BID\"", named.c_str(), tooLong.c_str()},
+        {across, "name=\"BID\"", "name=\"QL_ASSERT\"", "9: the name 'QL_ASSERT' is taken by the generated code"},
+        {form, "\"size\"", "\"_size\"",
+         "13: '_size' is not a name: words of letters and digits, with '_' between them"},
+        {form, "\"size\"", "\"size__1\"",
+         "13: 'size__1' is not a name: words of letters and digits, with '_' between them"},
+        {form, "\"size\"", "\"size_\"",
+         "13: 'size_' is not a name: words of letters and digits, with '_' between them"},
+        {across, "\"size\"", "\"xor\"", "13: 'xor' is a word of C++"},
+        {across, "\"size\"", "\"INDEX\"", "13: the name 'INDEX' is taken by the generated code"},
+        {across, "\"size\"", "\"Book\"", "13: 'Book' is the name of a type"},
+        {form, "\"PingMessage\"", "\"pingMessage\"",
+         "26: 'pingMessage' is not a type's name: a capital letter, then letters and digits"},
+        {form, "\"PingMessage\"", "\"int32\"",
+         "26: 'int32' is not a type's name: a capital letter, then letters and digits"},
+        {across, "\"PingMessage\"", "\"FastCodec\"", "26: the name 'FastCodec' is taken by the generated code"},
+        {across, "\"PingMessage\"", "\"QLProtocolTraits\"",
+         "26: the name 'QLProtocolTraits' is taken by the generated code"},
+        {across, "\"PingMessage\"", "\"SIDE\"", "26: types 'Side' and 'SIDE' differ in nothing but case"},
+        // flags and marks
+        {form, "secret=\"true\"", "secret=\"yes\"", "24: secret 'yes' is neither true nor false"},
+        {form, "secret=\"true\"", "secret=\"\"", "24: attribute 'secret' is empty"},
+        {form, "secret=\"true\"", "deprecated=\"\\\"",
+         "24: the deprecated must be one line and not end with a backslash"},
+        {form, "secret=\"true\"", "identifies=\"an order\"",
+         "24: 'an order' is not a name: words of letters and digits, with '_' between them"},
+        {none, "secret=\"true\"", "identifies=\"order\" deprecated=\"a &quot;b&quot;\"", ""},
+        {across, "type=\"price\"", "type=\"price\" identifies=\"order\"",
+         "13: 'size' cannot be an identifier: those are integers and strings"},
+        {across, "type=\"price\"", "type=\"int64[]\" identifies=\"order\"",
+         "13: 'size' cannot be an identifier: those are integers and strings"},
+        {across, "type=\"price\"", "type=\"int32\" station=\"exchange\"",
+         "13: 'size' cannot be the time at a station: those are integers of 64 bits"},
+        {across, "doc=\"a side\"", "doc=\"a side\" station=\"exchange\"",
+         "12: 'side' cannot be the time at a station: those are integers of 64 bits\n"
+         "d.xml:27: 'side' cannot be the time at a station: those are integers of 64 bits"},
         // things given twice
-        {"\"PingMessage\"", "\"Side\"", "26: type 'Side' is declared twice"},
-        {"\"size\"", "\"side\"", "13: field 'side' is declared twice in 'Pair'"},
-        {"name=\"BID\"", "name=\"OFR\"", "9: enumerator 'OFR' is declared twice in 'Side'"},
-        {"value=\"1\"", "value=\"0x2\"", "9: enumerators 'OFR' and 'BID' have the same value"},
-        {"id=\"17\"", "id=\"16\"", "26: messages 'BookMessage' and 'PingMessage' have the same id"},
-        {"<meaning ", "<meaning name=\"side\" doc=\"b\"/>\n<meaning ", "6: meaning 'side' is given twice"},
+        {form, "\"PingMessage\"", "\"Side\"", "26: type 'Side' is declared twice"},
+        {form, "\"size\"", "\"side\"", "13: field 'side' is declared twice in 'Pair'"},
+        {form, "name=\"BID\"", "name=\"OFR\"", "9: enumerator 'OFR' is declared twice in 'Side'"},
+        {across, "value=\"1\"", "value=\"0x2\"", "9: enumerators 'OFR' and 'BID' travel as the same byte"},
+        {across, "id=\"17\"", "id=\"16\"", "26: messages 'BookMessage' and 'PingMessage' have the same id"},
+        {form, "<meaning ", "<meaning name=\"side\" doc=\"b\"/>\n<meaning ", "6: meaning 'side' is given twice"},
         // numbers
-        {"value=\"1\"", "value=\"-1\"", "9: value -1 is not in 0..65535"},
-        {"value=\"1\"", "value=\"65536\"", "9: value 65536 is not in 0..65535"},
-        {"value=\"1\"", "value=\"99999999999999999999\"", "9: value '99999999999999999999' is not a number"},
-        {"id=\"17\"", "id=\"17x\"", "26: id '17x' is not a number"},
-        {"id=\"17\"", "id=\"0x\"", "26: id '0x' is not a number"},
-        {"id=\"17\"", "id=\"0x10000\"", "26: id 0x10000 is not in 0..65535"},
-        {"id=\"17\"", "id=\"366\"",
+        {form, "value=\"1\"", "value=\"-1\"", "9: value -1 is not in 0..65535"},
+        {form, "value=\"1\"", "value=\"65536\"", "9: value 65536 is not in 0..65535"},
+        {form, "value=\"1\"", "value=\"99999999999999999999\"", "9: value '99999999999999999999' is not a number"},
+        {across, "value=\"1\"", "value=\"256\"",
+         "9: value 256 does not travel: an enumerator is one byte, unless it is marked as cut"},
+        {none, "value=\"1\"", "value=\"256\" cut=\"true\"", ""},
+        {across, "value=\"1\"", "value=\"258\" cut=\"true\"", "9: enumerators 'OFR' and 'BID' travel as the same byte"},
+        {across, "value=\"1\"", "value=\"1\" cut=\"true\"", "9: value 1 is not cut: it fits a byte"},
+        {form, "id=\"17\"", "id=\"17x\"", "26: id '17x' is not a number"},
+        {form, "id=\"17\"", "id=\"0x\"", "26: id '0x' is not a number"},
+        {form, "id=\"17\"", "id=\"0x10000\"", "26: id 0x10000 is not in 0..65535"},
+        {across, "id=\"17\"", "id=\"366\"",
          "26: messages 'BookMessage' and 'PingMessage' share slot 16 of the direct table (id modulo 350)"},
         // types
-        {"type=\"Side\"", "type=\"Sid\"", "12: unknown type 'Sid'"},
-        {"type=\"Side\"", "type=\"\"", "12: attribute 'type' is empty"},
-        {"type=\"Pair\"", "type=\"PingMessage\"", "18: message 'PingMessage' cannot be the type of a field"},
-        {"type=\"price\"", "type=\"Book[]\"", "11: records contain each other: Pair -> Book -> Pair"},
-        {"type=\"price\"", "type=\"Pair\"", "11: records contain each other: Pair -> Pair"},
-        {"int32[]", "price[]", "16: there are no vectors of 'price', only of int32, string and records"},
-        {"int32[]", "Side[]", "16: there are no vectors of 'Side', only of int32, string and records"},
-        {"int32[]", "int32[][]", "16: unknown type 'int32[]'"},
+        {across, "type=\"Side\"", "type=\"Sid\"", "12: unknown type 'Sid'"},
+        {form, "type=\"Side\"", "type=\"\"", "12: attribute 'type' is empty"},
+        {form, "type=\"Side\"", "type=\"int24\"", "12: unknown type 'int24'"},
+        {across, "type=\"Pair\"", "type=\"PingMessage\"", "18: message 'PingMessage' cannot be the type of a field"},
+        {across, "type=\"price\"", "type=\"Book[]\"", "11: records contain each other: Pair -> Book -> Pair"},
+        {across, "type=\"price\"", "type=\"Pair\"", "11: records contain each other: Pair -> Pair"},
+        {form, "int32[]", "padding[]", "16: there are no vectors of 'padding'"},
+        {form, "int32[]", "int32[][]", "16: unknown type 'int32[]'"},
         // what is missing or left over
-        {" doc=\"a size\"", "", "13: 'size' has neither a meaning nor a doc"},
-        {"type=\"Side\"", "type=\"Side\" doc=\"x\"", "5: no field uses the meaning 'side'"},
-        {"    <enumerator name=\"OFR\" value=\"2\"/>\n    <enumerator name=\"BID\" value=\"1\"/>\n", "",
+        {across, " doc=\"a size\"", "", "13: 'size' has neither a meaning nor a doc"},
+        {across, "type=\"Side\"", "type=\"Side\" doc=\"x\"", "5: no field uses the meaning 'side'"},
+        {form, "    <enumerator name=\"OFR\" value=\"2\"/>\n    <enumerator name=\"BID\" value=\"1\"/>\n", "",
          "7: an enumeration needs an enumerator"},
-        {"    <field name=\"side\" type=\"Side\" doc=\"another side\"/>\n", "", "26: a message needs a field"},
+        {form, "    <field name=\"side\" type=\"Side\" doc=\"another side\"/>\n", "", "26: a message needs a field"},
     };
     ASSERT_EQ(errorsOf(sound), "");
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.to);
-        EXPECT_EQ(errorsOf(replaced(sound, c.from, c.to)), std::string("d.xml:") + c.error);
+    std::vector<std::string> definitions = {sound};
+    for (const Case& c : cases) definitions.push_back(replaced(sound, c.from, c.to));
+    const std::vector<bool> taken = takenBySchema(definitions);
+    EXPECT_TRUE(taken[0]);
+    for (size_t i = 0; i < std::size(cases); ++i) {
+        SCOPED_TRACE(cases[i].to);
+        EXPECT_EQ(errorsOf(definitions[i + 1]), cases[i].fault == none ? "" : std::string("d.xml:") + cases[i].error);
+        EXPECT_EQ(taken[i + 1], cases[i].fault != form);
+    }
+}
+
+// Every logical type, alone and as a vector: both agree on which there are.
+TEST(Definition, SchemaKnowsTheLogicalTypes) {
+    std::vector<std::string> definitions;
+    for (const LogicalType& type : logicalTypes())
+        for (const char* suffix : {"", "[]"})
+            definitions.push_back(
+                replaced(sound, "type=\"price\"", "type=\"" + std::string(type.name) + suffix + "\""));
+    const std::vector<bool> taken = takenBySchema(definitions);
+    for (size_t i = 0; i < definitions.size(); ++i) {
+        SCOPED_TRACE(logicalTypes()[i / 2].name);
+        EXPECT_EQ(taken[i], errorsOf(definitions[i]) == "");
+        EXPECT_TRUE(taken[i] || (i % 2 != 0 && logicalTypes()[i / 2].name == "padding"));
     }
 }
 
