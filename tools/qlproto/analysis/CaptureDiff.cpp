@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <string_view>
-#include <unordered_map>
 
 #include "tools/qlproto/Packet.h"
+#include "tools/qlproto/SeededHash.h"
 
 namespace qlproto {
 
@@ -51,7 +51,7 @@ void CaptureDiff::run() {
 }
 
 CaptureDiff::Stretch CaptureDiff::untilTheyMeet() const {
-    std::unordered_map<std::string_view, std::vector<std::size_t>> places;
+    SeededMap<std::string_view, std::vector<std::size_t>> places;
     for (std::size_t j = 0; j < _b.packets.size(); ++j) places[_b.packets[j].key].push_back(j);
     Stretch nearest{_a.packets.size(), _b.packets.size(), false};
     std::size_t distance = _a.packets.size() + _b.packets.size();

@@ -1,16 +1,16 @@
 // What became of the orders: one outcome for each, from all messages that told of it, in whatever order they came.
 //
-// Memory grows with the number of orders, by some 50 bytes each.
+// Memory grows with the number of orders, by some 50 bytes and the client's identifier each.
 #pragma once
 
 #include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "tools/qlproto/MessageReader.h"
+#include "tools/qlproto/SeededHash.h"
 
 namespace qlproto {
 
@@ -33,8 +33,8 @@ class OrderOutcomes {
     class Collector;
 
     // What messages told of an order, as bits; see OrderOutcomes.cpp.
-    std::unordered_map<int64_t, uint8_t> _orderFlow;
-    std::unordered_map<std::string, uint8_t> _newOrders;
+    SeededMap<int64_t, uint8_t> _orderFlow;
+    SeededMap<std::string, uint8_t> _newOrders;
 };
 
 } // namespace qlproto
