@@ -4,8 +4,8 @@
 #include <ostream>
 #include <streambuf>
 
-#include "Backend/Common/Processor.h"
 #include "bench/Measure.h"
+#include "tests/OlderProcessor.h"
 #ifdef QL_BENCH_INSPECT
 #include "Inspect/Verify.h"
 #endif
@@ -55,14 +55,14 @@ void addShape(const Shape<M>& shape) {
 
     // The path for processors without BMI2, whatever this one has: the library's own, by the flag that chooses.
     measure(shape.name, "encode", "QLProtocol without BMI2", [=](size_t i) {
-        const Quillon::OlderProcessor older;
+        const OlderProcessor older;
         Velmora::FastCodec codec(begin, end);
         (*ours)[i].write(codec);
         benchmark::DoNotOptimize(codec.size());
         (void)out;
     });
     measure(shape.name, "decode", "QLProtocol without BMI2", [=](size_t i) {
-        const Quillon::OlderProcessor older;
+        const OlderProcessor older;
         benchmark::DoNotOptimize(&ours->decode(i, *scratch));
     });
 

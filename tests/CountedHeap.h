@@ -16,6 +16,17 @@ struct Refusal {
     ~Refusal() { untilRefusal = -1; }
 };
 
+/// While one lives, it writes down what is taken and freed, in this order.
+struct Record {
+    Record() { current = this; }
+    ~Record() { current = nullptr; }
+
+    void* taken[1024];
+    void* freed[1024];
+    size_t takenCount = 0, freedCount = 0;
+    inline static Record* current = nullptr;
+};
+
 } // namespace heap
 
 void* operator new(size_t size) {
@@ -24,10 +35,12 @@ void* operator new(size_t size) {
     if (p == nullptr) throw std::bad_alloc();
     ++heap::alive;
     ++heap::taken;
+    if (heap::Record* const record = heap::Record::current) record->taken[record->takenCount++ % 1024] = p;
     return p;
 }
 void operator delete(void* p) noexcept {
     if (p != nullptr) --heap::alive;
+    if (heap::Record* const record = heap::Record::current) record->freed[record->freedCount++ % 1024] = p;
     std::free(p);
 }
 void operator delete(void* p, size_t) noexcept { operator delete(p); }

@@ -6,6 +6,7 @@
 
 #include "tests/Guarded.h"
 #include "tests/Hex.h"
+#include "tests/OlderProcessor.h"
 #include "tests/Samples.h"
 
 namespace {
@@ -20,9 +21,20 @@ extern struct { unsigned vendor, type, subtype, features; } __cpu_model;
 
 class Kernel : public Module {};
 
+TEST(KernelChoice, IsTheSafeOneUntilTheModuleIsInitialised) {
+    EXPECT_FALSE(Quillon::fastDeposit);
+    Quillon::RuThereMessage message, back;
+    message.dpdSeqNo = -300;
+    message.timeApiClient = 1'700'000'000'000'000'000;
+    decode(back, encoded(message));
+    EXPECT_TRUE(back == message);
+    Quillon::initialize();
+    EXPECT_EQ(Quillon::fastDeposit, Quillon::findFastDeposit());
+    Quillon::finalize();
+}
+
 TEST_F(Kernel, IsChosenByTheProcessor) {
     const unsigned features = __cpu_model.features;
-    EXPECT_EQ(Quillon::fastDeposit, Quillon::findFastDeposit());
     __cpu_model.features &= ~(1u << 17); // BMI2
     EXPECT_FALSE(Quillon::findFastDeposit());
     __cpu_model.features = features;
@@ -73,7 +85,7 @@ void expectWithinPages(const T& value, const std::string& body, Guarded& pages, 
 template <class T, class Check>
 void expectOfBothKernels(const T& value, const std::string& body, Guarded& pages, const Check& check) {
     expectWithinPages(value, body, pages, check);
-    const Quillon::OlderProcessor older;
+    const OlderProcessor older;
     expectWithinPages(value, body, pages, check);
 }
 

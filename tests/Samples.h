@@ -10,6 +10,7 @@
 #include <random>
 #include <string>
 
+#include "Backend/Velmora/TypeLists.h"
 #include "generated/QLProtocol/QLProtocol.fields.h"
 #include "tests/Block.h"
 #include "tests/Module.h"
@@ -111,6 +112,9 @@ class Sample {
     unsigned _seed;
     std::mt19937_64 _random;
 };
+
+/// How many messages the definition has.
+inline constexpr int MESSAGES = Velmora::countTypes([](auto visit) { return Quillon::messages(visit); });
 
 /// Calls `visit(of<T>, name)` for each of the records and messages, tracing the name.
 template <class Visit>

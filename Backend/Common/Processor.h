@@ -97,17 +97,9 @@ inline bool findFastDeposit() {
     return __builtin_cpu_supports("bmi2") && !__builtin_cpu_is("amdfam17h") && !__builtin_cpu_is("amdfam15h");
 }
 
-/// The same, found out once as the program or library is loaded; until then the other kernel serves. Hidden: each
-/// shared object has one of its own and reaches it without a detour.
-[[gnu::visibility("hidden")]] inline bool fastDeposit = findFastDeposit();
-
-/// While one lives, a library that is linked statically takes the kernel for processors without BMI2. For tests and
-/// benchmarks of one thread.
-struct [[gnu::visibility("hidden")]] OlderProcessor {
-    OlderProcessor() { fastDeposit = false; }
-    ~OlderProcessor() { fastDeposit = was; }
-
-    const bool was = fastDeposit;
-};
+/// The same, as the protocol's initialize() found it; until then the kernel that runs everywhere serves. Hidden: each
+/// shared object has one of its own and reaches it without a detour. initialize() sets that of the library, which runs
+/// the operations of all generated types; a host that runs operations over types of its own sets its own.
+[[gnu::visibility("hidden")]] constinit inline bool fastDeposit = false;
 
 } // namespace Quillon

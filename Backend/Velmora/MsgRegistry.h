@@ -16,7 +16,7 @@ template <size_t Modulo>
 class MsgRegistry {
   public:
     /// An empty registry whose map is sized for that many entries.
-    explicit MsgRegistry(size_t entries) : _descriptorsMap(entries) {}
+    explicit MsgRegistry(size_t entries) : _descriptorsMap(bucketsFor(entries)) {}
 
     /// Forgets what the direct table holds, without releasing it.
     void clearTable() {
@@ -39,12 +39,14 @@ class MsgRegistry {
         return found != _descriptorsMap.end() ? found->second : nullptr;
     }
 
-    /// Deletes every descriptor and leaves the registry empty; the map keeps its buckets.
+    /// Deletes every descriptor and leaves the registry empty; the map keeps its buckets. In the order that hosts see
+    /// in their own hooks: the map's, bucket by bucket, then those of the table, slot by slot.
     void release() {
-        for (auto& [id, descriptor] : _descriptorsMap) {
-            delete descriptor;
-            descriptor = nullptr;
-        }
+        for (size_t bucket = 0; bucket < _descriptorsMap.bucket_count(); ++bucket)
+            for (auto entry = _descriptorsMap.begin(bucket); entry != _descriptorsMap.end(bucket); ++entry) {
+                delete entry->second;
+                entry->second = nullptr;
+            }
         _descriptorsMap.clear();
         for (MsgDescriptor*& slot : _descriptors) {
             delete slot;
@@ -53,6 +55,16 @@ class MsgRegistry {
     }
 
   private:
+    /// The first of these primes that is not below `entries`: 193 for 100, of which two identifiers share a bucket at
+    /// most. The standard libraries of GCC and clang make exactly as many buckets as asked for when that is a prime,
+    /// and keep them while there are no more entries. Another may make more, which changes nothing but the order in
+    /// which release() goes through the map.
+    static constexpr size_t bucketsFor(size_t entries) {
+        for (const size_t prime : {53u, 97u, 193u, 389u, 769u, 1543u})
+            if (prime >= entries) return prime;
+        return entries;
+    }
+
     struct IdentityHash {
         size_t operator()(MsgType_t id) const { return id; }
     };

@@ -1983,6 +1983,7 @@ class Protocol : public MsgProtocol {
 
 // Deliberate: not guarded against a second call, which builds everything anew and leaks what was there.
 void initialize() {
+    Quillon::fastDeposit = Quillon::findFastDeposit();
     enumerations([]<class T>(Velmora::of<T>, const char*) {
         T::initialize();
         return true;

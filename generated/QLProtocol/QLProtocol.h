@@ -4717,8 +4717,11 @@ inline const int VERSION = 1;
 /// The protocol, from initialize() to finalize(); null otherwise.
 extern MsgProtocol* __protocol;
 
-/// Fills the tables of the enumerations and registers every message. To be called exactly once, while nothing else uses
-/// the module; a second call leaks what the first one built.
+/// Chooses the faster way of coding for this processor, fills the tables of the enumerations and registers every
+/// message. To be called exactly once, while nothing else uses the module; a second call leaks what the first one built.
+///
+/// To be called from main() on, not by the constructor of a global object: such constructors run in any order, and the
+/// registry, whose map the module constructs in the same way, may not be there yet.
 void initialize();
 
 /// Releases the protocol and its descriptors, while nothing else uses the module. May be called at any time.
