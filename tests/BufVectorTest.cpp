@@ -31,9 +31,13 @@ struct Fragile {
         value = other.value;
         return *this;
     }
-    ~Fragile() { --alive; }
+    ~Fragile() {
+        --alive;
+        ended.push_back(value);
+    }
 
     int value = 0;
+    inline static std::vector<int> ended; // the values, in the order of destruction
     inline static int alive = 0;
     inline static int assignmentsLeft = -1; // negative: never fails
 };
@@ -66,6 +70,10 @@ TEST(BufVector, GrowsByDoublingAndCountsTheOldCapacity) {
     v.resize(40); // more than double: exactly what is asked for
     EXPECT_EQ(v.capacity(), 40u);
     EXPECT_EQ(v[39], 0);
+    int& last = v.add_back();
+    EXPECT_EQ(&last, &v.back());
+    EXPECT_EQ(v.size(), 41u);
+    EXPECT_EQ(last, 0);
 }
 
 TEST(BufVector, IsBoundedByTheWholeBlock) {
@@ -77,6 +85,18 @@ TEST(BufVector, IsBoundedByTheWholeBlock) {
     EXPECT_EQ(thrownText<std::length_error>([&] { v.insert(v.end(), SIZE_MAX, 1); }), "vector::_M_fill_insert");
     EXPECT_EQ(thrownText<std::length_error>([&] { v.reserve(251); }), "vector::reserve");
     EXPECT_EQ(thrownText<std::length_error>([&] { v.assign(251, 1); }), "vector::_M_fill_assign");
+    const bufstl::alloc_proxy<int> proxy(block.alloc);
+    for (const size_t tooMany : {size_t{251}, SIZE_MAX / 4 + 2, SIZE_MAX}) {
+        EXPECT_EQ(thrownText<std::length_error>([&] { bufstl::vector<int>(tooMany, 1, proxy); }),
+                  "vector::_M_fill_initialize");
+    }
+    for (const size_t wrapping : {SIZE_MAX / 4 + 1, SIZE_MAX / 4 + 2, SIZE_MAX}) {
+        EXPECT_EQ(thrownText<std::length_error>([&] { proxy.allocate(wrapping); }), "alloc_proxy::allocate");
+        int* p = nullptr;
+        EXPECT_FALSE(proxy.tryAllocate(wrapping, p));
+    }
+    EXPECT_EQ(block.alloc.used_size(), 500u) << "none of them reached the block";
+    EXPECT_EQ(bufstl::vector<int>(3, 7, proxy)[2], 7);
     v.resize(30);
     v.resize(31);
     EXPECT_EQ(v.capacity(), 60u);
@@ -196,6 +216,18 @@ TEST(BufVectox, ResizeGrowsByFreshElementsWithoutTakingStorageForThem) {
     EXPECT_EQ(&last, &v[1]);
     EXPECT_TRUE(last.empty_());
     EXPECT_EQ(v.capacity(), 3u);
+}
+
+TEST(BufVectox, ElementsEndFromTheFirstToTheLast) {
+    Block block(1000);
+    {
+        bufvectox<Fragile> v(block.alloc);
+        v.reserve(6);
+        for (int i = 1; i <= 4; ++i) v.add_back().value = i;
+        Fragile::ended.clear();
+    }
+    EXPECT_EQ(Fragile::ended, (std::vector<int>{1, 2, 3, 4}));
+    EXPECT_EQ(block.alloc.deallocated_size(), static_cast<int>(6 * sizeof(Fragile)));
 }
 
 TEST(BufVectox, ElementsThatThrowLeaveTheOldStorageInUse) {

@@ -56,12 +56,26 @@ TEST(BufferAllocator, OnlyCountsWhatIsFreed) {
     EXPECT_EQ(alloc.deallocated_size(), 20);
     EXPECT_EQ(alloc.used_size(), 16u);
     EXPECT_THROW(alloc.allocate(1), std::out_of_range);
+    alloc.deallocate(p, INT32_MAX - 20);
+    alloc.deallocate(p, 1);
+    EXPECT_EQ(alloc.deallocated_size(), INT32_MIN) << "a plain 32-bit addition";
+    alloc.deallocate(p, (size_t{3} << 32) + (size_t{1} << 31) + 7);
+    EXPECT_EQ(alloc.deallocated_size(), 7);
 }
 
 TEST(BufferAllocator, WithoutABlockGrantsNothing) {
     Velmora::BufferAllocator alloc;
     EXPECT_EQ(alloc.allocate(0), nullptr);
     EXPECT_THROW(alloc.allocate(1), std::out_of_range);
+}
+
+TEST(BufferAllocator, LabelsMayBeMissing) {
+    Velmora::BufferAllocator alloc(nullptr, 0, nullptr, nullptr);
+    EXPECT_EQ(thrownText<std::out_of_range>([&] { alloc.allocate(1); }),
+              "BufferAllocator: exhausted memory block. (MsgName=, Site=)");
+    std::ostringstream os;
+    alloc.dump(os);
+    EXPECT_TRUE(os.good()) << os.str();
 }
 
 TEST(BufferAllocator, DumpNamesBlockAndFigures) {

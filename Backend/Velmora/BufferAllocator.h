@@ -20,7 +20,7 @@ class BufferAllocator {
     BufferAllocator() = default;
 
     /// `buffer`: the block, `size` bytes long, owned by the caller. `site`: label of the place that sets the block up;
-    /// `name`: name of the message type it holds. Both labels must outlive the allocator.
+    /// `name`: name of the message type it holds. Both labels must outlive the allocator; null stands for an empty one.
     BufferAllocator(char* buffer, int size, const char* site, const char* name)
         : _begin(buffer), _end(buffer), _end_of_buffer(buffer + size), _site(site), _name(name) {}
 

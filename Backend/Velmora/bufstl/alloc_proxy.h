@@ -3,6 +3,7 @@
 
 #include <cstring>
 #include <new>
+#include <stdexcept>
 #include <type_traits>
 
 #include "Backend/Velmora/BufferAllocator.h"
@@ -37,16 +38,20 @@ class alloc_proxy {
     /// Elements that the whole block could hold, whatever of it is used already.
     size_type max_size() const { return _alloc.max_size() / sizeof(T); }
 
-    /// Storage for `num` elements, unaligned. Throws std::out_of_range when the block is exhausted.
+    /// Storage for `num` elements, unaligned. Throws std::out_of_range when the block is exhausted, and
+    /// std::length_error when there is no such number of bytes; the block is then as before.
     T* allocate(size_type num, const void* hint = nullptr) const {
-        return reinterpret_cast<T*>(_alloc.allocate(num * sizeof(T), hint));
+        size_type bytes;
+        if (__builtin_mul_overflow(num, sizeof(T), &bytes)) throwLength();
+        return reinterpret_cast<T*>(_alloc.allocate(bytes, hint));
     }
 
     /// As allocate(), into `p`; false where the block has not that much left, which then is as before.
     QL_FORCE_INLINE bool tryAllocate(size_type num, T*& p) const {
-        char* bytes;
-        if (!_alloc.tryAllocate(num * sizeof(T), bytes)) return false;
-        p = reinterpret_cast<T*>(bytes);
+        size_type bytes;
+        char* start;
+        if (__builtin_mul_overflow(num, sizeof(T), &bytes) || !_alloc.tryAllocate(bytes, start)) return false;
+        p = reinterpret_cast<T*>(start);
         return true;
     }
 
@@ -82,6 +87,8 @@ class alloc_proxy {
     }
 
   private:
+    QL_COLD_PATH [[noreturn]] static void throwLength() { throw std::length_error("alloc_proxy::allocate"); }
+
     buffer_alloc& _alloc;
 };
 

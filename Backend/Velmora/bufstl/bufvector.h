@@ -103,6 +103,7 @@ class vector : public _Vector_base<T, Alloc> {
     using const_reverse_iterator = std::reverse_iterator<const_iterator>;
 
     explicit vector(const Alloc& alloc) : Base(alloc) {}
+    /// `n` copies of `value`. Throws std::length_error beyond max_size(), std::out_of_range when the block is exhausted.
     vector(size_type n, const T& value, const Alloc& alloc) : Base(alloc) { _M_fill_initialize(n, value); }
     /// A copy in the same block: the proxy is shared.
     vector(const vector& other) : Base(other._M_alloc) {
@@ -229,6 +230,7 @@ class vector : public _Vector_base<T, Alloc> {
 
   protected:
     void _M_fill_initialize(size_type n, const T& value) {
+        if (n > max_size()) throwLength("vector::_M_fill_initialize");
         replaceStorage(n, [&](T*& built) { fillConstruct(built, n, value); });
     }
     void _M_fill_assign(size_type n, const T& value);
