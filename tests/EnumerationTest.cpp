@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <iomanip>
 #include <sstream>
 
 #include "generated/QLProtocol/QLProtocol.fields.h"
@@ -15,7 +16,6 @@ using Velmora::of;
 class Enumeration : public Module {};
 
 TEST_F(Enumeration, TablesSayWhatTheEnumeratorsSay) {
-    int count = 0;
     enumerations([&]<class H>(of<H>, const char* name) {
         SCOPED_TRACE(name);
         EXPECT_STREQ(H::Name, name);
@@ -46,9 +46,8 @@ TEST_F(Enumeration, TablesSayWhatTheEnumeratorsSay) {
         H::finalize();
         H::initialize();
         EXPECT_TRUE(H::_initialized);
-        return ++count > 0;
+        return true;
     });
-    EXPECT_EQ(count, 34);
 }
 
 TEST_F(Enumeration, SizesAndOddOrdersAreKept) {
@@ -78,9 +77,14 @@ TEST_F(Enumeration, ByteWithoutANameHasNone) {
     }
     EXPECT_EQ(Side::toIndex(static_cast<Side::Type>(-1)), 0);
     EXPECT_EQ(Side::toIndex(static_cast<Side::Type>(100000)), 0);
+}
+
+TEST_F(Enumeration, NamesAreNeverPadded) {
     std::ostringstream os;
-    os << Side::OFR << ' ' << LogLevel::LOGDEBUG;
-    EXPECT_EQ(os.str(), "OFR LOGDEBUG");
+    os << Side::OFR << ' ' << std::setfill('*') << std::setw(20) << std::left << LogLevel::LOGDEBUG;
+    EXPECT_EQ(os.width(), 0) << "nor does the width wait for what comes next";
+    os << std::setw(3) << std::right << Side::BOTH << 1;
+    EXPECT_EQ(os.str(), "OFR LOGDEBUGBOTH1");
 }
 
 TEST_F(Enumeration, FailedConversionsThrowTheExactTexts) {

@@ -144,8 +144,9 @@ typename H::Type enumeratorFromString(const char* text) {
     throw std::invalid_argument(std::string("Invalid string '") + text + "' for converting to enum " + H::Name + ".");
 }
 
-/// Writes the enumerator's name. A value without a name writes nothing and turns a standard stream bad, as inserting a
-/// null text does; a FastOStream is left as it is. Only the low byte of the value is looked at.
+/// Writes the enumerator's name, never padded: a field width is used up without effect. A value without a name writes
+/// nothing and turns a standard stream bad, as inserting a null text does; a FastOStream is left as it is. Only the low
+/// byte of the value is looked at.
 template <class H, class Stream>
 Stream& printEnumerator(Stream& os, typename H::Type value) {
     const char* name = H::toString(static_cast<unsigned char>(value));
@@ -154,6 +155,7 @@ Stream& printEnumerator(Stream& os, typename H::Type value) {
             os.setstate(std::ios_base::badbit);
             return os;
         }
+        os.width(0);
     }
     os << name; // a FastOStream writes nothing for a null text
     return os;
