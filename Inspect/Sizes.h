@@ -28,7 +28,16 @@ inline constexpr size_t MAX_COUNT = 32767; ///< elements of the longest vector t
 
 namespace sizes {
 
-using namespace Velmora;
+using Velmora::Composite;
+using Velmora::crypt_t;
+using Velmora::Enumerator;
+using Velmora::of;
+using Velmora::padding_t;
+using Velmora::plain;
+using Velmora::plain_t;
+using Velmora::price_t;
+using Velmora::String;
+using Velmora::Vector;
 
 /// Bytes of the plain varint of `value`: one for each seven bits begun.
 QL_FORCE_INLINE constexpr size_t varint(uint64_t value) {

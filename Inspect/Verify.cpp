@@ -51,7 +51,7 @@ const char* Judge::price(const char* p) {
     if (next == nullptr) return nullptr;
     // Shorter forms: without a rest that is 0, and one byte for a sentinel.
     const auto value = static_cast<int64_t>(rest << 5 | (first >> 2 & 0x1F));
-    if ((rest == 0 || value == NMA || value == NDA || value == NA) && !_policy.nonMinimal)
+    if ((rest == 0 || value == Velmora::NMA || value == Velmora::NDA || value == Velmora::NA) && !_policy.nonMinimal)
         return refuse(Fault::nonMinimal, p);
     return next;
 }

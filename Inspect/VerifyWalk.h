@@ -18,7 +18,16 @@
 
 namespace Inspect::walk {
 
-using namespace Velmora;
+using Velmora::Composite;
+using Velmora::EnumerationOf;
+using Velmora::Enumerator;
+using Velmora::MemberType;
+using Velmora::of;
+using Velmora::plain;
+using Velmora::plain_t;
+using Velmora::price_t;
+using Velmora::String;
+using Velmora::Vector;
 
 inline unsigned char byte_at(const char* p) { return static_cast<unsigned char>(*p); }
 

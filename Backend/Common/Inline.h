@@ -6,6 +6,10 @@
 // Sanitizer builds are optimised a little and define QL_NO_FORCED_INLINING: it halves what they take to compile.
 #pragma once
 
+#if !defined(__x86_64__) || defined(__ILP32__)
+#error "QLProtocol runs on x86-64 only: its codec relies on that processor's instructions and byte order"
+#endif
+
 #if defined(__OPTIMIZE__) && !defined(QL_NO_FORCED_INLINING)
 #define QL_FORCE_INLINE [[gnu::always_inline]] inline
 #define QL_FORCE_INLINE_LAMBDA __attribute__((always_inline))
