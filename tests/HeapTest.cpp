@@ -12,7 +12,7 @@ using Velmora::of;
 
 class Heap : public Module {};
 
-TEST_F(Heap, IsNotTouchedByAnyOperation) {
+TEST_F(Heap, IsNotTouchedByAnyOperationButForOneName) {
     static char body[1 << 18], text[1 << 20];
     for (const Filling filling : fillings) {
         forEveryType([&]<class T>(of<T>, const char*) {
@@ -25,15 +25,16 @@ TEST_F(Heap, IsNotTouchedByAnyOperation) {
             const long before = heap::taken;
             *copy = *value;
             const bool same = *copy == *value && !(*copy < *value);
-            if (filling == Filling::typical) { // bytes without a name go to the hook by their field's, as a string
-                value->write(codec);
-                codec.reset();
-                read->read(codec);
-            }
+            // PadMessage reads another form than it writes.
+            value->write(codec);
+            codec.reset();
+            if constexpr (!std::is_same_v<T, Quillon::PadMessage>) read->read(codec);
             value->checkbounds(value.block.begin(), value.block.end());
             os << *value;
             standard << *value;
-            EXPECT_EQ(heap::taken, before);
+            // A byte without a name goes to the hook with its field's, as a string: one name is too long to stay in it.
+            const bool isTooLong = std::is_same_v<T, Quillon::ConnectResponseMessage> && filling == Filling::extreme;
+            EXPECT_EQ(heap::taken - before, isTooLong ? 2 : 0);
             EXPECT_TRUE(same);
         });
     }

@@ -11,7 +11,10 @@ extern "C" void __assert_fail(const char* expression, const char* file, unsigned
                               const char* function) noexcept __attribute__((noreturn));
 
 /// Ends the process with the standard assertion report unless `expression` holds. The function named in the report is
-/// the one in which the macro stands.
+/// the one in which the macro stands, in the words of the compiler that built it. GCC's are the agreed ones:
+///
+///     GCC      void bufstl::bufvector<T>::checkbounds(const void*, const void*) const [with T = char]
+///     clang    void bufstl::bufvector<char>::checkbounds(const void *, const void *) const [T = char]
 #define QL_ASSERT(expression)                                                                                          \
     (__builtin_expect(static_cast<bool>(expression), 1)                                                                \
          ? static_cast<void>(0)                                                                                        \

@@ -8,9 +8,11 @@
 //   string         length as a varint of 16 bits (or two bytes, low first, in the fixed form), then the bytes, no terminator
 //   fixed forms    little-endian, as held in memory
 //
-// By contract nothing here compares the cursor with the end of the range: a writer sizes the range from the message's
-// own limits beforehand, and a reader of bytes from strangers must have them verified. A write touches no byte outside
-// its encoding; a read touches nothing at or beyond the end unless the encoding itself runs there.
+// By contract no operation stops at the end of the range or tells that it went past it: a writer sizes the range from
+// the message's own limits beforehand, and a reader of bytes from strangers must have them verified. Writers never look
+// at the end, and touch no byte outside their encoding. Readers of varints look at it for one purpose, to tell whether
+// the eight bytes at the cursor may be loaded as one word; the value read is the same either way. So a read touches
+// nothing at or beyond the end unless the encoding itself runs there.
 #pragma once
 
 #include <cstdint>
