@@ -58,6 +58,35 @@ TEST_F(BoundsDeathTest, EveryStringAndVectorIsExamined) {
     });
 }
 
+TEST_F(BoundsDeathTest, MembersAndElementsAreExaminedInOrder) {
+    // All that is broken would be reported; the report tells what came first.
+    Block elsewhere(1 << 12);
+    InBlock<Quillon::TradeLimitData> data;
+    const auto expectFirst = [&](const char* type) {
+        EXPECT_DEATH(data->checkbounds(data.block.begin(), data.block.end()), std::string("T = ") + type + "\\]");
+    };
+    const auto breakVector = [&](auto& vector) {
+        using Vector = std::remove_reference_t<decltype(vector)>;
+        (new (&vector) Vector(elsewhere.alloc))->add_back();
+    };
+    breakVector(data->marketRates);
+    expectFirst("Quillon::MarketRate");
+    data->userHierarchy.add_back();
+    breakVector(data->userHierarchy.add_back().groupNames);
+    expectFirst("bufstl::basic_bufstring<char>");
+    new (&data->userHierarchy[0].userName) bufstl::bufstring(elsewhere.alloc);
+    data->userHierarchy[0].userName = "in front of the second's vector";
+    expectFirst("char");
+    breakVector(data->groupStates);
+    expectFirst("Quillon::TradeState");
+    breakVector(data->groupLimits);
+    expectFirst("Quillon::TradeLimit");
+    new (&data->clDataID) bufstl::bufstring(elsewhere.alloc);
+    data->clDataID = "id";
+    expectFirst("char");
+    EXPECT_DEATH(data->checkbounds(&*data + 1, data.block.end()), "begin <= this") << "before any member";
+}
+
 TEST_F(Bounds, NestedPlainRecordsAreNeverExamined) {
     InBlock<Quillon::EventReport> report;
     report->checkbounds(&*report, reinterpret_cast<char*>(&report->fmID)); // the record would reach beyond the end

@@ -3,6 +3,7 @@
 
 #include "tests/Hex.h"
 #include "tests/Samples.h"
+#include "tests/Slots.h"
 
 namespace {
 
@@ -82,29 +83,13 @@ TEST_F(Descriptor, StatisticsAreForUsersToKeep) {
     EXPECT_EQ(Quillon::__protocol->getDescriptor(1)->getStats().nread, 0u);
 }
 
-/// The slots of a descriptor's virtual table, by what calling them does: code built apart relies on the order.
-TEST_F(Descriptor, VirtualTableKeepsItsOrder) {
-    const MsgDescriptor* descriptor = Quillon::__protocol->getDescriptor(521);
-    const auto slot = [](const void* object, size_t n) { return (*static_cast<void** const*>(object))[n]; };
-    const auto call = [&]<class R>(size_t n, R*) {
-        return reinterpret_cast<R (*)(const void*)>(slot(descriptor, n))(descriptor);
-    };
-    EXPECT_STREQ(call(2, static_cast<const char**>(nullptr)), "MassQuoteAckMessage");
-    EXPECT_EQ(call(3, static_cast<Velmora::MsgType_t*>(nullptr)), 521);
-    EXPECT_EQ(call(4, static_cast<short*>(nullptr)), 63);
-    EXPECT_EQ(call(5, static_cast<size_t*>(nullptr)), sizeof(Quillon::MassQuoteAckMessage));
-    EXPECT_EQ(call(13, static_cast<Velmora::MsgStats**>(nullptr)), &const_cast<MsgDescriptor*>(descriptor)->getStats());
-
-    const auto text = [&](size_t n) {
-        return reinterpret_cast<const char* (*)(const void*)>(slot(Quillon::__protocol, n))(Quillon::__protocol);
-    };
-    EXPECT_STREQ(text(2), "Quillon");
-    EXPECT_STREQ(text(6), "3cb14c3a66f8bcf889f1a7afd1cd3ecf");
-    EXPECT_STREQ(text(7), "c622d22c9a1d9f1698e94a287f643c13");
-    EXPECT_STREQ(text(8), "ec9f41aa078427a07d47a4a748a8d476");
-    const auto lookup = slot(Quillon::__protocol, 3);
-    EXPECT_EQ(reinterpret_cast<MsgDescriptor* (*)(const void*, Velmora::MsgType_t)>(lookup)(Quillon::__protocol, 521),
-              descriptor);
+TEST(Slots, OrderIsBinding) {
+    using D = MsgDescriptor;
+    expectSlotsFromTwo(&D::name, &D::id, &D::index, &D::size, &D::construct, &D::destroy, &D::nodestroy, &D::write,
+                       &D::read, &D::copy, &D::checkbounds, &D::getStats);
+    using P = Velmora::MsgProtocol;
+    expectSlotsFromTwo(&P::getName, &P::getDescriptor, &P::getCompressedDefinition, &P::getDefinition, &P::getSignature,
+                       &P::getSignatureAPI, &P::getSignatureStorage, &P::getMessageIndex, &P::getMessageName);
 }
 
 } // namespace

@@ -51,7 +51,7 @@ TEST_F(Handler, VirtualTableIsInDeclarationOrder) {
     void** slots = *reinterpret_cast<void***>(&recording);
     reinterpret_cast<Overload>(slots[2 + SubmitOrderMessage::INDEX])(&recording, &*order);
     EXPECT_EQ(recording.seen, &*order);
-    for (short i = 0; i < 71; ++i) {
+    for (int i = 0; i < MESSAGES; ++i) {
         if (i == SubmitOrderMessage::INDEX) continue;
         recording.seen = nullptr;
         reinterpret_cast<Overload>(slots[2 + i])(&recording, &*order);

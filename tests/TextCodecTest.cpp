@@ -1,12 +1,12 @@
 #include "Backend/Velmora/TextCodec.h"
 
-#include <cstring>
 #include <limits>
 #include <string>
 
 #include <gtest/gtest.h>
 
 #include "Backend/Common/FastOStream.h"
+#include "tests/Slots.h"
 
 using bufstl::bufstring;
 using Quillon::FastOStream;
@@ -135,34 +135,18 @@ TEST_F(TextCodecTest, DerivedStringFormServesAllOthers) {
     EXPECT_STREQ(os.ends(), "***###");
 }
 
-/// The slot of a virtual operation, counted after the two of the destructor: the platform's C++ ABI stores one plus
-/// its byte offset in the virtual table.
-template <class Operation>
-std::size_t slot(Operation operation) {
-    std::size_t bits;
-    std::memcpy(&bits, &operation, sizeof(bits));
-    return (bits - 1) / sizeof(void*) - 1;
-}
-
-template <class... Operations>
-void expectSlots(Operations... operations) {
-    std::size_t expected = 1;
-    for (const std::size_t actual : {slot(operations)...}) EXPECT_EQ(actual, expected++);
-    EXPECT_EQ(expected, 37u);
-}
-
 TEST(CodecSlots, OrderIsBinding) {
     using Buf = void (Codec::*)(const bufstring&);
     using Std = void (Codec::*)(const std::string&);
-    expectSlots(&Codec::read_bool, &Codec::read_int8, &Codec::read_uint8, &Codec::read_int16, &Codec::read_uint16,
-                &Codec::read_int32, &Codec::read_uint32, &Codec::read_int64, &Codec::read_uint64, &Codec::read_float4,
-                &Codec::read_float8, &Codec::read_string, &Codec::read_cryptstring, &Codec::read_blob,
-                &Codec::read_cryptblob, &Codec::write_bool, &Codec::write_int8, &Codec::write_uint8,
-                &Codec::write_int16, &Codec::write_uint16, &Codec::write_int32, &Codec::write_uint32,
-                &Codec::write_int64, &Codec::write_uint64, &Codec::write_float4, &Codec::write_float8,
-                Buf(&Codec::write_string), Std(&Codec::write_string), Buf(&Codec::write_cryptstring),
-                Std(&Codec::write_cryptstring), Buf(&Codec::write_blob), Std(&Codec::write_blob),
-                Buf(&Codec::write_cryptblob), Std(&Codec::write_cryptblob), &Codec::write_rawfield, &Codec::write_data);
+    expectSlotsFromTwo(
+        &Codec::read_bool, &Codec::read_int8, &Codec::read_uint8, &Codec::read_int16, &Codec::read_uint16,
+        &Codec::read_int32, &Codec::read_uint32, &Codec::read_int64, &Codec::read_uint64, &Codec::read_float4,
+        &Codec::read_float8, &Codec::read_string, &Codec::read_cryptstring, &Codec::read_blob, &Codec::read_cryptblob,
+        &Codec::write_bool, &Codec::write_int8, &Codec::write_uint8, &Codec::write_int16, &Codec::write_uint16,
+        &Codec::write_int32, &Codec::write_uint32, &Codec::write_int64, &Codec::write_uint64, &Codec::write_float4,
+        &Codec::write_float8, Buf(&Codec::write_string), Std(&Codec::write_string), Buf(&Codec::write_cryptstring),
+        Std(&Codec::write_cryptstring), Buf(&Codec::write_blob), Std(&Codec::write_blob), Buf(&Codec::write_cryptblob),
+        Std(&Codec::write_cryptblob), &Codec::write_rawfield, &Codec::write_data);
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include <set>
 #include <sstream>
 
+#include "Backend/Velmora/operations/Print.h"
 #include "Backend/Velmora/operations/TextSize.h"
 #include "generated/QLProtocol/AsciiWriter.h"
 #include "tests/Samples.h"
@@ -187,6 +188,32 @@ TEST_F(TextRendering, NoTextIsLongerThanToldBeforehand) {
             EXPECT_LE(told, 14 * text) << name; // and not by just anything
         }
     });
+}
+
+/// Fails in the middle of its text.
+struct FailingWriter {
+    FailingWriter(Velmora::TextCodec<FastOStream>& codec, bool, int) : _codec(codec) { ++alive; }
+    ~FailingWriter() { --alive; }
+    void handle(const TimerMessage&) {
+        _codec.write_data("half");
+        throw std::runtime_error("writer");
+    }
+    Velmora::TextCodec<FastOStream>& _codec;
+    inline static int alive = 0;
+};
+
+TEST_F(TextRendering, AWriterThatFailsLeavesStandardStreamsAloneAndOthersHalfWritten) {
+    const TimerMessage timer;
+    std::ostringstream standard;
+    standard << std::setw(30);
+    StaticOStream<100> fixed;
+    EXPECT_THROW(Velmora::print<FailingWriter>(standard, "<TimerMessage ", timer), std::runtime_error);
+    EXPECT_THROW(Velmora::print<FailingWriter>(fixed, "<TimerMessage ", timer), std::runtime_error);
+    EXPECT_EQ(standard.str(), "");
+    EXPECT_TRUE(standard.good());
+    EXPECT_EQ(standard.width(), 30);
+    EXPECT_STREQ(fixed.ends(), "<TimerMessage half");
+    EXPECT_EQ(FailingWriter::alive, 0);
 }
 
 TEST_F(TextRendering, FieldWidthPadsTheOpeningOnly) {

@@ -60,6 +60,18 @@ TEST_F(Value, ShapeFollowsFromTheFields) {
     EXPECT_EQ(Quillon::ReplayDone(1, Quillon::ReplayStatus::REJECTED).replayStatus, 2);
 }
 
+TEST_F(Value, FieldsAreListedAsTheyAreDeclared) { // in which order they are built, and in reverse destroyed
+    forEveryType([]<class T>(of<T>, const char*) {
+        InBlock<T> value;
+        const void* previous = nullptr;
+        fields(of<T>{}, [&](const char* name, auto member, auto) {
+            const void* const address = &((*value).*member);
+            EXPECT_LT(previous, address) << name;
+            return previous = address, true;
+        });
+    });
+}
+
 TEST_F(Value, FreshValuesAreZeroAndTakeNoStorage) {
     forEveryType([]<class T>(of<T>, const char*) {
         Block block(sizeof(T));

@@ -70,7 +70,7 @@ TEST_F(Wire, IndependentVectorsAreWrittenAndReadBack) {
     }
     size_t checked = 0;
     forEveryType([&]<class T>(of<T>, const char* type) {
-        for (const json& vector : byType.at(type)) {
+        for (const json& vector : byType[type]) { // a message that is newer than the vectors has none
             SCOPED_TRACE(vector.at("case").get<std::string>());
             std::string body = unhex(vector.at("body").get<std::string>());
             if (vector.contains("ciphered"))
