@@ -10,6 +10,7 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 setting() { sed -n "s/^$1:[A-Z]*=//p" "$build/CMakeCache.txt"; }
 fail() { echo "$*" >&2; exit 1; }
+version=$(setting CMAKE_PROJECT_VERSION)
 
 if [ "$way" = prefix ]; then
     prefix=$work/prefix
@@ -25,11 +26,18 @@ else
         dpkg-deb -x "$package" "$work/root"
         dpkg-deb -c "$package" | awk '$1 !~ /^d/ { print $6 }' >>"$work/files"
         case $name in
-        libqlprotocol-dev) needed=$(setting BUILD_SHARED_LIBS | sed -n "s/ON/libqlprotocol1 (= $(setting CMAKE_PROJECT_VERSION))/p") ;;
-        libqlprotocol1) needed=libstdc++6 ;;
+        libqlprotocol-dev) needed=$(setting BUILD_SHARED_LIBS | sed -n "s/ON/libqlprotocol1 (= $version)/p") ;;
+        libqlprotocol1)
+            needed=libstdc++6
+            control=$(dpkg-deb --ctrl-tarfile "$package" | tar -t | sort | tr '\n' ' ')
+            [ "$control" = "./control ./md5sums ./shlibs ./triggers " ] || fail "control files of $name: $control"
+            ;;
         qlproto) needed=libpcap0 ;;
         esac
         case $depends in *"$needed"*) ;; *) fail "$name depends on '$depends', not on $needed" ;; esac
+        about=$prefix/share/doc/$name
+        grep -q '^ /usr/share/common-licenses/Apache-2.0' "$about/copyright" || fail "$name does not tell its licence"
+        gzip -dc "$about/changelog.gz" | head -n 1 | grep -qF "qlprotocol ($version) " || fail "$name: changelog"
     done
     expected=" libqlprotocol-dev qlproto"
     [ "$(setting BUILD_SHARED_LIBS)" != ON ] || expected=" libqlprotocol-dev libqlprotocol1 qlproto"
@@ -53,18 +61,31 @@ check() { # HOST TRUSTED
     grep -q '^copied, equal, inside its block$' "$work/output" || fail "$(cat "$work/output")"
 }
 
-cmake -S "$source/examples" -B "$work/build" -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_CXX_COMPILER="$compiler" \
+documents=$prefix/share/doc/libqlprotocol-dev
+cmake -S "$documents/examples" -B "$work/build" -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_CXX_COMPILER="$compiler" \
     -DCMAKE_CXX_FLAGS="$flags" >/dev/null
 cmake --build "$work/build" >/dev/null
 check "$work/build/host" "$work/build/trusted"
 
 for example in host:qlinspect trusted:qlprotocol; do
-    "$compiler" -std=c++20 $flags "$source/examples/${example%:*}.cpp" $(pkg-config --cflags --libs "${example#*:}") \
+    "$compiler" -std=c++20 $flags "$documents/examples/${example%:*}.cpp" $(pkg-config --cflags --libs "${example#*:}") \
         -o "$work/${example%:*}"
 done
 check "$work/host" "$work/trusted"
 
+[ "$(pkg-config --modversion qlprotocol qlinspect)" = "$version
+$version" ]
+grep -qF "set(PACKAGE_VERSION \"$version\")" "$library/../cmake/QLProtocol/QLProtocolConfigVersion.cmake"
+
+# Documents find those that they link to.
+(cd "$documents" && for page in $(find . -name '*.md'); do
+    grep -o ']([^)#]*' "$page" | cut -c 3- | while read -r link; do
+        [ -e "$(dirname "$page")/$link" ] || fail "$page: no $link"
+    done
+done)
+
 # The tool, and what it tells of itself.
+grep -q 'Leon Sorokin' "$prefix/share/doc/qlproto/copyright" # of the chart library
 "$prefix/bin/qlproto" generate --messages 100 -o - | "$prefix/bin/qlproto" decode - | wc -l | grep -qx 100
 [ "$(gzip -dc "$prefix/share/man/man1/qlproto.1.gz" | grep -c '^\.SS decode$')" = 1 ]
 bash -n "$prefix/share/bash-completion/completions/qlproto"
