@@ -96,3 +96,15 @@ kind=--binary-files=text
 [ "$(setting CMAKE_BUILD_TYPE)" = Release ] || kind=--binary-files=without-match
 leaks=$(grep -rl "$kind" -F -e "$source" "$prefix") || true
 [ -z "$leaks" ] || fail "names a folder of the build: $leaks"
+
+[ "$(setting QL_HARDENED)" = ON ] || exit 0
+for file in "$prefix/bin/qlproto" "$library"/../lib*.so.*.*.*; do
+    readelf -Wd "$file" | grep -q 'FLAGS_1.*NOW' || fail "$file: not bound at start"
+    readelf -Wl "$file" | grep -q GNU_RELRO || fail "$file: relocations stay writable"
+    [ "$(readelf -Wh "$file" | awk '$1 == "Type:" { print $2 }')" = DYN ] || fail "$file: has a fixed address"
+    symbols=$(readelf -Ws --dyn-syms "$file")
+    case $symbols in *__stack_chk_fail*) ;; *) fail "$file: stack not protected" ;; esac
+    case $symbols in *_chk@GLIBC*) ;; *) fail "$file: no call is fortified" ;; esac
+    # The start-up files, too, have one or two.
+    [ "$(objdump -d --section=.text "$file" | grep -c endbr64)" -gt 100 ] || fail "$file: targets of jumps are not marked"
+done
