@@ -56,7 +56,11 @@ class _Vector_base {
     allocator_type get_allocator() const { return _M_alloc; }
 
   protected:
-    T* _M_allocate(std::size_t n) { return n != 0 ? _M_alloc.allocate(n) : nullptr; }
+    /// Storage for `n` elements, of which the whole block could hold as many or another vector does. The proxy would
+    /// make sure once more that their bytes do not wrap around, at 20 instructions a copy of a market data message.
+    T* _M_allocate(std::size_t n) {
+        return n != 0 ? reinterpret_cast<T*>(_M_alloc.get_init().allocate(n * sizeof(T))) : nullptr;
+    }
     void _M_deallocate(T* p, std::size_t n) {
         if (p != nullptr) _M_alloc.deallocate(p, n);
     }
