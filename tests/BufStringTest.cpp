@@ -48,6 +48,7 @@ TEST(BufString, AssignmentAcrossBlocksKeepsTheTargetsStorage) {
     bufstring source(sourceBlock.alloc), s(block.alloc);
     s = source;
     EXPECT_EQ(block.alloc.used_size(), 0u);
+    EXPECT_EQ(s.data(), nullptr);
     s = "filled";
     s = source;
     EXPECT_TRUE(s.empty_()) << "no element at all, not even a NUL";
@@ -100,7 +101,11 @@ TEST(BufString, TextOperations) {
     EXPECT_EQ(s.size_(), 1u);
     EXPECT_STREQ(s.c_str(), "");
     const bufstring copy(s);
-    EXPECT_TRUE(copy == s);
+    EXPECT_TRUE(copy == s && copy != std::string(1, '\0'));
+    s.push_back('x');
+    EXPECT_FALSE(s.check()) << "no NUL at its end";
+    s.append("");
+    EXPECT_TRUE(s.check());
 }
 
 TEST(BufString, OrderIsBySignedCharactersWithTheNulIncluded) {

@@ -52,6 +52,7 @@ TEST(BufVector, TakesNoStorageUntilSomethingIsStored) {
     copy = v;
     EXPECT_EQ(block.alloc.used_size(), 0u);
     EXPECT_EQ(v.data(), nullptr);
+    EXPECT_EQ(copy.data(), nullptr);
     EXPECT_TRUE(v.empty());
 }
 
@@ -97,6 +98,9 @@ TEST(BufVector, IsBoundedByTheWholeBlock) {
     }
     EXPECT_EQ(block.alloc.used_size(), 500u) << "none of them reached the block";
     EXPECT_EQ(bufstl::vector<int>(3, 7, proxy)[2], 7);
+    int dirty = -1;
+    proxy.construct(&dirty, block.alloc);
+    EXPECT_EQ(dirty, 0) << "a fresh element";
     v.resize(30);
     v.resize(31);
     EXPECT_EQ(v.capacity(), 60u);
@@ -110,6 +114,15 @@ TEST(BufVector, GrowthIsCappedAtMaxSize) {
     EXPECT_EQ(block.alloc.end() - block.begin(), 640) << "60 elements, then a failed request for 100";
     EXPECT_EQ(v.size(), 60u) << "the old storage stays in use";
     EXPECT_EQ(block.alloc.deallocated_size(), 0);
+    EXPECT_THROW(v.insert(v.begin(), 41, 1), std::length_error) << "what is there counts";
+    for (const auto fill :
+         {+[](bufvector<int>& full) { full.resize(100); }, +[](bufvector<int>& full) { full.reserve(100); },
+          +[](bufvector<int>& full) { full.assign(100, 1); }}) {
+        Block exact(400);
+        bufvector<int> full(exact.alloc);
+        fill(full);
+        EXPECT_EQ(full.capacity(), 100u);
+    }
 }
 
 TEST(BufVector, InsertsErasesAndAssignsLikeTheUsualVector) {
@@ -199,6 +212,9 @@ TEST(BufVectox, AssignmentTakesExactlyTheCountAndRebuildsElements) {
     EXPECT_EQ(v.capacity(), 5u);
     EXPECT_EQ(block.alloc.used_size(), used + 2 * 4) << "the first three strings fit the storage they kept";
     EXPECT_TRUE(v == source);
+    const size_t filled = block.alloc.used_size();
+    v = source;
+    EXPECT_EQ(block.alloc.used_size(), filled) << "as many as there is room for";
     const auto& self = v;
     v = self;
     EXPECT_TRUE(v == source);
@@ -239,7 +255,9 @@ TEST(BufVectox, ElementsThatThrowLeaveTheOldStorageInUse) {
         const auto* before = v.data();
         for (int failing = 0; failing < 5; ++failing) {
             Fragile::assignmentsLeft = failing;
+            const int freed = block.alloc.deallocated_size();
             EXPECT_THROW(v.push_back(v[0]), std::runtime_error) << failing;
+            EXPECT_EQ(block.alloc.deallocated_size() - freed, static_cast<int>(8 * sizeof(Fragile))) << "the new";
             EXPECT_EQ(v.data(), before);
             EXPECT_EQ(v.size(), 4u);
             EXPECT_EQ(Fragile::alive, 4) << failing;
@@ -250,6 +268,15 @@ TEST(BufVectox, ElementsThatThrowLeaveTheOldStorageInUse) {
         EXPECT_TRUE(target.empty());
         EXPECT_EQ(Fragile::alive, 4);
         Fragile::assignmentsLeft = -1;
+        v.push_back(v[0]);
+        EXPECT_EQ(Fragile::alive, 5);
+        int built = 0;
+        EXPECT_THROW(v.append_each(3,
+                                   [&](Fragile&) {
+                                       if (++built == 2) throw std::runtime_error("fill");
+                                   }),
+                     std::runtime_error);
+        EXPECT_EQ(v.size(), 7u) << "what was built stays";
     }
     EXPECT_EQ(Fragile::alive, 0);
 }
@@ -263,6 +290,8 @@ TEST(BufVector, ComparesLexicographicallyWithAPrefixFirst) {
     EXPECT_TRUE(a < b && !(b < a)) << "signed";
     fill(b, {-1, 5, 0});
     EXPECT_TRUE(a < b && !(b < a) && a != b) << "prefix";
+    fill(b, {-1, 6});
+    EXPECT_TRUE(a < b && !(b < a) && a != b) << "the last";
     fill(b, {-1, 5});
     EXPECT_TRUE(a == b && !(a < b));
 }

@@ -29,6 +29,12 @@ TEST(BufferAllocator, GrantsTheLastByteAndThenFailsForever) {
     char block[16];
     Velmora::BufferAllocator alloc(block, sizeof block, "gateway", "LogMessage");
     alloc.allocate(10);
+    char* p = nullptr;
+    EXPECT_FALSE(alloc.tryAllocate(7, p));
+    EXPECT_TRUE(alloc.tryAllocate(6, p));
+    EXPECT_EQ(p, block + 10);
+    alloc = Velmora::BufferAllocator(block, sizeof block, "gateway", "LogMessage");
+    alloc.allocate(10);
     EXPECT_EQ(alloc.allocate(6), block + 10);
     EXPECT_EQ(alloc.allocate(0), block + 16);
     EXPECT_EQ(thrownText<std::out_of_range>([&] { alloc.allocate(1); }), exhausted);
@@ -42,6 +48,9 @@ TEST(BufferAllocator, HugeRequestsDoNotWrapAround) {
         char block[16];
         Velmora::BufferAllocator alloc(block, sizeof block, "gateway", "LogMessage");
         alloc.allocate(8);
+        char* p = nullptr;
+        EXPECT_FALSE(alloc.tryAllocate(huge, p));
+        EXPECT_EQ(alloc.used_size(), 8u) << "as before";
         EXPECT_EQ(thrownText<std::out_of_range>([&] { alloc.allocate(huge); }), exhausted) << huge;
         EXPECT_EQ(thrownText<std::out_of_range>([&] { alloc.allocate(0); }), exhausted) << huge;
     }

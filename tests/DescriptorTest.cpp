@@ -64,6 +64,15 @@ TEST_F(Descriptor, ConstructOfNullDoesNothing) {
     EXPECT_EQ(block.alloc.used_size(), 0u);
 }
 
+using DescriptorDeathTest = Descriptor;
+
+TEST_F(DescriptorDeathTest, ChecksTheBoundsItIsGiven) {
+    MsgDescriptor* descriptor = Quillon::__protocol->getDescriptor(Quillon::LogMessage::ID);
+    InBlock<Quillon::LogMessage> message;
+    EXPECT_DEATH(descriptor->checkbounds(&*message, message.block.begin() + 1, message.block.end()), "begin <= this");
+    EXPECT_DEATH(descriptor->checkbounds(&*message, message.block.begin(), message.block.begin()), "begin <= this");
+}
+
 TEST_F(Descriptor, TypeObjectIsTheUsers) {
     int object = 7;
     auto* descriptor = new Velmora::MsgDescriptorT<Quillon::TestMessage>("TestMessage", Quillon::__protocol);

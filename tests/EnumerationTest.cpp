@@ -99,6 +99,7 @@ TEST_F(Enumeration, FailedConversionsThrowTheExactTexts) {
     };
     EXPECT_EQ(fromString(nullptr), "Empty string for converting to enum Side.");
     EXPECT_EQ(fromString("both"), "Invalid string 'both' for converting to enum Side.");
+    EXPECT_EQ(fromString("BOTHER"), "Invalid string 'BOTHER' for converting to enum Side.");
     EXPECT_EQ(fromString(""), "Invalid string '' for converting to enum Side.");
     EXPECT_EQ(thrownText<std::invalid_argument>([] { LogLevel::fromString("X"); }),
               "Invalid string 'X' for converting to enum LogLevel.");

@@ -72,7 +72,8 @@ TEST_F(TextRendering, OneLine) {
 
     InBlock<MDEntry> entry;
     entry->source = -1;
-    EXPECT_EQ(printed(*entry), "<MDEntry price=0 amount=0 minAmount=0 updateAction=NEW element=0 side=0 source=-1 "
+    entry->side = static_cast<Side::Type>(256 + Side::BID); // not by its low byte
+    EXPECT_EQ(printed(*entry), "<MDEntry price=0 amount=0 minAmount=0 updateAction=NEW element=0 side=257 source=-1 "
                                "numberOfOrders=0 components=\"\">");
     CallbackMessage callback;
     callback.arg1 = Velmora::NA;
