@@ -15,12 +15,12 @@ class Walk {
         : _body(body), _visit(visit), _padForm(padForm) {}
 
     /// False if the visitor ended it.
-    bool record(const TypeInfo& type) {
+    bool record(const TypeInfo& type, bool isSecret = false) {
         for (const FieldInfo& field : type.fields) {
             const size_t length = _path.size();
             if (!_path.empty()) _path += '.';
             _path += field.name;
-            if (!value(field.value, field.isSecret)) return false;
+            if (!value(field.value, field.is_secret_in(isSecret))) return false;
             _path.resize(length);
         }
         return true;
@@ -28,7 +28,7 @@ class Walk {
 
   private:
     bool value(const ValueInfo& info, bool isSecret) {
-        if (info.kind == Kind::record) return record(*info.record);
+        if (info.kind == Kind::record) return record(*info.record, isSecret);
         BodyValue value{info, _path, _at, 0, 0, {}, isSecret};
         value.number = read_number(info.kind);
         if (info.kind == Kind::string || info.kind == Kind::cryptstring || info.kind == Kind::padding) {

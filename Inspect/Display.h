@@ -3,11 +3,15 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "Backend/Velmora/Wire.h"
 #include "Inspect/SafeText.h"
 
 namespace Inspect {
+
+/// Stands for a hidden secret.
+inline constexpr std::string_view HIDDEN = "***";
 
 struct Display {
     Secrets secrets = Secrets::show;

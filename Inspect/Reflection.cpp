@@ -129,6 +129,13 @@ std::span<const TypeInfo* const> all_records() { return recordTable; }
 
 std::span<const EnumerationInfo* const> all_enumerations() { return enumerationTable; }
 
+bool holds_secret(const TypeInfo& type) {
+    return std::ranges::any_of(type.fields, [](const FieldInfo& field) {
+        const ValueInfo& value = field.value.element != nullptr ? *field.value.element : field.value;
+        return field.isSecret || (value.record != nullptr && holds_secret(*value.record));
+    });
+}
+
 std::string type_text(const ValueInfo& value) {
     static constexpr const char* names[] = {"bool",  "int8",   "int16",       "int32",  "int64",
                                             "price", "string", "cryptstring", "padding"};

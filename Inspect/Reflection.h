@@ -55,8 +55,14 @@ struct FieldInfo {
     std::string_view name;
     ValueInfo value;
     size_t minimalSize; ///< fewest bytes on the wire, as read() takes it
-    bool isSecret;      ///< not to be shown in logs
+    bool isSecret;      ///< marked as not to be shown in logs; see is_secret_in()
+
+    /// Whether its value is secret, given whether the record is that it stands in: all that a secret record holds is.
+    constexpr bool is_secret_in(bool isRecordSecret) const { return isRecordSecret || isSecret; }
 };
+
+/// Fields of a record or a message at most.
+inline constexpr size_t MAX_FIELDS = 64;
 
 /// A record or a message.
 struct TypeInfo {
@@ -82,6 +88,9 @@ std::span<const TypeInfo* const> all_records();
 
 /// All enumerations, in declaration order.
 std::span<const EnumerationInfo* const> all_enumerations();
+
+/// Whether a field of the type, or of a record in it, is secret.
+bool holds_secret(const TypeInfo& type);
 
 /// The type as the protocol definition spells it: "int64", "Side", "KeyValuePair[]".
 std::string type_text(const ValueInfo& value);

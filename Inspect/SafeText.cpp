@@ -94,7 +94,7 @@ class Renderer {
             _text.put(name);
             _text.put("=");
             if (_display.secrets == Secrets::hide && is_secret<T>(member))
-                _text.put("***");
+                _text.put(HIDDEN);
             else if constexpr (std::same_as<decltype(encoding), price_t>)
                 show_price(value.*member);
             else

@@ -1,4 +1,5 @@
-// Which fields the protocol definition marks as secret: not to be shown in logs.
+// Which fields the protocol definition marks as secret: not to be shown in logs. All that a secret record holds is secret
+// too: who renders types hides the field as a whole, and who walks tables asks FieldInfo::is_secret_in().
 #pragma once
 
 #include "generated/QLProtocol/QLProtocol.fields.h"

@@ -32,13 +32,13 @@ class Walk {
 
     /// The table names what the fields are, so that it is said in one place.
     template <Composite T>
-    bool record(const T& v, const TypeInfo& type) {
+    bool record(const T& v, const TypeInfo& type, bool isSecret = false) {
         ++_depth;
         const FieldInfo* field = type.fields.data();
         const bool goesOn = fields(of<T>{}, [&](const char*, auto member, auto) {
             _path[_depth - 1] = {field->name};
-            _isSecret = field->isSecret;
-            return value(v.*member, (field++)->value);
+            const bool isSecretField = field->is_secret_in(isSecret);
+            return value(v.*member, (field++)->value, isSecretField);
         });
         --_depth;
         return goesOn;
@@ -46,20 +46,20 @@ class Walk {
 
   private:
     template <class T>
-    bool value(const T& v, const ValueInfo& info) {
+    bool value(const T& v, const ValueInfo& info, bool isSecret) {
         if constexpr (Composite<T>) {
-            return record(v, *info.record);
+            return record(v, *info.record, isSecret);
         } else if constexpr (Vector<T>) {
             ++_depth;
             bool goesOn = true;
             for (size_t i = 0; i < v.size() && goesOn; ++i) {
                 _path[_depth - 1] = {{}, i};
-                goesOn = value(v[i], *info.element);
+                goesOn = value(v[i], *info.element, isSecret);
             }
             --_depth;
             return goesOn;
         } else {
-            Value shown{.kind = info.kind, .text = {}, .enumeration = info.enumeration, .isSecret = _isSecret};
+            Value shown{.kind = info.kind, .text = {}, .enumeration = info.enumeration, .isSecret = isSecret};
             if constexpr (String<T>)
                 shown.text = {v.c_str(), v.size()};
             else
@@ -71,7 +71,6 @@ class Walk {
     ValueVisitor& _visitor;
     PathPiece _path[MAX_DEPTH];
     size_t _depth = 0;
-    bool _isSecret = false; ///< the field at hand
 };
 
 using Walker = bool (*)(const void* message, const TypeInfo& type, ValueVisitor& visitor);
@@ -85,8 +84,12 @@ constexpr IdTable<Walker> walkers([]<class T>(of<T>, const char*) -> Walker {
 } // namespace
 
 bool walk_values(MsgType_t id, const void* message, ValueVisitor& visitor) {
-    const Walker* const walker = walkers.find(id);
-    return walker == nullptr || (*walker)(message, *reflect(id), visitor);
+    const TypeInfo* const type = reflect(id);
+    return type == nullptr || walk_values(id, *type, message, visitor);
+}
+
+bool walk_values(MsgType_t id, const TypeInfo& type, const void* message, ValueVisitor& visitor) {
+    return (*walkers.find(id))(message, type, visitor);
 }
 
 std::string path_text(Path path) {

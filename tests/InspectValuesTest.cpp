@@ -1,6 +1,8 @@
 // The walk over the values of a message, and values as people see them.
+#include <algorithm>
 #include <map>
 
+#include "Inspect/BodyWalk.h"
 #include "Inspect/Display.h"
 #include "Inspect/Json.h"
 #include "Inspect/Values.h"
@@ -49,6 +51,39 @@ TEST_F(Values, ComeWithPathKindAndValue) {
     Gather none;
     EXPECT_TRUE(walk_values(3, nullptr, none)); // no such message
     EXPECT_TRUE(none.values.empty());
+}
+
+TEST_F(Values, AreSecretWhereverARecordAroundThemIs) {
+    InBlock<Quillon::SubmitOrderMessage> order;
+    order->contents.parameters.add_back();
+    const std::string body = encoded(*order);
+
+    // As if the definition said that "contents" is secret.
+    const TypeInfo& type = *reflect(order->ID);
+    std::vector<FieldInfo> fields(type.fields.begin(), type.fields.end());
+    std::ranges::find(fields, "contents", &FieldInfo::name)->isSecret = true;
+    TypeInfo marked = type;
+    marked.fields = fields;
+    const struct {
+        TypeInfo type;
+        const char* secret; ///< what the paths of secret values begin with
+    } cases[] = {{type, "-"}, {marked, "contents."}};
+    for (const auto& it : cases) {
+        struct Check : ValueVisitor {
+            explicit Check(std::string_view secret_) : secret(secret_) {}
+            std::string_view secret;
+            bool value(Path path, const Value& value) override {
+                EXPECT_EQ(value.isSecret, path_text(path).starts_with(secret)) << path_text(path);
+                return true;
+            }
+        } check(it.secret);
+        EXPECT_TRUE(walk_values(order->ID, it.type, &*order, check));
+        EXPECT_TRUE(walk_body(it.type, body, [&](const BodyValue& value) {
+            EXPECT_EQ(value.isSecret, value.path.starts_with(it.secret)) << value.path;
+            return true;
+        }));
+        EXPECT_EQ(holds_secret(it.type), *it.secret != '-');
+    }
 }
 
 TEST_F(Values, AreDividedExactly) {
