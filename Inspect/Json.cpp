@@ -1,15 +1,14 @@
 #include "Inspect/Json.h"
 
+#include <bitset>
 #include <charconv>
 #include <concepts>
 #include <limits>
-#include <set>
-#include <vector>
-
-#include <nlohmann/json.hpp>
 
 #include "Backend/Velmora/Enumeration.h"
 #include "Inspect/IdTable.h"
+#include "Inspect/JsonCursor.h"
+#include "Inspect/Reflection.h"
 #include "Inspect/Secrets.h"
 #include "Inspect/Utf8.h"
 
@@ -17,45 +16,6 @@ namespace Inspect {
 namespace {
 
 using namespace Velmora;
-using nlohmann::json;
-
-/// The path of a value while reading: a chain of steps on the stack, made a text only when there is an error.
-struct Path {
-    const Path* outer = nullptr;
-    const char* name = nullptr; ///< null for an element
-    size_t index = 0;
-
-    std::string text() const {
-        if (outer == nullptr) return "";
-        std::string before = outer->text();
-        if (name == nullptr) return before + '[' + std::to_string(index) + ']';
-        return before.empty() ? name : before + '.' + name;
-    }
-    [[noreturn]] void fail(const std::string& reason) const { throw JsonError(text(), reason); }
-};
-
-// --- texts: any bytes as valid UTF-8
-
-std::string unescaped(std::string_view text, const Path& path) {
-    std::string bytes;
-    for (size_t i = 0; i < text.size(); ++i) {
-        if (text[i] != '\\') {
-            bytes += text[i];
-        } else if (text.substr(i, 2) == "\\\\") {
-            bytes += '\\';
-            ++i;
-        } else {
-            unsigned char byte = 0;
-            const char* const digits = text.data() + i + 2;
-            if (text.substr(i, 2) != "\\x" || text.size() - i < 4
-                || std::from_chars(digits, digits + 2, byte, 16).ptr != digits + 2)
-                path.fail("a backslash is neither \\\\ nor \\x and two hexadecimal digits");
-            bytes += static_cast<char>(byte);
-            i += 3;
-        }
-    }
-    return bytes;
-}
 
 // --- writing
 
@@ -73,7 +33,7 @@ class Writer {
             before = ',';
             (_text += '"').append(name).append("\":");
             if (_display.secrets == Secrets::hide && is_secret<T>(member))
-                _text += "\"***\"";
+                quote(HIDDEN);
             else if constexpr (std::same_as<decltype(encoding), price_t>)
                 price(v.*member);
             else
@@ -171,148 +131,176 @@ class Writer {
 
 // --- reading
 
-template <class T>
-void read(const json& j, T& v, const Path& path);
+/// A step from the whole to a value in it. A chain of them on the stack becomes a text only when there is an error.
+struct Path {
+    const Path* outer;
+    std::string_view name; ///< empty for an element
+    size_t index = 0;
 
-template <Composite T>
-void read_record(const json& j, T& v, const Path& path) {
-    if (!j.is_object()) path.fail("not an object");
-    std::set<std::string_view> known;
-    fields(of<T>{}, [&](const char* name, auto member, auto) {
-        const Path inner{&path, name};
-        const auto found = j.find(name);
-        if (found == j.end()) inner.fail("missing");
-        read(*found, v.*member, inner);
-        known.insert(name);
-        return true;
-    });
-    if (j.size() == known.size()) return;
-    for (const auto& [name, value] : j.items())
-        if (!known.contains(name)) Path{&path, name.c_str()}.fail("unknown name");
+    std::string text() const {
+        std::string before = outer != nullptr ? outer->text() : "";
+        if (name.empty()) return outer != nullptr ? before + '[' + std::to_string(index) + ']' : before;
+        if (!before.empty()) before += '.';
+        return before.append(name);
+    }
+    [[noreturn]] void fail(const std::string& reason) const { throw JsonError(text(), reason); }
+};
+
+std::string unescaped(std::string_view text, const Path& path) {
+    std::string bytes;
+    for (size_t i = 0; i < text.size(); ++i) {
+        if (text[i] != '\\') {
+            bytes += text[i];
+        } else if (text.substr(i, 2) == "\\\\") {
+            bytes += '\\';
+            ++i;
+        } else {
+            unsigned char byte = 0;
+            const char* const digits = text.data() + i + 2;
+            if (text.substr(i, 2) != "\\x" || text.size() - i < 4
+                || std::from_chars(digits, digits + 2, byte, 16).ptr != digits + 2)
+                path.fail("a backslash is neither \\\\ nor \\x and two hexadecimal digits");
+            bytes += static_cast<char>(byte);
+            i += 3;
+        }
+    }
+    return bytes;
 }
+
+/// Grows a value in the block, which fails in one way or the other: beyond what is left, or beyond the whole block.
+template <class Grow>
+void grow(const Path& path, Grow&& grow) {
+    try {
+        grow();
+    } catch (const std::out_of_range&) {
+        throw DoesNotFit(path.text());
+    } catch (const std::length_error&) {
+        throw DoesNotFit(path.text());
+    }
+}
+
+using Next = JsonCursor::Next;
+
+/// Of an unknown name, which may be as long as the text, an error tells the beginning.
+constexpr size_t MAX_SHOWN_NAME = 100;
 
 template <std::integral T>
-T read_integer(const json& j, const Path& path) {
-    if (!j.is_number_integer()) path.fail("not an integer");
-    constexpr int64_t min = std::numeric_limits<T>::min(), max = std::numeric_limits<T>::max();
-    const bool isTooLarge = j.is_number_unsigned() && j.get<uint64_t>() > static_cast<uint64_t>(max);
-    const auto value = j.get<int64_t>();
-    if (isTooLarge || value < min || value > max)
-        path.fail("not in " + std::to_string(min) + ".." + std::to_string(max));
-    return static_cast<T>(value);
+T read_integer(JsonCursor& json, const Path& path) {
+    if (json.next() != Next::number) path.fail("not an integer");
+    const auto [text, isInteger] = json.number();
+    if (!isInteger) path.fail("not an integer");
+    T value = 0;
+    if (std::from_chars(text.data(), text.data() + text.size(), value).ec != std::errc())
+        path.fail("not in " + std::to_string(std::numeric_limits<T>::min()) + ".."
+                  + std::to_string(std::numeric_limits<T>::max()));
+    return value;
 }
 
-int64_t read_quantity(const json& j, const Path& path) {
-    if (!j.is_string()) return read_integer<int64_t>(j, path);
-    const auto& text = j.get_ref<const std::string&>();
+int64_t read_quantity(JsonCursor& json, const Path& path) {
+    if (json.next() != Next::string) return read_integer<int64_t>(json, path);
+    const std::string_view text = json.string();
     for (const int64_t sentinel : {Velmora::MAX, NMA, NDA, NA})
         if (text == sentinelName(sentinel)) return sentinel;
     int64_t value = 0;
-    std::from_chars(text.data(), text.data() + text.size(), value);
-    if (std::to_string(value) != text) path.fail("not an integer of 64 bits"); // nor with zeros in front, or beyond
+    const char* const end = text.data() + text.size();
+    const auto [last, error] = std::from_chars(text.data(), end, value);
+    const bool hasZeros = text.substr(text.starts_with('-')).starts_with('0') && text != "0"; // in front, or "-0"
+    if (error != std::errc() || last != end || hasZeros) path.fail("not an integer of 64 bits");
     return value;
 }
 
 template <Enumerator E>
-E read_enumerator(const json& j, const Path& path) {
-    if (!j.is_string()) return static_cast<E>(read_integer<int32_t>(j, path));
-    const E* found = nullptr;
-    E value{};
-    enumerators(of<EnumerationOf<E>>{}, [&](const char* name, E enumerator) {
-        if (j.get_ref<const std::string&>() != name) return;
-        value = enumerator;
-        found = &value;
-    });
-    if (found == nullptr) path.fail(std::string("no enumerator of ") + EnumerationOf<E>::Name);
-    return value;
+E read_enumerator(JsonCursor& json, const EnumerationInfo& info, const Path& path) {
+    if (json.next() != Next::string) return static_cast<E>(read_integer<int32_t>(json, path));
+    const std::string_view name = json.string();
+    for (const EnumeratorInfo& it : info.enumerators)
+        if (it.name == name) return static_cast<E>(it.value);
+    path.fail("no enumerator of " + std::string(info.name));
+}
+
+void read_string(JsonCursor& json, bufstl::bufstring& v, const Path& path) {
+    const Next next = json.next();
+    if (next == Next::null) return json.null(); // stays as constructed, never stored
+    if (next != Next::string) path.fail("not a string");
+    std::string_view text = json.string();
+    std::string bytes;
+    if (text.find('\\') != text.npos) text = bytes = unescaped(text, path);
+    grow(path, [&] { v.assign(text.data(), text.size()); });
+}
+
+/// The position of the field of that name; that of its neighbours' mostly, for writers keep the order. Their number if
+/// there is none.
+size_t field_named(std::string_view name, const TypeInfo& type, size_t expected) {
+    if (expected < type.fields.size() && type.fields[expected].name == name) return expected;
+    size_t i = 0;
+    while (i < type.fields.size() && type.fields[i].name != name) ++i;
+    return i;
 }
 
 template <class T>
-void read(const json& j, T& v, const Path& path) {
-    if constexpr (Composite<T>) {
-        read_record(j, v, path);
-    } else if constexpr (Vector<T>) {
-        if (!j.is_array()) path.fail("not an array");
-        v.resize(j.size());
-        for (size_t i = 0; i < j.size(); ++i) read(j[i], v[i], {&path, nullptr, i});
-    } else if constexpr (String<T>) {
-        if (j.is_null()) return; // stays as constructed, never stored
-        if (!j.is_string()) path.fail("not a string");
-        v = unescaped(j.get_ref<const std::string&>(), path);
-    } else if constexpr (Enumerator<T>) {
-        v = read_enumerator<T>(j, path);
-    } else if constexpr (std::same_as<T, bool>) {
-        if (!j.is_boolean()) path.fail("not a boolean");
-        v = j.get<bool>();
-    } else if constexpr (std::same_as<T, int64_t>) {
-        v = read_quantity(j, path);
-    } else {
-        v = read_integer<T>(j, path);
-    }
+void read(JsonCursor& json, T& v, const ValueInfo& info, const Path& path);
+
+template <Composite T>
+void read_record(JsonCursor& json, T& v, const TypeInfo& type, const Path& path) {
+    if (json.next() != Next::object) path.fail("not an object");
+    std::bitset<MAX_FIELDS> given;
+    size_t expected = 0;
+    json.object([&](std::string_view name) {
+        const size_t at = field_named(name, type, expected);
+        if (at == type.fields.size()) Path{&path, name.substr(0, MAX_SHOWN_NAME)}.fail("unknown name");
+        const FieldInfo& field = type.fields[at];
+        const Path inner{&path, field.name};
+        if (given[at]) inner.fail("given twice");
+        given[at] = true;
+        expected = at + 1;
+        size_t i = 0;
+        fields(of<T>{}, [&](const char*, auto member, auto) {
+            if (i++ != at) return true;
+            read(json, v.*member, field.value, inner);
+            return false;
+        });
+    });
+    for (size_t i = 0; i < type.fields.size(); ++i)
+        if (!given[i]) Path{&path, type.fields[i].name}.fail("missing");
 }
 
-/// Watches a text being parsed for names given twice in an object: the parser itself keeps the last one.
-class NamesOnce {
-  public:
-    bool operator()(int, json::parse_event_t event, json& parsed) {
-        switch (event) {
-        case json::parse_event_t::object_start:
-        case json::parse_event_t::array_start:
-            _levels.push_back({event == json::parse_event_t::array_start, 0, "", {}});
-            break;
-        case json::parse_event_t::key:
-            _levels.back().name = parsed.get<std::string>();
-            if (!_levels.back().names.insert(_levels.back().name).second) throw JsonError(path(), "given twice");
-            break;
-        case json::parse_event_t::object_end:
-        case json::parse_event_t::array_end:
-            _levels.pop_back();
-            [[fallthrough]];
-        case json::parse_event_t::value:
-            if (!_levels.empty()) ++_levels.back().index;
-        }
-        return true;
-    }
-
-  private:
-    struct Level {
-        bool isArray;
-        size_t index; ///< of the element being parsed
-        std::string name;
-        std::set<std::string> names;
-    };
-
-    std::string path() const {
-        std::string text;
-        for (const Level& level : _levels) {
-            if (level.isArray)
-                text += '[' + std::to_string(level.index) + ']';
-            else
-                text += (text.empty() ? "" : ".") + level.name;
-        }
-        return text;
-    }
-
-    std::vector<Level> _levels;
-};
-
-json parse(std::string_view text) {
-    NamesOnce watch;
-    try {
-        return json::parse(
-            text, [&](int depth, json::parse_event_t event, json& parsed) { return watch(depth, event, parsed); });
-    } catch (const json::exception& e) {
-        throw JsonError("", e.what());
+template <class T>
+void read(JsonCursor& json, T& v, const ValueInfo& info, const Path& path) {
+    if constexpr (Composite<T>) {
+        read_record(json, v, *info.record, path);
+    } else if constexpr (Vector<T>) {
+        if (json.next() != Next::array) path.fail("not an array");
+        const size_t count = json.count_elements();
+        grow(path, [&] { v.resize(count); }); // at once, for a block takes nothing back
+        size_t i = 0;
+        json.array([&] {
+            if (i == count) json.fail("more elements than commas"); // cannot be; but a stranger must not find out
+            read(json, v[i], *info.element, {&path, {}, i});
+            ++i;
+        });
+    } else if constexpr (String<T>) {
+        read_string(json, v, path);
+    } else if constexpr (Enumerator<T>) {
+        v = read_enumerator<T>(json, *info.enumeration, path);
+    } else if constexpr (std::same_as<T, bool>) {
+        if (json.next() != Next::boolean) path.fail("not a boolean");
+        v = json.boolean();
+    } else if constexpr (std::same_as<T, int64_t>) {
+        v = read_quantity(json, path);
+    } else {
+        v = read_integer<T>(json, path);
     }
 }
 
 struct Entry {
     void (*write)(const void* message, Writer& writer);
-    void (*read)(const json& j, void* message);
+    void (*read)(JsonCursor& json, void* message, const TypeInfo& type, const Path& path);
 };
 constexpr IdTable<Entry> entries([]<class T>(of<T>, const char*) {
     return Entry{[](const void* message, Writer& writer) { writer(*static_cast<const T*>(message)); },
-                 [](const json& j, void* message) { read(j, *static_cast<T*>(message), Path{}); }};
+                 [](JsonCursor& json, void* message, const TypeInfo& type, const Path& path) {
+                     read_record(json, *static_cast<T*>(message), type, path);
+                 }};
 });
 
 const Entry& entry_of(MsgType_t id) {
@@ -335,8 +323,13 @@ void append_json(MsgType_t id, const void* message, Integers integers, const Dis
 }
 
 void from_json(MsgType_t id, std::string_view json, void* message) {
-    const Entry& entry = entry_of(id);
-    entry.read(parse(json), message);
+    JsonCursor cursor(json);
+    from_json(id, cursor, message);
+    cursor.end();
+}
+
+void from_json(MsgType_t id, JsonCursor& json, void* message, std::string_view name) {
+    entry_of(id).read(json, message, *reflect(id), Path{nullptr, name});
 }
 
 } // namespace Inspect

@@ -12,8 +12,9 @@
 //                     top of: the byte FF is "\\xff" in the JSON text
 //
 // The identifier stands beside the JSON, as it stands beside a body. Reading is strict: names that are missing, unknown
-// or given twice, values of another type or out of range are errors that tell the path. The module need not be
-// initialised. Depends on nlohmann/json, which does not show here.
+// or given twice, values of another type or out of range are errors that tell the path. It takes time linear in the
+// text, and no memory besides the block but for the longest string that holds escapes; nothing nests deeper than the
+// message does. The module need not be initialised.
 #pragma once
 
 #include <stdexcept>
@@ -40,6 +41,21 @@ class JsonError : public std::runtime_error {
     std::string _path;
 };
 
+/// The text is good, but its message does not fit the block: a string or a vector needs more than there is left, or
+/// more than the whole block.
+class DoesNotFit : public std::out_of_range {
+  public:
+    explicit DoesNotFit(const std::string& path) : std::out_of_range(path + ": does not fit the block"), _path(path) {}
+
+    /// The string or vector that was to grow.
+    const std::string& path() const { return _path; }
+
+  private:
+    std::string _path;
+};
+
+class JsonCursor; // Inspect/JsonCursor.h
+
 /// The message as JSON on one line. Throws JsonError for an unknown identifier.
 std::string to_json(Velmora::MsgType_t id, const void* message, Integers integers = Integers::strings);
 
@@ -53,9 +69,12 @@ std::string to_json(const T& message, Integers integers = Integers::strings) {
     return to_json(T::ID, &message, integers);
 }
 
-/// Sets the message, which must be freshly constructed, from JSON. Throws JsonError, and std::out_of_range when the
-/// message's block is exhausted; the message is then partly set and destructible.
+/// Sets the message, which must be freshly constructed, from JSON. Throws JsonError when the text is wrong and
+/// DoesNotFit when the block is too small, and nothing else; the message is then partly set and destructible.
 void from_json(Velmora::MsgType_t id, std::string_view json, void* message);
+
+/// The same from the next value of a longer text, in whose errors paths begin with `name`, as in "body.tqid".
+void from_json(Velmora::MsgType_t id, JsonCursor& json, void* message, std::string_view name = {});
 
 template <class T>
 void from_json(std::string_view json, T& message) {

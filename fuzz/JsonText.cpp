@@ -24,6 +24,8 @@ void check(std::string_view text) {
         back->~T();
     } catch (const JsonError& e) {
         FUZZ_CHECK(*e.what() != '\0');
+    } catch (const DoesNotFit& e) {
+        FUZZ_CHECK(!e.path().empty());
     }
     message->~T();
 }

@@ -1,10 +1,14 @@
 // JSON both ways: exact round trips, the mapping, and strict errors with their paths.
 #include "Inspect/Json.h"
 
-#include <gtest/gtest.h>
+#include <random>
+#include <sstream>
 
+#include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include "Inspect/JsonCursor.h"
+#include "tests/CountedHeap.h"
 #include "tests/Samples.h"
 
 namespace {
@@ -79,7 +83,8 @@ TEST_F(Json, EveryErrorTellsItsPath) {
         {R"("userID":0)",
          {R"("userID":2147483648)", R"("userID":18446744073709551615)", R"("userID":-2147483649)"},
          "userID: not in -2147483648..2147483647"},
-        {R"("userID":0,)", {"", R"("userId":0,)"}, "userID: missing"},
+        {R"("userID":0,)", {""}, "userID: missing"},
+        {R"("userID":0,)", {R"("userId":0,)"}, "userId: unknown name"},
         {R"("userID":0)", {R"("userID":0,"more":1)"}, "more: unknown name"},
         {R"("userID":0)", {R"("userID":0,"userID":1)"}, "userID: given twice"},
         {R"("quoteID":null)", {R"("quoteID":1)"}, "quoteID: not a string"},
@@ -135,8 +140,115 @@ TEST_F(Json, WhatIsNoJsonOrNoMessageIsAnErrorToo) {
     EXPECT_THROW(from_json(std::string(100000, '['), *timer), JsonError) << "no recursion";
     EXPECT_THROW(from_json(0xF209, "{}", nullptr), JsonError);
     EXPECT_THROW(to_json(0xF209, nullptr), JsonError);
-    InBlock<Quillon::JsonFromServer> small(static_cast<int>(sizeof(Quillon::JsonFromServer)) + 2);
-    EXPECT_THROW(from_json("{\"contents\":\"ab\"}", *small), std::out_of_range);
+}
+
+TEST_F(Json, WhatDoesNotFitIsOneErrorBeyondTheRestAndBeyondTheWholeBlock) {
+    using Numbers = Quillon::BatchesCompletedMessage;
+    using Text = Quillon::JsonFromServer;
+    std::string many = "0";
+    for (int i = 1; i < 100; ++i) many += ",0";
+    for (const size_t missing : {1u, 399u}) {
+        InBlock<Numbers> numbers(static_cast<int>(sizeof(Numbers) + 400 - missing));
+        EXPECT_EQ(thrownText<DoesNotFit>([&] { from_json(R"({"batchesCompleted":[)" + many + "]}", *numbers); }),
+                  "batchesCompleted: does not fit the block");
+        InBlock<Text> text(static_cast<int>(sizeof(Text) + 400 - missing));
+        EXPECT_EQ(thrownText<DoesNotFit>([&] { from_json(R"({"contents":")" + std::string(399, 'x') + "\"}", *text); }),
+                  "contents: does not fit the block");
+    }
+}
+
+TEST_F(Json, IsReadWithoutMemoryBesidesTheBlock) {
+    forEveryMessage([]<class T>(of<T>, const char*) {
+        InBlock<T> value(1 << 18), back(1 << 18);
+        Sample(Filling::typical).fill(*value);
+        const std::string text = to_json(*value);
+        const long before = heap::taken;
+        from_json(text, *back);
+        const bool isCopied = text.find('\\') != text.npos; // by what has escapes
+        EXPECT_TRUE(isCopied || heap::taken == before) << text;
+    });
+}
+
+/// Names, strings and numbers of a text, one after the other.
+struct Found : nlohmann::json_sax<nlohmann::json> {
+    std::vector<std::string> all;
+    bool take(const std::string& text) { return all.push_back(text), true; }
+    bool null() override { return true; }
+    bool boolean(bool it) override { return take(it ? "true" : "false"); }
+    bool number_integer(int64_t it) override { return take(std::to_string(it)); }
+    bool number_unsigned(uint64_t it) override { return take(std::to_string(it)); }
+    bool number_float(double, const std::string& it) override { return take(it); }
+    bool string(std::string& it) override { return take(it); }
+    bool binary(binary_t&) override { return true; }
+    bool start_object(size_t) override { return true; }
+    bool key(std::string& it) override { return take(it); }
+    bool end_object() override { return true; }
+    bool start_array(size_t) override { return true; }
+    bool end_array() override { return true; }
+    bool parse_error(size_t, const std::string&, const nlohmann::json::exception&) override { return false; }
+
+    void read(JsonCursor& json) {
+        switch (json.next()) {
+        case JsonCursor::Next::object:
+            return json.object([&](std::string_view name) {
+                take(std::string(name));
+                read(json);
+            });
+        case JsonCursor::Next::array: {
+            const size_t count = json.count_elements();
+            size_t elements = 0;
+            json.array([&] { ++elements, read(json); });
+            EXPECT_EQ(count, elements);
+            return;
+        }
+        case JsonCursor::Next::string:
+            take(std::string(json.string()));
+            return;
+        case JsonCursor::Next::number:
+            take(std::string(json.number().text));
+            if (all.back() == "-0") all.back() = "0"; // as the number it is
+            return;
+        case JsonCursor::Next::boolean:
+            boolean(json.boolean());
+            return;
+        case JsonCursor::Next::null:
+            json.null();
+        }
+    }
+};
+
+TEST(JsonCursor, TakesAndRefusesWhatAnotherReaderDoes) {
+    std::vector<std::string> pieces = {" ", "\n", "\"\x01\"", "\"\x7F\"", "\"\xC3\xA4\"", "\"\xFF\""};
+    std::istringstream more(
+        R"({ } [ ] , : "a" "" 1 - 0 -7 0.5 e-3 1e-9 true tru false null "\u00e4\u20ac" "\ud83d\ude00"
+        "\ud83d" "\ude00" "\u12g4" "\x" "\\\"]\/\b\f\n\r\t" " \ )");
+    for (std::string piece; more >> piece;) pieces.push_back(piece);
+    std::mt19937 random(1);
+    size_t taken = 0;
+    for (int i = 0; i < 100'000; ++i) {
+        std::string text;
+        for (size_t n = random() % 9 + 1; n != 0; --n) text += pieces[random() % pieces.size()];
+        Found expected, found;
+        const bool isGood = nlohmann::json::sax_parse(text, &expected);
+        const std::string error = thrownText<JsonError>([&] {
+            JsonCursor whole(text), json(text);
+            whole.skip();
+            whole.end();
+            found.read(json);
+        });
+        ASSERT_EQ(error.empty(), isGood) << text << error;
+        ASSERT_TRUE(!isGood || found.all == expected.all) << text;
+        taken += isGood;
+    }
+    EXPECT_GT(taken, 5'000u);
+}
+
+TEST(JsonCursor, SkipsNoMoreThan64ValuesInOneAnother) {
+    for (const size_t depth : {64u, 65u}) {
+        const std::string text = std::string(depth, '[') + "0" + std::string(depth, ']');
+        EXPECT_EQ(thrownText<JsonError>([&] { JsonCursor(text).skip(); }),
+                  depth == 64 ? "" : "not JSON at byte 65: nested too deeply");
+    }
 }
 
 } // namespace
