@@ -1,5 +1,6 @@
 #include "Inspect/Checked.h"
 
+#include "Backend/Common/Assert.h"
 #include "Inspect/IdTable.h"
 #include "Inspect/Sizes.h"
 
@@ -61,6 +62,7 @@ constexpr IdTable<Encode> encoders([]<class T>(of<T>, const char*) { return &enc
 } // namespace
 
 Decoded decode_verified(MsgType_t id, std::string_view bytes, BufferAllocator& block, const Policy& policy) {
+    QL_ASSERT(Quillon::__protocol != nullptr); // there is no descriptor before initialize() nor after finalize()
     const char* const end = bytes.data() + bytes.size();
     Decoded decoded{.result = verify(id, bytes.data(), end, policy)};
     if (!decoded.result) return decoded;

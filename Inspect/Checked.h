@@ -5,7 +5,8 @@
 //     if (!message) return log(message.result.text());
 //     message.descriptor->checkbounds(...); use; message.descriptor->destroy(message.object);
 //
-// The module must be initialised.
+// decode_verified() asserts that the module is initialised, for the descriptor is the module's; encode_checked() needs no
+// module.
 #pragma once
 
 #include <cstddef>

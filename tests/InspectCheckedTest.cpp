@@ -64,6 +64,15 @@ TEST_F(Checked, RefusedBytesLeaveTheBlockAsItWas) {
     }
 }
 
+TEST(CheckedDeathTest, DecodingWithoutTheModuleIsAnAssertion) {
+    Block block(4096);
+    for (const char* body : {"\x0E", "\x8E"}) // good, cut
+        EXPECT_DEATH(decode_verified(Quillon::TimerMessage::ID, {body, 1}, block.alloc), "decode_verified.*__protocol");
+    InBlock<Quillon::TimerMessage> timer;
+    char range[8];
+    EXPECT_TRUE(encode_checked(*timer, range, range + sizeof range));
+}
+
 TEST_F(Checked, EncodingFitsExactlyOrWritesNothing) {
     forEveryMessage([&]<class T>(of<T>, const char*) {
         InBlock<T> value(1 << 18);
