@@ -9,6 +9,9 @@
 
 using Velmora::BufferAllocator;
 
+/// Prices and amounts are whole numbers of 1/SCALE. The protocol fixes no scale; peers agree on one.
+constexpr int64_t SCALE = 100'000'000;
+
 /// Stands for a peer: an encoded order. The identifier travels beside the body.
 static std::string bodyFromPeer() {
     char block[4096];
@@ -17,8 +20,8 @@ static std::string bodyFromPeer() {
     order.userID = 7;
     order.contents.clOrdID = "EURUSD-0001";
     order.contents.side = Quillon::Side::BID;
-    order.contents.amount = 1'000'000;
-    order.contents.price = 108'250'000;
+    order.contents.amount = 1'000'000 * SCALE;
+    order.contents.price = 108'250'000; // 1.0825
     order.contents.parameters.add_back().key = "desk";
 
     std::string body(1024, '\0');

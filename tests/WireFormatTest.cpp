@@ -115,7 +115,7 @@ TEST(WireFormatPage, ShowsAWholeBody) {
     order.userID = 7;
     order.contents.clOrdID = "EURUSD-0001";
     order.contents.side = Quillon::Side::BID;
-    order.contents.amount = 1'000'000;
+    order.contents.amount = 100'000'000'000'000;
     order.contents.price = 108'250'000;
     order.contents.parameters.add_back().key = "desk";
     std::string body(256, '\0');

@@ -51,7 +51,7 @@ export PKG_CONFIG_PATH="$library" LD_LIBRARY_PATH="${library%/pkgconfig}"
 flags="$(setting CMAKE_CXX_FLAGS)" # a sanitizer's, if any
 
 check() { # HOST TRUSTED
-    order='^received <SubmitOrderMessage userID=7 .*side=BID .*price=108250000 '
+    order='^received <SubmitOrderMessage userID=7 .*side=BID amount=100000000000000 price=108250000 '
     "$1" >"$work/output"
     grep -q "$order" "$work/output" || fail "$(cat "$work/output")"
     grep -q '^copied, equal$' "$work/output" || fail "$(cat "$work/output")"
