@@ -130,6 +130,11 @@ TEST_F(Annotate, TakesBytesFromWhereverTheyAre) {
         {"0e --type TimrMessage", 2, "did you mean TimerMessage"},
         {"a.pcap --packet 2 --raw", 2, "excludes"},
         {"--raw no-such-file", 3, "no-such-file"},
+        {".", 3, "."},
+        {"- <.", 3, "standard input"},
+        {"--raw - <&-", 3, "standard input"},
+        {"--raw - </dev/zero", 1, "standard input: more than the 262144 bytes that a packet can have"},
+        {"- </dev/zero", 1, "standard input: more than the 262144 bytes that a packet can have"},
     };
     for (const auto& it : cases) {
         const ToolFolder::Result result = folder.run(std::string("qlproto annotate ") + it.command);

@@ -6,8 +6,10 @@
 #include "tests/Hex.h"
 #include "tests/Sessions.h"
 #include "tests/ToolFolder.h"
+#include "tools/qlproto/LineReader.h"
 #include "tools/qlproto/MessageLine.h"
 #include "tools/qlproto/TimeText.h"
+#include "tools/qlproto/Verification.h"
 
 namespace {
 
@@ -40,7 +42,7 @@ TEST_F(Encode, TellsWhatIsWrongAndWhere) {
         std::string line;
         const char* complaint;
     } cases[] = {
-        {R"({"message": "TimerMessage", "body": {"tqid": 7})", "parse error at line 1, column 48"},
+        {R"({"message": "TimerMessage", "body": {"tqid": 7})", "not JSON at byte 47: a comma or } is missing"},
         {R"(["TimerMessage"])", "not an object"},
         {R"({})", "message: missing"},
         {R"({"message": "TimerMessage"})", "body: missing"},
@@ -50,7 +52,16 @@ TEST_F(Encode, TellsWhatIsWrongAndWhere) {
         {R"({"message": "TimerMessage", "id": 53285, "body": {"tqid": 7}})",
          "id: not 53284, the identifier of TimerMessage"},
         {R"({"message": "TimerMessage", "id": 53284.0, "body": {"tqid": 7}})", "id: not 53284"},
-        {R"({"message": "TimerMessage", "body": {"tqid": 7}, "packet": 3})", "packet: unknown name"},
+        {R"({"message": "TimerMessage", "body": {"tqid": 7}, "packets": 3})", "packets: unknown name"},
+        {R"({"message": "TimerMessage", "body": {"tqid": 7}, "gap": [})", "not JSON at byte 57"},
+        {R"({"message": "TimerMessage", "body": {"tqid": 7}, "redacted": true})", "redacted: no packet"},
+        {R"({"message": "TimerMessage", "body": {"tqid": 7}, "priceScale": 10})", "priceScale: no packet"},
+        {R"({"message": "TimerMessage", "body": {"tqid": 7}, "hex": "10"})", "hex: not the bytes of the body"},
+        {R"({"message": "TimerMessage", "body": {"tqid": 7}, "hex": "0e01"})", "hex: trailing bytes at byte 1"},
+        {R"({"message": "TimerMessage", "body": {"tqid": 7}, "hex": "0"})", "hex: a digit is missing"},
+        {R"({"message": "TimerMessage", "body": {"tqid": 7}, "hex": 14})", "hex: not a string"},
+        {"{\"message\": \"TimerMessage\", \"body\": " + std::string(1 << 20, '['), "body: not an object"},
+        {"{\"body\": " + std::string(1 << 20, '['), "nested too deeply"},
         {R"({"message": "TimerMessage", "body": {"tqid": 7}, "message": "TimerMessage"})", "message: given twice"},
         {R"({"message": "TimerMessage", "body": {"tqid": 7, "tqid": 7}})", "body.tqid: given twice"},
         {R"({"message": "TimerMessage", "body": 7})", "body: not an object"},
@@ -85,6 +96,69 @@ TEST_F(Encode, TellsWhatIsWrongAndWhere) {
             << time;
 }
 
+TEST_F(Encode, GivesBackTheBytesOfWhateverDecodePrints) {
+    const ToolFolder folder;
+    std::vector<ToolFolder::Packet> packets;
+    for (const Sent& it : ::session(6, 2000)) packets.emplace_back(it.time, it.bytes); // with pads
+    for (const char* bytes : {"24d08e00", "24d0", "0300", "02000000", "02000300616263", "24d00e"})
+        packets.emplace_back(packets.back().first + 1, unhex(bytes));
+    const std::string quote = identifierBytes(Quillon::QuoteRequestMessage::ID) + unhex("000002000007090000000000"),
+                      request = identifierBytes(Quillon::RequestMessage::ID) + unhex("00004f");
+    packets.insert(packets.end(), {{INT64_C(2'000'000'000), quote}, {INT64_C(3'000'000'000), request}});
+    folder.store("a.pcap", packets);
+    folder.run("qlproto decode --format json a.pcap >a.json");
+    folder.run("qlproto encode a.json -o good.pcap");
+    EXPECT_EQ(folder.content("a.json"), folder.run("qlproto decode --format json good.pcap").out);
+    EXPECT_EQ(folder
+                  .run("cmp <(qlproto decode --format json a.pcap | qlproto encode --format hex -) "
+                       "<(qlproto decode --format json --time utc a.pcap | qlproto encode --format hex -)")
+                  .exitCode,
+              0);
+    std::string expected;
+    for (const auto& [time, bytes] : packets)
+        if (isSound(bytes)) expected += hex(bytes) + '\n';
+    const ToolFolder::Result back = folder.run("qlproto encode --format hex a.json");
+    EXPECT_EQ(back.exitCode, 0) << back.err;
+    EXPECT_EQ(back.out, expected);
+    // Among them what the encoder would have in another form.
+    for (const std::string& bytes : {unhex("24d08e00"), unhex("02000300616263"), quote, request})
+        EXPECT_NE(expected.find('\n' + hex(bytes) + '\n'), expected.npos);
+
+    const ToolFolder::Result traced =
+        folder.run("set -o pipefail; qlproto trace good.pcap --user 11 --json | tee steps | "
+                   "qlproto encode --format hex -");
+    EXPECT_EQ(traced.exitCode, 0) << traced.err;
+    EXPECT_EQ(traced.lines(), linesOf(folder.content("steps")).size());
+    EXPECT_GT(traced.lines(), 10u);
+    for (const std::string& line : linesOf(traced.out)) ASSERT_NE(expected.find(line + '\n'), expected.npos) << line;
+}
+
+TEST(Lines, AreOfBoundedLengthAndNoneIsLost) {
+    const ToolFolder folder;
+    const std::string lines[] = {"0123456789", std::string(11, 'a'), "", std::string(5'000'000, 'b'), "c"};
+    std::string text;
+    for (const std::string& line : lines) text += line + '\n';
+    for (const char* end : {"", "without a line end"}) {
+        folder.write("lines", text + end);
+        LineReader reader(folder.path("lines"), 10);
+        std::string_view line;
+        for (const std::string& it : lines) {
+            ASSERT_TRUE(reader.next(line));
+            EXPECT_EQ(line, it.substr(0, 10));
+            EXPECT_EQ(reader.isCut(), it.size() > 10);
+        }
+        EXPECT_EQ(reader.next(line), *end != '\0');
+        EXPECT_EQ(reader.number(), *end != '\0' ? 6u : 5u);
+        EXPECT_FALSE(reader.next(line));
+    }
+    const ToolFolder::Result result = folder.run(
+        "(head -c 20000000 /dev/zero; printf '\\n{\"message\": \"TimerMessage\", \"body\": {\"tqid\": 7}}') | "
+        "qlproto encode --format hex -");
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.out, "24d00e\n");
+    EXPECT_EQ(result.err, "line 1: longer than 16781312 bytes\n1 of 2 lines bad\n");
+}
+
 TEST(EncodeCommand, WritesAllFormatsAndGoesOnBehindBadLines) {
     const ToolFolder folder;
     folder.write("lines", R"({"message": "TimerMessage", "body": {"tqid": 7}}
@@ -106,6 +180,8 @@ TEST(EncodeCommand, WritesAllFormatsAndGoesOnBehindBadLines) {
         int exitCode;
     } cases[] = {{"encode no-such-file", 3},
                  {"encode .", 3},
+                 {"encode - <.", 3},
+                 {"encode - <&-", 3},
                  {"encode lines -o no/a.pcap", 3},
                  {"encode lines --format hex -o no/a", 3},
                  {"encode", 2},

@@ -4,6 +4,7 @@
 
 #include "Backend/Velmora/Wire.h"
 #include "Inspect/BodyWalk.h"
+#include "Inspect/Display.h"
 #include "Inspect/SafeText.h"
 #include "generated/QLProtocol/QLProtocol.h"
 #include "tools/qlproto/Errors.h"
@@ -72,6 +73,12 @@ class Lines {
         } while (!bytes.empty());
     }
 
+    /// The same of bytes that are not to be seen.
+    void addHidden(std::size_t offset, std::string path, std::string type, std::string value) {
+        _table.add({fmt::format("{}", offset), std::string(Inspect::HIDDEN), std::move(path), std::move(type),
+                    std::move(value)});
+    }
+
     std::string text() const { return _table.text(); }
 
   private:
@@ -85,13 +92,15 @@ class Lines {
 
 } // namespace
 
-Annotation annotate(const Inspect::MessageInfo& message, std::string_view body, const Inspect::Policy& policy) {
+Annotation annotate(const Inspect::MessageInfo& message, std::string_view body, const Inspect::Policy& policy,
+                    Inspect::Secrets secrets) {
     const bool isPad = isWrittenPad(message, body);
     Annotation result;
     if (!isPad) result.fault = Inspect::verify(message.id, body.data(), body.data() + body.size(), policy);
     const bool isGood = static_cast<bool>(result.fault);
     const std::size_t sound = isGood ? body.size() : result.fault.offset;
 
+    const bool isHiding = secrets == Inspect::Secrets::hide;
     Lines lines;
     std::string path, type; // of the faulty value
     std::size_t end = 0;
@@ -103,19 +112,25 @@ Annotation annotate(const Inspect::MessageInfo& message, std::string_view body, 
                 type = type_text(value.value);
                 return false;
             }
-            lines.add(value.begin, body.substr(value.begin, value.end - value.begin), std::string(value.path),
-                      type_text(value.value), valueText(value));
+            if (isHiding && value.isSecret)
+                lines.addHidden(value.begin, std::string(value.path), type_text(value.value),
+                                std::string(Inspect::HIDDEN));
+            else
+                lines.add(value.begin, body.substr(value.begin, value.end - value.begin), std::string(value.path),
+                          type_text(value.value), valueText(value));
             end = value.end;
             return true;
         },
         isPad ? Inspect::PadForm::written : Inspect::PadForm::read);
 
     const std::string_view rest = body.substr(end);
-    if (!isGood) {
-        lines.add(sound, rest.substr(0, BYTES_AFTER_FAULT), path, type,
-                  fmt::format("<-- {}", to_string(result.fault.fault)));
-    } else if (!rest.empty()) { // what a tolerant policy lets pass
-        lines.add(end, rest.substr(0, BYTES_AFTER_FAULT), "", "", "after the last field");
+    if (!isGood || !rest.empty()) { // a fault, or what a tolerant policy lets pass
+        const std::string what =
+            isGood ? "after the last field" : fmt::format("<-- {}", to_string(result.fault.fault));
+        if (isHiding && holds_secret(*message.type))
+            lines.addHidden(end, path, type, what);
+        else
+            lines.add(end, rest.substr(0, BYTES_AFTER_FAULT), path, type, what);
     }
     result.text = lines.text();
     if (rest.size() > BYTES_AFTER_FAULT)

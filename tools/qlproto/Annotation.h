@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "Inspect/Reflection.h"
+#include "Inspect/SafeText.h"
 #include "Inspect/Verify.h"
 
 namespace qlproto {
@@ -16,7 +17,9 @@ struct Annotation {
 
 /// Explains the body up to its end or its first fault, whose bytes are shown and named. Offsets
 /// count from the body's beginning. The body of a PadMessage is taken in the form that it is written in, if it has
-/// that, else in the form that is read.
-Annotation annotate(const Inspect::MessageInfo& message, std::string_view body, const Inspect::Policy& policy);
+/// that, else in the form that is read. Hidden secrets show neither value nor bytes; nor does what follows a fault then
+/// or the last field, if the message has secrets at all, for it may be part of one.
+Annotation annotate(const Inspect::MessageInfo& message, std::string_view body, const Inspect::Policy& policy,
+                    Inspect::Secrets secrets = Inspect::Secrets::show);
 
 } // namespace qlproto

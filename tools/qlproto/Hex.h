@@ -10,6 +10,8 @@
 #include <string>
 #include <string_view>
 
+#include "tools/qlproto/Packet.h"
+
 namespace qlproto {
 
 /// A text that is not hexadecimal.
@@ -23,6 +25,9 @@ class HexError : public std::runtime_error {
   private:
     std::size_t _position;
 };
+
+/// Characters of a packet's bytes at most, as "0xHH " with a line end or a blank after each.
+inline constexpr std::size_t LONGEST_HEX = 5 * MAX_PACKET;
 
 /// The bytes that the text stands for. Throws HexError.
 std::string bytesFromHex(std::string_view text);

@@ -1,111 +1,202 @@
 #include "tools/qlproto/MessageLine.h"
 
+#include <algorithm>
+#include <array>
 #include <charconv>
-#include <map>
+#include <optional>
 
 #include <fmt/format.h>
-#include <nlohmann/json.hpp>
 
 #include "Inspect/Checked.h"
+#include "Inspect/JsonCursor.h"
+#include "tools/qlproto/Hex.h"
 #include "tools/qlproto/Names.h"
-#include "tools/qlproto/TimeText.h"
 
 namespace qlproto {
 
 namespace {
 
+using Inspect::JsonCursor;
 using Inspect::JsonError;
-using nlohmann::json;
+using Next = JsonCursor::Next;
 
 constexpr int64_t SECOND = 1'000'000'000;
 
 /// As many as the block of a message that a packet was decoded into needs at most, and some.
 constexpr std::size_t BLOCK = 64 * MAX_PACKET;
 
-/// The members of a JSON object as the texts they have in it. The text must be valid JSON. They stay texts so that the
-/// body is parsed once, where its errors are found.
-std::map<std::string, std::string_view> membersOf(std::string_view object) {
-    std::map<std::string, std::string_view> members;
-    std::size_t i = object.find('{') + 1;
-    const auto skipTo = [&](std::string_view ends) { // outside of strings and nested values
-        int depth = 0;
-        for (bool isInString = false; i < object.size(); ++i) {
-            const char c = object[i];
-            if (isInString) {
-                if (c == '\\') ++i;
-                if (c == '"') isInString = false;
-                continue;
-            }
-            if (depth == 0 && ends.find(c) != std::string_view::npos) return;
-            if (c == '"') isInString = true;
-            if (c == '{' || c == '[') ++depth;
-            if (c == '}' || c == ']') --depth;
-        }
-    };
-    const auto piece = [&](std::string_view ends) {
-        const std::size_t start = i;
-        skipTo(ends);
-        return object.substr(start, i++ - start);
-    };
-    while (i < object.size()) {
-        const std::string_view name = piece(":}");
-        if (object[i - 1] == '}') break; // an empty object
-        const std::string key = json::parse(name).get<std::string>();
-        if (!members.emplace(key, piece(",}")).second) throw JsonError(key, "given twice");
-        if (object[i - 1] == '}') break;
-    }
-    return members;
-}
+/// The names of the envelope, then those that mean nothing to who makes a packet.
+enum Member : std::size_t { TIME, MESSAGE, ID, BODY, HEX, REDACTED, PRICE_SCALE, PASSED_OVER };
+constexpr std::array<std::string_view, 15> MEMBERS = {"time",     "message",    "id",     "body",  "hex",
+                                                      "redacted", "priceScale", "packet", "gap",   "kind",
+                                                      "name",     "text",       "strict", "whole", "written"};
 
-int64_t readTime(const json& value) {
-    const std::string text = value.is_string() ? value.get<std::string>() : "";
-    const std::optional<int64_t> time = parseTime(text);
-    // One form only, and one that a capture can hold.
-    if (!time || timeText(*time) != text || *time / SECOND > UINT32_MAX)
-        throw JsonError("time", R"(not of the form "1709535600.000000042")");
-    return *time;
-}
-
-/// The identifier is checked against the name that decides.
-void checkId(const json& id, const Inspect::MessageInfo& message) {
-    if (!id.is_number_integer() || id != message.id)
-        throw JsonError("id", fmt::format("not {}, the identifier of {}", message.id, message.type->name));
+/// Whether encoding the message gives these bytes.
+bool encodesTo(std::string_view body, Velmora::MsgType_t id, const void* message) {
+    std::string bytes(body.size(), '\0');
+    const Inspect::Encoded encoded = Inspect::encode_checked(id, message, bytes.data(), bytes.data() + bytes.size());
+    return encoded && encoded.size == body.size() && bytes == body;
 }
 
 } // namespace
 
-MessageLineReader::MessageLineReader()
-    : _block(std::make_unique_for_overwrite<char[]>(BLOCK)),
-      _packet(std::make_unique_for_overwrite<char[]>(MAX_PACKET)) {}
+// --- writing
 
-Packet MessageLineReader::read(std::string_view line) {
-    std::map<std::string, std::string_view> members;
-    try {
-        if (!json::parse(line).is_object()) throw JsonError("", "not an object");
-        members = membersOf(line);
-    } catch (const json::exception& error) {
-        throw JsonError("", error.what());
-    }
-    for (const auto& [name, value] : members)
-        if (name != "time" && name != "message" && name != "id" && name != "body")
-            throw JsonError(name, "unknown name");
-    for (const char* name : {"message", "body"})
-        if (!members.contains(name)) throw JsonError(name, "missing");
-
-    const json name = json::parse(members["message"]);
-    if (!name.is_string()) throw JsonError("message", "not a string");
-    const Inspect::MessageInfo* const message = findMessage(name.get<std::string>());
-    if (message == nullptr || message->type->name != name)
-        throw JsonError("message", noSuchMessage(name.get<std::string>()));
-    if (members.contains("id")) checkId(json::parse(members["id"]), *message);
-    const int64_t time = members.contains("time") ? readTime(json::parse(members["time"])) : 0;
-
-    _packet[0] = static_cast<char>(message->id);
-    _packet[1] = static_cast<char>(message->id >> 8);
-    return {time, {_packet.get(), IDENTIFIER_SIZE + encode(*message, members["body"])}};
+void MessageLineWriter::begin(std::string_view name) {
+    _text += _before;
+    _before = ',';
+    ((_text += '"') += name) += "\":";
 }
 
-std::size_t MessageLineReader::encode(const Inspect::MessageInfo& message, std::string_view body) {
+void MessageLineWriter::time(int64_t time, TimeForm form) {
+    begin("time");
+    _text += '"';
+    appendTime(time, form, _text);
+    _text += '"';
+}
+
+void MessageLineWriter::message(std::string_view name, Velmora::MsgType_t id) {
+    begin("message");
+    fmt::format_to(std::back_inserter(_text), R"("{}","id":{})", name, id);
+}
+
+void MessageLineWriter::message(const MessageReader& reader, const Inspect::Display& display) {
+    const Velmora::MsgType_t id = reader.descriptor().id();
+    message(reader.descriptor().name(), id);
+    begin("body");
+    Inspect::append_json(id, reader.message(), Inspect::Integers::strings, display, _text);
+    const bool isRedacted = display.secrets == Inspect::Secrets::hide && Inspect::holds_secret(*Inspect::reflect(id));
+    if (isRedacted) member("redacted", "true");
+    if (display.priceScale != 1) member("priceScale", std::to_string(display.priceScale));
+    const std::string_view bytes = reader.body();
+    // What is strictly sound is what the writer makes, and found so much sooner. A pad is not, by contract.
+    const bool isCanonical = id != Quillon::PadMessage::ID
+                             && Inspect::verify(id, bytes.data(), bytes.data() + bytes.size(), Inspect::strict);
+    if (!isRedacted && !isCanonical && !encodesTo(bytes, id, reader.message()))
+        member("hex", '"' + hexFromBytes(bytes) + '"');
+}
+
+void MessageLineWriter::member(std::string_view name, std::string_view json) {
+    begin(name);
+    _text += json;
+}
+
+// --- reading
+
+namespace {
+
+std::string_view stringFrom(JsonCursor& json, const char* name) {
+    if (json.next() != Next::string) throw JsonError(name, "not a string");
+    return json.string();
+}
+
+int64_t timeFrom(JsonCursor& json) {
+    const std::string_view text = json.next() == Next::string ? json.string() : "";
+    const std::optional<int64_t> time = parseTime(text);
+    // The forms that are written and no other, and what a capture can hold.
+    if (!time || *time / SECOND > UINT32_MAX || (timeText(*time) != text && timeText(*time, TimeForm::utc) != text))
+        throw JsonError("time", R"(not of the form "1709535600.000000042" or "2024-03-04T07:00:00.000000042Z")");
+    return *time;
+}
+
+std::string bytesFrom(JsonCursor& json) {
+    try {
+        return bytesFromHex(stringFrom(json, "hex"));
+    } catch (const HexError& error) {
+        throw JsonError("hex", error.what());
+    }
+}
+
+} // namespace
+
+/// What has been read of a line.
+struct MessageLineReader::Envelope {
+    std::string_view text; ///< all of it
+    std::array<bool, MEMBERS.size()> given{};
+    int64_t time = 0;
+    std::string id; ///< as it stands there
+    const Inspect::MessageInfo* message = nullptr;
+    std::size_t body = 0; ///< where it begins, if it comes before the message's name
+    std::string hex;      ///< the bytes
+};
+
+MessageLineReader::MessageLineReader()
+    : _block(std::make_unique_for_overwrite<char[]>(BLOCK)),
+      _packet(std::make_unique_for_overwrite<char[]>(MAX_PACKET)) {
+    for (const Inspect::MessageInfo& message : Inspect::all_messages()) _messages[message.type->name] = &message;
+}
+
+Packet MessageLineReader::read(std::string_view text) {
+    JsonCursor json(text);
+    if (json.next() != Next::object) throw JsonError("", "not an object");
+    Envelope line{.text = text, .id = {}, .hex = {}};
+    json.object([&](std::string_view name) { member(name, json, line); });
+    json.end();
+
+    for (const Member needed : {MESSAGE, BODY})
+        if (!line.given[needed]) throw JsonError(std::string(MEMBERS[needed]), "missing");
+    const Inspect::MessageInfo& message = *line.message;
+    if (line.given[ID] && line.id != std::to_string(message.id))
+        throw JsonError("id", fmt::format("not {}, the identifier of {}", message.id, message.type->name));
+    if (line.body != 0) {
+        JsonCursor body(text, line.body);
+        encodeBody(message, body);
+    }
+    if (line.given[HEX]) {
+        if (line.hex.size() > MAX_PACKET - IDENTIFIER_SIZE) throw JsonError("hex", "more than fits a packet");
+        if (!isOfBody(message.id, line.hex)) throw JsonError("hex", "not the bytes of the body");
+        _size = line.hex.copy(_packet.get() + IDENTIFIER_SIZE, line.hex.size());
+    }
+    _packet[0] = static_cast<char>(message.id);
+    _packet[1] = static_cast<char>(message.id >> 8);
+    return {line.time, {_packet.get(), IDENTIFIER_SIZE + _size}};
+}
+
+void MessageLineReader::member(std::string_view name, JsonCursor& json, Envelope& line) {
+    const auto which = static_cast<std::size_t>(std::ranges::find(MEMBERS, name) - MEMBERS.begin());
+    const std::string path(name.substr(0, 100)); // the name goes with the next value; nobody reads a longer one
+    if (which == MEMBERS.size()) throw JsonError(path, "unknown name");
+    if (line.given[which]) throw JsonError(path, "given twice");
+    line.given[which] = true;
+    switch (which) {
+    case TIME:
+        line.time = timeFrom(json);
+        break;
+    case MESSAGE:
+        line.message = &messageNamed(stringFrom(json, "message"));
+        break;
+    case ID:
+        if (json.next() != Next::number) throw JsonError("id", "not a number");
+        line.id = json.number().text;
+        break;
+    case BODY:
+        if (line.message != nullptr) {
+            encodeBody(*line.message, json);
+        } else {
+            json.next();
+            line.body = json.position();
+            json.skip();
+        }
+        break;
+    case HEX:
+        line.hex = bytesFrom(json);
+        break;
+    case REDACTED:
+        throw JsonError(path, "no packet can be made where secrets are hidden");
+    case PRICE_SCALE:
+        throw JsonError(path, "no packet can be made where prices are divided");
+    default:
+        json.skip();
+    }
+}
+
+const Inspect::MessageInfo& MessageLineReader::messageNamed(std::string_view name) const {
+    const auto found = _messages.find(name);
+    if (found == _messages.end()) throw JsonError("message", noSuchMessage(name.substr(0, 100)));
+    return *found->second;
+}
+
+void MessageLineReader::encodeBody(const Inspect::MessageInfo& message, JsonCursor& json) {
     Velmora::BufferAllocator alloc(_block.get(), static_cast<int>(BLOCK), "qlproto", "encode");
     Velmora::MsgDescriptor& descriptor = *Quillon::__protocol->getDescriptor(message.id);
     void* const place = alloc.allocate(descriptor.size());
@@ -117,22 +208,29 @@ std::size_t MessageLineReader::encode(const Inspect::MessageInfo& message, std::
     } const destroy{descriptor, place};
 
     try {
-        Inspect::from_json(message.id, body, place);
-    } catch (const JsonError& error) {
-        const std::string reason = error.what();
-        if (error.path().empty()) throw JsonError("body", reason);
-        throw JsonError("body." + error.path(), reason.substr(error.path().size() + 2)); // after "path: "
-    } catch (const std::out_of_range&) {                                                 // of the block
-        throw JsonError("body", "more than fits a packet");
-    } catch (const std::length_error&) { // of a vector, for want of block
-        throw JsonError("body", "more than fits a packet");
+        Inspect::from_json(message.id, json, place, "body");
+    } catch (const Inspect::DoesNotFit& error) {
+        throw JsonError(error.path(), "more than fits a packet");
     }
     const Inspect::Encoded encoded =
         Inspect::encode_checked(message.id, place, _packet.get() + IDENTIFIER_SIZE, _packet.get() + MAX_PACKET);
-    if (encoded) return encoded.size;
     if (encoded.refusal == Inspect::Refusal::tooSmall)
         throw JsonError("body", fmt::format("{} bytes, more than fit a packet", encoded.size));
-    throw JsonError("body." + encoded.field, encoded.text().substr(0, encoded.text().find(" (")));
+    if (!encoded) throw JsonError("body." + encoded.field, encoded.text().substr(0, encoded.text().find(" (")));
+    _size = encoded.size;
+}
+
+bool MessageLineReader::isOfBody(Velmora::MsgType_t id, std::string_view bytes) {
+    const std::string_view body(_packet.get() + IDENTIFIER_SIZE, _size);
+    if (bytes == body) return true;
+    if (_reader.read(identifierBytes(id).append(bytes))) return encodesTo(body, id, _reader.message());
+    // A pad that is no packet's, for its length has the form in which it is read.
+    Velmora::BufferAllocator alloc(_block.get(), static_cast<int>(BLOCK), "qlproto", "encode");
+    const Inspect::Decoded decoded = Inspect::decode_verified(id, bytes, alloc);
+    if (!decoded) throw JsonError("hex", decoded.result.text());
+    const bool isSame = encodesTo(body, id, decoded.object);
+    decoded.descriptor->destroy(decoded.object);
+    return isSame;
 }
 
 } // namespace qlproto

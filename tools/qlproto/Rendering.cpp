@@ -2,18 +2,13 @@
 
 #include <string_view>
 
-#include <fmt/format.h>
-
-#include "Inspect/Json.h"
 #include "Inspect/SafeText.h"
 #include "Inspect/Values.h"
+#include "tools/qlproto/MessageLine.h"
 
 namespace qlproto {
 
 namespace {
-
-// No byte of a sound body becomes more than 64 characters, field name included.
-constexpr std::size_t ROOM = 64 * MAX_PACKET + 4096;
 
 constexpr const char* BOLD = "\x1B[1m";
 constexpr const char* PLAIN = "\x1B[0m";
@@ -27,7 +22,7 @@ class ValueLines : public Inspect::ValueVisitor {
         if (value.number == 0 && value.text.empty() && value.kind != Inspect::Kind::enumeration) return true;
         (_text += "    ").append(Inspect::path_text(path)).append(" = ");
         if (value.isSecret && _display.secrets == Inspect::Secrets::hide)
-            _text += "***";
+            _text += Inspect::HIDDEN;
         else if (value.is_text())
             appendQuoted(value.text);
         else
@@ -65,7 +60,8 @@ class ValueLines : public Inspect::ValueVisitor {
 
 } // namespace
 
-Rendering::Rendering(const Options& options) : _options(options), _room(std::make_unique_for_overwrite<char[]>(ROOM)) {}
+Rendering::Rendering(const Options& options)
+    : _options(options), _room(std::make_unique_for_overwrite<char[]>(LONGEST_LINE)) {}
 
 void Rendering::append(const Packet& packet, const MessageReader& reader, std::string& text) {
     if (_options.format == Format::json) {
@@ -84,8 +80,8 @@ void Rendering::append(const Packet& packet, const MessageReader& reader, std::s
 
 void Rendering::appendLine(const MessageReader& reader, std::string& text) {
     const char* const name = reader.descriptor().name();
-    const Inspect::Rendered rendered =
-        Inspect::render(reader.descriptor().id(), reader.message(), _room.get(), _room.get() + ROOM, _options.display);
+    const Inspect::Rendered rendered = Inspect::render(reader.descriptor().id(), reader.message(), _room.get(),
+                                                       _room.get() + LONGEST_LINE, _options.display);
     // Of "<Name fields>" the frame is left out: names are then words of their own, for grep and cut.
     std::string_view whole(_room.get(), rendered.size);
     whole.remove_prefix(1 + std::string_view(name).size());
@@ -102,16 +98,10 @@ void Rendering::appendLines(const MessageReader& reader, std::string& text) {
 }
 
 void Rendering::appendJson(const Packet& packet, const MessageReader& reader, std::string& text) {
-    text += '{';
-    if (_options.hasTime) {
-        text += "\"time\":\"";
-        appendTime(packet.time, _options.time, text);
-        text += "\",";
-    }
-    const Velmora::MsgDescriptor& descriptor = reader.descriptor();
-    fmt::format_to(std::back_inserter(text), R"("name":"{}","id":{},"message":)", descriptor.name(), descriptor.id());
-    Inspect::append_json(descriptor.id(), reader.message(), Inspect::Integers::strings, _options.display, text);
-    text += "}\n";
+    MessageLineWriter line(text);
+    if (_options.hasTime) line.time(packet.time, _options.time);
+    line.message(reader, _options.display);
+    line.end();
 }
 
 void Rendering::appendName(const char* name, std::string& text) const {

@@ -14,7 +14,7 @@ namespace qlproto {
 enum class Format {
     line,  ///< time, name and fields
     lines, ///< time and name; then each value that is no zero and no empty text with its path, on a line of its own
-    json,  ///< {"time":...,"name":...,"id":...,"message":{...}}
+    json,  ///< as in MessageLine.h
 };
 
 class Rendering {

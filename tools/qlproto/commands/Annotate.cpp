@@ -2,16 +2,13 @@
 //
 // The bytes come from a packet of a capture, from hexadecimal text or as they are. A packet has the identifier in front
 // of the body; so has hexadecimal or raw input unless --type says what it is.
-#include <filesystem>
-#include <fstream>
-#include <iostream>
 #include <memory>
-#include <sstream>
 
 #include <fmt/format.h>
 #include <unistd.h>
 
 #include "tools/qlproto/Annotation.h"
+#include "tools/qlproto/ByteWindow.h"
 #include "tools/qlproto/Capture.h"
 #include "tools/qlproto/Errors.h"
 #include "tools/qlproto/Hex.h"
@@ -29,18 +26,17 @@ struct Options {
     std::string policy = "whole";
     uint64_t packet = 0; ///< counted from 1
     bool isRaw = false;
+    bool redact = false;
 };
 
-std::string contentOf(const std::string& path) {
-    std::ostringstream text;
-    if (path == "-") {
-        text << std::cin.rdbuf();
-    } else {
-        std::ifstream file(path, std::ios::binary);
-        if (!file || std::filesystem::is_directory(path)) throw IoError(fmt::format("{}: cannot be read", path));
-        text << file.rdbuf();
-    }
-    return text.str();
+/// A whole file of `longest` bytes at most.
+std::string contentOf(const std::string& path, std::size_t longest) {
+    ByteWindow input(path);
+    const std::string_view bytes = input.peek(longest + 1);
+    if (bytes.size() > longest)
+        throw DamagedCapture(fmt::format("{}: more than the {} that a packet can have", input.name(),
+                                         counted(MAX_PACKET, "byte")));
+    return std::string(bytes);
 }
 
 /// The bytes of that packet of a capture.
@@ -56,9 +52,9 @@ std::string packetOf(const std::string& path, uint64_t number) {
 /// A file where there is one of that name, else hexadecimal text.
 std::string bytesOf(const Options& options) {
     if (options.packet != 0) return packetOf(options.input, options.packet);
-    if (options.isRaw) return contentOf(options.input);
+    if (options.isRaw) return contentOf(options.input, MAX_PACKET);
     const bool isFile = options.input == "-" || ::access(options.input.c_str(), F_OK) == 0;
-    return bytesFromHex(isFile ? contentOf(options.input) : options.input);
+    return bytesFromHex(isFile ? contentOf(options.input, LONGEST_HEX) : options.input);
 }
 
 int annotateBytes(const Options& options, std::string_view bytes) {
@@ -81,7 +77,7 @@ int annotateBytes(const Options& options, std::string_view bytes) {
     const Inspect::Policy policy = options.policy == "strict"     ? Inspect::strict
                                    : options.policy == "tolerant" ? Inspect::tolerant
                                                                   : Inspect::whole;
-    const Annotation annotation = annotate(*message, bytes, policy);
+    const Annotation annotation = annotate(*message, bytes, policy, options.redact ? Inspect::Secrets::hide : Inspect::Secrets::show);
     writeText(fmt::format("{} {} (0x{:04X}), body of {}\n{}", message->type->name, message->id, message->id,
                           counted(bytes.size(), "byte"), annotation.text));
     if (annotation.fault) return EXIT_FINE;
@@ -120,6 +116,7 @@ void addAnnotate(CLI::App& app, Commands& commands) {
     command->add_option("--policy", options->policy, "What counts as a fault")
         ->check(CLI::IsMember({"strict", "tolerant", "whole"}))
         ->capture_default_str();
+    command->add_flag("--redact", options->redact, "Hide passwords and other secrets, bytes and value");
     command->footer("Examples:\n"
                     "  qlproto annotate --type TimerMessage 0e\n"
                     "  qlproto annotate 24d00e\n"

@@ -7,6 +7,7 @@
 #include "tools/qlproto/CaptureScan.h"
 #include "tools/qlproto/Filter.h"
 #include "tools/qlproto/Hex.h"
+#include "tools/qlproto/LineReader.h"
 #include "tools/qlproto/Output.h"
 #include "tools/qlproto/Rendering.h"
 #include "tools/qlproto/Terminal.h"
@@ -116,23 +117,16 @@ int decodeRaw(const Options& options, const Filter& filter) {
 }
 
 int decodeHex(const Options& options, const Filter& filter) {
-    ByteWindow input(options.input);
+    LineReader lines(options.input, LONGEST_HEX);
     Bytes bytes(options, filter);
-    constexpr std::size_t longest = 5 * MAX_PACKET; // "0xHH " for each byte
-    for (uint64_t number = 1; !input.peek(1).empty(); ++number) {
-        const std::string where = fmt::format("{}:{}", input.name(), number);
-        std::size_t size = 0;
-        std::string_view held = input.peek(1);
-        while ((size = held.find('\n')) == held.npos && held.size() < longest) {
-            const std::size_t before = held.size();
-            held = input.peek(before + 1);
-            if (held.size() == before) break;
-        }
-        const std::string line(held.substr(0, size));
-        input.skip(size == held.npos ? held.size() : size + 1);
+    for (std::string_view line; lines.next(line);) {
+        const std::string where = fmt::format("{}:{}", lines.name(), lines.number());
         if (line.find_first_not_of(" \t\r") == line.npos) continue;
         try {
-            bytes.decode(where, bytesFromHex(line));
+            if (lines.isCut())
+                bytes.complain(where, "more than a packet can have");
+            else
+                bytes.decode(where, bytesFromHex(line));
         } catch (const HexError& error) {
             bytes.complain(where, error.what());
         }

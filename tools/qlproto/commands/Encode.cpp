@@ -1,7 +1,4 @@
 // qlproto encode: lines of JSON to packets.
-#include <filesystem>
-#include <fstream>
-#include <iostream>
 #include <memory>
 
 #include <fmt/format.h>
@@ -9,6 +6,7 @@
 #include "tools/qlproto/Capture.h"
 #include "tools/qlproto/Errors.h"
 #include "tools/qlproto/Hex.h"
+#include "tools/qlproto/LineReader.h"
 #include "tools/qlproto/MessageLine.h"
 #include "tools/qlproto/Output.h"
 #include "tools/qlproto/commands/Commands.h"
@@ -42,34 +40,27 @@ class BytesWriter : public PacketSink {
 };
 
 /// Every line that is good goes to the sink; of the others standard error tells. False if there were any.
-bool encodeLines(std::istream& input, PacketSink& sink) {
+bool encodeLines(LineReader& lines, PacketSink& sink) {
     MessageLineReader reader;
-    uint64_t number = 0, bad = 0;
-    for (std::string line; std::getline(input, line);) {
-        ++number;
-        if (line.find_first_not_of(" \t\r") == std::string::npos) continue;
+    uint64_t bad = 0;
+    for (std::string_view line; lines.next(line);) {
+        if (line.find_first_not_of(" \t\r") == line.npos) continue;
         try {
+            if (lines.isCut()) throw Inspect::JsonError("", fmt::format("longer than {} bytes", LONGEST_LINE));
             sink.packet(reader.read(line));
         } catch (const Inspect::JsonError& error) {
-            tell(fmt::format("line {}: {}", number, error.what()));
+            tell(fmt::format("line {}: {}", lines.number(), error.what()));
             ++bad;
         }
     }
-    if (input.bad()) throw IoError("the input cannot be read");
-    if (bad != 0) tell(fmt::format("{} of {} bad", bad, counted(number, "line")));
+    if (bad != 0) tell(fmt::format("{} of {} bad", bad, counted(lines.number(), "line")));
     return bad == 0;
 }
 
 int encode(const Options& options) {
-    std::ifstream file;
-    if (options.input != "-") {
-        file.open(options.input, std::ios::binary);
-        if (!file || std::filesystem::is_directory(options.input))
-            throw IoError(fmt::format("{}: cannot be read", options.input));
-    }
-    std::istream& input = options.input == "-" ? std::cin : file;
+    LineReader lines(options.input, LONGEST_LINE);
     const auto run = [&](auto&& writer) {
-        const bool isGood = encodeLines(input, writer);
+        const bool isGood = encodeLines(lines, writer);
         writer.close();
         return isGood ? EXIT_FINE : EXIT_BAD_DATA;
     };
@@ -95,9 +86,14 @@ void addEncode(CLI::App& app, Commands& commands) {
     command->footer(
         "A line: {\"time\": \"1709535600.000000042\", \"message\": \"TimerMessage\", \"id\": 53284, \"body\": "
         "{\"tqid\": 7}}\n"
-        "id and time may be left out. Bad lines are told with the path of what is wrong and left out. The lines of\n"
-        "decode --format json come out as the packets they were made of.\n\n"
+        "id and time may be left out. Bad lines are told with the path of what is wrong and left out.\n\n"
+        "The lines of decode --format json and trace --json come out as the packets they were made of, byte for byte:\n"
+        "where a body has another form than the encoder's, as pads do, the line has its bytes as hex, which must mean\n"
+        "the same as body. Who alters such a body takes hex out. Of lines made with --redact or --price-scale no "
+        "packet\n"
+        "can be made; they say so and are refused. The bad packets of a capture are in no line.\n\n"
         "Examples:\n"
+        "  qlproto decode --format json session.pcap | qlproto encode - -o same.pcap\n"
         "  qlproto encode - -o timer.pcap <<<'{\"message\": \"TimerMessage\", \"body\": {\"tqid\": 7}}'\n"
         "  qlproto encode --format hex - <<<'{\"message\": \"TimerMessage\", \"body\": {\"tqid\": 7}}'");
     commands.push_back({command, [options] { return encode(*options); }});

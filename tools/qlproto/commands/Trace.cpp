@@ -4,11 +4,11 @@
 #include <optional>
 
 #include <fmt/format.h>
-#include <nlohmann/json.hpp>
 
-#include "Inspect/Json.h"
+#include "Inspect/Display.h"
 #include "tools/qlproto/CaptureScan.h"
 #include "tools/qlproto/Duration.h"
+#include "tools/qlproto/MessageLine.h"
 #include "tools/qlproto/Output.h"
 #include "tools/qlproto/Table.h"
 #include "tools/qlproto/TimeText.h"
@@ -27,6 +27,7 @@ struct Options {
     std::string quote;
     std::optional<int32_t> user;
     bool json = false;
+    bool redact = false;
 };
 
 bool isStationTime(std::string_view path) {
@@ -42,7 +43,7 @@ std::string describe(const MessageReader& reader) {
         constexpr std::string_view usual = "contents.";
         text +=
             fmt::format("{}{}={}", text.empty() ? "" : " ", path.starts_with(usual) ? path.substr(usual.size()) : path,
-                        field.isSecret ? "***" : field.text);
+                        field.isSecret ? Inspect::HIDDEN : field.text);
     }
     return text;
 }
@@ -60,21 +61,19 @@ std::string table(const std::vector<Trace::Step>& steps) {
     return table.text();
 }
 
-/// One object a line.
-std::string json(const std::vector<Trace::Step>& steps) {
+/// A message a line, with what the trace adds.
+std::string json(const std::vector<Trace::Step>& steps, const Inspect::Display& display) {
     std::string text;
     MessageReader reader;
     int64_t before = steps.empty() ? 0 : steps.front().time;
     for (const Trace::Step& step : steps) {
         reader.read(step.packet);
-        const Velmora::MsgDescriptor& type = reader.descriptor();
-        nlohmann::ordered_json json;
-        json["packet"] = step.number;
-        json["time"] = timeText(step.time);
-        json["gap"] = step.time - before;
-        json["message"] = type.name();
-        json["fields"] = nlohmann::ordered_json::parse(Inspect::to_json(type.id(), reader.message()));
-        text += json.dump() + '\n';
+        MessageLineWriter line(text);
+        line.time(step.time, TimeForm::raw);
+        line.message(reader, display);
+        line.member("packet", std::to_string(step.number));
+        line.member("gap", std::to_string(step.time - before));
+        line.end();
         before = step.time;
     }
     return text;
@@ -102,7 +101,7 @@ int trace(const Options& options) {
 
     const std::vector<Trace::Step> steps = trace.steps();
     if (options.json)
-        writeText(json(steps));
+        writeText(json(steps, {.secrets = options.redact ? Inspect::Secrets::hide : Inspect::Secrets::show}));
     else if (!steps.empty())
         writeText(table(steps));
     tell(steps.empty() ? fmt::format("nothing is known of {}", name)
@@ -124,7 +123,10 @@ void addTrace(CLI::App& app, Commands& commands) {
         ->excludes(order);
     subject->add_option("--user", options->user, "A user, by userID; with another, its messages of this user only");
     subject->require_option(1, 2);
-    command->add_flag("--json", options->json, "As NDJSON with all fields instead of a table");
+    command->add_flag("--json", options->json,
+                      "A line of JSON for each message, as of decode --format json, instead of a table");
+    command->add_flag("--redact", options->redact,
+                      "Hide passwords and other secrets in JSON, as the table always does");
     command->footer(
         "An order is followed from identifier to identifier: clOrdID, orderID and exOrdID, the new clOrdID of a\n"
         "modified order, the cancellation of all orders that canceled it, the acknowledgement of its execution. A "
@@ -134,7 +136,8 @@ void addTrace(CLI::App& app, Commands& commands) {
         "Examples:\n"
         "  qlproto trace session.pcap --order heron-1\n"
         "  qlproto trace session.pcap --quote QR1\n"
-        "  qlproto trace session.pcap --user 11 --json");
+        "  qlproto trace session.pcap --user 11 --json\n"
+        "  qlproto trace session.pcap --order heron-1 --json | qlproto encode - -o heron-1.pcap");
     commands.push_back({command, [options] { return trace(*options); }});
 }
 

@@ -15,6 +15,7 @@
 #include "Inspect/Json.h"
 #include "Inspect/SafeText.h"
 #include "tools/qlproto/Hex.h"
+#include "tools/qlproto/MessageLine.h"
 #include "tools/qlproto/corpus/Filler.h"
 #include "tools/qlproto/session/Session.h"
 
@@ -133,34 +134,41 @@ class Lines {
     void golden(const std::string& name, const std::string& body, const std::string& written) {
         const std::optional<Meaning> meaning = meaningOf(_message.id, body);
         if (!meaning || !_golden.insert(body).second) return;
-        begin("golden", name, body);
+        MessageLineWriter line = begin("golden", name, body, meaning->json);
         // As constructed, enumerations are 0, which is an enumerator of some only.
         const Inspect::Result strict =
             Inspect::verify(_message.id, body.data(), body.data() + body.size(), Inspect::strict);
-        if (!strict) _text += ",\"strict\":" + faultJson({strict.fault, strict.offset, strict.path()});
-        if (written != body) _text += fmt::format(R"(,"written":"{}")", hexFromBytes(written));
-        _text += fmt::format(R"(,"json":{},"text":{}}})", meaning->json, inQuotes(meaning->text)) + '\n';
+        if (!strict) line.member("strict", faultJson({strict.fault, strict.offset, strict.path()}));
+        if (written != body) line.member("written", inQuotes(hexFromBytes(written)));
+        line.member("text", inQuotes(meaning->text));
+        line.end();
     }
 
     void encode(const std::string& name, const std::string& body, const std::string& json) {
-        begin("encode", name, body);
-        _text += fmt::format(R"(,"json":{}}})", json) + '\n';
+        begin("encode", name, body, json).end();
     }
 
     void hostile(const Hostile& vector) {
         const std::string fault = faultJson(vector.strict);
-        begin("hostile", vector.name, vector.body);
-        _text += fmt::format(R"(,"strict":{},"whole":)", fault);
+        MessageLineWriter line = begin("hostile", vector.name, vector.body, {});
+        line.member("strict", fault);
         const std::optional<Meaning> meaning = vector.isTakenWhole ? meaningOf(_message.id, vector.body) : std::nullopt;
-        _text += (meaning ? fmt::format(R"({{"json":{}}})", meaning->json) : fault) + "}\n";
+        line.member("whole", meaning ? fmt::format(R"({{"body":{}}})", meaning->json) : fault);
+        line.end();
     }
 
     const std::string& text() const { return _text; }
 
   private:
-    void begin(const char* kind, const std::string& name, const std::string& body) {
-        _text += fmt::format(R"({{"message":"{}","id":{},"kind":"{}","name":{},"hex":"{}")", _message.type->name,
-                             _message.id, kind, inQuotes(name), hexFromBytes(body));
+    /// `json`: what the body means; empty for nothing.
+    MessageLineWriter begin(const char* kind, const std::string& name, const std::string& body, std::string_view json) {
+        MessageLineWriter line(_text);
+        line.message(_message.type->name, _message.id);
+        if (!json.empty()) line.member("body", json);
+        line.member("hex", inQuotes(hexFromBytes(body)));
+        line.member("kind", inQuotes(kind));
+        line.member("name", inQuotes(name));
+        return line;
     }
 
     const Inspect::MessageInfo& _message;
