@@ -125,8 +125,7 @@ Annotation annotate(const Inspect::MessageInfo& message, std::string_view body, 
 
     const std::string_view rest = body.substr(end);
     if (!isGood || !rest.empty()) { // a fault, or what a tolerant policy lets pass
-        const std::string what =
-            isGood ? "after the last field" : fmt::format("<-- {}", to_string(result.fault.fault));
+        const std::string what = isGood ? "after the last field" : fmt::format("<-- {}", to_string(result.fault.fault));
         if (isHiding && holds_secret(*message.type))
             lines.addHidden(end, path, type, what);
         else

@@ -34,8 +34,8 @@ std::string contentOf(const std::string& path, std::size_t longest) {
     ByteWindow input(path);
     const std::string_view bytes = input.peek(longest + 1);
     if (bytes.size() > longest)
-        throw DamagedCapture(fmt::format("{}: more than the {} that a packet can have", input.name(),
-                                         counted(MAX_PACKET, "byte")));
+        throw DamagedCapture(
+            fmt::format("{}: more than the {} that a packet can have", input.name(), counted(MAX_PACKET, "byte")));
     return std::string(bytes);
 }
 
@@ -77,7 +77,8 @@ int annotateBytes(const Options& options, std::string_view bytes) {
     const Inspect::Policy policy = options.policy == "strict"     ? Inspect::strict
                                    : options.policy == "tolerant" ? Inspect::tolerant
                                                                   : Inspect::whole;
-    const Annotation annotation = annotate(*message, bytes, policy, options.redact ? Inspect::Secrets::hide : Inspect::Secrets::show);
+    const Annotation annotation =
+        annotate(*message, bytes, policy, options.redact ? Inspect::Secrets::hide : Inspect::Secrets::show);
     writeText(fmt::format("{} {} (0x{:04X}), body of {}\n{}", message->type->name, message->id, message->id,
                           counted(bytes.size(), "byte"), annotation.text));
     if (annotation.fault) return EXIT_FINE;
