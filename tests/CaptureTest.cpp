@@ -16,6 +16,7 @@ constexpr size_t FILE_HEADER = 24, HEADER = 16;
 
 struct Outcome {
     std::map<uint64_t, Sent> packets; ///< by offset; of which the message is good
+    std::map<uint64_t, Sent> cut;     ///< by offset; of which the capture holds only the start
     std::vector<uint64_t> faults;     ///< offsets of what is bad
     uint64_t skipped = 0;
 };
@@ -34,8 +35,11 @@ Outcome read(const std::string& bytes) {
             outcome.skipped += capture.damage()->skipped;
         }
         if (!isThere) break;
-        if (capture.originalLength() == packet.bytes.size() && reader.read(packet.bytes))
-            outcome.packets[packet.offset] = {packet.time, std::string(packet.bytes)};
+        const Sent it{packet.time, std::string(packet.bytes)};
+        const bool isCut = capture.originalLength() != packet.bytes.size();
+        if (isCut) outcome.cut[packet.offset] = it;
+        if (!isCut && reader.read(packet.bytes))
+            outcome.packets[packet.offset] = it;
         else
             outcome.faults.push_back(packet.offset);
     }
@@ -118,6 +122,64 @@ TEST_F(Capture, DamagedInAHundredPlacesLosesNoGoodPacket) {
     }
 }
 
+/// Bytes are replaced, put in or taken out. What was not hit comes out as what it is, whole or cut, and nothing comes
+/// out but where a record begins: one that was hit, perhaps a little before or after its place.
+TEST_F(Capture, CutToALengthAndDamagedLosesNothingAndInventsNothing) {
+    constexpr unsigned most = 18; // bytes of one damage: fewer than any record has, of which one could take the place
+    for (const size_t length : {20u, 40u, 96u, 200u, 262144u}) {
+        for (int damages = 0; damages < 400; damages += 20) {
+            SCOPED_TRACE(testing::Message() << "length " << length << ", damages " << damages);
+            qlproto::session::Rng rng(length + static_cast<uint64_t>(damages));
+            std::vector<Sent> sent = session(length + static_cast<uint64_t>(damages), 3000);
+            std::vector<std::string> records;
+            std::vector<bool> isCut, isHit(sent.size());
+            for (Sent& it : sent) {
+                const size_t original = it.bytes.size();
+                isCut.push_back(original > length);
+                it.bytes.resize(std::min(original, length));
+                records.push_back(CaptureForm().record(it, original));
+            }
+            for (int i = 0; i < damages; ++i) {
+                const auto hit = static_cast<size_t>(rng.between(0, 2999));
+                std::string& record = records[hit];
+                if (isHit[hit]) continue;
+                isHit[hit] = true;
+                const auto anywhere = static_cast<int64_t>(record.size()) - 1;
+                const auto at = static_cast<size_t>(rng.between(0, i % 2 == 0 ? 15 : anywhere));
+                std::string junk(static_cast<size_t>(rng.between(1, most)), 0);
+                for (char& c : junk) c = static_cast<char>(rng.between(0, 255));
+                if (at < record.size()) record.replace(at, i % 3 == 0 ? 0 : junk.size(), i % 3 == 1 ? "" : junk);
+            }
+            std::string bytes = CaptureForm().header();
+            std::map<uint64_t, size_t> places;
+            for (size_t i = 0; i < records.size(); ++i) {
+                places[bytes.size()] = i;
+                bytes += records[i];
+            }
+            Outcome outcome = read(bytes);
+            size_t cut = 0;
+            for (const auto& [offset, i] : places) {
+                if (isHit[i]) continue;
+                cut += isCut[i];
+                auto& found = isCut[i] ? outcome.cut : outcome.packets;
+                ASSERT_TRUE(found.contains(offset)) << "lost at " << offset;
+                EXPECT_EQ(found[offset], sent[i]) << offset;
+                found.erase(offset);
+            }
+            outcome.packets.merge(outcome.cut);
+            for (const auto& [offset, packet] : outcome.packets) {
+                bool isDamaged = false;
+                for (auto it = places.lower_bound(offset - most); it != places.end() && it->first <= offset + most;
+                     ++it)
+                    isDamaged |= isHit[it->second];
+                EXPECT_TRUE(isDamaged) << "invented at " << offset;
+            }
+            EXPECT_TRUE(damages != 0 || outcome.faults.size() == cut);
+            EXPECT_EQ(cut != 0, length < 262144);
+        }
+    }
+}
+
 TEST_F(Capture, TellsOnceWhatWasSkippedAndWhere) {
     const Original original(3, 100);
     auto it = std::next(original.packets.begin(), 50);
@@ -151,6 +213,66 @@ TEST_F(Capture, TellsOnceWhatWasSkippedAndWhere) {
         EXPECT_EQ(outcome.packets.size(), 99u);
         EXPECT_EQ(outcome.faults, std::vector<uint64_t>{original.packets.rbegin()->first});
         EXPECT_EQ(outcome.skipped, bytes.size() - original.packets.rbegin()->first);
+    }
+}
+
+TEST_F(Capture, EmptyPacketsArePacketsButAHoleIsDamage) {
+    const std::vector<Sent> sent = session(4, 40);
+    std::string bytes = CaptureForm().header();
+    for (const Sent& it : sent)
+        for (int i = 0; i < 3; ++i) bytes += CaptureForm().record({it.time, i == 0 ? it.bytes : ""});
+    Outcome outcome = read(bytes);
+    EXPECT_EQ(outcome.packets.size(), sent.size());
+    EXPECT_EQ(outcome.faults.size(), 2 * sent.size());
+    EXPECT_EQ(outcome.skipped, 0u);
+
+    bytes = CaptureForm().header() + CaptureForm().record(sent[0]) + std::string(4096, '\0');
+    for (const Sent& it : sent) bytes += CaptureForm().record(it);
+    outcome = read(bytes);
+    EXPECT_EQ(outcome.packets.size(), sent.size() + 1);
+    EXPECT_EQ(outcome.skipped, 4096u);
+}
+
+/// Text can be a record. It is one only where records are looked for.
+TEST_F(Capture, RecordsInsidePacketsAreNone) {
+    const std::vector<Sent> sent = session(5, 20);
+    const std::string inner = CaptureForm().record(sent[3]);
+    const Sent json{sent[4].time, std::string("\x15\xF2", 2) + static_cast<char>(inner.size() + 2) + 'a' + inner + 'z'};
+    ASSERT_LT(inner.size(), 126u);
+    const auto cut = [](const Sent& it, size_t length) {
+        return CaptureForm().record({it.time, it.bytes.substr(0, length)}, it.bytes.size());
+    };
+    const size_t length = json.bytes.size() - 1; // the inner record ends with the outer one
+    const Sent other{json.time, std::string("\x15\xF2\x7F", 3) + std::string(127, 'b')};
+    std::string bytes = CaptureForm().header() + cut(other, length);
+    const uint64_t whole = bytes.size();
+    bytes += CaptureForm().record(json);
+    const uint64_t second = bytes.size();
+    bytes += cut(json, length) + CaptureForm().record(sent[5]);
+    const Outcome outcome = read(bytes + "damage");
+    EXPECT_EQ(outcome.packets.size(), 2u);
+    EXPECT_EQ(outcome.packets.begin()->first, whole);
+    EXPECT_EQ(outcome.cut.size(), 2u);
+    EXPECT_EQ(outcome.faults, (std::vector<uint64_t>{FILE_HEADER, second, bytes.size()}));
+}
+
+/// Headers that make every place look like a long packet cost no more than other junk, and hide nothing behind it.
+TEST_F(Capture, CraftedHeadersHideNoGoodPacket) {
+    const auto word = [](uint32_t number) { return std::string(reinterpret_cast<const char*>(&number), 4); };
+    for (const uint32_t seconds : {0x01010101u, 1'709'535'600u}) {
+        for (const uint32_t original : {200'000u, 262'144u}) {
+            std::string bytes = CaptureForm().header();
+            while (bytes.size() < 2'000'000)
+                bytes += word(seconds) + word(1) + word(200'000) + word(original) + "\x52\xD0\xFF\xFF"; // a long list
+            bytes.append(262'144, 'x');
+            const size_t crafted = bytes.size();
+            const std::vector<Sent> sent = session(6, 2000);
+            for (const Sent& it : sent) bytes += CaptureForm().record(it);
+            const Outcome outcome = read(bytes);
+            size_t good = 0;
+            for (const auto& [offset, packet] : outcome.packets) good += offset >= crafted;
+            EXPECT_EQ(good, sent.size());
+        }
     }
 }
 

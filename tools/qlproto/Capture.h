@@ -11,6 +11,8 @@
 
 #include "tools/qlproto/ByteWindow.h"
 #include "tools/qlproto/Packet.h"
+#include "tools/qlproto/RecordFinder.h"
+#include "tools/qlproto/RecordForm.h"
 
 namespace qlproto {
 
@@ -23,13 +25,12 @@ struct Damage {
     std::string text() const;
 };
 
+/// What is known of a packet that holds fewer bytes than it had: its message, time, and both lengths.
+std::string cutText(const Packet& packet, uint64_t originalLength);
+
 /// Reads captures, even damaged ones: the usual library ends at the first record whose header is damaged, and a damaged
 /// length would make it swallow or misread the good packets after it. Either byte order, times in micro- or
 /// nanoseconds.
-///
-/// A record is trusted if its header is plausible and the next one follows where it says, or if its body verifies with
-/// the length it says. No part of a body is a body, so there is only one such length. Otherwise records are searched
-/// for byte by byte from after the header's first byte on.
 class CaptureReader {
   public:
     /// Opens the capture; "-" is standard input. Throws IoError, or DamagedCapture if it is none of ours.
@@ -52,24 +53,13 @@ class CaptureReader {
     uint64_t fileSize() const { return _window.fileSize(); } ///< 0 if it is not known
 
   private:
-    struct Record {
-        uint32_t seconds, fraction, captured, original;
-    };
-
-    Record parse(std::string_view header) const;
-    bool isPlausible(const Record& record) const;
-    bool isSoundHeader(std::string_view bytes) const;
-    std::optional<uint32_t> trustedLength();
-    bool followsRecord(std::size_t length);
-    bool holdsAnchor(std::size_t length);
-    bool isAnchor(std::size_t at);
-    bool findAnchor();
+    RecordForm readFileHeader();
     std::string describe(std::string_view header) const;
 
     ByteWindow _window;
-    bool _isSwapped = false; ///< the file's byte order is not ours
-    uint32_t _fractions = 0; ///< of a second
-    std::size_t _taken = 0;  ///< bytes of the record that came out last
+    const RecordForm _form;
+    RecordFinder _finder;
+    std::optional<RecordFinder::Found> _found; ///< the record that came out last, still at the window's position
     std::optional<Damage> _damage;
     uint64_t _originalLength = 0;
 };

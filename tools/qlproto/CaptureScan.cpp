@@ -12,8 +12,7 @@ constexpr std::size_t BATCH_PACKETS = 4096;
 
 /// What is wrong with the packet; empty if the reader holds its message.
 std::string CaptureScan::judge(const Packet& packet, uint64_t originalLength, MessageReader& reader) {
-    if (originalLength != packet.bytes.size())
-        return fmt::format("only {} of its {} bytes were captured", packet.bytes.size(), originalLength);
+    if (originalLength != packet.bytes.size()) return cutText(packet, originalLength);
     return reader.read(packet.bytes) ? "" : reader.fault();
 }
 
@@ -77,6 +76,7 @@ void CaptureScan::complain(const std::string& fault) { note({_packets, _offset, 
 
 void CaptureScan::note(const Fault& fault) {
     ++_bad;
+    _cut += fault.isCut;
     _progress.clear();
     if (_onFault) _onFault(fault.packet, fault.text);
     if (_isQuiet) return;
@@ -92,7 +92,10 @@ void CaptureScan::summarize(uint64_t shown) {
     const double rate = seconds > 0 ? static_cast<double>(shown) / seconds : 0;
     tell(fmt::format("{}, {}, {:.3f} s, {:.0f} messages/s", counted(shown, "message"), counted(_bytes, "byte"), seconds,
                      rate));
-    if (_bad != 0) tell(counted(_bad, "fault"));
+    if (_cut != 0)
+        tell(fmt::format("{}, of which {}", counted(_bad, "fault"), counted(_cut, "cut packet")));
+    else if (_bad != 0)
+        tell(counted(_bad, "fault"));
 }
 
 } // namespace qlproto

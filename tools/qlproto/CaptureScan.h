@@ -34,7 +34,7 @@ class CaptureScan {
         while (next(capture, packet)) {
             const std::string fault = judge(packet, capture.originalLength(), reader);
             if (!fault.empty()) {
-                complain(fault);
+                note({_packets, _offset, fault, capture.originalLength() != packet.bytes.size()});
             } else {
                 ++_messages;
                 handle(packet, reader);
@@ -71,7 +71,8 @@ class CaptureScan {
                              const Packet packet = batch.packet(item);
                              std::string fault = judge(packet, item.originalLength, readers[worker]);
                              if (!fault.empty()) {
-                                 batch.faults.push_back({item.number, packet.offset, std::move(fault)});
+                                 batch.faults.push_back(
+                                     {item.number, packet.offset, std::move(fault), item.originalLength != item.size});
                                  continue;
                              }
                              ++batch.messages;
@@ -135,6 +136,7 @@ class CaptureScan {
         uint64_t packet;
         uint64_t offset; ///< 0 if it is after the packet
         std::string text;
+        bool isCut = false; ///< the packet, by whoever captured it
     };
     struct Batch {
         std::string bytes;
@@ -163,6 +165,7 @@ class CaptureScan {
     uint64_t _messages = 0;
     uint64_t _bytes = 0;
     uint64_t _bad = 0;
+    uint64_t _cut = 0;    ///< of the bad ones
     uint64_t _offset = 0; ///< of the packet just read
     bool _isQuiet = false;
     std::function<void(uint64_t, const std::string&)> _onFault;

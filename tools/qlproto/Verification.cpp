@@ -31,9 +31,4 @@ Inspect::Result verifyBody(Velmora::MsgType_t id, std::string_view body, const I
     return Inspect::verify(id, body.data(), body.data() + body.size(), policy);
 }
 
-bool isSound(std::string_view packet) {
-    return packet.size() >= IDENTIFIER_SIZE && packet.size() <= MAX_PACKET
-           && verifyBody(identifierOf(packet), packet.substr(IDENTIFIER_SIZE), Inspect::whole);
-}
-
 } // namespace qlproto

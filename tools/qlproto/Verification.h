@@ -13,7 +13,4 @@ namespace qlproto {
 /// written form.
 Inspect::Result verifyBody(Velmora::MsgType_t id, std::string_view body, const Inspect::Policy& policy);
 
-/// Whether a packet is an identifier and the body of that message, with nothing missing or left over.
-bool isSound(std::string_view packet);
-
 } // namespace qlproto

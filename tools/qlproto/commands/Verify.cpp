@@ -32,9 +32,10 @@ class Report {
     void add(const Packet& packet, uint64_t originalLength) {
         ++_packets;
         const std::string where = fmt::format("packet {} at offset {}", _packets, packet.offset);
-        if (originalLength != packet.bytes.size())
-            return fault("cut by the capture", where,
-                         fmt::format("{} of {} bytes", packet.bytes.size(), originalLength));
+        if (originalLength != packet.bytes.size()) {
+            if (packet.bytes.size() >= IDENTIFIER_SIZE) ++_byMessage[identifierOf(packet.bytes)].bad;
+            return fault("cut by the capture", where, cutText(packet, originalLength));
+        }
         if (packet.bytes.size() < IDENTIFIER_SIZE) return fault("no identifier", where, "");
         const Velmora::MsgType_t id = identifierOf(packet.bytes);
         const Inspect::Result result = verifyBody(id, packet.bytes.substr(IDENTIFIER_SIZE), _options.policy);
