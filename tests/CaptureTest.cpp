@@ -2,11 +2,17 @@
 #include <cstring>
 #include <map>
 
+#include <fcntl.h>
+#include <termios.h>
+#include <unistd.h>
+
 #include "tests/Folder.h"
 #include "tests/Sessions.h"
 #include "tools/qlproto/Capture.h"
+#include "tools/qlproto/CaptureScan.h"
 #include "tools/qlproto/Errors.h"
 #include "tools/qlproto/MessageReader.h"
+#include "tools/qlproto/analysis/LatencyStats.h"
 
 namespace {
 
@@ -274,6 +280,45 @@ TEST_F(Capture, CraftedHeadersHideNoGoodPacket) {
             EXPECT_EQ(good, sent.size());
         }
     }
+}
+
+/// A terminal whose other end has gone gives what was written, then an error.
+TEST_F(Capture, AReadErrorComesAfterWhatWasReadAndIsNoEnd) {
+    const std::vector<Sent> sent = session(7, 10);
+    std::string bytes = CaptureForm().header();
+    for (const Sent& it : sent) bytes += CaptureForm().record(it);
+    bytes += CaptureForm().record({sent[0].time, sent[0].bytes.substr(0, 2)}, 50); // what follows it counts
+    ASSERT_LT(bytes.size(), 4000u);                                                // what a terminal holds
+    for (const bool isParallel : {false, true}) {
+        const int master = posix_openpt(O_RDWR | O_NOCTTY);
+        ASSERT_TRUE(master >= 0 && grantpt(master) == 0 && unlockpt(master) == 0);
+        const int slave = open(ptsname(master), O_RDWR | O_NOCTTY);
+        termios raw{};
+        cfmakeraw(&raw);
+        ASSERT_EQ(tcsetattr(slave, TCSANOW, &raw), 0);
+        ASSERT_EQ(write(slave, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
+        close(slave);
+        ASSERT_EQ(dup2(master, STDIN_FILENO), STDIN_FILENO);
+        close(master);
+
+        qlproto::CaptureScan scan;
+        if (isParallel)
+            EXPECT_THROW(scan.gather<qlproto::LatencyStats>("-"), qlproto::IoError);
+        else
+            EXPECT_THROW(scan.run("-", [](const auto&...) {}), qlproto::IoError);
+        EXPECT_EQ(scan.messages(), sent.size()) << isParallel;
+    }
+}
+
+/// Standard input that is closed stays closed, whatever files are opened.
+TEST_F(Capture, AClosedStandardInputIsAnError) {
+    const Folder folder;
+    const std::string path = folder.write("a.pcap", CaptureForm().header());
+    close(STDIN_FILENO);
+    qlproto::CaptureReader file(path);
+    EXPECT_THROW(qlproto::CaptureReader("-"), qlproto::IoError);
+    open("/", O_RDONLY | O_DIRECTORY); // as standard input
+    EXPECT_THROW(qlproto::CaptureReader("-"), qlproto::IoError);
 }
 
 TEST_F(Capture, OfRandomBytesEndsInOneFault) {

@@ -12,9 +12,22 @@
 
 namespace qlproto {
 
+namespace {
+
+/// Opens a file for reading, never as one of the standard streams: one that is closed stays closed.
+int openFile(const char* path) {
+    const int fd = open(path, O_RDONLY | O_CLOEXEC);
+    if (fd < 0 || fd > STDERR_FILENO) return fd;
+    const int moved = fcntl(fd, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    close(fd);
+    return moved;
+}
+
+} // namespace
+
 ByteWindow::ByteWindow(const std::string& path)
     : _name(path == "-" ? "standard input" : path),
-      _fd(path == "-" ? STDIN_FILENO : open(path.c_str(), O_RDONLY | O_CLOEXEC)),
+      _fd(path == "-" ? STDIN_FILENO : openFile(path.c_str())),
       _bytes(std::make_unique_for_overwrite<char[]>(CAPACITY)) {
     if (_fd < 0) throw IoError(fmt::format("{}: {}", _name, std::strerror(errno)));
     struct stat status {};

@@ -24,9 +24,17 @@ bool CaptureScan::fill(CaptureReader& capture, Batch& batch) {
     batch.faults.clear();
     batch.text.clear();
     batch.pieces.clear();
+    if (_failure) std::rethrow_exception(_failure);
     Packet packet;
     do {
-        const bool isThere = capture.next(packet);
+        bool isThere = false;
+        try {
+            isThere = capture.next(packet);
+        } catch (const IoError&) {
+            if (batch.items.empty()) throw;
+            _failure = std::current_exception(); // what was read before comes first
+            break;
+        }
         if (const Damage* const damage = capture.damage()) batch.damages.push_back({_read, 0, damage->text()});
         if (!isThere) break;
         batch.items.push_back(

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdint>
+#include <exception>
 #include <functional>
 #include <memory>
 #include <string>
@@ -165,8 +166,9 @@ class CaptureScan {
     uint64_t _messages = 0;
     uint64_t _bytes = 0;
     uint64_t _bad = 0;
-    uint64_t _cut = 0;    ///< of the bad ones
-    uint64_t _offset = 0; ///< of the packet just read
+    uint64_t _cut = 0;           ///< of the bad ones
+    uint64_t _offset = 0;        ///< of the packet just read
+    std::exception_ptr _failure; ///< of reading ahead
     bool _isQuiet = false;
     std::function<void(uint64_t, const std::string&)> _onFault;
     Progress _progress;

@@ -28,21 +28,28 @@ class OrderedPipeline {
         for (std::size_t i = 0; i < _workers; ++i) threads.emplace_back([this, i, &work] { labour(i, work); });
 
         bool isMore = true;
+        std::exception_ptr error; // of filling: what was filled before is finished first
         uint64_t finished = 0;
         for (;;) {
             const bool hasRoom = _filled - finished < _slots.size(); // only this thread changes either
             if (isMore && hasRoom && (finished == _filled || isReady())) {
-                isMore = fill(slot(_filled).job);
+                try {
+                    isMore = fill(slot(_filled).job);
+                } catch (...) {
+                    isMore = false;
+                    error = std::current_exception();
+                }
                 if (isMore) release();
                 continue;
             }
-            if (finished == _filled) return;
+            if (finished == _filled) break;
             Slot& next = slot(finished);
             await(next);
             if (next.error) std::rethrow_exception(next.error);
             if (!finish(next.job)) return;
             ++finished;
         }
+        if (error) std::rethrow_exception(error);
     }
 
   private:
