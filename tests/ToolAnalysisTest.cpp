@@ -14,6 +14,7 @@
 #include "tools/qlproto/Plot.h"
 #include "tools/qlproto/analysis/Histogram.h"
 #include "tools/qlproto/analysis/LatencyStats.h"
+#include "tools/qlproto/analysis/PacketSpool.h"
 #include "tools/qlproto/analysis/RateSeries.h"
 
 using namespace Quillon;
@@ -370,6 +371,42 @@ TEST_F(Analysis, TraceFollowsIdentifiersFromMessageToMessage) {
               "quoteID=\"q-bid\" quoteReqID=\"q\"\n"
               "10      0.010000000  +7.000ms  TradeCaptureAckMessage  execID=\"x\"\n");
     EXPECT_EQ(folder.run("qlproto trace a.pcap --order n --quote q").exitCode, 2);
+}
+
+// Each message tells of the one before it in the capture: none can be known by what came earlier.
+TEST_F(Analysis, TraceFollowsLongChainsAndNeedsToReadOnce) {
+    constexpr int length = 20000;
+    std::vector<ToolFolder::Packet> packets;
+    for (int i = length; i > 0; --i)
+        packets.emplace_back(length - i, ToolFolder::packet<ModifyOrderMessage>([&](ModifyOrderMessage& it) {
+                                 it.contents.clOrdID = std::to_string(i).c_str();
+                                 it.contents.clNewID = std::to_string(i + 1).c_str();
+                             }));
+    folder.store("a.pcap", packets);
+    const auto whole = folder.run("qlproto trace --json --order 1 a.pcap");
+    EXPECT_EQ(whole.lines(), length);
+    for (const char* command :
+         {"cat a.pcap | qlproto trace --json --order 1 -", "qlproto trace --json --order 1 <(cat a.pcap)",
+          "qlproto trace --json --order 1 - <a.pcap"}) {
+        const auto result = folder.run(command);
+        EXPECT_EQ(result.exitCode, 0) << command;
+        EXPECT_TRUE(result.out == whole.out) << command;
+    }
+}
+
+TEST_F(Analysis, SpooledPacketsComeBackFromMemoryAndFromAFile) {
+    const std::vector<Sent> sent = session(3, 1000);
+    for (const uint64_t count : {0u, 10u, 200'000u}) { // the last are more than is kept in memory
+        qlproto::PacketSpool spool;
+        for (uint64_t i = 0; i < count; ++i) spool.add({sent[i % 1000].time, sent[i % 1000].bytes}, i);
+        uint64_t expected = 0;
+        spool.forEach([&](const qlproto::Packet& packet, uint64_t number) {
+            ASSERT_EQ(number, expected);
+            ASSERT_EQ(packet.time, sent[expected % 1000].time);
+            ASSERT_EQ(packet.bytes, sent[expected++ % 1000].bytes);
+        });
+        EXPECT_EQ(expected, count);
+    }
 }
 
 TEST_F(Analysis, DiffTellsWhatIsInOneOnlyAndWhichFieldsDiffer) {

@@ -87,7 +87,6 @@ void CaptureScan::note(const Fault& fault) {
     _cut += fault.isCut;
     _progress.clear();
     if (_onFault) _onFault(fault.packet, fault.text);
-    if (_isQuiet) return;
     if (fault.offset == 0)
         tell(fmt::format("qlproto: after packet {}: {}", fault.packet, fault.text));
     else

@@ -110,9 +110,6 @@ class CaptureScan {
     /// `listener(packet, fault)` is told of each fault, too. Packets count from 1.
     void onFault(std::function<void(uint64_t, const std::string&)> listener) { _onFault = std::move(listener); }
 
-    /// Faults are counted, but not told: for captures that are read again.
-    void keepQuiet() { _isQuiet = true; }
-
     /// Tells of something that is wrong with the packet just read. Not for runParallel().
     void complain(const std::string& fault);
 
@@ -169,7 +166,6 @@ class CaptureScan {
     uint64_t _cut = 0;           ///< of the bad ones
     uint64_t _offset = 0;        ///< of the packet just read
     std::exception_ptr _failure; ///< of reading ahead
-    bool _isQuiet = false;
     std::function<void(uint64_t, const std::string&)> _onFault;
     Progress _progress;
 };

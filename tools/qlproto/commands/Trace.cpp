@@ -87,17 +87,9 @@ int trace(const Options& options) {
                              : !options.quote.empty() ? options.quote
                                                       : std::to_string(*options.user);
     Trace trace(rule, name, options.user);
-    int exitCode = EXIT_FINE;
-    bool isAgain = false;
-    do {
-        trace.beginPass();
-        CaptureScan scan;
-        if (isAgain) scan.keepQuiet();
-        isAgain = true;
-        scan.run(options.capture,
-                 [&](const Packet& packet, const MessageReader& reader) { trace.add(packet, reader, scan.packets()); });
-        exitCode = scan.exitCode();
-    } while (trace.hasLearnt() && options.capture != "-");
+    CaptureScan scan;
+    scan.run(options.capture,
+             [&](const Packet& packet, const MessageReader& reader) { trace.add(packet, reader, scan.packets()); });
 
     const std::vector<Trace::Step> steps = trace.steps();
     if (options.json)
@@ -107,7 +99,7 @@ int trace(const Options& options) {
     tell(steps.empty() ? fmt::format("nothing is known of {}", name)
                        : fmt::format("{} in {}", counted(steps.size(), "step"),
                                      readableDuration(steps.back().time - steps.front().time)));
-    return exitCode;
+    return scan.exitCode();
 }
 
 } // namespace
@@ -129,10 +121,10 @@ void addTrace(CLI::App& app, Commands& commands) {
                       "Hide passwords and other secrets in JSON, as the table always does");
     command->footer(
         "An order is followed from identifier to identifier: clOrdID, orderID and exOrdID, the new clOrdID of a\n"
-        "modified order, the cancellation of all orders that canceled it, the acknowledgement of its execution. A "
-        "file\n"
-        "is read until no more is learnt, standard input once. Steps are in order of the packets' time, each with the\n"
-        "gap to the one before and its fields that are set, except for the times of the stations.\n\n"
+        "modified order, the cancellation of all orders that canceled it, the acknowledgement of its execution. The\n"
+        "capture is read once; messages that may belong are kept until its end, in a temporary file if they are many.\n"
+        "Steps are in order of the packets' time, each with the gap to the one before and its fields that are set,\n"
+        "except for the times of the stations.\n\n"
         "Examples:\n"
         "  qlproto trace session.pcap --order heron-1\n"
         "  qlproto trace session.pcap --quote QR1\n"
