@@ -87,12 +87,12 @@ class Writer {
   private:
     static bool is_plain(char c) {
         const auto byte = static_cast<unsigned char>(c);
-        return byte >= 0x20 && byte < 0x80 && byte != '"' && byte != '\\';
+        return byte >= 0x20 && byte < 0x7F && byte != '"' && byte != '\\';
     }
 
     /// Writes the first character, which is not plain, and returns its bytes.
     size_t escape(std::string_view rest) {
-        const size_t length = first_code_point(rest).length;
+        const auto [value, length] = first_code_point(rest);
         const auto byte = static_cast<unsigned char>(rest[0]);
         if (length == 0) {
             _text.append({'\\', '\\', 'x', HEX_DIGITS[byte >> 4], HEX_DIGITS[byte & 15]});
@@ -103,8 +103,9 @@ class Writer {
             _text += R"(\\\\)"; // one for the mapping, twice for JSON
         else if (const size_t at = special.find(rest[0]); at != special.npos)
             _text.append({'\\', letters[at]});
-        else if (byte < 0x20)
-            _text.append({'\\', 'u', '0', '0', HEX_DIGITS[byte >> 4], HEX_DIGITS[byte & 15]});
+        else if (!is_harmless(value)) // all of them have four digits at most
+            _text.append({'\\', 'u', HEX_DIGITS[value >> 12 & 15], HEX_DIGITS[value >> 8 & 15],
+                          HEX_DIGITS[value >> 4 & 15], HEX_DIGITS[value & 15]});
         else
             _text.append(rest, 0, length);
         return length;

@@ -56,7 +56,8 @@ class DoesNotFit : public std::out_of_range {
 
 class JsonCursor; // Inspect/JsonCursor.h
 
-/// The message as JSON on one line. Throws JsonError for an unknown identifier.
+/// The message as JSON on one line, in which no character ends a line or steers a terminal. Throws JsonError for an
+/// unknown identifier.
 std::string to_json(Velmora::MsgType_t id, const void* message, Integers integers = Integers::strings);
 
 /// The same after what `text` holds, as people want to see it. Hidden secrets are "***" and divided prices strings of

@@ -55,16 +55,6 @@ class BoundedText {
     bool _isCut = false;
 };
 
-/// Whether a code point may stand in a line as it is: not control characters, nor the invisible ones that separate
-/// lines or change the direction of what follows.
-bool is_harmless(char32_t c) {
-    if (c < 0x20 || (c >= 0x7F && c < 0xA0)) return false;
-    if (c == 0x061C || c == 0xFEFF) return false;
-    if (c >= 0x200B && c <= 0x200F) return false;
-    if (c >= 0x2028 && c <= 0x202E) return false;
-    return c < 0x2060 || c > 0x206F;
-}
-
 class Renderer {
   public:
     Renderer(char* begin, char* end, const Display& display) : _text(begin, end), _display(display) {}
@@ -222,6 +212,18 @@ void append_safe(std::string_view bytes, std::string& text) {
     const Display display;
     Renderer renderer(text.data() + before, text.data() + text.size(), display);
     text.resize(before + renderer.characters(bytes).size);
+}
+
+void append_visible(std::string_view bytes, std::string& text) {
+    while (!bytes.empty()) {
+        const CodePoint first = first_code_point(bytes);
+        const std::string_view character = bytes.substr(0, std::max<size_t>(first.length, 1));
+        if (first.length != 0 && is_harmless(first.value))
+            text += character;
+        else
+            append_safe(character, text);
+        bytes.remove_prefix(character.size());
+    }
 }
 
 std::string quoted(std::string_view text) {

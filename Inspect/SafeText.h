@@ -45,6 +45,10 @@ Rendered render(const T& message, char* begin, char* end, Secrets secrets) {
 /// Appends the bytes as a string's contents are rendered, without the quotes.
 void append_safe(std::string_view bytes, std::string& text);
 
+/// The same for a text that stands in no quotes: quotes and backslashes stay as they are, so that a text which is safe
+/// already does not change. For lines that quote from what strangers hand over: names of files, errors, arguments.
+void append_visible(std::string_view bytes, std::string& text);
+
 /// The text in quotes, escaped as render() does.
 std::string quoted(std::string_view text);
 

@@ -1,4 +1,4 @@
-// Recognising UTF-8.
+// Recognising UTF-8, and what of it may be shown.
 #pragma once
 
 #include <cstddef>
@@ -28,6 +28,16 @@ inline CodePoint first_code_point(std::string_view text) {
     const bool isOverlong = (length == 3 && value < 0x800) || (length == 4 && value < 0x10000);
     if (isOverlong || value > 0x10FFFF || (value >= 0xD800 && value < 0xE000)) return {0, 0};
     return {value, length};
+}
+
+/// Whether a code point may stand in a line as it is: not control characters, nor the invisible ones that separate
+/// lines or change the direction of what follows.
+inline bool is_harmless(char32_t c) {
+    if (c < 0x20 || (c >= 0x7F && c < 0xA0)) return false;
+    if (c == 0x061C || c == 0xFEFF) return false;
+    if (c >= 0x200B && c <= 0x200F) return false;
+    if (c >= 0x2028 && c <= 0x202E) return false;
+    return c < 0x2060 || c > 0x206F;
 }
 
 inline constexpr char HEX_DIGITS[] = "0123456789abcdef";
