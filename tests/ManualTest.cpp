@@ -1,4 +1,5 @@
 // What the tool tells about itself: the manual page, and completions as the shells themselves work them out.
+#include "tools/qlproto/Arguments.h"
 #include "tools/qlproto/manual/Completion.h"
 #include "tools/qlproto/manual/ManualPage.h"
 
@@ -18,15 +19,17 @@ class Manual : public testing::Test {
   protected:
     Manual() {
         CLI::App* const show = app.add_subcommand("show", "Shows [it]: \"all\" of $it, 5 `%`");
-        show->add_option("name", text)->required()->check(named("NAME|ID"));
+        show->add_option("name", text)->required()->check(named(TYPE_VALUE));
         show->add_option("--how", text, "The way")->check(CLI::IsMember({"short", "long"}))->capture_default_str();
         show->add_flag("--all", isAll, "Everything");
         show->add_option("--secret", text)->group("");
         CLI::Option_group* const group = show->add_option_group("of files");
-        group->add_option("-o,--output", text, "A file");
+        group->add_option("-o,--output", text, "A file")->type_name(FILE_VALUE);
+        group->add_option("--only", text, "A message")->check(named(MESSAGE_VALUE));
+        group->add_option("--word", text, "Any text");
         group->add_option("--first", count, "That many");
         show->footer("Examples:\n  qlproto show Side\n  .hidden '\\n'\n\nNote: that's all.");
-        app.add_subcommand("values", "Shows values")->add_option("name", text)->check(named("NAME"));
+        app.add_subcommand("values", "Shows values")->add_option("name", text)->check(named(ENUMERATION_VALUE));
         app.add_subcommand("inner", "Not for people")->group("");
         app.footer("Examples:\n  qlproto show x\n\nExit status: 0 fine.");
         folder.write("a file.pcap", "");
@@ -61,10 +64,13 @@ TEST_F(Manual, BashOffersCommandsOptionsAndValues) {
     using Names = std::set<std::string>;
     EXPECT_EQ(offered("qlproto \"\"", 1), (Names{"show", "values", "-h", "--help"}));
     EXPECT_EQ(offered("qlproto sh", 1), Names{"show"});
-    EXPECT_EQ(offered("qlproto show --", 2), (Names{"--help", "--how", "--all", "--output", "--first"}));
+    EXPECT_EQ(offered("qlproto show --", 2),
+              (Names{"--help", "--how", "--all", "--output", "--only", "--word", "--first"}));
     EXPECT_EQ(offered("qlproto show --how \"\"", 3), (Names{"short", "long"}));
     EXPECT_EQ(offered("qlproto show --first \"\"", 3), Names{});
     EXPECT_EQ(offered("qlproto show -o a", 3), Names{"a file.pcap"});
+    EXPECT_EQ(offered("qlproto show --word a", 3), Names{});
+    EXPECT_EQ(offered("qlproto show --only SubmitO", 3), Names{"SubmitOrderMessage"});
     EXPECT_EQ(offered("qlproto show SubmitO", 2), (Names{"SubmitOrderMessage", "SubmitOrder"}));
     EXPECT_EQ(offered("qlproto show --first 5 --all MDEnt", 5), Names{"MDEntry"});
     EXPECT_EQ(offered("qlproto values Si", 2), Names{"Side"});
@@ -81,9 +87,8 @@ TEST_F(Manual, ZshIsGivenCommandsOptionsAndValues) {
     EXPECT_EQ(given("qlproto x", 2),
               (std::vector<std::string>{"show:Shows \\[it\\]\\: \"all\" of $it, 5 `%`", "values:Shows values"}));
     const auto show = given("qlproto show x", 3);
-    for (const char* spec :
-         {"(-o --output)--output[A file]:TEXT:_files", "(--all)--all[Everything]",
-          "(--first)--first[That many]:INT: ", "(--how)--how[The way]:TEXT\\:{short,long}:(short long)"})
+    for (const char* spec : {"(-o --output)--output[A file]:FILE:_files", "(--all)--all[Everything]",
+                             "(--first)--first[That many]:INT: ", "(--how)--how[The way]:{short,long}:(short long)"})
         EXPECT_EQ(std::ranges::count(show, spec), 1) << spec;
     EXPECT_TRUE(show.back().starts_with(":name:(LogMessage ")) << show.back();
     EXPECT_TRUE(given("qlproto values x", 3).back().starts_with(":name:(LogLevel Side "));
@@ -94,7 +99,7 @@ TEST_F(Manual, PageIsSoundAndReadsAsMeant) {
     const auto page = run("MANWIDTH=100 man -l page | col -bx");
     for (const char* line : {"       qlproto show [OPTIONS] name", "              The way (default: short)",
                              "       Shows [it]: \"all\" of $it, 5 `%`.", "         .hidden '\\n'", "EXIT STATUS",
-                             "       Note: that's all.", "       -o, --output TEXT"})
+                             "       Note: that's all.", "       -o, --output FILE", "       --how {short,long}"})
         EXPECT_EQ(std::ranges::count(page, line), 1) << line;
     for (const std::string& line : page) {
         EXPECT_EQ(line.find("--secret"), line.npos);
@@ -111,6 +116,17 @@ TEST_F(Manual, OfTheToolIsSound) {
     EXPECT_EQ(run("qlproto completion bash >bash && bash -n bash"), none);
     EXPECT_EQ(run("qlproto completion zsh >zsh && zsh -n zsh"), none);
     EXPECT_EQ(offered("qlproto comp", 1), std::set<std::string>{"completion"});
+    const std::set<std::string> submit{"SubmitOrderMessage"};
+    for (const char* option : {"decode --message", "decode --type", "annotate --type"})
+        EXPECT_EQ(offered("qlproto " + std::string(option) + " Submit", 3), submit) << option;
+    EXPECT_EQ(offered("qlproto decode --format l", 3), (std::set<std::string>{"line", "lines"}));
+    EXPECT_EQ(offered("qlproto trace --order pa", 3), std::set<std::string>{}) << "no file";
+    // What the parser calls types and ranges is nothing for people.
+    std::set<std::string> commands = offered("qlproto ''", 1);
+    for (const std::string& command : commands)
+        for (const std::string& line : run("cat page; qlproto " + command + (command[0] == '-' ? "" : " --help")))
+            for (const char* internal : {"->", "INT ", "value in", "TEXT:", "NONNEGATIVE", "POSITIVE"})
+                EXPECT_EQ(line.find(internal), std::string::npos) << line;
 }
 
 } // namespace

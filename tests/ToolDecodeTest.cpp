@@ -82,16 +82,44 @@ TEST_F(Decode, FiltersAsGrepWould) {
                && std::stoll(line.substr(at + 7)) > 108000000;
     });
     expect("--where isSnapshot=true", has(" isSnapshot=T"));
+    expect("--where request=SECURITYINFO", has(" request=79"));
     const std::string from = all[5000].substr(0, 20), to = all[6000].substr(0, 20);
     expect("--from " + from + " --to " + to,
            [&](const std::string& line) { return line >= from && line.substr(0, 20) <= to; });
 }
 
 TEST_F(Decode, RefusesConditionsThatCannotBeMeant) {
-    for (const char* options :
-         {"--where sied=BID", "--where side=BDI", "--where side", "--where =3", "--where 'userID=x'",
-          "--where 'price>>3'", "--message NoSuchMessage", "--family nobody", "--id x", "--from yesterday",
-          "--price-scale 7", "--format xml", "--time local", "-n -1"}) {
+    for (const char* options : {"--where sied=BID",
+                                "--where side=BDI",
+                                "--where side",
+                                "--where =3",
+                                "--where 'userID=x'",
+                                "--where 'price>>3'",
+                                "--message NoSuchMessage",
+                                "--family nobody",
+                                "--id x",
+                                "--from yesterday",
+                                "--price-scale 7",
+                                "--price-scale 0",
+                                "--format xml",
+                                "--format 2",
+                                "--time local",
+                                "-n -1",
+                                "-n 0x-1",
+                                "-n 1e3",
+                                "-n 18446744073709551616",
+                                "-n ''",
+                                "--id 0x10000",
+                                "--id 65536",
+                                "--id 3",
+                                "--id ''",
+                                "--where side=257",
+                                "--where side=-1",
+                                "--where userID=0x-5",
+                                "--where userID=2147483648",
+                                "--where isSnapshot=2",
+                                "--from ''",
+                                "--type ''"}) {
         const auto result = _folder.run(std::string("qlproto decode a.pcap ") + options);
         EXPECT_EQ(result.exitCode, 2) << options;
         EXPECT_TRUE(result.out.empty() && !result.err.empty()) << options;

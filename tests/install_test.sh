@@ -32,7 +32,7 @@ else
             control=$(dpkg-deb --ctrl-tarfile "$package" | tar -t | sort | tr '\n' ' ')
             [ "$control" = "./control ./md5sums ./shlibs ./triggers " ] || fail "control files of $name: $control"
             ;;
-        qlproto) needed=libpcap0 ;;
+        qlproto) needed=libfmt ;;
         esac
         case $depends in *"$needed"*) ;; *) fail "$name depends on '$depends', not on $needed" ;; esac
         about=$prefix/share/doc/$name

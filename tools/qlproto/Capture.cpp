@@ -14,8 +14,11 @@ namespace qlproto {
 
 namespace {
 
-constexpr int LINK_TYPE = DLT_USER0;
-constexpr std::size_t FILE_BUFFER = 256 * 1024;
+// The file's header: what it begins with tells the resolution of times; then the version in two halves, two words that
+// are always 0, the longest packet, and the link type.
+constexpr uint32_t MAGIC_NANOSECONDS = 0xA1B23C4D;
+constexpr uint32_t VERSION_MAJOR = 2, VERSION_MINOR = 4;
+constexpr uint32_t LINK_TYPE = 147; // USER0
 constexpr int64_t NANOSECONDS = 1'000'000'000;
 
 constexpr std::size_t FILE_HEADER = 24;
@@ -125,33 +128,25 @@ std::string CaptureReader::describe(std::string_view header) const {
     return fmt::format("no record follows its {}", counted(record.captured, "byte"));
 }
 
-CaptureWriter::CaptureWriter(const std::string& path) : _path(path == "-" ? "standard output" : path) {
-    std::FILE* file = path == "-" ? stdout : std::fopen(path.c_str(), "wb");
-    if (file == nullptr) throw IoError(fmt::format("{}: {}", _path, std::strerror(errno)));
-    std::setvbuf(file, nullptr, _IOFBF, FILE_BUFFER);
+// --- writing
 
-    _pcap.reset(
-        pcap_open_dead_with_tstamp_precision(LINK_TYPE, static_cast<int>(MAX_PACKET), PCAP_TSTAMP_PRECISION_NANO));
-    _dump.reset(pcap_dump_fopen(_pcap.get(), file));
-    if (!_dump) throw IoError(fmt::format("{}: {}", _path, pcap_geterr(_pcap.get())));
+CaptureWriter::CaptureWriter(const std::string& path) : _output(path) {
+    append(
+        {MAGIC_NANOSECONDS, VERSION_MAJOR | VERSION_MINOR << 16, 0, 0, static_cast<uint32_t>(MAX_PACKET), LINK_TYPE});
 }
 
 void CaptureWriter::packet(const Packet& packet) {
-    pcap_pkthdr header{};
-    header.ts.tv_sec = packet.time / NANOSECONDS;
-    header.ts.tv_usec = packet.time % NANOSECONDS; // the field holds nanoseconds, whatever its name
-    header.caplen = header.len = static_cast<bpf_u_int32>(packet.bytes.size());
-    pcap_dump(reinterpret_cast<u_char*>(_dump.get()), &header, reinterpret_cast<const u_char*>(packet.bytes.data()));
-    if (std::ferror(pcap_dump_file(_dump.get())) != 0) fail(); // the call above reports nothing itself
+    const auto size = static_cast<uint32_t>(packet.bytes.size());
+    append({static_cast<uint32_t>(packet.time / NANOSECONDS), static_cast<uint32_t>(packet.time % NANOSECONDS), size,
+            size});
+    _output.append(packet.bytes);
 }
 
-void CaptureWriter::close() {
-    if (pcap_dump_flush(_dump.get()) != 0) fail();
+/// In the byte order of this machine: readers tell it by the first word.
+void CaptureWriter::append(std::initializer_list<uint32_t> words) {
+    _output.append({reinterpret_cast<const char*>(words.begin()), words.size() * sizeof(uint32_t)});
 }
 
-void CaptureWriter::fail() const {
-    if (errno == EPIPE) throw ClosedPipe();
-    throw IoError(fmt::format("{}: {}", _path, std::strerror(errno)));
-}
+void CaptureWriter::close() { _output.close(); }
 
 } // namespace qlproto

@@ -2,14 +2,13 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
+#include <initializer_list>
 #include <optional>
 #include <string>
 #include <string_view>
 
-#include <pcap/pcap.h>
-
 #include "tools/qlproto/ByteWindow.h"
+#include "tools/qlproto/Output.h"
 #include "tools/qlproto/Packet.h"
 #include "tools/qlproto/RecordFinder.h"
 #include "tools/qlproto/RecordForm.h"
@@ -72,22 +71,13 @@ class CaptureWriter : public PacketSink {
     /// Throws IoError or ClosedPipe.
     void packet(const Packet& packet) override;
 
-    /// Writes what is left. To be called before the end; the destructor cannot tell of errors.
+    /// Writes what is left and puts the capture in its place. To be called at the end: without, there is no capture.
     void close();
 
   private:
-    struct Close {
-        void operator()(pcap_t* p) const { pcap_close(p); }
-    };
-    struct CloseDump {
-        void operator()(pcap_dumper_t* p) const { pcap_dump_close(p); }
-    };
+    void append(std::initializer_list<uint32_t> words);
 
-    [[noreturn]] void fail() const;
-
-    std::string _path;
-    std::unique_ptr<pcap_t, Close> _pcap;
-    std::unique_ptr<pcap_dumper_t, CloseDump> _dump;
+    Output _output;
 };
 
 } // namespace qlproto

@@ -83,7 +83,13 @@ class CaptureScan {
                          }
                      },
                      [&](const Batch& batch) {
-                         const uint64_t last = write(std::string_view(batch.text), batch.pieces);
+                         uint64_t last = MORE;
+                         try {
+                             last = write(std::string_view(batch.text), batch.pieces);
+                         } catch (const ClosedPipe&) {
+                             settle(batch, MORE); // nobody reads on, but what is bad has been seen
+                             throw;
+                         }
                          settle(batch, last);
                          _progress.update(batch.end, capture.fileSize());
                          return last == MORE;

@@ -5,9 +5,9 @@
 #pragma once
 
 #include <cstdint>
-#include <cstdio>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 namespace qlproto {
 
@@ -15,11 +15,12 @@ enum ExitCode : int {
     EXIT_FINE = 0,
     EXIT_BAD_DATA = 1, ///< the input was read, but holds something that is wrong
     EXIT_USAGE = 2,
-    EXIT_IO = 3, ///< a file cannot be opened, read or written
+    EXIT_IO = 3, ///< a file cannot be opened, read or written, or the system lacks memory or threads
 };
 
-/// Tells people something on standard error. Nothing can be done if even that fails, so it is not an error.
-inline void tell(const std::string& line) { std::fprintf(stderr, "%s\n", line.c_str()); }
+/// Tells people something on standard error, on one line that is not endless, whatever a stranger's text in it holds.
+/// Nothing can be done if even that fails, so it is not an error.
+void tell(std::string_view line) noexcept;
 
 /// A number and what is counted: "1 byte", "2 bytes".
 inline std::string counted(uint64_t number, const char* thing) {
@@ -38,5 +39,16 @@ class DamagedCapture : public std::runtime_error {
 
 /// The reader of the output has gone. Not an error: nobody wants the rest.
 class ClosedPipe : public std::exception {};
+
+/// Does `work` up to its end, or until the reader of its output has gone: false. What it found until then still counts.
+template <class Work>
+bool whileRead(Work&& work) {
+    try {
+        work();
+        return true;
+    } catch (const ClosedPipe&) {
+        return false;
+    }
+}
 
 } // namespace qlproto

@@ -1,7 +1,6 @@
 #include "tools/qlproto/Filter.h"
 
 #include <algorithm>
-#include <charconv>
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -9,20 +8,32 @@
 
 #include "Backend/Velmora/Wire.h"
 #include "Inspect/Reflection.h"
+#include "tools/qlproto/Arguments.h"
 #include "tools/qlproto/Family.h"
+#include "tools/qlproto/Names.h"
 #include "tools/qlproto/TimeText.h"
 
 namespace qlproto {
 
 namespace {
 
-std::optional<int64_t> integer(std::string_view text) {
-    const bool isHex = text.starts_with("0x");
-    if (isHex) text.remove_prefix(2);
-    int64_t number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, isHex ? 16 : 10);
-    if (text.empty() || error != std::errc() || end != text.data() + text.size()) return std::nullopt;
-    return number;
+/// What a value of that kind can be on the wire, in which an enumerator has one byte.
+std::pair<int64_t, int64_t> rangeOf(Inspect::Kind kind) {
+    using enum Inspect::Kind;
+    switch (kind) {
+    case boolean:
+        return {0, 1};
+    case enumeration:
+        return {0, UINT8_MAX};
+    case int8:
+        return {INT8_MIN, INT8_MAX};
+    case int16:
+        return {INT16_MIN, INT16_MAX};
+    case int32:
+        return {INT32_MIN, INT32_MAX};
+    default:
+        return {INT64_MIN, INT64_MAX};
+    }
 }
 
 bool isQuantity(Inspect::Kind kind) { return kind == Inspect::Kind::int64 || kind == Inspect::Kind::price; }
@@ -49,13 +60,6 @@ bool anyValue(const Inspect::ValueInfo& info, std::vector<Inspect::PathPiece>& p
 
 } // namespace
 
-Velmora::MsgType_t messageNamed(const std::string& nameOrId) {
-    const std::optional<int64_t> number = integer(nameOrId);
-    for (const Inspect::MessageInfo& message : Inspect::all_messages())
-        if (number ? message.id == *number : message.type->name == nameOrId) return message.id;
-    throw FilterError(fmt::format("no message is named {}; see qlproto messages", nameOrId));
-}
-
 // --- conditions on values
 
 Condition::Condition(const std::string& text) {
@@ -72,7 +76,7 @@ Condition::Condition(const std::string& text) {
     _relation = found->second;
     _path = CLI::detail::split(text.substr(0, at), '.');
     _operand = text.substr(afterSign);
-    _number = integer(_operand);
+    _number = numberIn<int64_t>(_operand);
     for (const int64_t sentinel : {Velmora::MAX, Velmora::NMA, Velmora::NDA, Velmora::NA})
         if (_operand == Velmora::sentinelName(sentinel)) _sentinel = sentinel;
 
@@ -106,13 +110,14 @@ bool Condition::concerns(Inspect::Path path) const {
 std::optional<int64_t> Condition::operand(const Inspect::Value& value) const {
     if (value.kind == Inspect::Kind::enumeration)
         for (const Inspect::EnumeratorInfo& it : value.enumeration->enumerators)
-            if (it.name == _operand) return it.value;
+            if (it.name == _operand) return it.value & UINT8_MAX; // all of it that travels
     if (value.kind == Inspect::Kind::boolean) {
         if (_operand == "true" || _operand == "T") return 1;
         if (_operand == "false" || _operand == "F") return 0;
     }
     if (_sentinel && isQuantity(value.kind)) return _sentinel;
-    return _number;
+    const auto [least, most] = rangeOf(value.kind);
+    return _number >= least && _number <= most ? _number : std::nullopt;
 }
 
 template <class T>
@@ -159,23 +164,28 @@ bool Condition::holds(Velmora::MsgType_t id, const void* message) const {
 
 void Filter::addTo(CLI::App& command, Options& options) {
     command.add_option("--message", options.names, "Only messages of this name; * and ? stand for any characters")
-        ->type_name("NAME");
-    command.add_option("--family", options.families, "Only messages of this family")
-        ->type_name("FAMILY")
-        ->check(CLI::IsMember([] {
-            std::vector<std::string> names;
-            for (const Family& family : FAMILIES)
-                if (std::find(names.begin(), names.end(), family.name) == names.end()) names.emplace_back(family.name);
-            return names;
-        }()));
-    command.add_option("--id", options.ids, "Only messages of this identifier, decimal or 0x...")->type_name("ID");
+        ->type_name(MESSAGE_VALUE);
+    command.add_option("--family", options.families, "Only messages of this family")->check(CLI::IsMember([] {
+        std::vector<std::string> names;
+        for (const Family& family : FAMILIES)
+            if (std::find(names.begin(), names.end(), family.name) == names.end()) names.emplace_back(family.name);
+        return names;
+    }()));
+    command.add_option("--id", options.ids, "Only messages of this identifier, decimal or 0x...")
+        ->check(isIdentifier());
     command
         .add_option("--where", options.where,
                     "Only messages with such a value: FIELD=VALUE, also !=, <, <=, >, >=; FIELD is a name or a path "
                     "with dots, VALUE a number, a name or a text")
         ->type_name("CONDITION");
-    command.add_option("--from", options.from, "Only from this time on: seconds since 1970 or UTC")->type_name("TIME");
-    command.add_option("--to", options.to, "Only up to this time")->type_name("TIME");
+    const CLI::Validator isTime(
+        [](std::string& text) {
+            if (parseTime(text)) return std::string();
+            return fmt::format("'{}' is not a time; write 1709535600.5 or 2024-03-04T07:00:00.5", text);
+        },
+        "TIME");
+    command.add_option("--from", options.from, "Only from this time on: seconds since 1970 or UTC")->check(isTime);
+    command.add_option("--to", options.to, "Only up to this time")->check(isTime);
     // Each takes one value, so that what follows is not taken for another one.
     for (const char* name : {"--message", "--family", "--id", "--where"})
         command.get_option(name)->allow_extra_args(false);
@@ -191,20 +201,14 @@ Filter::Filter(const Options& options) {
         _isTaken[message.id] =
             isAny(options.names, [&](const std::string& it) { return fnmatch(it.c_str(), name.c_str(), 0) == 0; })
             && isAny(options.families, [&](const std::string& it) { return familyOf(message.id) == it; })
-            && isAny(options.ids, [&](const std::string& it) { return integer(it) == message.id; });
+            && isAny(options.ids, [&](const std::string& it) { return findMessage(it) == &message; });
     }
     for (const std::string& name : options.names)
-        if (name.find_first_of("*?[") == name.npos) messageNamed(name);
-    for (const std::string& id : options.ids)
-        if (!integer(id)) throw FilterError(fmt::format("--id {}: not a number", id));
+        if (name.find_first_of("*?[") == name.npos && findMessage(name) == nullptr)
+            throw FilterError(noSuchMessage(name));
     for (const std::string& condition : options.where) _where.emplace_back(condition);
-    const auto time = [](const std::string& text, int64_t otherwise) {
-        if (text.empty()) return otherwise;
-        if (const std::optional<int64_t> parsed = parseTime(text)) return *parsed;
-        throw FilterError(fmt::format("{}: not a time; write 1709535600.5 or 2024-03-04T07:00:00.5", text));
-    };
-    _from = time(options.from, INT64_MIN);
-    _to = time(options.to, INT64_MAX);
+    if (!options.from.empty()) _from = parseTime(options.from).value();
+    if (!options.to.empty()) _to = parseTime(options.to).value();
 }
 
 bool Filter::takes(const Packet& packet, const MessageReader& reader) const {

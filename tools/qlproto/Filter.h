@@ -63,7 +63,7 @@ class Filter {
     struct Options {
         std::vector<std::string> names;    ///< with * and ?
         std::vector<std::string> families; ///< as Family.h has them
-        std::vector<std::string> ids;      ///< decimal or 0x...
+        std::vector<std::string> ids;      ///< decimal or 0x..., of messages
         std::vector<std::string> where;
         std::string from, to; ///< see parseTime
     };
@@ -84,8 +84,5 @@ class Filter {
     std::vector<Condition> _where;
     int64_t _from = INT64_MIN, _to = INT64_MAX;
 };
-
-/// The message named or numbered so. Throws FilterError.
-Velmora::MsgType_t messageNamed(const std::string& nameOrId);
 
 } // namespace qlproto

@@ -1,10 +1,11 @@
 #include "tools/qlproto/Names.h"
 
 #include <algorithm>
-#include <charconv>
 #include <numeric>
 
 #include <fmt/format.h>
+
+#include "tools/qlproto/Arguments.h"
 
 namespace qlproto {
 
@@ -12,14 +13,8 @@ namespace {
 
 using Names = std::vector<std::string_view>;
 
-std::optional<Velmora::MsgType_t> parseId(std::string_view text) {
-    const bool isHex = text.starts_with("0x") || text.starts_with("0X");
-    if (isHex) text.remove_prefix(2);
-    Velmora::MsgType_t id = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), id, isHex ? 16 : 10);
-    if (error != std::errc() || end != text.data() + text.size()) return {};
-    return id;
-}
+/// Whether the user means a number, of whatever size.
+bool isNumber(std::string_view text) { return !text.empty() && text[0] >= '0' && text[0] <= '9'; }
 
 std::string lower(std::string_view text) {
     std::string result(text);
@@ -75,7 +70,7 @@ std::string noneNamed(const char* what, std::string_view name, const Names& cand
 } // namespace
 
 const Inspect::MessageInfo* findMessage(std::string_view nameOrId) {
-    const std::optional<Velmora::MsgType_t> id = parseId(nameOrId);
+    const std::optional<Velmora::MsgType_t> id = numberIn<Velmora::MsgType_t>(nameOrId);
     for (const Inspect::MessageInfo& message : Inspect::all_messages())
         if (message.type->name == nameOrId || message.id == id) return &message;
     return nullptr;
@@ -118,27 +113,35 @@ std::vector<std::string_view> nearestNames(std::string_view name, const std::vec
 }
 
 std::string noSuchMessage(std::string_view nameOrId) {
-    if (parseId(nameOrId)) return fmt::format("no message has the identifier {}", nameOrId);
+    if (isNumber(nameOrId)) return fmt::format("no message has the identifier {}", nameOrId);
     return noneNamed("message", nameOrId, messageNames());
 }
 
 CLI::Validator isMessage() {
-    return {[](std::string& text) { return findMessage(text) != nullptr ? "" : noSuchMessage(text); }, "NAME|ID"};
+    return {[](std::string& text) { return findMessage(text) != nullptr ? "" : noSuchMessage(text); }, MESSAGE_VALUE};
+}
+
+CLI::Validator isIdentifier() {
+    return {[](std::string& text) {
+                if (!isNumber(text)) return fmt::format("'{}' is no number", text);
+                return findMessage(text) != nullptr ? "" : noSuchMessage(text);
+            },
+            "ID"};
 }
 
 CLI::Validator isType() {
     return {[](std::string& text) -> std::string {
                 if (findType(text).type != nullptr) return "";
-                return parseId(text) ? noSuchMessage(text) : noneNamed("message or record", text, typeNames());
+                return isNumber(text) ? noSuchMessage(text) : noneNamed("message or record", text, typeNames());
             },
-            "NAME|ID"};
+            TYPE_VALUE};
 }
 
 CLI::Validator isEnumeration() {
     return {[](std::string& text) {
                 return findEnumeration(text) != nullptr ? "" : noneNamed("enumeration", text, enumerationNames());
             },
-            "NAME"};
+            ENUMERATION_VALUE};
 }
 
 } // namespace qlproto

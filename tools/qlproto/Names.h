@@ -34,8 +34,9 @@ std::vector<std::string_view> nearestNames(std::string_view name, const std::vec
 /// "no message is named 'Order'; did you mean A, B or C?"
 std::string noSuchMessage(std::string_view nameOrId);
 
-CLI::Validator isMessage();
-CLI::Validator isType();
-CLI::Validator isEnumeration();
+CLI::Validator isMessage();     ///< a MESSAGE_VALUE, by name or identifier
+CLI::Validator isIdentifier();  ///< a number that is the identifier of a message
+CLI::Validator isType();        ///< a TYPE_VALUE
+CLI::Validator isEnumeration(); ///< an ENUMERATION_VALUE
 
 } // namespace qlproto

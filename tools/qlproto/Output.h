@@ -1,41 +1,37 @@
-// Text output in big writes.
+// Text and bytes in big writes.
 #pragma once
 
 #include <memory>
 #include <string>
 #include <string_view>
 
+#include "tools/qlproto/OutputFile.h"
+
 namespace qlproto {
 
 class Output {
   public:
-    /// Creates the file; "-" is standard output. Throws IoError.
+    /// "-" is standard output. Throws IoError.
     explicit Output(const std::string& path = "-");
-    ~Output();
-    Output(const Output&) = delete;
-    Output& operator=(const Output&) = delete;
 
     /// Throws IoError or ClosedPipe when what has gathered cannot be written.
     void append(std::string_view text);
 
-    /// Appends text of which nothing may end the line or steer a terminal: control characters appear as \xNN.
-    void appendVisible(std::string_view text);
-
-    /// Writes what has gathered. To be called before the end; the destructor does not.
+    /// Writes what has gathered.
     void flush();
+
+    /// Writes what has gathered and puts the file in its place. To be called at the end: without, there is no file.
+    void close();
 
   private:
     static constexpr std::size_t CAPACITY = 256 * 1024;
 
-    void write(std::string_view text);
-
-    const std::string _name; ///< for errors
-    const int _fd;
+    OutputFile _file;
     std::unique_ptr<char[]> _buffer;
     std::size_t _size = 0;
 };
 
-/// Writes a whole text to a file; "-" is standard output. Throws IoError or ClosedPipe.
+/// Writes a whole text to a file; "-" is standard output, whose reader need not take it all. Throws IoError.
 void writeText(std::string_view text, const std::string& path = "-");
 
 } // namespace qlproto

@@ -7,7 +7,6 @@
 #include <cstdint>
 #include <cstdio>
 
-#include <fmt/format.h>
 #include <unistd.h>
 
 namespace qlproto {
@@ -25,14 +24,15 @@ class Progress {
         const double seconds = std::chrono::duration<double>(now - _start).count();
         const double rate = static_cast<double>(done) / seconds;
         const double left = rate > 0 ? static_cast<double>(size - std::min(done, size)) / rate : 0;
-        fmt::print(stderr, "\r{:3} %  {:.0f} MB/s  {:.0f} s left\x1B[K", 100 * done / size, rate / 1e6, left);
-        std::fflush(stderr);
+        // Not fmt::print(), which throws if the terminal has gone.
+        std::fprintf(stderr, "\r%3.0f %%  %.0f MB/s  %.0f s left\x1B[K",
+                     100 * static_cast<double>(done) / static_cast<double>(size), rate / 1e6, left);
         _isShown = true;
     }
 
     /// Makes room for a line.
     void clear() {
-        if (_isShown) fmt::print(stderr, "\r\x1B[K");
+        if (_isShown) std::fputs("\r\x1B[K", stderr);
         _isShown = false;
     }
 

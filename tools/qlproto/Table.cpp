@@ -1,6 +1,9 @@
 #include "tools/qlproto/Table.h"
 
 #include <algorithm>
+#include <utility>
+
+#include "tools/qlproto/Terminal.h"
 
 namespace qlproto {
 
@@ -13,6 +16,11 @@ std::size_t width(const std::string& text) {
 }
 
 } // namespace
+
+void Table::add(std::vector<std::string> row) {
+    for (std::string& cell : row) cell = visible(cell);
+    _rows.push_back(std::move(row));
+}
 
 std::string Table::text(std::size_t indent) const {
     std::vector<std::size_t> widths(_columns.size());

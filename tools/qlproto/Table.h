@@ -21,8 +21,8 @@ class Table {
         add(std::move(header));
     }
 
-    /// REQUIRES: at most as many cells as columns.
-    void add(std::vector<std::string> row) { _rows.push_back(std::move(row)); }
+    /// No cell ends its line or steers a terminal. REQUIRES: at most as many cells as columns.
+    void add(std::vector<std::string> row);
 
     /// Two blanks between columns, none at the ends of lines, `indent` blanks at their beginnings. Widths are
     /// in characters.

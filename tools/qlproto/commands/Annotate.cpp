@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include "tools/qlproto/Annotation.h"
+#include "tools/qlproto/Arguments.h"
 #include "tools/qlproto/ByteWindow.h"
 #include "tools/qlproto/Capture.h"
 #include "tools/qlproto/Errors.h"
@@ -23,7 +24,7 @@ namespace {
 struct Options {
     std::string input;
     std::string type;
-    std::string policy = "whole";
+    Inspect::Policy policy;
     uint64_t packet = 0; ///< counted from 1
     bool isRaw = false;
     bool redact = false;
@@ -74,11 +75,8 @@ int annotateBytes(const Options& options, std::string_view bytes) {
             return EXIT_BAD_DATA;
         }
     }
-    const Inspect::Policy policy = options.policy == "strict"     ? Inspect::strict
-                                   : options.policy == "tolerant" ? Inspect::tolerant
-                                                                  : Inspect::whole;
     const Annotation annotation =
-        annotate(*message, bytes, policy, options.redact ? Inspect::Secrets::hide : Inspect::Secrets::show);
+        annotate(*message, bytes, options.policy, options.redact ? Inspect::Secrets::hide : Inspect::Secrets::show);
     writeText(fmt::format("{} {} (0x{:04X}), body of {}\n{}", message->type->name, message->id, message->id,
                           counted(bytes.size(), "byte"), annotation.text));
     if (annotation.fault) return EXIT_FINE;
@@ -104,19 +102,19 @@ void addAnnotate(CLI::App& app, Commands& commands) {
     command
         ->add_option("input", options->input,
                      "Hexadecimal text, or a file of it, or with --packet a capture; - is standard input")
-        ->required();
+        ->required()
+        ->type_name(FILE_VALUE);
     CLI::Option* const packet =
-        command->add_option("--packet", options->packet, "The packet of a capture to take, counted from 1")
-            ->check(CLI::PositiveNumber);
+        addNumber(*command, "--packet", options->packet, "The packet of a capture to take, counted from 1", 1);
     command
         ->add_option("--type", options->type,
                      "What the body is; without, the identifier stands in front of it, low byte first")
         ->check(isMessage())
         ->excludes(packet);
     command->add_flag("--raw", options->isRaw, "The input is a file of the bytes themselves")->excludes(packet);
-    command->add_option("--policy", options->policy, "What counts as a fault")
-        ->check(CLI::IsMember({"strict", "tolerant", "whole"}))
-        ->capture_default_str();
+    addChoice(*command, "--policy", options->policy,
+              {{"whole", Inspect::whole}, {"strict", Inspect::strict}, {"tolerant", Inspect::tolerant}},
+              "What counts as a fault");
     command->add_flag("--redact", options->redact, "Hide passwords and other secrets, bytes and value");
     command->footer("Examples:\n"
                     "  qlproto annotate --type TimerMessage 0e\n"

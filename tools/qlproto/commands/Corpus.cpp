@@ -4,6 +4,7 @@
 
 #include <fmt/format.h>
 
+#include "tools/qlproto/Arguments.h"
 #include "tools/qlproto/Errors.h"
 #include "tools/qlproto/Output.h"
 #include "tools/qlproto/commands/Commands.h"
@@ -28,7 +29,7 @@ void addCorpus(CLI::App& app, Commands& commands) {
     const auto folder = std::make_shared<std::string>();
     CLI::App* const command = app.add_subcommand(
         "corpus", "Write test vectors for other implementations: a file of JSON lines for each message");
-    command->add_option("-o,--output", *folder, "The folder to write to")->required();
+    command->add_option("-o,--output", *folder, "The folder to write to")->required()->type_name(FOLDER_VALUE);
     command->footer("Example:\n  qlproto corpus -o corpus");
     commands.push_back({command, [folder] { return writeCorpus(*folder); }});
 }

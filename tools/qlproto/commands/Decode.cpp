@@ -3,11 +3,13 @@
 
 #include <unistd.h>
 
+#include "tools/qlproto/Arguments.h"
 #include "tools/qlproto/ByteWindow.h"
 #include "tools/qlproto/CaptureScan.h"
 #include "tools/qlproto/Filter.h"
 #include "tools/qlproto/Hex.h"
 #include "tools/qlproto/LineReader.h"
+#include "tools/qlproto/Names.h"
 #include "tools/qlproto/Output.h"
 #include "tools/qlproto/Rendering.h"
 #include "tools/qlproto/Terminal.h"
@@ -43,23 +45,22 @@ int decodeCapture(const Options& options, const Filter& filter) {
 
     uint64_t left = options.first;
     CaptureScan scan;
-    if (left != 0)
-        scan.runParallel(
-            options.input, handles,
-            [&](std::string_view text, const std::vector<CaptureScan::Piece>& pieces) {
-                if (pieces.size() < left) {
-                    output.append(text);
-                    left -= pieces.size();
-                    return CaptureScan::MORE;
-                }
-                const CaptureScan::Piece& last = pieces[left - 1];
-                output.append(text.substr(0, last.end));
-                left = 0;
-                return last.packet;
-            },
-            [&] { output.flush(); });
-    output.flush();
-    scan.summarize(options.first - left);
+    const auto write = [&](std::string_view text, const std::vector<CaptureScan::Piece>& pieces) {
+        if (pieces.size() < left) {
+            output.append(text);
+            left -= pieces.size();
+            return CaptureScan::MORE;
+        }
+        const CaptureScan::Piece& last = pieces[left - 1];
+        output.append(text.substr(0, last.end));
+        left = 0;
+        return last.packet;
+    };
+    const bool isRead = whileRead([&] {
+        if (left != 0) scan.runParallel(options.input, handles, write, [&] { output.flush(); });
+        output.close();
+    });
+    if (isRead) scan.summarize(options.first - left);
     return scan.exitCode();
 }
 
@@ -69,8 +70,7 @@ class Bytes {
     Bytes(const Options& options, const Filter& filter)
         : _filter(filter), _left(options.first), _rendering(withoutTime(options.rendering)) {
         if (options.type.empty()) return;
-        const Velmora::MsgType_t id = messageNamed(options.type);
-        _identifier = identifierBytes(id);
+        _identifier = identifierBytes(findMessage(options.type)->id);
     }
 
     void decode(const std::string& where, std::string_view bytes) {
@@ -88,10 +88,8 @@ class Bytes {
         _exitCode = EXIT_BAD_DATA;
     }
 
-    int finish() {
-        _output.flush();
-        return _exitCode;
-    }
+    void finish() { _output.close(); }
+    int exitCode() const { return _exitCode; }
 
   private:
     static Rendering::Options withoutTime(Rendering::Options options) {
@@ -112,26 +110,32 @@ class Bytes {
 int decodeRaw(const Options& options, const Filter& filter) {
     ByteWindow input(options.input);
     Bytes bytes(options, filter);
-    bytes.decode(input.name(), input.peek(MAX_PACKET + 1));
-    return bytes.finish();
+    whileRead([&] {
+        bytes.decode(input.name(), input.peek(MAX_PACKET + 1));
+        bytes.finish();
+    });
+    return bytes.exitCode();
 }
 
 int decodeHex(const Options& options, const Filter& filter) {
     LineReader lines(options.input, LONGEST_HEX);
     Bytes bytes(options, filter);
-    for (std::string_view line; lines.next(line);) {
-        const std::string where = fmt::format("{}:{}", lines.name(), lines.number());
-        if (line.find_first_not_of(" \t\r") == line.npos) continue;
-        try {
-            if (lines.isCut())
-                bytes.complain(where, "more than a packet can have");
-            else
-                bytes.decode(where, bytesFromHex(line));
-        } catch (const HexError& error) {
-            bytes.complain(where, error.what());
+    whileRead([&] {
+        for (std::string_view line; lines.next(line);) {
+            const std::string where = fmt::format("{}:{}", lines.name(), lines.number());
+            if (line.find_first_not_of(" \t\r") == line.npos) continue;
+            try {
+                if (lines.isCut())
+                    bytes.complain(where, "more than a packet can have");
+                else
+                    bytes.decode(where, bytesFromHex(line));
+            } catch (const HexError& error) {
+                bytes.complain(where, error.what());
+            }
         }
-    }
-    return bytes.finish();
+        bytes.finish();
+    });
+    return bytes.exitCode();
 }
 
 int decode(Options options) {
@@ -143,9 +147,8 @@ int decode(Options options) {
     return decodeCapture(options, filter);
 }
 
-bool isPowerOfTen(int64_t number) {
-    while (number > 1 && number % 10 == 0) number /= 10;
-    return number == 1;
+bool isPowerOfTen(std::string_view number) {
+    return number.starts_with('1') && number.find_first_not_of('0', 1) == number.npos;
 }
 
 } // namespace
@@ -153,33 +156,25 @@ bool isPowerOfTen(int64_t number) {
 void addDecode(CLI::App& app, Commands& commands) {
     const auto options = std::make_shared<Options>();
     CLI::App* const command = app.add_subcommand("decode", "Print messages as lines of text or JSON");
-    command->add_option("input", options->input, "The capture to read; - is standard input")->required();
+    command->add_option("input", options->input, "The capture to read; - is standard input")
+        ->required()
+        ->type_name(FILE_VALUE);
     CLI::Option* const hex = command->add_flag("--hex", options->isHex, "The input is text: a packet in hex per line");
     command->add_flag("--raw", options->isRaw, "The input is the bytes of one packet")->excludes(hex);
     command
         ->add_option("--type", options->type,
                      "With --hex or --raw: the input is bodies of this message, without the identifier in front")
-        ->type_name("NAME|ID");
-    command->add_option("--format", options->rendering.format, "line, lines (a value per line) or json (a line each)")
-        ->transform(CLI::CheckedTransformer(
-            std::map<std::string, Format>{{"line", Format::line}, {"lines", Format::lines}, {"json", Format::json}}))
-        ->type_name("FORM");
-    command->add_option("--time", options->rendering.time, "raw (seconds since 1970) or utc")
-        ->transform(
-            CLI::CheckedTransformer(std::map<std::string, TimeForm>{{"raw", TimeForm::raw}, {"utc", TimeForm::utc}}))
-        ->type_name("FORM");
-    command
-        ->add_option("--price-scale", options->rendering.display.priceScale,
-                     "Divide prices and amounts by this power of ten for display; the protocol fixes no scale")
-        ->check([](const std::string& text) {
-            int64_t number = 0;
-            return CLI::detail::lexical_cast(text, number) && isPowerOfTen(number) ? "" : text + " is no power of ten";
-        })
-        ->type_name("N");
+        ->check(isMessage());
+    addChoice(*command, "--format", options->rendering.format,
+              {{"line", Format::line}, {"lines", Format::lines}, {"json", Format::json}},
+              "line, lines (a value per line) or json (a line each)");
+    addChoice(*command, "--time", options->rendering.time, {{"raw", TimeForm::raw}, {"utc", TimeForm::utc}},
+              "raw (seconds since 1970) or utc");
+    addNumber(*command, "--price-scale", options->rendering.display.priceScale,
+              "Divide prices and amounts by this power of ten for display; the protocol fixes no scale", 1)
+        ->check([](const std::string& text) { return isPowerOfTen(text) ? "" : text + " is no power of ten"; });
     command->add_flag("--redact", options->redact, "Hide passwords and other secrets");
-    command->add_option("-n,--first", options->first, "Stop after so many messages")
-        ->check(CLI::NonNegativeNumber)
-        ->type_name("N");
+    addNumber(*command, "-n,--first", options->first, "Stop after so many messages");
     Filter::addTo(*command, options->filter);
     command->footer("Packets and bodies without a capture have no time. --where compares undivided values.\n\n"
                     "Examples:\n"

@@ -5,10 +5,12 @@
 
 #include <fmt/format.h>
 
+#include "tools/qlproto/Arguments.h"
 #include "tools/qlproto/Capture.h"
 #include "tools/qlproto/Errors.h"
 #include "tools/qlproto/MessageReader.h"
 #include "tools/qlproto/Output.h"
+#include "tools/qlproto/Terminal.h"
 #include "tools/qlproto/analysis/CaptureDiff.h"
 #include "tools/qlproto/analysis/FlatFields.h"
 #include "tools/qlproto/commands/Commands.h"
@@ -129,31 +131,30 @@ int diff(const Options& options) {
     Output output;
     uint64_t told = 0;
 
-    CaptureDiff diff([&](Side& side) { return a.next(side); }, [&](Side& side) { return b.next(side); },
-                     [&](const Side* inA, const Side* inB) {
-                         if (options.first != 0 && told == options.first) return;
-                         ++told;
-                         if (inB == nullptr) {
-                             output.appendVisible(fmt::format("< {} {}", inA->number, comparer.name(inA->packet)));
-                         } else if (inA == nullptr) {
-                             output.appendVisible(fmt::format("> {} {}", inB->number, comparer.name(inB->packet)));
-                         } else {
-                             output.appendVisible(
-                                 fmt::format("! {} {} {}", inA->number, inB->number, comparer.name(inA->packet)));
-                             for (const std::string& line : comparer.differences(inA->packet, inB->packet)) {
-                                 output.append("\n    ");
-                                 output.appendVisible(line);
-                             }
-                         }
-                         output.append("\n");
-                     });
-    diff.run();
-
-    const uint64_t untold = diff.different() + diff.onlyInA() + diff.onlyInB() - told;
-    if (untold != 0) output.append(fmt::format("and {} more\n", untold));
-    output.append(fmt::format("equal {}, different {}, only in the first {}, only in the second {}\n", diff.equal(),
-                              diff.different(), diff.onlyInA(), diff.onlyInB()));
-    output.flush();
+    CaptureDiff diff(
+        [&](Side& side) { return a.next(side); }, [&](Side& side) { return b.next(side); },
+        [&](const Side* inA, const Side* inB) {
+            if (options.first != 0 && told == options.first) return;
+            ++told;
+            if (inB == nullptr) {
+                output.append(visible(fmt::format("< {} {}", inA->number, comparer.name(inA->packet))));
+            } else if (inA == nullptr) {
+                output.append(visible(fmt::format("> {} {}", inB->number, comparer.name(inB->packet))));
+            } else {
+                output.append(visible(fmt::format("! {} {} {}", inA->number, inB->number, comparer.name(inA->packet))));
+                for (const std::string& line : comparer.differences(inA->packet, inB->packet))
+                    output.append("\n    " + visible(line));
+            }
+            output.append("\n");
+        });
+    whileRead([&] {
+        diff.run();
+        const uint64_t untold = diff.different() + diff.onlyInA() + diff.onlyInB() - told;
+        if (untold != 0) output.append(fmt::format("and {} more\n", untold));
+        output.append(fmt::format("equal {}, different {}, only in the first {}, only in the second {}\n", diff.equal(),
+                                  diff.different(), diff.onlyInA(), diff.onlyInB()));
+        output.close();
+    });
     return told == 0 && !a.isDamaged() && !b.isDamaged() ? EXIT_FINE : EXIT_BAD_DATA;
 }
 
@@ -162,13 +163,17 @@ int diff(const Options& options) {
 void addDiff(CLI::App& app, Commands& commands) {
     const auto options = std::make_shared<Options>();
     CLI::App* const command = app.add_subcommand("diff", "Compare two captures message by message, field by field");
-    command->add_option("first capture", options->a, "The one capture; - is standard input")->required();
-    command->add_option("second capture", options->b, "The other capture; - is standard input")->required();
+    command->add_option("first capture", options->a, "The one capture; - is standard input")
+        ->required()
+        ->type_name(FILE_VALUE);
+    command->add_option("second capture", options->b, "The other capture; - is standard input")
+        ->required()
+        ->type_name(FILE_VALUE);
     command->add_option("--ignore", options->ignored, "Names of fields that do not count, such as timeApiClient")
         ->delimiter(',')
+        ->type_name("FIELD")
         ->allow_extra_args(false);
-    command->add_option("--first", options->first, "Show that many messages that differ; 0 shows all")
-        ->check(CLI::NonNegativeNumber)
+    addNumber(*command, "--first", options->first, "Show that many messages that differ; 0 shows all")
         ->capture_default_str();
     command->footer(
         "Identifiers and bodies are compared, not the packets' times. A message that is in one capture only is told\n"

@@ -7,6 +7,7 @@
 #include <fmt/format.h>
 
 #include "Inspect/Reflection.h"
+#include "tools/qlproto/Arguments.h"
 #include "tools/qlproto/Errors.h"
 #include "tools/qlproto/Output.h"
 #include "tools/qlproto/commands/Commands.h"
@@ -94,7 +95,9 @@ void addDissector(CLI::App& app, Commands& commands) {
     const auto output = std::make_shared<std::string>("-");
     CLI::App* const command =
         app.add_subcommand("dissector", "Write a packet-analyser plug-in, a Lua script for Wireshark and tshark");
-    command->add_option("-o,--output", *output, "The script to write; - is standard output")->capture_default_str();
+    command->add_option("-o,--output", *output, "The script to write; - is standard output")
+        ->capture_default_str()
+        ->type_name(FILE_VALUE);
     command->footer(R"(Examples:
   qlproto dissector -o qlprotocol.lua
   qlproto dissector -o qlprotocol.lua && tshark -X lua_script:qlprotocol.lua -r session.pcap -c 20

@@ -3,6 +3,7 @@
 
 #include <fmt/format.h>
 
+#include "tools/qlproto/Arguments.h"
 #include "tools/qlproto/Capture.h"
 #include "tools/qlproto/Errors.h"
 #include "tools/qlproto/Hex.h"
@@ -32,40 +33,38 @@ class BytesWriter : public PacketSink {
         else
             _output.append(packet.bytes.substr(IDENTIFIER_SIZE));
     }
-    void close() { _output.flush(); }
+    void close() { _output.close(); }
 
   private:
     Output _output;
     bool _isHex;
 };
 
-/// Every line that is good goes to the sink; of the others standard error tells. False if there were any.
-bool encodeLines(LineReader& lines, PacketSink& sink) {
+/// Every line that is good goes to the writer; of the others standard error tells.
+int encodeLines(LineReader& lines, auto&& writer) {
     MessageLineReader reader;
     uint64_t bad = 0;
-    for (std::string_view line; lines.next(line);) {
-        if (line.find_first_not_of(" \t\r") == line.npos) continue;
-        try {
-            if (lines.isCut()) throw Inspect::JsonError("", fmt::format("longer than {} bytes", LONGEST_LINE));
-            sink.packet(reader.read(line));
-        } catch (const Inspect::JsonError& error) {
-            tell(fmt::format("line {}: {}", lines.number(), error.what()));
-            ++bad;
+    whileRead([&] {
+        for (std::string_view line; lines.next(line);) {
+            if (line.find_first_not_of(" \t\r") == line.npos) continue;
+            try {
+                if (lines.isCut()) throw Inspect::JsonError("", fmt::format("longer than {} bytes", LONGEST_LINE));
+                writer.packet(reader.read(line));
+            } catch (const Inspect::JsonError& error) {
+                tell(fmt::format("line {}: {}", lines.number(), error.what()));
+                ++bad;
+            }
         }
-    }
+        writer.close();
+    });
     if (bad != 0) tell(fmt::format("{} of {} bad", bad, counted(lines.number(), "line")));
-    return bad == 0;
+    return bad == 0 ? EXIT_FINE : EXIT_BAD_DATA;
 }
 
 int encode(const Options& options) {
     LineReader lines(options.input, LONGEST_LINE);
-    const auto run = [&](auto&& writer) {
-        const bool isGood = encodeLines(lines, writer);
-        writer.close();
-        return isGood ? EXIT_FINE : EXIT_BAD_DATA;
-    };
-    if (options.format == "capture") return run(CaptureWriter(options.output));
-    return run(BytesWriter(options.output, options.format == "hex"));
+    if (options.format == "capture") return encodeLines(lines, CaptureWriter(options.output));
+    return encodeLines(lines, BytesWriter(options.output, options.format == "hex"));
 }
 
 } // namespace
@@ -74,9 +73,11 @@ void addEncode(CLI::App& app, Commands& commands) {
     const auto options = std::make_shared<Options>();
     CLI::App* const command = app.add_subcommand("encode", "Make packets of messages in JSON, one a line");
     command->add_option("input", options->input, "The lines, as decode --format json prints them; - is standard input")
-        ->required();
+        ->required()
+        ->type_name(FILE_VALUE);
     command->add_option("-o,--output", options->output, "The file to write; - is standard output")
-        ->capture_default_str();
+        ->capture_default_str()
+        ->type_name(FILE_VALUE);
     command
         ->add_option("--format", options->format,
                      "capture; hex: a line of digits for each packet, identifier first, low byte first; raw: the "

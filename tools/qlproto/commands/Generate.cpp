@@ -1,6 +1,7 @@
 // qlproto generate: a made-up trading session as a capture.
 #include <memory>
 
+#include "tools/qlproto/Arguments.h"
 #include "tools/qlproto/Capture.h"
 #include "tools/qlproto/Errors.h"
 #include "tools/qlproto/Hostile.h"
@@ -37,22 +38,18 @@ int generate(const Options& options) {
 void addGenerate(CLI::App& app, Commands& commands) {
     const auto options = std::make_shared<Options>();
     CLI::App* const command = app.add_subcommand("generate", "Write a made-up trading session as a capture");
-    command->add_option("--messages", options->messages, "How many messages")
-        ->check(CLI::NonNegativeNumber)
-        ->capture_default_str();
-    command->add_option("--seed", options->seed, "The same seed gives the same bytes")
-        ->check(CLI::NonNegativeNumber)
-        ->capture_default_str();
+    addNumber(*command, "--messages", options->messages, "How many messages")->capture_default_str();
+    addNumber(*command, "--seed", options->seed, "The same seed gives the same bytes")->capture_default_str();
     command
         ->add_option("--profile", options->profile,
                      "usual; quiet: slow, with less market data; busy: fast, with more; hostile: as usual, with every "
                      "twentieth body damaged")
         ->check(CLI::IsMember({"usual", "quiet", "busy", "hostile"}))
         ->capture_default_str();
-    command->add_option("--rate", options->rate, "About so many messages per second of session time")
-        ->check(CLI::Range(1, 1'000'000))
-        ->type_name("N");
-    command->add_option("-o,--output", options->output, "The capture to write; - is standard output")->required();
+    addNumber(*command, "--rate", options->rate, "About so many messages per second of session time", 1, 1'000'000);
+    command->add_option("-o,--output", options->output, "The capture to write; - is standard output")
+        ->required()
+        ->type_name(FILE_VALUE);
     command->footer("Every type of message occurs from 1,000 messages on, and from 5,000 on when busy.\n\n"
                     "Examples:\n"
                     "  qlproto generate --messages 100000 --seed 7 -o session.pcap\n"

@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 
 #include "Inspect/Reflection.h"
+#include "tools/qlproto/Arguments.h"
 #include "tools/qlproto/CaptureScan.h"
 #include "tools/qlproto/Duration.h"
 #include "tools/qlproto/Output.h"
@@ -95,7 +96,9 @@ int latency(const Options& options) {
 void addLatency(CLI::App& app, Commands& commands) {
     const auto options = std::make_shared<Options>();
     CLI::App* const command = app.add_subcommand("latency", "Tell how long messages took from station to station");
-    command->add_option("capture", options->capture, "The capture to read; - is standard input")->required();
+    command->add_option("capture", options->capture, "The capture to read; - is standard input")
+        ->required()
+        ->type_name(FILE_VALUE);
     command->add_flag("--json", options->json, "As JSON instead of a table, durations in nanoseconds");
     command->footer(
         "Hops are between the stations that stamp their time into a message: exchange, arrival, handler, enhanced,\n"

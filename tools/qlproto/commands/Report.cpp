@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 
 #include "Inspect/Reflection.h"
+#include "tools/qlproto/Arguments.h"
 #include "tools/qlproto/CaptureScan.h"
 #include "tools/qlproto/Duration.h"
 #include "tools/qlproto/Output.h"
@@ -170,8 +171,12 @@ int report(const Options& options) {
 void addReport(CLI::App& app, Commands& commands) {
     const auto options = std::make_shared<Options>();
     CLI::App* const command = app.add_subcommand("report", "Write a page with rates, latencies, orders and faults");
-    command->add_option("capture", options->capture, "The capture to read; - is standard input")->required();
-    command->add_option("-o,--output", options->output, "The page to write, HTML; - is standard output")->required();
+    command->add_option("capture", options->capture, "The capture to read; - is standard input")
+        ->required()
+        ->type_name(FILE_VALUE);
+    command->add_option("-o,--output", options->output, "The page to write, HTML; - is standard output")
+        ->required()
+        ->type_name(FILE_VALUE);
     command->footer("The page needs no network and no other files: it can be archived and sent as it is.\n\n"
                     "Example:\n"
                     "  qlproto report session.pcap -o report.html");

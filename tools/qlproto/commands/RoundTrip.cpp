@@ -11,6 +11,7 @@
 
 #include <fmt/format.h>
 
+#include "tools/qlproto/Arguments.h"
 #include "tools/qlproto/CaptureScan.h"
 #include "tools/qlproto/Output.h"
 #include "tools/qlproto/commands/Commands.h"
@@ -76,7 +77,9 @@ int roundtrip(const std::string& capture) {
 void addRoundTrip(CLI::App& app, Commands& commands) {
     const auto capture = std::make_shared<std::string>();
     CLI::App* const command = app.add_subcommand("roundtrip", "Decode, encode again and compare every message");
-    command->add_option("capture", *capture, "The capture to read; - is standard input")->required();
+    command->add_option("capture", *capture, "The capture to read; - is standard input")
+        ->required()
+        ->type_name(FILE_VALUE);
     command->footer("Example:\n  qlproto roundtrip session.pcap");
     commands.push_back({command, [capture] { return roundtrip(*capture); }});
 }

@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 
 #include "Inspect/Reflection.h"
+#include "tools/qlproto/Arguments.h"
 #include "tools/qlproto/CaptureScan.h"
 #include "tools/qlproto/Output.h"
 #include "tools/qlproto/Plot.h"
@@ -104,7 +105,9 @@ int stats(const Options& options) {
 void addStats(CLI::App& app, Commands& commands) {
     const auto options = std::make_shared<Options>();
     CLI::App* const command = app.add_subcommand("stats", "Count messages and bytes, tell rates and sizes");
-    command->add_option("capture", options->capture, "The capture to read; - is standard input")->required();
+    command->add_option("capture", options->capture, "The capture to read; - is standard input")
+        ->required()
+        ->type_name(FILE_VALUE);
     CLI::Option* const json = command->add_flag("--json", options->json, "As JSON instead of a table");
     command->add_flag("--plot", options->plot, "Draw rate over time and sizes, too")->excludes(json);
     command->footer(

@@ -6,6 +6,7 @@
 #include <fmt/format.h>
 
 #include "Inspect/Display.h"
+#include "tools/qlproto/Arguments.h"
 #include "tools/qlproto/CaptureScan.h"
 #include "tools/qlproto/Duration.h"
 #include "tools/qlproto/MessageLine.h"
@@ -107,14 +108,22 @@ int trace(const Options& options) {
 void addTrace(CLI::App& app, Commands& commands) {
     const auto options = std::make_shared<Options>();
     CLI::App* const command = app.add_subcommand("trace", "Follow one order, quote or user through all messages");
-    command->add_option("capture", options->capture, "The capture to read; - is standard input")->required();
-    CLI::Option_group* const subject = command->add_option_group("what to follow");
+    command->add_option("capture", options->capture, "The capture to read; - is standard input")
+        ->required()
+        ->type_name(FILE_VALUE);
     CLI::Option* const order =
-        subject->add_option("--order", options->order, "An order, by its clOrdID, orderID or exOrdID");
-    subject->add_option("--quote", options->quote, "A quote or quote request, by its quoteID or quoteReqID")
-        ->excludes(order);
-    subject->add_option("--user", options->user, "A user, by userID; with another, its messages of this user only");
-    subject->require_option(1, 2);
+        command->add_option("--order", options->order, "An order, by its clOrdID, orderID or exOrdID")
+            ->check(isNotEmpty());
+    command->add_option("--quote", options->quote, "A quote or quote request, by its quoteID or quoteReqID")
+        ->excludes(order)
+        ->check(isNotEmpty());
+    command->add_option("--user", options->user, "A user, by userID; with another, its messages of this user only")
+        ->transform(isNumberFrom<int32_t>(INT32_MIN, INT32_MAX))
+        ->type_name(NUMBER_VALUE);
+    command->final_callback([options] {
+        if (options->order.empty() && options->quote.empty() && !options->user)
+            throw CLI::RequiredError("One of --order, --quote and --user");
+    });
     command->add_flag("--json", options->json,
                       "A line of JSON for each message, as of decode --format json, instead of a table");
     command->add_flag("--redact", options->redact,

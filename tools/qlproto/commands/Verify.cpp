@@ -5,6 +5,7 @@
 #include <fmt/format.h>
 
 #include "Inspect/Reflection.h"
+#include "tools/qlproto/Arguments.h"
 #include "tools/qlproto/Capture.h"
 #include "tools/qlproto/Errors.h"
 #include "tools/qlproto/Output.h"
@@ -102,24 +103,19 @@ int verify(const Options& options) {
 
 void addVerify(CLI::App& app, Commands& commands) {
     const auto options = std::make_shared<Options>();
-    const auto policy = std::make_shared<std::string>("whole");
     CLI::App* const command = app.add_subcommand("verify", "Check all messages; count by message and by fault");
-    command->add_option("capture", options->capture, "The capture to read; - is standard input")->required();
-    command
-        ->add_option("--policy", *policy,
-                     "strict: only what our own writer writes; whole: all that can be read and ends where its packet "
-                     "does; tolerant: also with bytes left over")
-        ->check(CLI::IsMember({"strict", "whole", "tolerant"}))
-        ->capture_default_str();
-    command->add_option("--first", options->first, "How many faults to list")->capture_default_str()->type_name("N");
+    command->add_option("capture", options->capture, "The capture to read; - is standard input")
+        ->required()
+        ->type_name(FILE_VALUE);
+    addChoice(*command, "--policy", options->policy,
+              {{"whole", Inspect::whole}, {"strict", Inspect::strict}, {"tolerant", Inspect::tolerant}},
+              "strict: only what our own writer writes; whole: all that can be read and ends where its packet does; "
+              "tolerant: also with bytes left over");
+    addNumber(*command, "--first", options->first, "How many faults to list")->capture_default_str();
     command->footer("Examples:\n"
                     "  qlproto verify session.pcap\n"
                     "  qlproto verify --policy strict --first 3 session.pcap");
-    commands.push_back({command, [options, policy] {
-                            if (*policy == "strict") options->policy = Inspect::strict;
-                            if (*policy == "tolerant") options->policy = Inspect::tolerant;
-                            return verify(*options);
-                        }});
+    commands.push_back({command, [options] { return verify(*options); }});
 }
 
 } // namespace qlproto

@@ -2,6 +2,8 @@
 
 #include <sstream>
 
+#include "tools/qlproto/Arguments.h"
+
 namespace qlproto {
 
 namespace {
@@ -15,16 +17,17 @@ std::vector<std::string> choicesIn(const std::string& type) {
     return choices;
 }
 
-Value valueOf(const std::string& type) {
-    if (type.empty()) return Value::none;
-    if (type.find('{') != type.npos) return Value::choice;
-    if (type.ends_with(":NAME|ID")) return Value::type;
-    if (type.ends_with(":NAME")) return Value::enumeration;
-    return type.starts_with("TEXT") ? Value::file : Value::opaque;
+Value valueOf(const std::string& placeholder) {
+    if (placeholder.empty()) return Value::none;
+    if (placeholder.starts_with('{')) return Value::choice;
+    if (placeholder == MESSAGE_VALUE) return Value::message;
+    if (placeholder == TYPE_VALUE) return Value::type;
+    if (placeholder == ENUMERATION_VALUE) return Value::enumeration;
+    return placeholder == FILE_VALUE || placeholder == FOLDER_VALUE ? Value::file : Value::opaque;
 }
 
 Argument argument(const CLI::Option& option) {
-    const std::string type = option.get_type_size() == 0 ? "" : option.get_type_name();
+    const std::string type = placeholderOf(option);
     Argument it{{},
                 type,
                 option.get_description(),
@@ -53,6 +56,11 @@ void collect(const CLI::App& app, CommandNode& node) {
 }
 
 } // namespace
+
+std::string placeholderOf(const CLI::Option& option) {
+    const std::string type = option.get_type_size() == 0 ? "" : option.get_type_name();
+    return type.substr(type.rfind(':') + 1); // what a check says of the value follows the parser's own name for it
+}
 
 CommandNode commandTree(const CLI::App& app) {
     CommandNode node{app.get_name(), app.get_description(), app.get_footer(), {}, {}, {}};

@@ -1,8 +1,7 @@
 // The command line as the parser knows it: commands, options and arguments, for what is written about them. Nothing is
 // listed here by hand, so a new command is in the manual page and in the completions as soon as it parses.
 //
-// What a value can be is told by the type that --help shows after it: {a,b} is a choice, NAME|ID a message or record,
-// NAME an enumeration, bare TEXT perhaps a file.
+// What a value can be is told by the type of its option: {a,b} is a choice, the others are named in Arguments.h.
 #pragma once
 
 #include <string>
@@ -12,12 +11,12 @@
 
 namespace qlproto {
 
-enum class Value { none, opaque, file, choice, type, enumeration };
+enum class Value { none, opaque, file, choice, message, type, enumeration };
 
 /// An option, or an argument without a name of its own.
 struct Argument {
     std::vector<std::string> names; ///< "-o", "--output"; empty for an argument that goes by position
-    std::string placeholder;        ///< of its value: "UINT", or "capture" by position; empty for a flag
+    std::string placeholder;        ///< of its value: "N", or "capture" by position; empty for a flag
     std::string description;
     std::string defaultText; ///< empty for none
     bool isRequired;
@@ -35,6 +34,9 @@ struct CommandNode {
     std::vector<Argument> positionals;
     std::vector<CommandNode> commands;
 };
+
+/// What stands for the option's value in texts: "N", "{a,b}"; empty for a flag.
+std::string placeholderOf(const CLI::Option& option);
 
 CommandNode commandTree(const CLI::App& app);
 

@@ -13,11 +13,15 @@ namespace {
 
 using Words = std::vector<std::string>;
 
-Words typeNames() {
+Words messageNames() {
     Words names;
-    const auto add = [&](auto, const char* name) { return names.emplace_back(name), true; };
-    Quillon::messages(add);
-    Quillon::records(add);
+    Quillon::messages([&](auto, const char* name) { return names.emplace_back(name), true; });
+    return names;
+}
+
+Words recordNames() {
+    Words names;
+    Quillon::records([&](auto, const char* name) { return names.emplace_back(name), true; });
     return names;
 }
 
@@ -50,8 +54,10 @@ std::string bashOffer(const Argument& it) {
         return "files=yes";
     case Value::choice:
         return fmt::format("words+=' {}'", joined(it.choices));
+    case Value::message:
+        return "words+=\" $messages\"";
     case Value::type:
-        return "words+=\" $types\"";
+        return "words+=\" $messages $records\"";
     case Value::enumeration:
         return "words+=\" $enumerations\"";
     case Value::none:
@@ -78,8 +84,9 @@ std::string bashCompletion(const CommandNode& tool) {
     std::string script =
         fmt::format(R"(# Completion of {0} for bash. Made by "{0} completion bash" from the commands themselves.
 _{0}() {{
-    local types='{1}'
-    local enumerations='{2}'
+    local messages='{1}'
+    local records='{2}'
+    local enumerations='{3}'
     local current=${{COMP_WORDS[COMP_CWORD]}} previous=${{COMP_WORDS[COMP_CWORD - 1]}}
     local command= words= files= value= i
     for ((i = 1; i < COMP_CWORD; ++i)); do
@@ -92,7 +99,7 @@ _{0}() {{
     # The value of an option.
     case "$command $previous" in
 )",
-                    tool.name, joined(typeNames()), joined(enumerationNames()));
+                    tool.name, joined(messageNames()), joined(recordNames()), joined(enumerationNames()));
     for (const CommandNode& it : tool.commands) addBashCases(script, it);
     script += "    esac\n\n    # An option, or what goes by position.\n    [ -n \"$value\" ] || case \"$command "
               "$current\" in\n";
@@ -136,8 +143,10 @@ std::string zshAction(const Argument& it) {
         return "_files";
     case Value::choice:
         return fmt::format("({})", joined(it.choices));
+    case Value::message:
+        return "($messages)";
     case Value::type:
-        return "($types)";
+        return "($messages $records)";
     case Value::enumeration:
         return "($enumerations)";
     case Value::none:
@@ -169,14 +178,14 @@ std::string zshCompletion(const CommandNode& tool) {
     Words commands;
     for (const CommandNode& it : tool.commands)
         commands.push_back(fmt::format("        \"{}:{}\"", it.name, zshText(it.description)));
-    std::string script =
-        fmt::format(R"(#compdef {0}
+    std::string script = fmt::format(R"(#compdef {0}
 # Completion of {0} for zsh. Made by "{0} completion zsh" from the commands themselves.
 _{0}() {{
-    local types='{1}'
-    local enumerations='{2}'
+    local messages='{1}'
+    local records='{2}'
+    local enumerations='{3}'
     local -a commands=(
-{3}
+{4}
     )
     if ((CURRENT == 2)); then
         _describe command commands
@@ -186,7 +195,8 @@ _{0}() {{
     ((--CURRENT))
     case $words[1] in
 )",
-                    tool.name, joined(typeNames()), joined(enumerationNames()), fmt::join(commands, "\n"));
+                                     tool.name, joined(messageNames()), joined(recordNames()),
+                                     joined(enumerationNames()), fmt::join(commands, "\n"));
     for (const CommandNode& it : tool.commands)
         script += fmt::format("    {})\n        _arguments -s \\\n            {}\n        ;;\n", it.name,
                               fmt::join(zshSpecs(it), " \\\n            "));
