@@ -1,4 +1,8 @@
-// The examples in the help texts, run as printed.
+// The examples in the help texts and documents, run as printed.
+#include <filesystem>
+#include <fstream>
+#include <regex>
+
 #include <gtest/gtest.h>
 
 #include "tests/ToolFolder.h"
@@ -30,6 +34,36 @@ TEST(Examples, RunAsPrinted) {
         const ToolFolder::Result result = folder.run("set -o pipefail; " + example);
         EXPECT_EQ(result.exitCode, 0) << example << "\n" << result.err;
     }
+}
+
+// Each block of commands is run from the start, with a home of its own. What the analyser is asked to show is there.
+TEST(Examples, OfTheDocumentsRunAsPrinted) {
+    const ToolFolder folder;
+    ASSERT_EQ(folder.run("qlproto generate --messages 5000 --seed 7 -o session.pcap").exitCode, 0);
+    std::vector<std::filesystem::path> documents{QL_ROOT "/README.md"};
+    for (const auto& it : std::filesystem::directory_iterator(QL_ROOT "/docs"))
+        if (it.path().extension() == ".md") documents.push_back(it.path());
+    const std::regex script("scripts/[a-z-]+"), command("^(qlproto|tshark|mkdir) ");
+    size_t commands = 0, blocks = 0;
+    for (const std::filesystem::path& document : documents) {
+        std::ifstream text(document);
+        bool isBlock = false;
+        for (std::string line; std::getline(text, line);) {
+            if (line.starts_with("```")) {
+                isBlock = !isBlock && line == "```";
+                ++blocks;
+            }
+            for (std::sregex_iterator it(line.begin(), line.end(), script), end; it != end; ++it)
+                EXPECT_TRUE(std::filesystem::exists(QL_ROOT "/" + it->str())) << document << ": " << it->str();
+            if (!isBlock || !std::regex_search(line, command)) continue;
+            ++commands;
+            const std::string home = "export HOME=$PWD/home" + std::to_string(blocks) + "; set -o pipefail; ";
+            const ToolFolder::Result result = folder.run(home + line.substr(0, line.find(" # ")));
+            EXPECT_EQ(result.exitCode, 0) << document << ": " << line << "\n" << result.err;
+            EXPECT_EQ(result.out.empty(), !line.starts_with("tshark")) << document << ": " << line;
+        }
+    }
+    EXPECT_GE(commands, 9u);
 }
 
 } // namespace
