@@ -23,6 +23,7 @@ std::vector<File> emit(const Definition& definition);
 
 std::string emitHeader(const Definition& definition);        ///< QLProtocol.h
 std::string emitFields(const Definition& definition);        ///< QLProtocol.fields.h
+std::string emitTraits(const Definition& definition);        ///< QLProtocol.traits.h
 std::string emitSource(const Definition& definition);        ///< QLProtocol.cpp
 std::string emitHandlerHeader(const Definition& definition); ///< MsgHandler.h
 std::string emitHandlerSource(const Definition& definition); ///< MsgHandler.cpp
@@ -32,7 +33,10 @@ std::string emitCatalogue(const Definition& definition);     ///< Catalogue.md, 
 
 // What the emitters share.
 
-/// The text of one emitted file, begun with the banner.
+/// "protocol/QLProtocol.xml", or what else there is to say of where the files come from.
+std::string sourceText(const Definition& definition);
+
+/// The text of one emitted file of C++, begun with the banner.
 class Text {
   public:
     struct Hole {
@@ -40,23 +44,40 @@ class Text {
         std::string value;
     };
 
-    Text();
+    explicit Text(const Definition& definition);
 
-    /// Appends `lines` with every "$name" replaced. Holes are marked this way because C++ is full of braces. Throws
-    /// std::logic_error for a hole that `holes` does not fill.
+    /// Appends `lines` with every "$name" replaced. Holes are marked this way because C++ is full of braces. Those of
+    /// every file are filled already: $namespace, $folder, $stem. Throws std::logic_error for a hole that nothing
+    /// fills.
     void add(std::string_view lines, std::initializer_list<Hole> holes = {});
 
-    std::string take() { return std::move(_text); }
+    /// Opens the namespace, guarded against what could disturb the names in it: macros, and warnings about deprecated
+    /// things, which are for hosts.
+    void open();
+
+    /// Closes the namespace and takes the guards back.
+    std::string close();
 
   private:
+    const Definition& _definition;
     std::string _text;
 };
 
 /// Records and messages, in the order of their declaration.
 std::vector<const Composite*> composites(const Definition& definition);
 
-/// #undef of the macros that system headers are known to define with the name of an enumerator, and their return. Both
-/// are empty when no enumerator is concerned.
+/// `text` as a literal of C++.
+std::string literal(const std::string& text);
+
+/// [[deprecated("why")]] and a blank, or nothing.
+std::string deprecatedAttribute(const std::string& why);
+
+/// The doc of a field or an enumerator, followed by what else the definition says about it.
+std::string notedDoc(const Field& field);
+std::string notedDoc(const Enumerator& enumerator);
+
+/// #undef of the names of enumerators that the definition says are macros elsewhere, and their return. Both are empty
+/// when there are none, and when all names are shielded anyway.
 std::string hideMacros(const Definition& definition);
 std::string restoreMacros(const Definition& definition);
 

@@ -59,9 +59,10 @@ template <class Types>
 void addList(Text& text, const char* name, const Types& types) {
     text.add(R"(
 template <class Visit>
-constexpr bool $name(Visit&& visit) {
+constexpr bool $name(Visit&&$visit) {
 )",
-             {{"name", name}});
+             {{"name", name}, {"visit", types.empty() ? "" : " visit"}});
+    if (types.empty()) return text.add("    return true;\n}\n");
     const char* before = "    return ";
     for (const auto& type : types) {
         text.add(before);
@@ -74,20 +75,19 @@ constexpr bool $name(Visit&& visit) {
 } // namespace
 
 std::string emitFields(const Definition& definition) {
-    Text text;
+    Text text(definition);
     text.add(R"(//
 // What the protocol consists of, as lists to walk: the enumerators of an enumeration, the fields of a record or
 // message, those of them that are secret (for types that have some), and the types themselves. Every entry is one call
 // of `visit`; where that returns a bool, false ends the walk, and the list returns whether it was walked to its end.
-// For the sources that work over all types; the others need QLProtocol.h only.
+// For the sources that work over all types; the others need $stem.h only.
 #pragma once
 
 #include "Backend/Common/Inline.h"
 #include "Backend/Velmora/FieldList.h"
-#include "generated/QLProtocol/QLProtocol.h"
-
-namespace Quillon {
+#include "$folder/$stem.h"
 )");
+    text.open();
     text.add(hideMacros(definition));
     for (const Enumeration& enumeration : definition.enumerations) addEnumerators(text, enumeration);
     text.add(restoreMacros(definition));
@@ -96,8 +96,7 @@ namespace Quillon {
     addList(text, "enumerations", definition.enumerations);
     addList(text, "records", definition.records);
     addList(text, "messages", definition.messages);
-    text.add("\n} // namespace Quillon\n");
-    return text.take();
+    return text.close();
 }
 
 } // namespace qlgen

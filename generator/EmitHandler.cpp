@@ -8,16 +8,16 @@
 namespace qlgen {
 
 std::string emitHandlerHeader(const Definition& definition) {
-    Text text;
+    Text text(definition);
     text.add(R"(//
 // Handling of messages by type. Derive from MsgHandler, override what concerns you (with `using MsgHandler::handle;`
 // for the rest), and let dispatch() find the overload.
 #pragma once
 
-#include "generated/QLProtocol/QLProtocol.h"
-
-namespace Quillon {
-
+#include "$folder/$stem.h"
+)");
+    text.open();
+    text.add(R"(
 /// Does nothing with any message. The order of the virtual functions is a contract with code built apart from this
 /// module.
 class MsgHandler {
@@ -32,18 +32,15 @@ class MsgHandler {
 /// Hands the message at `message` to the overload for identifier `id`, which the caller guarantees to be its type.
 /// Returns false, and calls nothing, if no message has that identifier.
 bool dispatch(MsgType_t id, const void* message, MsgHandler& handler);
-
-} // namespace Quillon
 )");
-    return text.take();
+    return text.close();
 }
 
 std::string emitHandlerSource(const Definition& definition) {
-    Text text;
-    text.add(R"(#include "generated/QLProtocol/MsgHandler.h"
-
-namespace Quillon {
-
+    Text text(definition);
+    text.add("#include \"$folder/MsgHandler.h\"\n");
+    text.open();
+    text.add(R"(
 MsgHandler::~MsgHandler() = default;
 
 )");
@@ -63,10 +60,8 @@ bool dispatch(MsgType_t id, const void* message, MsgHandler& handler) {
         return false;
     }
 }
-
-} // namespace Quillon
 )");
-    return text.take();
+    return text.close();
 }
 
 } // namespace qlgen

@@ -26,12 +26,20 @@ namespace {
 void addEnumeration(Text& text, const Enumeration& enumeration) {
     text.add(R"(
 /// $doc
-struct $T {
+struct $deprecated$T {
     enum Type : int32_t {
 )",
-             {{"doc", enumeration.doc}, {"T", enumeration.name}});
-    for (const Enumerator& enumerator : enumeration.enumerators)
-        text.add("        $name = $value,\n", {{"name", enumerator.name}, {"value", fmt::to_string(enumerator.value)}});
+             {{"doc", enumeration.doc},
+              {"deprecated", deprecatedAttribute(enumeration.deprecated)},
+              {"T", enumeration.name}});
+    for (const Enumerator& enumerator : enumeration.enumerators) {
+        const std::string doc = notedDoc(enumerator), attribute = deprecatedAttribute(enumerator.deprecated);
+        text.add("        $name$deprecated = $value,$doc\n",
+                 {{"name", enumerator.name},
+                  {"deprecated", attribute.empty() ? "" : " " + attribute.substr(0, attribute.size() - 1)},
+                  {"value", fmt::to_string(enumerator.value)},
+                  {"doc", doc.empty() ? "" : " ///< " + doc}});
+    }
     text.add(R"(    };
     static constexpr const char* Name = "$T";
     static bool _initialized;
@@ -72,13 +80,14 @@ Velmora::of<$T> enumerationOf($T::Type);
 void addFields(Text& text, const Composite& type) {
     const auto declaration = [](const Field& field) {
         const bool initialised = !field.holdsStorage; // what holds storage is built by the constructor
-        return fmt::format("{} {}{};", field.cppType, field.name, initialised ? "{}" : "");
+        return fmt::format("{}{} {}{};", deprecatedAttribute(field.deprecated), field.cppType, field.name,
+                           initialised ? "{}" : "");
     };
     size_t width = 0;
     for (const Field& field : type.fields) width = std::max(width, declaration(field).size());
     for (const Field& field : type.fields)
         text.add("    $field ///< $doc\n",
-                 {{"field", fmt::format("{:{}}", declaration(field), width)}, {"doc", field.doc}});
+                 {{"field", fmt::format("{:{}}", declaration(field), width)}, {"doc", notedDoc(field)}});
 }
 
 /// "int32_t marketID_, int32_t feedID_": parameters are told from the members of the same name by the underscore.
@@ -104,7 +113,8 @@ std::string arguments(const Composite& type) {
 
 /// `index`: position of a message, null for a record.
 void addComposite(Text& text, const Composite& type, const size_t* index) {
-    text.add("\n/// $doc\nstruct $T {\n", {{"doc", type.doc}, {"T", type.name}});
+    text.add("\n/// $doc\nstruct $deprecated$T {\n",
+             {{"doc", type.doc}, {"deprecated", deprecatedAttribute(type.deprecated)}, {"T", type.name}});
     if (index != nullptr)
         text.add("    static constexpr MsgType_t ID = $id;\n    static constexpr short INDEX = $index;\n\n",
                  {{"id", fmt::format("0x{:04X}", type.id)}, {"index", fmt::to_string(*index)}});
@@ -157,7 +167,7 @@ FastOStream& operator<<(FastOStream& os, const $T& value);
 } // namespace
 
 std::string emitHeader(const Definition& definition) {
-    Text text;
+    Text text(definition);
     text.add(R"(//
 // The types of the protocol and the entry points of its module. A host calls initialize() once, alone and before
 // anything else, and then works with the structures below or, by message identifier, with __protocol.
@@ -166,6 +176,7 @@ std::string emitHeader(const Definition& definition) {
 #include <cstdint>
 #include <iosfwd>
 #include <stdexcept>
+#include <string>
 
 #include "Backend/Common/Assert.h"
 #include "Backend/Common/FastOStream.h"
@@ -180,9 +191,9 @@ std::string emitHeader(const Definition& definition) {
 #include "Backend/Velmora/TextCodec.h"
 #include "Backend/Velmora/bufstl/bufstring.h"
 #include "Backend/Velmora/bufstl/bufvector.h"
-
-namespace Quillon {
-
+)");
+    text.open();
+    text.add(R"(
 using bufstl::bufstring;
 using bufstl::bufvector;
 using bufstl::bufvectox;
@@ -191,7 +202,7 @@ using Velmora::FastCodec;
 using Velmora::MsgDescriptor;
 using Velmora::MsgProtocol;
 using Velmora::MsgType_t;
-
+$services
 // Enumerations. Each helper has no instances, only static members, the same in all:
 //
 //   Type             the enumeration; a field may hold any byte, also one without a name
@@ -206,7 +217,8 @@ using Velmora::MsgType_t;
 // isValid, toString, fromString and what relies on them assert that initialize() has run. The operators << write the
 // name, and nothing for a value without one, which turns a standard stream bad. enumerationOf is never defined: it
 // names the helper of a value.
-)");
+)",
+             {{"services", definition.cppNamespace == "Quillon" ? "" : "using Quillon::FastOStream;\n"}});
     text.add(hideMacros(definition));
     for (const Enumeration& enumeration : definition.enumerations) addEnumeration(text, enumeration);
     text.add(restoreMacros(definition));
@@ -248,17 +260,24 @@ void initialize();
 /// Releases the protocol and its descriptors, while nothing else uses the module. May be called at any time.
 void finalize();
 
-/// For hosts; the module never throws it.
-class QLProtocolError : public std::runtime_error {
-  public:
-    explicit QLProtocolError(const char* text) : std::runtime_error(text) {}
-    ~QLProtocolError() override = default;
-};
+/// The hook through which every enumeration byte without a name passes, with the name of its field; `valid` is false.
+void validateEnum(const std::string& fieldName, bool valid);
 
-} // namespace Quillon
+/// The same for the decoders, which find it by the enumeration.
+template <class H>
+void validateEnum(Velmora::of<H>, const char* fieldName, bool valid) {
+    VALIDATE_ENUM(fieldName, valid)
+}
+
+/// For hosts; the module never throws it.
+class $stemError : public std::runtime_error {
+  public:
+    explicit $stemError(const char* text) : std::runtime_error(text) {}
+    ~$stemError() override = default;
+};
 )",
-             {{"version", fmt::to_string(definition.version)}});
-    return text.take();
+             {{"version", fmt::to_string(definition.version)}, {"stemError", definition.stem + "Error"}});
+    return text.close();
 }
 
 } // namespace qlgen

@@ -80,6 +80,13 @@ static_assert(Velmora::idsDistinct(allMessages));
               {"backed", fmt::to_string(backed)}});
 }
 
+std::string definitionArray(const Definition& definition) {
+    if (definition.definitionBytes == 0) return "";
+    return fmt::format("    // Deliberate: declared only; the module ships without its compressed definition.\n"
+                       "    [[maybe_unused]] static const unsigned char _definition[{}];\n",
+                       definition.definitionBytes);
+}
+
 void addModule(Text& text, const Definition& definition) {
     text.add(R"~(
 // The module.
@@ -118,9 +125,7 @@ class Protocol : public MsgProtocol {
     const char* getMessageName(MsgType_t id) const override { return getDescriptor(id)->name(); }
 
   private:
-    // Deliberate: declared only; the module ships without its compressed definition.
-    [[maybe_unused]] static const unsigned char _definition[17513];
-    static constexpr char _definitionNotSupported[] = "(Not supported.)";
+$definition    static constexpr char _definitionNotSupported[] = $definitionText;
 };
 
 } // namespace
@@ -156,6 +161,8 @@ void finalize() {
               {"entries", fmt::to_string(definition.entries)},
               {"messages", fmt::to_string(definition.messages.size())},
               {"name", definition.name},
+              {"definition", definitionArray(definition)},
+              {"definitionText", literal(definition.definitionText)},
               {"signature", definition.signature},
               {"API", definition.signatureAPI},
               {"storage", definition.signatureStorage}});
@@ -164,8 +171,8 @@ void finalize() {
 } // namespace
 
 std::string emitSource(const Definition& definition) {
-    Text text;
-    text.add(R"(#include "generated/QLProtocol/QLProtocol.h"
+    Text text(definition);
+    text.add(R"(#include "$folder/$stem.h"
 
 #include <iostream> // brings the initialiser of the standard streams into the module, ahead of the registry
 #include <iterator>
@@ -177,11 +184,11 @@ std::string emitSource(const Definition& definition) {
 #include "Backend/Velmora/operations/Decode.h"
 #include "Backend/Velmora/operations/Encode.h"
 #include "Backend/Velmora/operations/Print.h"
-#include "generated/QLProtocol/AsciiWriter.h"
-#include "generated/QLProtocol/QLProtocol.fields.h"
-
-namespace Quillon {
-
+#include "$folder/AsciiWriter.h"
+#include "$folder/$stem.fields.h"
+)");
+    text.open();
+    text.add(R"(
 // Deliberately empty. Decoding is tolerant: a byte without a name is kept, so that peers may know more enumerators.
 void validateEnum(const std::string&, bool) {}
 
@@ -192,8 +199,7 @@ void validateEnum(const std::string&, bool) {}
     for (const Composite* type : composites(definition)) addComposite(text, *type);
     addFacts(text, definition);
     addModule(text, definition);
-    text.add("\n} // namespace Quillon\n");
-    return text.take();
+    return text.close();
 }
 
 } // namespace qlgen

@@ -9,17 +9,17 @@
 namespace qlgen {
 
 std::string emitWriterHeader(const Definition& definition) {
-    Text text;
+    Text text(definition);
     text.add(R"(//
 // The fields of a value as text, "name=value name=value ...", without a frame. The operators << of the types put the
 // frame around it; see Backend/Velmora/operations/Render.h for the rules of the text.
 #pragma once
 
 #include "Backend/Velmora/operations/Render.h"
-#include "generated/QLProtocol/MsgHandler.h"
-
-namespace Quillon {
-
+#include "$folder/MsgHandler.h"
+)");
+    text.open();
+    text.add(R"(
 class AsciiWriter : public MsgHandler {
   public:
     /// Writes through `codec`, which must outlive the writer, into its stream; the caller leaves enough room.
@@ -37,20 +37,18 @@ class AsciiWriter : public MsgHandler {
   private:
     Velmora::FieldPrinter _printer;
 };
-
-} // namespace Quillon
 )");
-    return text.take();
+    return text.close();
 }
 
 std::string emitWriterSource(const Definition& definition) {
-    Text text;
-    text.add(R"(#include "generated/QLProtocol/AsciiWriter.h"
+    Text text(definition);
+    text.add(R"(#include "$folder/AsciiWriter.h"
 
-#include "generated/QLProtocol/QLProtocol.fields.h"
-
-namespace Quillon {
-
+#include "$folder/$stem.fields.h"
+)");
+    text.open();
+    text.add(R"(
 AsciiWriter::AsciiWriter(Velmora::TextCodec<FastOStream>& codec, bool multiline, int indent)
     : _printer(codec, multiline, indent) {}
 AsciiWriter::~AsciiWriter() = default;
@@ -58,8 +56,7 @@ AsciiWriter::~AsciiWriter() = default;
 )");
     for (const Composite* type : composites(definition))
         text.add("void AsciiWriter::handle(const $T& value) { _printer.render(value); }\n", {{"T", type->name}});
-    text.add("\n} // namespace Quillon\n");
-    return text.take();
+    return text.close();
 }
 
 } // namespace qlgen

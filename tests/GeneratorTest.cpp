@@ -329,10 +329,11 @@ TEST(Emit, SecretsHaveAListWhereThereAreSome) {
 }
 
 TEST(Emit, HolesThatNothingFillsAreFaults) {
-    Text text;
+    const Definition definition = parseDefinition(sound, "d.xml");
+    Text text(definition);
     text.add("$a-$b.", {{"a", "$b"}, {"b", "2"}});
-    EXPECT_TRUE(text.take().ends_with("$b-2."));
     EXPECT_THROW(text.add("$other"), std::logic_error);
+    EXPECT_NE(text.close().find("\n$b-2."), std::string::npos);
 }
 
 // ------- the committed output and the program
@@ -374,7 +375,7 @@ TEST_F(Generator, CommittedOutputIsCurrentAndDeterministic) {
     const Definition protocol = parseDefinition(readFile(source), source);
     const std::vector<File> files = emit(protocol);
     EXPECT_EQ(outdated(files, root / "generated/QLProtocol"), std::vector<std::string>());
-    ASSERT_EQ(files.size(), 8u);
+    ASSERT_EQ(files.size(), 9u);
 
     // Another parse of the same text by another process, whose addresses and hashes differ.
     ASSERT_EQ(run(source.string() + " " + output().string()), 0) << printed;

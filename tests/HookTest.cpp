@@ -13,6 +13,11 @@
 namespace paintings {
 
 std::vector<std::pair<std::string, bool>> reported;
+void validateEnum(const std::string& fieldName, bool valid) { reported.emplace_back(fieldName, valid); }
+template <class H>
+void validateEnum(Velmora::of<H>, const char* fieldName, bool valid) {
+    VALIDATE_ENUM(fieldName, valid)
+}
 
 struct Color {
     enum Type : int32_t { RED = 1, GREEN = 4 };
@@ -74,7 +79,3 @@ TEST(Hook, IsToldTheFieldOfEveryByteWithoutANameAndNoOther) {
 }
 
 } // namespace paintings
-
-void Quillon::validateEnum(const std::string& fieldName, bool valid) {
-    paintings::reported.emplace_back(fieldName, valid);
-}

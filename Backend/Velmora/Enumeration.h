@@ -20,15 +20,8 @@
 #include "Backend/Common/Inline.h"
 #include "Backend/Velmora/FieldList.h"
 
-namespace Quillon {
-
-/// The hook through which every enumeration byte without a name passes, with the name of its field; `valid` is false.
-/// Defined by the protocol.
-void validateEnum(const std::string& fieldName, bool valid);
-
-} // namespace Quillon
-
-/// Calls the hook only for an invalid value, so that the field's name becomes a string only then.
+/// Calls the hook of a protocol, which declares it, only for an invalid value, so that the field's name becomes a string
+/// only then.
 // clang-format off
 #define VALIDATE_ENUM(fieldName, valid) { if ( !valid ) validateEnum(fieldName, valid); }
 // clang-format on
@@ -107,12 +100,11 @@ QL_FORCE_INLINE bool isEnumerator(unsigned char value) {
         return enumeratorName<H>(value) != nullptr;
 }
 
-/// Reports a byte to the hook if it has no name, out of line.
+/// Reports a byte to the hook of H's protocol if it has no name, out of line. The protocol's validateEnum(of<H>, ...) is
+/// found by H.
 template <class H>
 QL_COLD_PATH void validateRare(unsigned char value, const char* fieldName) {
-    using Quillon::validateEnum;
-    const bool valid = H::isValid(value);
-    VALIDATE_ENUM(fieldName, valid)
+    validateEnum(of<H>{}, fieldName, H::isValid(value));
 }
 
 /// Checks the byte of an enumeration field on its way to or from the wire. Asserts, as isValid() does, that H is

@@ -5,7 +5,7 @@
 //     bool fields(of<X>, visit)      visit("price", &X::price, price) && visit("side", &X::side, plain) && ...
 //
 // that calls `visit(name, member pointer, encoding)` for each field in declaration order until a call returns false,
-// and returns whether all were visited. An operation over all types is one generic function over that list; see
+// and returns whether all were visited. The encoding of a vector is that of its elements. An operation over all types is one generic function over that list; see
 // operations/. Members come as pointers to members, so the list can also be walked without an object.
 #pragma once
 
@@ -26,14 +26,20 @@ struct of {
 };
 
 // How a field travels. The C++ type decides most of it; these tell fields of one type apart.
-struct plain_t {};   ///< the encoding that belongs to the C++ type
-struct price_t {};   ///< int64_t: the special varint with one-byte sentinels
-struct crypt_t {};   ///< bufstring: enciphered on the wire
-struct padding_t {}; ///< bufstring: written with a fixed two-byte length, read with a varint one
+struct plain_t {};     ///< the encoding that belongs to the C++ type
+struct price_t {};     ///< int64_t: the special varint with one-byte sentinels
+struct fixed_t {};     ///< uint16_t, uint32_t, int64_t: all bytes, the low one first; bufstring: a two-byte length
+struct crypt_t {};     ///< bufstring: enciphered on the wire
+struct blob_t {};      ///< bufstring: bytes that are no text; they travel as one
+struct cryptblob_t {}; ///< the same, enciphered
+struct padding_t {};   ///< bufstring: written with a fixed two-byte length, read with a varint one
 
 inline constexpr plain_t plain{};
 inline constexpr price_t price{};
+inline constexpr fixed_t fixed{};
 inline constexpr crypt_t crypt{};
+inline constexpr blob_t blob{};
+inline constexpr cryptblob_t cryptblob{};
 inline constexpr padding_t padding{};
 
 // What kinds of value a field can hold.
@@ -81,16 +87,26 @@ struct member_type<T Owner::*> {
 template <class Member>
 using MemberType = typename member_type<Member>::type;
 
+/// Whether values travel as they lie in memory, so that those of a vector can be copied at once.
+template <class T, class Encoding>
+inline constexpr bool
+    travelsAsHeld = std::is_floating_point_v<T> || (std::is_arithmetic_v<T> && std::is_same_v<Encoding, fixed_t>)
+                    || std::is_same_v<T, int8_t> || std::is_same_v<T, uint8_t>;
+
 /// Bytes that a value of type T takes on the wire at least.
-template <class T>
+template <class T, class Encoding = plain_t>
 constexpr size_t leastBytes() {
     if constexpr (Composite<T>) {
         size_t sum = 0;
-        fields(of<T>{}, [&](const char*, auto member, auto) {
-            sum += leastBytes<MemberType<decltype(member)>>();
+        fields(of<T>{}, [&](const char*, auto member, auto encoding) {
+            sum += leastBytes<MemberType<decltype(member)>, decltype(encoding)>();
             return true;
         });
         return sum;
+    } else if constexpr (travelsAsHeld<T, Encoding>) {
+        return sizeof(T);
+    } else if constexpr (String<T> && std::is_same_v<Encoding, fixed_t>) {
+        return 2;
     } else {
         return 1; // numbers, and strings and vectors, whose length is a number
     }

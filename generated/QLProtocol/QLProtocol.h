@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <iosfwd>
 #include <stdexcept>
+#include <string>
 
 #include "Backend/Common/Assert.h"
 #include "Backend/Common/FastOStream.h"
@@ -1644,7 +1645,7 @@ FastOStream& operator<<(FastOStream& os, const StatCounter& value);
 
 /// Sign of life of the API server, with the feeds that are up.
 struct Heartbeat {
-    int64_t timeApiServer{};    ///< 64-bit time stamped at the API server; the peers agree on the unit
+    int64_t timeApiServer{};    ///< 64-bit time stamped at the API server; the peers agree on the unit; station: server
     bufvector<int> activeFeeds; ///< identifiers of the feeds that are up
 
     explicit Heartbeat(BufferAllocator& alloc);
@@ -1690,7 +1691,7 @@ FastOStream& operator<<(FastOStream& os, const ReplayDone& value);
 
 /// The last sequence number of one user.
 struct UserSequenceID {
-    int32_t userID{};     ///< identifier of the user
+    int32_t userID{};     ///< identifier of the user; identifies: user
     int32_t sequenceID{}; ///< number of the report in its sequence
 
     UserSequenceID() = default;
@@ -1715,12 +1716,12 @@ FastOStream& operator<<(FastOStream& os, const UserSequenceID& value);
 /// A market's book, or the changes to it, with the times of its way.
 struct MarketView {
     FeedMarketID fmID{};            ///< market and feed concerned
-    int64_t timeExchange{};         ///< 64-bit time stamped at the exchange; the peers agree on the unit
-    int64_t timeArrival{};          ///< 64-bit time of arrival; the peers agree on the unit
-    int64_t timeHandler{};          ///< 64-bit time stamped at the feed handler; the peers agree on the unit
-    int64_t timeEnhanced{};         ///< 64-bit time at which the data was enhanced; the peers agree on the unit
-    int64_t timeApiServer{};        ///< 64-bit time stamped at the API server; the peers agree on the unit
-    int64_t timeApiClient{};        ///< 64-bit time stamped at the API client; the peers agree on the unit
+    int64_t timeExchange{};         ///< 64-bit time stamped at the exchange; the peers agree on the unit; station: exchange
+    int64_t timeArrival{};          ///< 64-bit time of arrival; the peers agree on the unit; station: arrival
+    int64_t timeHandler{};          ///< 64-bit time stamped at the feed handler; the peers agree on the unit; station: handler
+    int64_t timeEnhanced{};         ///< 64-bit time at which the data was enhanced; the peers agree on the unit; station: enhanced
+    int64_t timeApiServer{};        ///< 64-bit time stamped at the API server; the peers agree on the unit; station: server
+    int64_t timeApiClient{};        ///< 64-bit time stamped at the API client; the peers agree on the unit; station: client
     bool isSnapshot{};              ///< whether this is snapshot data
     bufvectox<MDEntry> mdEntryList; ///< the entries, in order
 
@@ -1743,11 +1744,11 @@ FastOStream& operator<<(FastOStream& os, const MarketView& value);
 
 /// A new order from a client.
 struct SubmitOrder {
-    int64_t orderID{};                  ///< the system's identifier of the order
-    bufstring clOrdID;                  ///< the client's own identifier of the order
-    int64_t timeApiClient{};            ///< 64-bit time stamped at the API client; the peers agree on the unit
-    int64_t timeApiServer{};            ///< 64-bit time stamped at the API server; the peers agree on the unit
-    int64_t timeHandler{};              ///< 64-bit time stamped at the feed handler; the peers agree on the unit
+    int64_t orderID{};                  ///< the system's identifier of the order; identifies: order
+    bufstring clOrdID;                  ///< the client's own identifier of the order; identifies: clientOrder
+    int64_t timeApiClient{};            ///< 64-bit time stamped at the API client; the peers agree on the unit; station: client
+    int64_t timeApiServer{};            ///< 64-bit time stamped at the API server; the peers agree on the unit; station: server
+    int64_t timeHandler{};              ///< 64-bit time stamped at the feed handler; the peers agree on the unit; station: handler
     int32_t feedID{};                   ///< identifier of the feed
     int32_t marketID{};                 ///< identifier of the market within its feed
     Side::Type side{};                  ///< side of the order, quote or entry
@@ -1779,14 +1780,14 @@ FastOStream& operator<<(FastOStream& os, const SubmitOrder& value);
 
 /// A client's cancellation of one order.
 struct CancelOrder {
-    int64_t orderID{};       ///< the system's identifier of the order
-    bufstring cxlID;         ///< the client's own identifier of the cancellation
+    int64_t orderID{};       ///< the system's identifier of the order; identifies: order
+    bufstring cxlID;         ///< the client's own identifier of the cancellation; identifies: cancel
     int32_t feedID{};        ///< identifier of the feed
     int32_t marketID{};      ///< identifier of the market within its feed
-    bufstring clOrdID;       ///< the client's own identifier of the order
-    int64_t timeApiClient{}; ///< 64-bit time stamped at the API client; the peers agree on the unit
-    int64_t timeApiServer{}; ///< 64-bit time stamped at the API server; the peers agree on the unit
-    int64_t timeHandler{};   ///< 64-bit time stamped at the feed handler; the peers agree on the unit
+    bufstring clOrdID;       ///< the client's own identifier of the order; identifies: clientOrder
+    int64_t timeApiClient{}; ///< 64-bit time stamped at the API client; the peers agree on the unit; station: client
+    int64_t timeApiServer{}; ///< 64-bit time stamped at the API server; the peers agree on the unit; station: server
+    int64_t timeHandler{};   ///< 64-bit time stamped at the feed handler; the peers agree on the unit; station: handler
 
     explicit CancelOrder(BufferAllocator& alloc);
     ~CancelOrder();
@@ -1807,11 +1808,11 @@ FastOStream& operator<<(FastOStream& os, const CancelOrder& value);
 
 /// A client's cancellation of all orders of a feed.
 struct CancelAllOrder {
-    bufstring cxlID;         ///< the client's own identifier of the cancellation
+    bufstring cxlID;         ///< the client's own identifier of the cancellation; identifies: cancel
     bool monitoredOnly{};    ///< whether only monitored orders are meant
-    int64_t timeApiClient{}; ///< 64-bit time stamped at the API client; the peers agree on the unit
-    int64_t timeApiServer{}; ///< 64-bit time stamped at the API server; the peers agree on the unit
-    int64_t timeHandler{};   ///< 64-bit time stamped at the feed handler; the peers agree on the unit
+    int64_t timeApiClient{}; ///< 64-bit time stamped at the API client; the peers agree on the unit; station: client
+    int64_t timeApiServer{}; ///< 64-bit time stamped at the API server; the peers agree on the unit; station: server
+    int64_t timeHandler{};   ///< 64-bit time stamped at the feed handler; the peers agree on the unit; station: handler
     int32_t feedID{};        ///< identifier of the feed
 
     explicit CancelAllOrder(BufferAllocator& alloc);
@@ -1833,12 +1834,12 @@ FastOStream& operator<<(FastOStream& os, const CancelAllOrder& value);
 
 /// A client's change of a live order.
 struct ModifyOrder {
-    int64_t orderID{};               ///< the system's identifier of the order
-    bufstring clOrdID;               ///< the client's own identifier of the order
-    bufstring clNewID;               ///< the client's own identifier of the order as modified
-    int64_t timeApiClient{};         ///< 64-bit time stamped at the API client; the peers agree on the unit
-    int64_t timeApiServer{};         ///< 64-bit time stamped at the API server; the peers agree on the unit
-    int64_t timeHandler{};           ///< 64-bit time stamped at the feed handler; the peers agree on the unit
+    int64_t orderID{};               ///< the system's identifier of the order; identifies: order
+    bufstring clOrdID;               ///< the client's own identifier of the order; identifies: clientOrder
+    bufstring clNewID;               ///< the client's own identifier of the order as modified; identifies: clientOrder
+    int64_t timeApiClient{};         ///< 64-bit time stamped at the API client; the peers agree on the unit; station: client
+    int64_t timeApiServer{};         ///< 64-bit time stamped at the API server; the peers agree on the unit; station: server
+    int64_t timeHandler{};           ///< 64-bit time stamped at the feed handler; the peers agree on the unit; station: handler
     int32_t feedID{};                ///< identifier of the feed
     int32_t marketID{};              ///< identifier of the market within its feed
     Side::Type side{};               ///< side of the order, quote or entry
@@ -1869,11 +1870,11 @@ FastOStream& operator<<(FastOStream& os, const ModifyOrder& value);
 /// Report that the system received an order.
 struct OrderReceived {
     int32_t sequenceID{};            ///< number of the report in its sequence
-    int64_t orderID{};               ///< the system's identifier of the order
-    bufstring clOrdID;               ///< the client's own identifier of the order
+    int64_t orderID{};               ///< the system's identifier of the order; identifies: order
+    bufstring clOrdID;               ///< the client's own identifier of the order; identifies: clientOrder
     bufstring modelID;               ///< identifier of the trading model
-    int64_t timeApiServer{};         ///< 64-bit time stamped at the API server; the peers agree on the unit
-    int64_t timeApiClient{};         ///< 64-bit time stamped at the API client; the peers agree on the unit
+    int64_t timeApiServer{};         ///< 64-bit time stamped at the API server; the peers agree on the unit; station: server
+    int64_t timeApiClient{};         ///< 64-bit time stamped at the API client; the peers agree on the unit; station: client
     int32_t feedID{};                ///< identifier of the feed
     int32_t marketID{};              ///< identifier of the market within its feed
     Side::Type side{};               ///< side of the order, quote or entry
@@ -1902,16 +1903,16 @@ FastOStream& operator<<(FastOStream& os, const OrderReceived& value);
 /// Report that an order is live at the exchange.
 struct OrderSubmitted {
     int32_t sequenceID{};          ///< number of the report in its sequence
-    int64_t orderID{};             ///< the system's identifier of the order
-    bufstring clOrdID;             ///< the client's own identifier of the order
-    bufstring exOrdID;             ///< the exchange's identifier of the order
+    int64_t orderID{};             ///< the system's identifier of the order; identifies: order
+    bufstring clOrdID;             ///< the client's own identifier of the order; identifies: clientOrder
+    bufstring exOrdID;             ///< the exchange's identifier of the order; identifies: exchangeOrder
     bufstring modelID;             ///< identifier of the trading model
     int64_t amount{};              ///< amount, fixed point; the peers agree on the scale
     OrderStatus::Type ordStatus{}; ///< state of the order
-    int64_t timeExchange{};        ///< 64-bit time stamped at the exchange; the peers agree on the unit
-    int64_t timeHandler{};         ///< 64-bit time stamped at the feed handler; the peers agree on the unit
-    int64_t timeApiServer{};       ///< 64-bit time stamped at the API server; the peers agree on the unit
-    int64_t timeApiClient{};       ///< 64-bit time stamped at the API client; the peers agree on the unit
+    int64_t timeExchange{};        ///< 64-bit time stamped at the exchange; the peers agree on the unit; station: exchange
+    int64_t timeHandler{};         ///< 64-bit time stamped at the feed handler; the peers agree on the unit; station: handler
+    int64_t timeApiServer{};       ///< 64-bit time stamped at the API server; the peers agree on the unit; station: server
+    int64_t timeApiClient{};       ///< 64-bit time stamped at the API client; the peers agree on the unit; station: client
     int32_t feedID{};              ///< identifier of the feed
     int32_t marketID{};            ///< identifier of the market within its feed
 
@@ -1935,13 +1936,13 @@ FastOStream& operator<<(FastOStream& os, const OrderSubmitted& value);
 /// Report that an order was rejected.
 struct OrderRejected {
     int32_t sequenceID{};        ///< number of the report in its sequence
-    int64_t orderID{};           ///< the system's identifier of the order
-    bufstring clOrdID;           ///< the client's own identifier of the order
+    int64_t orderID{};           ///< the system's identifier of the order; identifies: order
+    bufstring clOrdID;           ///< the client's own identifier of the order; identifies: clientOrder
     bufstring modelID;           ///< identifier of the trading model
-    int64_t timeExchange{};      ///< 64-bit time stamped at the exchange; the peers agree on the unit
-    int64_t timeHandler{};       ///< 64-bit time stamped at the feed handler; the peers agree on the unit
-    int64_t timeApiServer{};     ///< 64-bit time stamped at the API server; the peers agree on the unit
-    int64_t timeApiClient{};     ///< 64-bit time stamped at the API client; the peers agree on the unit
+    int64_t timeExchange{};      ///< 64-bit time stamped at the exchange; the peers agree on the unit; station: exchange
+    int64_t timeHandler{};       ///< 64-bit time stamped at the feed handler; the peers agree on the unit; station: handler
+    int64_t timeApiServer{};     ///< 64-bit time stamped at the API server; the peers agree on the unit; station: server
+    int64_t timeApiClient{};     ///< 64-bit time stamped at the API client; the peers agree on the unit; station: client
     int32_t feedID{};            ///< identifier of the feed
     int32_t marketID{};          ///< identifier of the market within its feed
     RejectReason::Type reason{}; ///< why the order was rejected
@@ -1967,15 +1968,15 @@ FastOStream& operator<<(FastOStream& os, const OrderRejected& value);
 /// Report that an order was canceled.
 struct OrderCanceled {
     int32_t sequenceID{};        ///< number of the report in its sequence
-    int64_t orderID{};           ///< the system's identifier of the order
-    bufstring clOrdID;           ///< the client's own identifier of the order
-    bufstring exOrdID;           ///< the exchange's identifier of the order
-    bufstring cxlID;             ///< the client's own identifier of the cancellation
+    int64_t orderID{};           ///< the system's identifier of the order; identifies: order
+    bufstring clOrdID;           ///< the client's own identifier of the order; identifies: clientOrder
+    bufstring exOrdID;           ///< the exchange's identifier of the order; identifies: exchangeOrder
+    bufstring cxlID;             ///< the client's own identifier of the cancellation; identifies: cancel
     bufstring modelID;           ///< identifier of the trading model
-    int64_t timeExchange{};      ///< 64-bit time stamped at the exchange; the peers agree on the unit
-    int64_t timeHandler{};       ///< 64-bit time stamped at the feed handler; the peers agree on the unit
-    int64_t timeApiServer{};     ///< 64-bit time stamped at the API server; the peers agree on the unit
-    int64_t timeApiClient{};     ///< 64-bit time stamped at the API client; the peers agree on the unit
+    int64_t timeExchange{};      ///< 64-bit time stamped at the exchange; the peers agree on the unit; station: exchange
+    int64_t timeHandler{};       ///< 64-bit time stamped at the feed handler; the peers agree on the unit; station: handler
+    int64_t timeApiServer{};     ///< 64-bit time stamped at the API server; the peers agree on the unit; station: server
+    int64_t timeApiClient{};     ///< 64-bit time stamped at the API client; the peers agree on the unit; station: client
     int32_t feedID{};            ///< identifier of the feed
     int32_t marketID{};          ///< identifier of the market within its feed
     Side::Type side{};           ///< side of the order, quote or entry
@@ -2004,14 +2005,14 @@ FastOStream& operator<<(FastOStream& os, const OrderCanceled& value);
 /// Report that an order is finished.
 struct OrderDone {
     int32_t sequenceID{};    ///< number of the report in its sequence
-    int64_t orderID{};       ///< the system's identifier of the order
-    bufstring clOrdID;       ///< the client's own identifier of the order
-    bufstring exOrdID;       ///< the exchange's identifier of the order
+    int64_t orderID{};       ///< the system's identifier of the order; identifies: order
+    bufstring clOrdID;       ///< the client's own identifier of the order; identifies: clientOrder
+    bufstring exOrdID;       ///< the exchange's identifier of the order; identifies: exchangeOrder
     bufstring modelID;       ///< identifier of the trading model
-    int64_t timeExchange{};  ///< 64-bit time stamped at the exchange; the peers agree on the unit
-    int64_t timeHandler{};   ///< 64-bit time stamped at the feed handler; the peers agree on the unit
-    int64_t timeApiServer{}; ///< 64-bit time stamped at the API server; the peers agree on the unit
-    int64_t timeApiClient{}; ///< 64-bit time stamped at the API client; the peers agree on the unit
+    int64_t timeExchange{};  ///< 64-bit time stamped at the exchange; the peers agree on the unit; station: exchange
+    int64_t timeHandler{};   ///< 64-bit time stamped at the feed handler; the peers agree on the unit; station: handler
+    int64_t timeApiServer{}; ///< 64-bit time stamped at the API server; the peers agree on the unit; station: server
+    int64_t timeApiClient{}; ///< 64-bit time stamped at the API client; the peers agree on the unit; station: client
     int32_t feedID{};        ///< identifier of the feed
     int32_t marketID{};      ///< identifier of the market within its feed
 
@@ -2035,15 +2036,15 @@ FastOStream& operator<<(FastOStream& os, const OrderDone& value);
 /// Report that a cancellation or modification was rejected.
 struct OrderCancelRejected {
     int32_t sequenceID{};              ///< number of the report in its sequence
-    int64_t orderID{};                 ///< the system's identifier of the order
-    bufstring clOrdID;                 ///< the client's own identifier of the order
-    bufstring exOrdID;                 ///< the exchange's identifier of the order
-    bufstring cxlID;                   ///< the client's own identifier of the cancellation
+    int64_t orderID{};                 ///< the system's identifier of the order; identifies: order
+    bufstring clOrdID;                 ///< the client's own identifier of the order; identifies: clientOrder
+    bufstring exOrdID;                 ///< the exchange's identifier of the order; identifies: exchangeOrder
+    bufstring cxlID;                   ///< the client's own identifier of the cancellation; identifies: cancel
     bufstring modelID;                 ///< identifier of the trading model
-    int64_t timeExchange{};            ///< 64-bit time stamped at the exchange; the peers agree on the unit
-    int64_t timeHandler{};             ///< 64-bit time stamped at the feed handler; the peers agree on the unit
-    int64_t timeApiServer{};           ///< 64-bit time stamped at the API server; the peers agree on the unit
-    int64_t timeApiClient{};           ///< 64-bit time stamped at the API client; the peers agree on the unit
+    int64_t timeExchange{};            ///< 64-bit time stamped at the exchange; the peers agree on the unit; station: exchange
+    int64_t timeHandler{};             ///< 64-bit time stamped at the feed handler; the peers agree on the unit; station: handler
+    int64_t timeApiServer{};           ///< 64-bit time stamped at the API server; the peers agree on the unit; station: server
+    int64_t timeApiClient{};           ///< 64-bit time stamped at the API client; the peers agree on the unit; station: client
     int32_t feedID{};                  ///< identifier of the feed
     int32_t marketID{};                ///< identifier of the market within its feed
     CancelRejectReason::Type reason{}; ///< why the cancellation or modification was rejected
@@ -2069,16 +2070,16 @@ FastOStream& operator<<(FastOStream& os, const OrderCancelRejected& value);
 /// Report of one execution.
 struct TradeCapture {
     int32_t sequenceID{};            ///< number of the report in its sequence
-    int64_t orderID{};               ///< the system's identifier of the order
-    bufstring clOrdID;               ///< the client's own identifier of the order
-    bufstring exOrdID;               ///< the exchange's identifier of the order
+    int64_t orderID{};               ///< the system's identifier of the order; identifies: order
+    bufstring clOrdID;               ///< the client's own identifier of the order; identifies: clientOrder
+    bufstring exOrdID;               ///< the exchange's identifier of the order; identifies: exchangeOrder
     bufstring exPendingID;           ///< the exchange's identifier of the pending trade
     bufstring exTradeID;             ///< the exchange's identifier of the trade
     bufstring modelID;               ///< identifier of the trading model
-    int64_t timeExchange{};          ///< 64-bit time stamped at the exchange; the peers agree on the unit
-    int64_t timeHandler{};           ///< 64-bit time stamped at the feed handler; the peers agree on the unit
-    int64_t timeApiServer{};         ///< 64-bit time stamped at the API server; the peers agree on the unit
-    int64_t timeApiClient{};         ///< 64-bit time stamped at the API client; the peers agree on the unit
+    int64_t timeExchange{};          ///< 64-bit time stamped at the exchange; the peers agree on the unit; station: exchange
+    int64_t timeHandler{};           ///< 64-bit time stamped at the feed handler; the peers agree on the unit; station: handler
+    int64_t timeApiServer{};         ///< 64-bit time stamped at the API server; the peers agree on the unit; station: server
+    int64_t timeApiClient{};         ///< 64-bit time stamped at the API client; the peers agree on the unit; station: client
     int32_t feedID{};                ///< identifier of the feed
     int32_t origFeedID{};            ///< identifier of the feed of origin
     int32_t marketID{};              ///< identifier of the market within its feed
@@ -2116,15 +2117,15 @@ struct DropCopy {
     bufstring userName;              ///< name of the user
     bufstring onBehalfOfCompID;      ///< identifier of the firm on whose behalf this is done
     bufstring onBehalfOfSubID;       ///< identifier within the firm on whose behalf this is done
-    bufstring clOrdID;               ///< the client's own identifier of the order
-    bufstring exOrdID;               ///< the exchange's identifier of the order
+    bufstring clOrdID;               ///< the client's own identifier of the order; identifies: clientOrder
+    bufstring exOrdID;               ///< the exchange's identifier of the order; identifies: exchangeOrder
     bufstring exPendingID;           ///< the exchange's identifier of the pending trade
     bufstring exTradeID;             ///< the exchange's identifier of the trade
     bufstring modelID;               ///< identifier of the trading model
-    int64_t timeExchange{};          ///< 64-bit time stamped at the exchange; the peers agree on the unit
-    int64_t timeHandler{};           ///< 64-bit time stamped at the feed handler; the peers agree on the unit
-    int64_t timeApiServer{};         ///< 64-bit time stamped at the API server; the peers agree on the unit
-    int64_t timeApiClient{};         ///< 64-bit time stamped at the API client; the peers agree on the unit
+    int64_t timeExchange{};          ///< 64-bit time stamped at the exchange; the peers agree on the unit; station: exchange
+    int64_t timeHandler{};           ///< 64-bit time stamped at the feed handler; the peers agree on the unit; station: handler
+    int64_t timeApiServer{};         ///< 64-bit time stamped at the API server; the peers agree on the unit; station: server
+    int64_t timeApiClient{};         ///< 64-bit time stamped at the API client; the peers agree on the unit; station: client
     int32_t feedID{};                ///< identifier of the feed
     int32_t origFeedID{};            ///< identifier of the feed of origin
     int32_t marketID{};              ///< identifier of the market within its feed
@@ -2598,14 +2599,14 @@ struct QuoteRequest {
     int32_t feedID{};        ///< identifier of the feed
     int32_t marketID{};      ///< identifier of the market within its feed
     bool isBaseSpecified{};  ///< whether the amount is specified in the base currency
-    bufstring quoteReqID;    ///< identifier of the quote request
+    bufstring quoteReqID;    ///< identifier of the quote request; identifies: quoteRequest
     bufstring mdStreamID;    ///< identifier of the market data stream
     int64_t amount{};        ///< amount, fixed point; the peers agree on the scale
     Side::Type side{};       ///< side of the order, quote or entry
     int64_t settlDate{};     ///< 64-bit settlement date; the peers agree on the calendar meaning
-    int64_t timeApiClient{}; ///< 64-bit time stamped at the API client; the peers agree on the unit
-    int64_t timeApiServer{}; ///< 64-bit time stamped at the API server; the peers agree on the unit
-    int64_t timeHandler{};   ///< 64-bit time stamped at the feed handler; the peers agree on the unit
+    int64_t timeApiClient{}; ///< 64-bit time stamped at the API client; the peers agree on the unit; station: client
+    int64_t timeApiServer{}; ///< 64-bit time stamped at the API server; the peers agree on the unit; station: server
+    int64_t timeHandler{};   ///< 64-bit time stamped at the feed handler; the peers agree on the unit; station: handler
     bufstring detail;        ///< further detail, as text
 
     explicit QuoteRequest(BufferAllocator& alloc);
@@ -2629,12 +2630,12 @@ FastOStream& operator<<(FastOStream& os, const QuoteRequest& value);
 struct RejectQuoteRequest {
     int32_t feedID{};                        ///< identifier of the feed
     int32_t marketID{};                      ///< identifier of the market within its feed
-    bufstring quoteReqID;                    ///< identifier of the quote request
+    bufstring quoteReqID;                    ///< identifier of the quote request; identifies: quoteRequest
     QuoteRequestRejectReason::Type reason{}; ///< why the request was rejected
     bufstring text;                          ///< explanation for people
-    int64_t timeApiClient{};                 ///< 64-bit time stamped at the API client; the peers agree on the unit
-    int64_t timeApiServer{};                 ///< 64-bit time stamped at the API server; the peers agree on the unit
-    int64_t timeHandler{};                   ///< 64-bit time stamped at the feed handler; the peers agree on the unit
+    int64_t timeApiClient{};                 ///< 64-bit time stamped at the API client; the peers agree on the unit; station: client
+    int64_t timeApiServer{};                 ///< 64-bit time stamped at the API server; the peers agree on the unit; station: server
+    int64_t timeHandler{};                   ///< 64-bit time stamped at the feed handler; the peers agree on the unit; station: handler
     bufstring detail;                        ///< further detail, as text
 
     explicit RejectQuoteRequest(BufferAllocator& alloc);
@@ -2658,12 +2659,12 @@ FastOStream& operator<<(FastOStream& os, const RejectQuoteRequest& value);
 struct CancelQuote {
     int32_t feedID{};             ///< identifier of the feed
     int32_t marketID{};           ///< identifier of the market within its feed
-    bufstring quoteReqID;         ///< identifier of the quote request
-    bufstring quoteID;            ///< identifier of the quote
+    bufstring quoteReqID;         ///< identifier of the quote request; identifies: quoteRequest
+    bufstring quoteID;            ///< identifier of the quote; identifies: quote
     QuoteCancelType::Type type{}; ///< which quotes are withdrawn
-    int64_t timeApiClient{};      ///< 64-bit time stamped at the API client; the peers agree on the unit
-    int64_t timeApiServer{};      ///< 64-bit time stamped at the API server; the peers agree on the unit
-    int64_t timeHandler{};        ///< 64-bit time stamped at the feed handler; the peers agree on the unit
+    int64_t timeApiClient{};      ///< 64-bit time stamped at the API client; the peers agree on the unit; station: client
+    int64_t timeApiServer{};      ///< 64-bit time stamped at the API server; the peers agree on the unit; station: server
+    int64_t timeHandler{};        ///< 64-bit time stamped at the feed handler; the peers agree on the unit; station: handler
     bufstring detail;             ///< further detail, as text
 
     explicit CancelQuote(BufferAllocator& alloc);
@@ -2685,7 +2686,7 @@ FastOStream& operator<<(FastOStream& os, const CancelQuote& value);
 
 /// One quote of a set.
 struct QLQuote {
-    bufstring quoteID; ///< identifier of the quote
+    bufstring quoteID; ///< identifier of the quote; identifies: quote
     int64_t price{};   ///< price, fixed point; the peers agree on the scale
     int64_t amount{};  ///< amount, fixed point; the peers agree on the scale
     Side::Type side{}; ///< side of the order, quote or entry
@@ -2712,13 +2713,13 @@ FastOStream& operator<<(FastOStream& os, const QLQuote& value);
 struct QLMassQuote {
     int32_t feedID{};          ///< identifier of the feed
     int32_t marketID{};        ///< identifier of the market within its feed
-    bufstring quoteReqID;      ///< identifier of the quote request
+    bufstring quoteReqID;      ///< identifier of the quote request; identifies: quoteRequest
     bufstring mdStreamID;      ///< identifier of the market data stream
     int64_t settlDate{};       ///< 64-bit settlement date; the peers agree on the calendar meaning
     bufvectox<QLQuote> quotes; ///< the quotes
-    int64_t timeApiClient{};   ///< 64-bit time stamped at the API client; the peers agree on the unit
-    int64_t timeApiServer{};   ///< 64-bit time stamped at the API server; the peers agree on the unit
-    int64_t timeHandler{};     ///< 64-bit time stamped at the feed handler; the peers agree on the unit
+    int64_t timeApiClient{};   ///< 64-bit time stamped at the API client; the peers agree on the unit; station: client
+    int64_t timeApiServer{};   ///< 64-bit time stamped at the API server; the peers agree on the unit; station: server
+    int64_t timeHandler{};     ///< 64-bit time stamped at the feed handler; the peers agree on the unit; station: handler
     bufstring detail;          ///< further detail, as text
 
     explicit QLMassQuote(BufferAllocator& alloc);
@@ -2742,12 +2743,12 @@ FastOStream& operator<<(FastOStream& os, const QLMassQuote& value);
 struct MassQuoteAck {
     int32_t feedID{};           ///< identifier of the feed
     int32_t marketID{};         ///< identifier of the market within its feed
-    bufstring quoteReqID;       ///< identifier of the quote request
+    bufstring quoteReqID;       ///< identifier of the quote request; identifies: quoteRequest
     QuoteStatus::Type status{}; ///< state reported
     bufstring text;             ///< explanation for people
-    int64_t timeHandler{};      ///< 64-bit time stamped at the feed handler; the peers agree on the unit
-    int64_t timeApiServer{};    ///< 64-bit time stamped at the API server; the peers agree on the unit
-    int64_t timeApiClient{};    ///< 64-bit time stamped at the API client; the peers agree on the unit
+    int64_t timeHandler{};      ///< 64-bit time stamped at the feed handler; the peers agree on the unit; station: handler
+    int64_t timeApiServer{};    ///< 64-bit time stamped at the API server; the peers agree on the unit; station: server
+    int64_t timeApiClient{};    ///< 64-bit time stamped at the API client; the peers agree on the unit; station: client
     bufstring detail;           ///< further detail, as text
 
     explicit MassQuoteAck(BufferAllocator& alloc);
@@ -2778,17 +2779,17 @@ struct NewOrder {
     int64_t amount{};          ///< amount, fixed point; the peers agree on the scale
     OrderType::Type ordType{}; ///< kind of order
     bufstring partyID;         ///< identifier of the party
-    bufstring clOrdID;         ///< the client's own identifier of the order
-    bufstring orderID;         ///< the system's identifier of the order
-    bufstring execID;          ///< identifier of the execution
-    bufstring quoteID;         ///< identifier of the quote
-    bufstring quoteReqID;      ///< identifier of the quote request
+    bufstring clOrdID;         ///< the client's own identifier of the order; identifies: clientOrder
+    bufstring orderID;         ///< the system's identifier of the order; identifies: order
+    bufstring execID;          ///< identifier of the execution; identifies: execution
+    bufstring quoteID;         ///< identifier of the quote; identifies: quote
+    bufstring quoteReqID;      ///< identifier of the quote request; identifies: quoteRequest
     int64_t tradeDate{};       ///< 64-bit trade date; the peers agree on the calendar meaning
     int64_t settlDate{};       ///< 64-bit settlement date; the peers agree on the calendar meaning
-    int64_t timeHandler{};     ///< 64-bit time stamped at the feed handler; the peers agree on the unit
-    int64_t timeApiServer{};   ///< 64-bit time stamped at the API server; the peers agree on the unit
-    int64_t timeApiClient{};   ///< 64-bit time stamped at the API client; the peers agree on the unit
-    int64_t timeExchange{};    ///< 64-bit time stamped at the exchange; the peers agree on the unit
+    int64_t timeHandler{};     ///< 64-bit time stamped at the feed handler; the peers agree on the unit; station: handler
+    int64_t timeApiServer{};   ///< 64-bit time stamped at the API server; the peers agree on the unit; station: server
+    int64_t timeApiClient{};   ///< 64-bit time stamped at the API client; the peers agree on the unit; station: client
+    int64_t timeExchange{};    ///< 64-bit time stamped at the exchange; the peers agree on the unit; station: exchange
     bufstring detail;          ///< further detail, as text
 
     explicit NewOrder(BufferAllocator& alloc);
@@ -2817,16 +2818,16 @@ struct RejectOrder {
     int64_t amount{};        ///< amount, fixed point; the peers agree on the scale
     int64_t price{};         ///< price, fixed point; the peers agree on the scale
     bufstring partyID;       ///< identifier of the party
-    bufstring orderID;       ///< the system's identifier of the order
-    bufstring clOrdID;       ///< the client's own identifier of the order
-    bufstring execID;        ///< identifier of the execution
-    bufstring quoteReqID;    ///< identifier of the quote request
+    bufstring orderID;       ///< the system's identifier of the order; identifies: order
+    bufstring clOrdID;       ///< the client's own identifier of the order; identifies: clientOrder
+    bufstring execID;        ///< identifier of the execution; identifies: execution
+    bufstring quoteReqID;    ///< identifier of the quote request; identifies: quoteRequest
     int64_t tradeDate{};     ///< 64-bit trade date; the peers agree on the calendar meaning
     int64_t settlDate{};     ///< 64-bit settlement date; the peers agree on the calendar meaning
     bufstring text;          ///< explanation for people
-    int64_t timeApiClient{}; ///< 64-bit time stamped at the API client; the peers agree on the unit
-    int64_t timeApiServer{}; ///< 64-bit time stamped at the API server; the peers agree on the unit
-    int64_t timeHandler{};   ///< 64-bit time stamped at the feed handler; the peers agree on the unit
+    int64_t timeApiClient{}; ///< 64-bit time stamped at the API client; the peers agree on the unit; station: client
+    int64_t timeApiServer{}; ///< 64-bit time stamped at the API server; the peers agree on the unit; station: server
+    int64_t timeHandler{};   ///< 64-bit time stamped at the feed handler; the peers agree on the unit; station: handler
     bufstring detail;        ///< further detail, as text
 
     explicit RejectOrder(BufferAllocator& alloc);
@@ -2855,15 +2856,15 @@ struct AcceptOrder {
     int64_t amount{};        ///< amount, fixed point; the peers agree on the scale
     int64_t price{};         ///< price, fixed point; the peers agree on the scale
     bufstring partyID;       ///< identifier of the party
-    bufstring clOrdID;       ///< the client's own identifier of the order
-    bufstring orderID;       ///< the system's identifier of the order
-    bufstring execID;        ///< identifier of the execution
-    bufstring quoteReqID;    ///< identifier of the quote request
+    bufstring clOrdID;       ///< the client's own identifier of the order; identifies: clientOrder
+    bufstring orderID;       ///< the system's identifier of the order; identifies: order
+    bufstring execID;        ///< identifier of the execution; identifies: execution
+    bufstring quoteReqID;    ///< identifier of the quote request; identifies: quoteRequest
     int64_t tradeDate{};     ///< 64-bit trade date; the peers agree on the calendar meaning
     int64_t settlDate{};     ///< 64-bit settlement date; the peers agree on the calendar meaning
-    int64_t timeApiClient{}; ///< 64-bit time stamped at the API client; the peers agree on the unit
-    int64_t timeApiServer{}; ///< 64-bit time stamped at the API server; the peers agree on the unit
-    int64_t timeHandler{};   ///< 64-bit time stamped at the feed handler; the peers agree on the unit
+    int64_t timeApiClient{}; ///< 64-bit time stamped at the API client; the peers agree on the unit; station: client
+    int64_t timeApiServer{}; ///< 64-bit time stamped at the API server; the peers agree on the unit; station: server
+    int64_t timeHandler{};   ///< 64-bit time stamped at the feed handler; the peers agree on the unit; station: handler
     bufstring detail;        ///< further detail, as text
 
     explicit AcceptOrder(BufferAllocator& alloc);
@@ -2888,12 +2889,12 @@ struct TradeCaptureAck {
     int32_t sequenceID{};       ///< number of the report in its sequence
     int32_t feedID{};           ///< identifier of the feed
     int32_t marketID{};         ///< identifier of the market within its feed
-    bufstring execID;           ///< identifier of the execution
+    bufstring execID;           ///< identifier of the execution; identifies: execution
     TradeStatus::Type status{}; ///< state reported
     bufstring text;             ///< explanation for people
-    int64_t timeHandler{};      ///< 64-bit time stamped at the feed handler; the peers agree on the unit
-    int64_t timeApiServer{};    ///< 64-bit time stamped at the API server; the peers agree on the unit
-    int64_t timeApiClient{};    ///< 64-bit time stamped at the API client; the peers agree on the unit
+    int64_t timeHandler{};      ///< 64-bit time stamped at the feed handler; the peers agree on the unit; station: handler
+    int64_t timeApiServer{};    ///< 64-bit time stamped at the API server; the peers agree on the unit; station: server
+    int64_t timeApiClient{};    ///< 64-bit time stamped at the API client; the peers agree on the unit; station: client
     bufstring detail;           ///< further detail, as text
 
     explicit TradeCaptureAck(BufferAllocator& alloc);
@@ -2918,10 +2919,10 @@ struct OrderTimeout {
     int32_t sequenceID{};    ///< number of the report in its sequence
     int32_t feedID{};        ///< identifier of the feed
     int32_t marketID{};      ///< identifier of the market within its feed
-    bufstring clOrdID;       ///< the client's own identifier of the order
-    int64_t timeHandler{};   ///< 64-bit time stamped at the feed handler; the peers agree on the unit
-    int64_t timeApiServer{}; ///< 64-bit time stamped at the API server; the peers agree on the unit
-    int64_t timeApiClient{}; ///< 64-bit time stamped at the API client; the peers agree on the unit
+    bufstring clOrdID;       ///< the client's own identifier of the order; identifies: clientOrder
+    int64_t timeHandler{};   ///< 64-bit time stamped at the feed handler; the peers agree on the unit; station: handler
+    int64_t timeApiServer{}; ///< 64-bit time stamped at the API server; the peers agree on the unit; station: server
+    int64_t timeApiClient{}; ///< 64-bit time stamped at the API client; the peers agree on the unit; station: client
     bufstring detail;        ///< further detail, as text
 
     explicit OrderTimeout(BufferAllocator& alloc);
@@ -3004,7 +3005,7 @@ struct ExchangeMessage {
     static constexpr MsgType_t ID = 0xD030;
     static constexpr short INDEX = 2;
 
-    int64_t timeArrival{}; ///< 64-bit time of arrival; the peers agree on the unit
+    int64_t timeArrival{}; ///< 64-bit time of arrival; the peers agree on the unit; station: arrival
     int32_t feedID{};      ///< identifier of the feed
     int8_t connection{};   ///< number of the connection
     int8_t continuation{}; ///< continuation mark, opaque
@@ -3287,7 +3288,7 @@ struct RuThereMessage {
     static constexpr short INDEX = 13;
 
     int32_t dpdSeqNo{};      ///< sequence number of the probe
-    int64_t timeApiClient{}; ///< 64-bit time stamped at the API client; the peers agree on the unit
+    int64_t timeApiClient{}; ///< 64-bit time stamped at the API client; the peers agree on the unit; station: client
 
     RuThereMessage() = default;
     explicit RuThereMessage(BufferAllocator&) {}
@@ -3310,8 +3311,8 @@ struct ImHereMessage {
     static constexpr short INDEX = 14;
 
     int32_t dpdSeqNo{};      ///< sequence number of the probe
-    int64_t timeApiClient{}; ///< 64-bit time stamped at the API client; the peers agree on the unit
-    int64_t timeApiServer{}; ///< 64-bit time stamped at the API server; the peers agree on the unit
+    int64_t timeApiClient{}; ///< 64-bit time stamped at the API client; the peers agree on the unit; station: client
+    int64_t timeApiServer{}; ///< 64-bit time stamped at the API server; the peers agree on the unit; station: server
 
     ImHereMessage() = default;
     explicit ImHereMessage(BufferAllocator&) {}
@@ -3361,7 +3362,7 @@ struct ReplayMessage {
     int32_t feedID{}; ///< identifier of the feed
     int32_t first{};  ///< first number asked for
     int32_t last{};   ///< last number asked for
-    int32_t userID{}; ///< identifier of the user
+    int32_t userID{}; ///< identifier of the user; identifies: user
 
     ReplayMessage() = default;
     explicit ReplayMessage(BufferAllocator&) {}
@@ -3384,7 +3385,7 @@ struct ReplayDoneMessage {
     static constexpr short INDEX = 17;
 
     ReplayDone contents{}; ///< the business data
-    int32_t userID{};      ///< identifier of the user
+    int32_t userID{};      ///< identifier of the user; identifies: user
 
     ReplayDoneMessage() = default;
     explicit ReplayDoneMessage(BufferAllocator&) {}
@@ -3555,8 +3556,8 @@ struct SubmitOrderMessage {
     static constexpr MsgType_t ID = 0xF0E9;
     static constexpr short INDEX = 24;
 
-    int32_t userID{};           ///< identifier of the user
-    bufstring quoteID;          ///< identifier of the quote
+    int32_t userID{};           ///< identifier of the user; identifies: user
+    bufstring quoteID;          ///< identifier of the quote; identifies: quote
     bufstring onBehalfOfCompID; ///< identifier of the firm on whose behalf this is done
     SubmitOrder contents;       ///< the business data
     bufstring modelID;          ///< identifier of the trading model
@@ -3583,7 +3584,7 @@ struct CancelOrderMessage {
     static constexpr MsgType_t ID = 0xF0EA;
     static constexpr short INDEX = 25;
 
-    int32_t userID{};     ///< identifier of the user
+    int32_t userID{};     ///< identifier of the user; identifies: user
     CancelOrder contents; ///< the business data
 
     explicit CancelOrderMessage(BufferAllocator& alloc);
@@ -3608,7 +3609,7 @@ struct CancelAllOrderMessage {
     static constexpr MsgType_t ID = 0xF0EB;
     static constexpr short INDEX = 26;
 
-    int32_t userID{};        ///< identifier of the user
+    int32_t userID{};        ///< identifier of the user; identifies: user
     CancelAllOrder contents; ///< the business data
 
     explicit CancelAllOrderMessage(BufferAllocator& alloc);
@@ -3633,7 +3634,7 @@ struct ModifyOrderMessage {
     static constexpr MsgType_t ID = 0xF0EC;
     static constexpr short INDEX = 27;
 
-    int32_t userID{};     ///< identifier of the user
+    int32_t userID{};     ///< identifier of the user; identifies: user
     ModifyOrder contents; ///< the business data
 
     explicit ModifyOrderMessage(BufferAllocator& alloc);
@@ -3658,7 +3659,7 @@ struct OrderReceivedMessage {
     static constexpr MsgType_t ID = 0xF0ED;
     static constexpr short INDEX = 28;
 
-    int32_t userID{};       ///< identifier of the user
+    int32_t userID{};       ///< identifier of the user; identifies: user
     OrderReceived contents; ///< the business data
 
     explicit OrderReceivedMessage(BufferAllocator& alloc);
@@ -3683,7 +3684,7 @@ struct OrderSubmittedMessage {
     static constexpr MsgType_t ID = 0xF0E8;
     static constexpr short INDEX = 29;
 
-    int32_t userID{};        ///< identifier of the user
+    int32_t userID{};        ///< identifier of the user; identifies: user
     OrderSubmitted contents; ///< the business data
 
     explicit OrderSubmittedMessage(BufferAllocator& alloc);
@@ -3708,7 +3709,7 @@ struct OrderRejectedMessage {
     static constexpr MsgType_t ID = 0xF0E7;
     static constexpr short INDEX = 30;
 
-    int32_t userID{};       ///< identifier of the user
+    int32_t userID{};       ///< identifier of the user; identifies: user
     OrderRejected contents; ///< the business data
 
     explicit OrderRejectedMessage(BufferAllocator& alloc);
@@ -3733,7 +3734,7 @@ struct OrderCanceledMessage {
     static constexpr MsgType_t ID = 0xF0E6;
     static constexpr short INDEX = 31;
 
-    int32_t userID{};       ///< identifier of the user
+    int32_t userID{};       ///< identifier of the user; identifies: user
     OrderCanceled contents; ///< the business data
 
     explicit OrderCanceledMessage(BufferAllocator& alloc);
@@ -3758,7 +3759,7 @@ struct OrderDoneMessage {
     static constexpr MsgType_t ID = 0xF0E5;
     static constexpr short INDEX = 32;
 
-    int32_t userID{};   ///< identifier of the user
+    int32_t userID{};   ///< identifier of the user; identifies: user
     OrderDone contents; ///< the business data
 
     explicit OrderDoneMessage(BufferAllocator& alloc);
@@ -3783,7 +3784,7 @@ struct OrderCancelRejectedMessage {
     static constexpr MsgType_t ID = 0xF0E4;
     static constexpr short INDEX = 33;
 
-    int32_t userID{};             ///< identifier of the user
+    int32_t userID{};             ///< identifier of the user; identifies: user
     OrderCancelRejected contents; ///< the business data
 
     explicit OrderCancelRejectedMessage(BufferAllocator& alloc);
@@ -3808,7 +3809,7 @@ struct TradeCaptureMessage {
     static constexpr MsgType_t ID = 0xF0E3;
     static constexpr short INDEX = 34;
 
-    int32_t userID{};      ///< identifier of the user
+    int32_t userID{};      ///< identifier of the user; identifies: user
     int64_t origPrice{};   ///< original price, fixed point; the peers agree on the scale
     TradeCapture contents; ///< the business data
 
@@ -3835,7 +3836,7 @@ struct DropCopyMessage {
     static constexpr short INDEX = 35;
 
     DropCopy contents;            ///< the business data
-    int32_t userID{};             ///< identifier of the user
+    int32_t userID{};             ///< identifier of the user; identifies: user
     int32_t origFeedSequenceID{}; ///< sequence number at the feed of origin
 
     explicit DropCopyMessage(BufferAllocator& alloc);
@@ -3909,7 +3910,7 @@ struct ClientConnectMessage {
     static constexpr short INDEX = 38;
 
     bufstring user;     ///< name of the user
-    bufstring password; ///< the user's password
+    bufstring password; ///< the user's password; secret
 
     explicit ClientConnectMessage(BufferAllocator& alloc);
     ~ClientConnectMessage();
@@ -3933,7 +3934,7 @@ struct ClientDisconnectMessage {
     static constexpr MsgType_t ID = 0xFA02;
     static constexpr short INDEX = 39;
 
-    int32_t sessionID{};        ///< identifier of the client's session
+    int32_t sessionID{};        ///< identifier of the client's session; identifies: session
     int64_t timeDisconnected{}; ///< 64-bit time of the disconnect; the peers agree on the unit
 
     ClientDisconnectMessage() = default;
@@ -3958,7 +3959,7 @@ struct ConnectResponseMessage {
 
     ConnectionResponse::Type connectionResponse{}; ///< outcome of the connect
     bufstring text;                                ///< explanation for people
-    int32_t sessionID{};                           ///< identifier of the client's session
+    int32_t sessionID{};                           ///< identifier of the client's session; identifies: session
     UserType::Type userType{};                     ///< kind of user
 
     explicit ConnectResponseMessage(BufferAllocator& alloc);
@@ -3983,8 +3984,8 @@ struct InternalClientInfoMessage {
     static constexpr MsgType_t ID = 0xFA12;
     static constexpr short INDEX = 41;
 
-    int32_t userID{};        ///< identifier of the user
-    int32_t sessionID{};     ///< identifier of the client's session
+    int32_t userID{};        ///< identifier of the user; identifies: user
+    int32_t sessionID{};     ///< identifier of the client's session; identifies: session
     int64_t timeConnected{}; ///< 64-bit time of the connect; the peers agree on the unit
     bufstring apiLanguage;   ///< programming language of the client's API
     bufstring apiVersion;    ///< version of the client's API
@@ -4204,7 +4205,7 @@ struct SubscribeMessage {
     Subscription sub{};  ///< the subscription
     bufstring clSubID;   ///< the client's own identifier of the subscription
     bool sticky{};       ///< whether the subscription is sticky
-    int32_t sessionID{}; ///< identifier of the client's session
+    int32_t sessionID{}; ///< identifier of the client's session; identifies: session
     int64_t timestamp{}; ///< 64-bit time of the event; the peers agree on the unit
 
     explicit SubscribeMessage(BufferAllocator& alloc);
@@ -4231,7 +4232,7 @@ struct UnsubscribeMessage {
 
     Subscription sub{};  ///< the subscription
     bufstring clSubID;   ///< the client's own identifier of the subscription
-    int32_t sessionID{}; ///< identifier of the client's session
+    int32_t sessionID{}; ///< identifier of the client's session; identifies: session
     int64_t timestamp{}; ///< 64-bit time of the event; the peers agree on the unit
 
     explicit UnsubscribeMessage(BufferAllocator& alloc);
@@ -4257,7 +4258,7 @@ struct UnsubscribeAllMessage {
     static constexpr short INDEX = 52;
 
     bufstring clSubID;   ///< the client's own identifier of the subscription
-    int32_t sessionID{}; ///< identifier of the client's session
+    int32_t sessionID{}; ///< identifier of the client's session; identifies: session
     int64_t timestamp{}; ///< 64-bit time of the event; the peers agree on the unit
 
     explicit UnsubscribeAllMessage(BufferAllocator& alloc);
@@ -4283,7 +4284,7 @@ struct SubscriptionEventMessage {
     static constexpr short INDEX = 53;
 
     SubscriptionEvent contents; ///< the business data
-    int32_t sessionID{};        ///< identifier of the client's session
+    int32_t sessionID{};        ///< identifier of the client's session; identifies: session
     int64_t timestamp{};        ///< 64-bit time of the event; the peers agree on the unit
 
     explicit SubscriptionEventMessage(BufferAllocator& alloc);
@@ -4726,6 +4727,15 @@ void initialize();
 
 /// Releases the protocol and its descriptors, while nothing else uses the module. May be called at any time.
 void finalize();
+
+/// The hook through which every enumeration byte without a name passes, with the name of its field; `valid` is false.
+void validateEnum(const std::string& fieldName, bool valid);
+
+/// The same for the decoders, which find it by the enumeration.
+template <class H>
+void validateEnum(Velmora::of<H>, const char* fieldName, bool valid) {
+    VALIDATE_ENUM(fieldName, valid)
+}
 
 /// For hosts; the module never throws it.
 class QLProtocolError : public std::runtime_error {

@@ -43,6 +43,23 @@ template <class K>
 QL_FORCE_INLINE void get(Reader<K>& in, price_t, std::same_as<int64_t> auto& v, const char*) {
     v = static_cast<int64_t>(in.special());
 }
+template <class K>
+QL_FORCE_INLINE void get(Reader<K>& in, plain_t, std::same_as<uint8_t> auto& v, const char*) {
+    v = in.byte();
+}
+template <class K, std::unsigned_integral T>
+requires(sizeof(T) > 1) QL_FORCE_INLINE void get(Reader<K>& in, plain_t, T& v, const char*) {
+    v = in.template varint<T>();
+}
+template <class K, std::floating_point T>
+QL_FORCE_INLINE void get(Reader<K>& in, plain_t, T& v, const char*) {
+    v = in.template raw<T>();
+}
+template <class K, std::integral T>
+requires std::same_as<T, uint16_t> || std::same_as<T, uint32_t> || std::same_as<T, int64_t> QL_FORCE_INLINE void
+get(Reader<K>& in, fixed_t, T& v, const char*) {
+    v = in.template raw<T>();
+}
 
 /// Any text; returns the cursor after it. Out of line, because it is met rarely, or costs more than the call.
 template <class K>
@@ -67,6 +84,20 @@ QL_FORCE_INLINE void get(Reader<K>& in, crypt_t, String auto& v, const char* nam
     get(in, plain, v, name);
     if (!v.empty()) Quillon::DumbCrypt::decrypt(v.data(), static_cast<int>(v.size()), 0);
 }
+template <class K>
+QL_FORCE_INLINE void get(Reader<K>& in, blob_t, String auto& v, const char* name) {
+    get(in, plain, v, name);
+}
+template <class K>
+QL_FORCE_INLINE void get(Reader<K>& in, cryptblob_t, String auto& v, const char* name) {
+    get(in, crypt, v, name);
+}
+template <class K>
+QL_FORCE_INLINE void get(Reader<K>& in, fixed_t, String auto& v, const char*) {
+    const size_t length = in.template raw<uint16_t>();
+    v.assign(in.p, length);
+    in.p += length;
+}
 /// Deliberate: read with a varint length although written with a fixed one; see Encode.h.
 template <class K>
 QL_FORCE_INLINE void get(Reader<K>& in, padding_t, String auto& v, const char* name) {
@@ -89,11 +120,17 @@ QL_FORCE_INLINE void get(Reader<K>& in, plain_t, Composite auto& v, const char*)
 }
 
 /// The vector takes exactly the count that came: it grows by fresh elements or drops surplus ones.
-template <class K>
-QL_FORCE_INLINE void get(Reader<K>& in, plain_t, Vector auto& v, const char* name) {
+template <class K, class Encoding>
+QL_FORCE_INLINE void get(Reader<K>& in, Encoding encoding, Vector auto& v, const char* name) {
+    using Element = typename std::remove_cvref_t<decltype(v)>::value_type;
     const size_t count = in.length();
+    if constexpr (travelsAsHeld<Element, Encoding>) {
+        v.resize(count);
+        if (count != 0) std::memcpy(v.data(), in.p, count * sizeof(Element));
+        in.p += count * sizeof(Element);
+        return;
+    }
     if (v.empty()) { // as in every fresh message
-        using Element = typename std::remove_cvref_t<decltype(v)>::value_type;
         if constexpr (Composite<Element> && leastBytes<Element>() >= 7) {
             size_t left = count; // all but the last are followed by another
             return v.append_each(count, [&](auto& element) QL_FORCE_INLINE_LAMBDA {
@@ -103,10 +140,10 @@ QL_FORCE_INLINE void get(Reader<K>& in, plain_t, Vector auto& v, const char* nam
                     in.p = decodeFields<K, Element, true>(element, in.p, in.range);
             });
         }
-        return v.append_each(count, [&](auto& element) QL_FORCE_INLINE_LAMBDA { get(in, plain, element, name); });
+        return v.append_each(count, [&](auto& element) QL_FORCE_INLINE_LAMBDA { get(in, encoding, element, name); });
     }
     v.resize(count);
-    for (size_t i = 0; i < count; ++i) get(in, plain, v[i], name);
+    for (size_t i = 0; i < count; ++i) get(in, encoding, v[i], name);
 }
 
 /// The walk over the fields, to be inlined into a kernel's run().
@@ -114,7 +151,7 @@ template <class Kernel, class T, bool isFollowed>
 QL_FORCE_INLINE const char* readFields(T& value, const char* cursor, const Range& range) {
     Reader<Kernel> in(cursor, range, leastBytes<T>() + (isFollowed ? 7 : 0));
     fields(of<T>{}, [&](const char* name, auto member, auto encoding) QL_FORCE_INLINE_LAMBDA {
-        in.following -= leastBytes<MemberType<decltype(member)>>();
+        in.following -= leastBytes<MemberType<decltype(member)>, decltype(encoding)>();
         get(in, encoding, value.*member, name);
         return true;
     });

@@ -44,6 +44,21 @@ template <class K>
 QL_FORCE_INLINE void put(Writer<K>& out, price_t, std::same_as<int64_t> auto v, const char*) {
     out.special(v);
 }
+template <class K>
+QL_FORCE_INLINE void put(Writer<K>& out, plain_t, std::same_as<uint8_t> auto v, const char*) {
+    out.byte(v);
+}
+template <class K, std::unsigned_integral T>
+requires(sizeof(T) > 1) QL_FORCE_INLINE void put(Writer<K>& out, plain_t, T v, const char*) { out.varint(v); }
+template <class K>
+QL_FORCE_INLINE void put(Writer<K>& out, plain_t, std::floating_point auto v, const char*) {
+    out.raw(v);
+}
+template <class K, std::integral T>
+requires std::same_as<T, uint16_t> || std::same_as<T, uint32_t> || std::same_as<T, int64_t> QL_FORCE_INLINE void
+put(Writer<K>& out, fixed_t, T v, const char*) {
+    out.raw(v);
+}
 
 /// The caller guarantees a text of at most 65535 characters: only the low 16 bits of its length are written.
 template <class K>
@@ -56,12 +71,24 @@ QL_FORCE_INLINE void put(Writer<K>& out, crypt_t, const String auto& v, const ch
     put(out, plain, v, name);
     if (!v.empty()) Quillon::DumbCrypt::encrypt(out.p - v.size(), static_cast<int>(v.size()), 0);
 }
+template <class K>
+QL_FORCE_INLINE void put(Writer<K>& out, blob_t, const String auto& v, const char* name) {
+    put(out, plain, v, name);
+}
+template <class K>
+QL_FORCE_INLINE void put(Writer<K>& out, cryptblob_t, const String auto& v, const char* name) {
+    put(out, crypt, v, name);
+}
+template <class K>
+QL_FORCE_INLINE void put(Writer<K>& out, fixed_t, const String auto& v, const char*) {
+    out.raw(static_cast<uint16_t>(v.size()));
+    out.bytes(v.data(), v.size());
+}
 /// Deliberate: written with a fixed two-byte length, read with a varint one. The body is two bytes plus the padding,
 /// whatever its length; peers depend on it.
 template <class K>
-QL_FORCE_INLINE void put(Writer<K>& out, padding_t, const String auto& v, const char*) {
-    out.raw(static_cast<uint16_t>(v.size()));
-    out.bytes(v.data(), v.size());
+QL_FORCE_INLINE void put(Writer<K>& out, padding_t, const String auto& v, const char* name) {
+    put(out, fixed, v, name);
 }
 
 /// One byte, whatever the enumeration's largest value; a byte without a name is reported to the hook and written all
@@ -80,14 +107,16 @@ QL_FORCE_INLINE void put(Writer<K>& out, plain_t, const Composite auto& v, const
 }
 
 /// The caller guarantees at most 32767 elements; the count is not checked.
-template <class K>
-QL_FORCE_INLINE void put(Writer<K>& out, plain_t, const Vector auto& v, const char* name) {
+template <class K, class Encoding>
+QL_FORCE_INLINE void put(Writer<K>& out, Encoding encoding, const Vector auto& v, const char* name) {
     out.length(static_cast<unsigned short>(v.size()));
     using Element = typename std::remove_cvref_t<decltype(v)>::value_type;
+    if constexpr (travelsAsHeld<Element, Encoding>)
+        return out.bytes(reinterpret_cast<const char*>(v.data()), v.size() * sizeof(Element));
     size_t i = 0;
     if constexpr (Composite<Element> && leastBytes<Element>() >= 7) // all but the last are followed by another
         for (; i + 1 < v.size(); ++i) out.p = encodeFields<K, Element, true>(v[i], out.p);
-    for (; i < v.size(); ++i) put(out, plain, v[i], name);
+    for (; i < v.size(); ++i) put(out, encoding, v[i], name);
 }
 
 /// The walk over the fields, to be inlined into a kernel's run().
@@ -95,7 +124,7 @@ template <class Kernel, class T, bool isFollowed>
 QL_FORCE_INLINE char* writeFields(const T& value, char* cursor) {
     Writer<Kernel> out(cursor, leastBytes<T>() + (isFollowed ? 7 : 0));
     fields(of<T>{}, [&](const char* name, auto member, auto encoding) QL_FORCE_INLINE_LAMBDA {
-        out.following -= leastBytes<MemberType<decltype(member)>>();
+        out.following -= leastBytes<MemberType<decltype(member)>, decltype(encoding)>();
         put(out, encoding, value.*member, name);
         return true;
     });

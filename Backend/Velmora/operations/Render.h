@@ -4,7 +4,7 @@
 //   records       (name=value ...)            vectors    [value value ...]
 //   int64_t       the sentinels by name: MAX, NMA, NDA, NA
 //   enumerations  by name, a value without a name by number
-//   the rest      as the text codec writes it: strings in double quotes, booleans T or F
+//   the rest      as the text codec writes it: strings and blobs in double quotes, booleans T or F
 //
 // On several lines every field stands on a line of its own, indented by two blanks a level; vectors of numbers and
 // strings stay on one line.
@@ -54,6 +54,7 @@ class LineSink {
             p = Quillon::Util::decimal(v, p);
     }
     QL_FORCE_INLINE void integer(int64_t v) { p = Quillon::Util::decimal(v, p); }
+    QL_FORCE_INLINE void integer(uint64_t v) { p += Quillon::Util::ulltoa(v, p, 10); }
     QL_FORCE_INLINE void string(const bufstl::bufstring& v) {
         const char* const text = v.data(); // looked up once: the stores below could change the string
         const size_t n = v.size();
@@ -62,6 +63,8 @@ class LineSink {
         *p++ = '"';
     }
     QL_FORCE_INLINE void cryptstring(const bufstl::bufstring& v) { string(v); }
+    QL_FORCE_INLINE void blob(const bufstl::bufstring& v) { string(v); }
+    QL_FORCE_INLINE void cryptblob(const bufstl::bufstring& v) { string(v); }
 
     char* p;
 };
@@ -102,8 +105,16 @@ class CodecSink { // calls, not code in place: this way is rare, and there is on
     void integer(int16_t v) { _codec->write_int16(v); }
     void integer(int32_t v) { _codec->write_int32(v); }
     void integer(int64_t v) { _codec->write_int64(v); }
+    void integer(uint8_t v) { _codec->write_uint8(v); }
+    void integer(uint16_t v) { _codec->write_uint16(v); }
+    void integer(uint32_t v) { _codec->write_uint32(v); }
+    void integer(uint64_t v) { _codec->write_uint64(v); }
+    void floating(float v) { _codec->write_float4(v); }
+    void floating(double v) { _codec->write_float8(v); }
     void string(const bufstl::bufstring& v) { _codec->write_string(v); }
     void cryptstring(const bufstl::bufstring& v) { _codec->write_cryptstring(v); }
+    void blob(const bufstl::bufstring& v) { _codec->write_blob(v); }
+    void cryptblob(const bufstl::bufstring& v) { _codec->write_cryptblob(v); }
 
   private:
     Codec* _codec;
@@ -123,9 +134,19 @@ QL_FORCE_INLINE void show(Sink& sink, plain_t, std::same_as<bool> auto v) {
 }
 template <class Sink, std::signed_integral T>
 requires(sizeof(T) < sizeof(int64_t)) QL_FORCE_INLINE void show(Sink& sink, plain_t, T v) { sink.integer(v); }
+template <class Sink, class Encoding, std::unsigned_integral T>
+requires(!std::same_as<T, bool>) QL_FORCE_INLINE void show(Sink& sink, Encoding, T v) {
+    if constexpr (std::same_as<Sink, LineSink>)
+        sink.integer(static_cast<std::conditional_t<(sizeof(T) > 2), uint64_t, int32_t>>(v));
+    else
+        sink.integer(v);
+}
+template <class Sink>
+void show(Sink& sink, plain_t, std::floating_point auto v) {
+    sink.floating(v);
+}
 template <class Sink, class Encoding>
-requires std::same_as<Encoding, plain_t> || std::same_as<Encoding, price_t> QL_FORCE_INLINE void
-show(Sink& sink, Encoding, std::same_as<int64_t> auto v) {
+QL_FORCE_INLINE void show(Sink& sink, Encoding, std::same_as<int64_t> auto v) {
     if (const std::string_view sentinel = sentinelName(v); !sentinel.empty())
         sink.word(sentinel.data(), sentinel.size());
     else
@@ -135,6 +156,10 @@ template <class Sink, class Encoding>
 QL_FORCE_INLINE void show(Sink& sink, Encoding, const String auto& v) {
     if constexpr (std::is_same_v<Encoding, crypt_t>)
         sink.cryptstring(v);
+    else if constexpr (std::is_same_v<Encoding, blob_t>)
+        sink.blob(v);
+    else if constexpr (std::is_same_v<Encoding, cryptblob_t>)
+        sink.cryptblob(v);
     else
         sink.string(v);
 }
@@ -151,8 +176,8 @@ QL_FORCE_INLINE void show(Sink& sink, plain_t, const Composite auto& v) {
     sink = renderFields(sink, v);
     sink.close(')');
 }
-template <class Sink, Vector V>
-QL_FORCE_INLINE void show(Sink& sink, plain_t, const V& v) {
+template <class Sink, class Encoding, Vector V>
+QL_FORCE_INLINE void show(Sink& sink, Encoding encoding, const V& v) {
     if constexpr (Composite<typename V::value_type>) {
         if (!v.empty()) {
             sink.open('[');
@@ -166,7 +191,7 @@ QL_FORCE_INLINE void show(Sink& sink, plain_t, const V& v) {
     sink.character('[');
     for (size_t i = 0; i < v.size(); ++i) {
         if (i != 0) sink.character(' ');
-        show(sink, plain, v[i]);
+        show(sink, encoding, v[i]);
     }
     sink.character(']');
 }
@@ -185,6 +210,18 @@ Sink renderFields(Sink sink, const T& value) {
     return sink;
 }
 
+/// Whether there are floating-point numbers in a T. Their text depends on the stream, which a LineSink does not know.
+template <class T>
+consteval bool holdsFloats() {
+    if constexpr (Vector<T>)
+        return holdsFloats<typename T::value_type>();
+    else if constexpr (Composite<T>)
+        return !fields(of<T>{},
+                       [](const char*, auto member, auto) { return !holdsFloats<MemberType<decltype(member)>>(); });
+    else
+        return std::is_floating_point_v<T>;
+}
+
 /// Renders values through a codec, in the layout given.
 class FieldPrinter {
   public:
@@ -201,12 +238,13 @@ class FieldPrinter {
     /// All fields of a record or message, without brackets or a line end around them.
     template <class T>
     void render(const T& value) {
-        if (_isPlain) {
-            char* const position = _codec.stream().current();
-            _codec.stream().advance(static_cast<size_t>(renderFields(LineSink(position), value).p - position));
-        } else {
-            renderFields(CodecSink(_codec, _multiline, _indent), value);
-        }
+        if constexpr (!holdsFloats<T>())
+            if (_isPlain) {
+                char* const position = _codec.stream().current();
+                _codec.stream().advance(static_cast<size_t>(renderFields(LineSink(position), value).p - position));
+                return;
+            }
+        renderFields(CodecSink(_codec, _multiline, _indent), value);
     }
 
   private:

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <limits>
 
 #include "Backend/Velmora/Enumeration.h"
 #include "Backend/Velmora/FieldList.h"
@@ -38,8 +39,10 @@ constexpr size_t maxTextSize(const T* value) {
         enumerators(of<EnumerationOf<T>>{},
                     [&](const char* name, auto) { longest = std::max(longest, std::char_traits<char>::length(name)); });
         return longest;
+    } else if constexpr (std::is_floating_point_v<T>) {
+        return std::numeric_limits<T>::max_exponent10 + 103; // digits, sign, point, and 99 digits of a fraction
     } else {
-        return 20; // an int64_t
+        return 20; // an int64_t or uint64_t
     }
 }
 
