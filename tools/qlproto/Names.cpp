@@ -14,7 +14,11 @@ namespace {
 using Names = std::vector<std::string_view>;
 
 /// Whether the user means a number, of whatever size.
-bool isNumber(std::string_view text) { return !text.empty() && text[0] >= '0' && text[0] <= '9'; }
+bool isNumber(std::string_view text) {
+    const bool isHex = text.starts_with("0x") || text.starts_with("0X");
+    const std::string_view digits = isHex ? "0123456789abcdefABCDEF" : "0123456789";
+    return text.size() > (isHex ? 2 : 0) && text.find_first_not_of(digits, isHex ? 2 : 0) == text.npos;
+}
 
 std::string lower(std::string_view text) {
     std::string result(text);
