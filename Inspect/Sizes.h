@@ -28,9 +28,12 @@ inline constexpr size_t MAX_COUNT = 32767; ///< elements of the longest vector t
 
 namespace sizes {
 
+using Velmora::blob_t;
 using Velmora::Composite;
 using Velmora::crypt_t;
+using Velmora::cryptblob_t;
 using Velmora::Enumerator;
+using Velmora::fixed_t;
 using Velmora::of;
 using Velmora::padding_t;
 using Velmora::plain;
@@ -63,16 +66,25 @@ QL_FORCE_INLINE size_t encoded(price_t, std::same_as<int64_t> auto v) {
     const uint64_t rest = static_cast<uint64_t>(v) >> 5;
     return rest != 0 ? 1 + varint(rest) : 1;
 }
+QL_FORCE_INLINE size_t encoded(plain_t, std::same_as<uint8_t> auto) { return 1; }
+template <std::unsigned_integral T>
+requires(sizeof(T) > 1) QL_FORCE_INLINE size_t encoded(plain_t, T v) { return varint(v); }
+QL_FORCE_INLINE size_t encoded(plain_t, std::floating_point auto v) { return sizeof v; }
+QL_FORCE_INLINE size_t encoded(fixed_t, std::integral auto v) { return sizeof v; }
 QL_FORCE_INLINE size_t encoded(plain_t, const String auto& v) {
     return varint(static_cast<uint16_t>(v.size())) + v.size();
 }
 QL_FORCE_INLINE size_t encoded(crypt_t, const String auto& v) { return encoded(plain, v); }
+QL_FORCE_INLINE size_t encoded(blob_t, const String auto& v) { return encoded(plain, v); }
+QL_FORCE_INLINE size_t encoded(cryptblob_t, const String auto& v) { return encoded(plain, v); }
+QL_FORCE_INLINE size_t encoded(fixed_t, const String auto& v) { return 2 + v.size(); }
 QL_FORCE_INLINE size_t encoded(padding_t, const String auto& v) { return 2 + v.size(); }
 template <Composite T>
 size_t encoded(plain_t, const T& v);
-QL_FORCE_INLINE size_t encoded(plain_t, const Vector auto& v) {
+template <class Encoding>
+QL_FORCE_INLINE size_t encoded(Encoding encoding, const Vector auto& v) {
     size_t size = count(static_cast<uint16_t>(v.size()));
-    for (size_t i = 0; i < v.size(); ++i) size += encoded(plain, v[i]);
+    for (size_t i = 0; i < v.size(); ++i) size += encoded(encoding, v[i]);
     return size;
 }
 template <Composite T>
@@ -100,41 +112,40 @@ struct Limits {
 };
 
 /// The most bytes that write() of a value within `limits` writes. T: a record, a message or the type of a field.
-template <class T>
-constexpr size_t max_encoded_size(Limits limits, bool isPrice = false) {
+template <class T, class Encoding = Velmora::plain_t>
+constexpr size_t max_encoded_size(Limits limits) {
     using namespace Velmora;
+    constexpr bool hasFixedLength = std::same_as<Encoding, padding_t> || std::same_as<Encoding, fixed_t>;
     const size_t text = std::min(limits.text, MAX_TEXT);
     const size_t count = std::min(limits.count, MAX_COUNT);
     if constexpr (Composite<T>) {
         size_t size = 0;
         fields(of<T>{}, [&](const char*, auto member, auto encoding) {
-            if constexpr (std::same_as<decltype(encoding), padding_t>)
-                size += 2 + text;
-            else
-                size +=
-                    max_encoded_size<MemberType<decltype(member)>>(limits, std::same_as<decltype(encoding), price_t>);
+            size += max_encoded_size<MemberType<decltype(member)>, decltype(encoding)>(limits);
             return true;
         });
         return size;
     } else if constexpr (Vector<T>) {
-        return sizes::count(count) + count * max_encoded_size<typename T::value_type>(limits);
+        return sizes::count(count) + count * max_encoded_size<typename T::value_type, Encoding>(limits);
     } else if constexpr (String<T>) {
-        return sizes::varint(text) + text;
-    } else if constexpr (std::same_as<T, bool> || std::same_as<T, int8_t> || Enumerator<T>) {
+        return (hasFixedLength ? 2 : sizes::varint(text)) + text;
+    } else if constexpr (std::same_as<T, bool> || Enumerator<T>) {
         return 1;
+    } else if constexpr (travelsAsHeld<T, Encoding>) {
+        return sizeof(T);
     } else {
-        static_assert(std::same_as<T, int16_t> || std::same_as<T, int32_t> || std::same_as<T, int64_t>);
+        static_assert(std::integral<T>);
         // One byte for each seven bits begun; a price has five in its first, the other 59 in nine: ten as well.
         static_assert((64 - 5 + 6) / 7 + 1 == 10);
-        return isPrice ? 10 : (8 * sizeof(T) + 6) / 7;
+        return (8 * sizeof(T) + 6) / 7;
     }
 }
 
 /// The fewest bytes that read() of a T takes. T: a record, a message or the type of a field. The codec's own figure,
 /// for it relies on no value taking less.
-template <class T>
+template <class T, class Encoding = Velmora::plain_t>
 constexpr size_t minimal_size() {
-    return Velmora::leastBytes<T>();
+    return Velmora::leastBytes<T, Encoding>();
 }
 
 /// Bytes that assigning `value` to a freshly constructed T takes from its block.

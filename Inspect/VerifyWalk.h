@@ -21,6 +21,7 @@ namespace Inspect::walk {
 using Velmora::Composite;
 using Velmora::EnumerationOf;
 using Velmora::Enumerator;
+using Velmora::fixed_t;
 using Velmora::MemberType;
 using Velmora::of;
 using Velmora::plain;
@@ -98,6 +99,8 @@ class Canonical {
         n = (n << 8 | byte_at(p + 1)) & 0x7FFF;
         return n >= 0x80 ? p + 2 : refused();
     }
+    /// `n` bytes in a form that has no other.
+    QL_FORCE_INLINE const char* fixed(const char* p, size_t n) const { return remaining(p) >= n ? p + n : refused(); }
     /// The characters of a string whose length stands at `start`.
     QL_FORCE_INLINE const char* text(const char* p, size_t n, const char*) const {
         return remaining(p) >= n ? p + n : refused();
@@ -202,6 +205,7 @@ class Judge {
     }
 
     const char* byte(const char* p) { return p != _end ? p + 1 : refuse(Fault::truncated, p); }
+    const char* fixed(const char* p, size_t n) { return remaining(p) >= n ? p + n : refuse(Fault::truncated, p); }
     const char* boolean(const char* p);
     template <class H>
     const char* enumerator(const char* p) {
@@ -264,6 +268,22 @@ template <class Walker>
 QL_FORCE_INLINE void check(of<int64_t>, price_t, Position& at, Walker& walker) {
     at.p = walker.price(at.p);
 }
+template <class Walker>
+QL_FORCE_INLINE void check(of<uint8_t>, plain_t, Position& at, Walker& walker) {
+    at.p = walker.byte(at.p);
+}
+template <std::unsigned_integral T, class Walker>
+requires(sizeof(T) > 1) QL_FORCE_INLINE void check(of<T>, plain_t, Position& at, Walker& walker) {
+    at.p = walker.template varint<8 * sizeof(T)>(at.p);
+}
+template <std::floating_point T, class Walker>
+QL_FORCE_INLINE void check(of<T>, plain_t, Position& at, Walker& walker) {
+    at.p = walker.fixed(at.p, sizeof(T));
+}
+template <std::integral T, class Walker>
+QL_FORCE_INLINE void check(of<T>, fixed_t, Position& at, Walker& walker) {
+    at.p = walker.fixed(at.p, sizeof(T));
+}
 template <Enumerator E, class Walker>
 QL_FORCE_INLINE void check(of<E>, plain_t, Position& at, Walker& walker) {
     at.p = walker.template enumerator<EnumerationOf<E>>(at.p);
@@ -273,7 +293,12 @@ template <String T, class Encoding, class Walker>
 QL_FORCE_INLINE void check(of<T>, Encoding, Position& at, Walker& walker) {
     size_t length;
     const char* const start = at.p;
-    at.p = walker.length(start, length);
+    if constexpr (std::same_as<Encoding, fixed_t>) {
+        at.p = walker.fixed(start, 2);
+        if (at.p != nullptr) length = size_t{byte_at(start)} | size_t{byte_at(start + 1)} << 8;
+    } else {
+        at.p = walker.length(start, length);
+    }
     if (at.p == nullptr) return;
     at.p = walker.text(at.p, length, start);
     at.blockBytes += length + 1;
@@ -289,14 +314,14 @@ QL_FORCE_INLINE void check(of<T>, plain_t, Position& at, Walker& walker) {
     at = check_fields<T>(at, walker);
 }
 
-template <Vector V, class Walker>
-QL_FORCE_INLINE void check(of<V>, plain_t, Position& at, Walker& walker) {
+template <Vector V, class Encoding, class Walker>
+QL_FORCE_INLINE void check(of<V>, Encoding encoding, Position& at, Walker& walker) {
     using Element = typename V::value_type;
     size_t count;
     const char* const start = at.p;
     at.p = walker.count(start, count);
     if (at.p == nullptr) return;
-    if (!walker.can_hold(at.p, count, minimal_size<Element>(), start)) {
+    if (!walker.can_hold(at.p, count, minimal_size<Element, Encoding>(), start)) {
         at.p = nullptr;
         return;
     }
@@ -305,7 +330,7 @@ QL_FORCE_INLINE void check(of<V>, plain_t, Position& at, Walker& walker) {
         if constexpr (Composite<Element>)
             at = check_fields_in_place<Element>(at, walker);
         else
-            check(of<Element>{}, plain, at, walker);
+            check(of<Element>{}, encoding, at, walker);
 }
 
 /// Strings in a T itself, those in vectors apart.
@@ -322,14 +347,14 @@ consteval size_t count_strings() {
 }
 
 /// The step of the derivation in Verify.h: an element and the NULs of its strings.
-template <class Element>
-inline constexpr bool isBounded = sizeof(Element) + count_strings<Element>() <= 33 * minimal_size<Element>();
+template <class Element, class Encoding>
+inline constexpr bool isBounded = sizeof(Element) + count_strings<Element>() <= 33 * minimal_size<Element, Encoding>();
 
 template <class T, class Walker>
 QL_FORCE_INLINE Position check_fields_in_place(Position at, Walker& walker) {
     fields(of<T>{}, [&](const char*, auto member, auto encoding) QL_FORCE_INLINE_LAMBDA {
         using M = MemberType<decltype(member)>;
-        if constexpr (Vector<M>) static_assert(isBounded<typename M::value_type>);
+        if constexpr (Vector<M>) static_assert(isBounded<typename M::value_type, decltype(encoding)>);
         check(of<M>{}, encoding, at, walker);
         return at.p != nullptr;
     });

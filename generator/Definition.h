@@ -17,6 +17,7 @@ namespace qlgen {
 
 // What definitions may hold, so that whoever walks types and values can rely on bounds.
 inline constexpr size_t MAX_NAME = 128;          ///< characters of a name
+inline constexpr size_t MAX_LINE = 1000;         ///< characters of a doc and of other texts for people
 inline constexpr size_t MAX_TYPES = 1024;        ///< enumerations, records and messages, of each
 inline constexpr size_t MAX_ENUMERATORS = 256;   ///< of an enumeration
 inline constexpr size_t MAX_FIELDS = 512;        ///< of a record or message

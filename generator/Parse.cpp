@@ -149,6 +149,8 @@ std::string Reader::line(Node node, const char* attribute) {
     std::string text = this->text(node, attribute);
     if (text.ends_with('\\') || std::ranges::any_of(text, [](char c) { return c >= 0 && c < ' '; }))
         error(node, fmt::format("the {} must be one line and not end with a backslash", attribute));
+    if (countCharacters(text) > MAX_LINE)
+        error(node, fmt::format("the {} has more than {} characters", attribute, MAX_LINE));
     if (turnsText(text))
         error(node, fmt::format("the {} holds a character that turns the direction of text", attribute));
     return text;

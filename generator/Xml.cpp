@@ -152,6 +152,10 @@ bool turnsText(std::string_view text) {
     return false;
 }
 
+size_t countCharacters(std::string_view text) {
+    return static_cast<size_t>(std::ranges::count_if(text, [](char c) { return (c & 0xC0) != 0x80; }));
+}
+
 Lines::Lines(std::string_view text) {
     for (size_t at = 0; (at = text.find('\n', at)) != npos; ++at) _ends.push_back(at);
 }

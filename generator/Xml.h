@@ -23,6 +23,9 @@ std::optional<XmlFault> findXmlFault(std::string_view xml);
 /// Whether `text` holds a character that turns the direction of the text after it: compilers warn of those in comments.
 bool turnsText(std::string_view text);
 
+/// Characters of a text in UTF-8.
+size_t countCharacters(std::string_view text);
+
 /// The lines of a text.
 class Lines {
   public:

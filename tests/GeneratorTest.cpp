@@ -2,12 +2,14 @@
 #include "generator/Definition.h"
 #include "generator/Emit.h"
 #include "generator/Output.h"
+#include "generator/Signature.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <fstream>
 #include <map>
+#include <regex>
 
 #include "tests/Folder.h"
 
@@ -132,6 +134,7 @@ TEST(Definition, EachFaultIsReportedOnceWithItsLineAndFaultsOfFormBySchemaToo) {
         const char* error;
     };
     static const std::string longName(129, 'N');
+    static const std::string atMost = std::string(998, 'x') + "\xC3\xA9.", beyond = atMost + ".";
     static const std::string named = "name=\"" + longName + "\"",
                              tooLong = "9: 'NNNNNNNNNNNNNNNN...' has more than 128 characters";
     const Case cases[] = {
@@ -158,6 +161,8 @@ TEST(Definition, EachFaultIsReportedOnceWithItsLineAndFaultsOfFormBySchemaToo) {
          "A \xE2\x80\xAE"
          "side.",
          "7: the doc holds a character that turns the direction of text"},
+        {none, "A side.", atMost.c_str(), ""},
+        {form, "A side.", beyond.c_str(), "7: the doc has more than 1000 characters"},
         {form, "version=\"1\"", "version=\"one\"", "1: version 'one' is not a number"},
         {form, "version=\"1\"", "version=\"+1\"", "1: version '+1' is not a number"},
         {none, "version=\"1\"", "version=\"0x00FfFf\"", ""},
@@ -293,6 +298,70 @@ TEST(Definition, SchemaKnowsTheLogicalTypes) {
     }
 }
 
+TEST(Definition, WhatIsAbsentIsDerived) {
+    EXPECT_EQ(signatureOf("a"), "d228cb696f1a8caf78912b704e4a8964") << "FNV-1a";
+    const std::string bare = std::regex_replace(sound, std::regex("(slots|signature[A-Za-z]*)=\"[^\"]*\""), "");
+    const Definition derived = parseDefinition(bare, "d.xml");
+    EXPECT_EQ(derived.slots, 2u);
+    EXPECT_EQ(derived.entries, 2u);
+    EXPECT_EQ(derived.cppNamespace + " " + derived.folder + " " + derived.stem,
+              "Quillon generated/QLProtocol QLProtocol");
+    EXPECT_EQ(parseDefinition(replaced(bare, "id=\"17\"", "id=\"22\""), "d.xml").slots, 4u)
+        << "16 and 22: not 2, not 3";
+
+    // Names and wire forms are signed apart, and what is neither is not signed at all.
+    struct Case {
+        const char* from;
+        const char* to;
+        bool isNamed, travels;
+    };
+    const Case cases[] = {
+        {"A side.", "Another side.", false, false},
+        {"secret=\"true\"", "deprecated=\"no\" identifies=\"order\"", false, false},
+        {"\"size\"", "\"extent\"", true, false},
+        {"\"BID\"", "\"ASK\"", true, false},
+        {"value=\"1\"", "value=\"3\"", true, false},
+        {"type=\"price\"", "type=\"int64\"", true, true},
+        {"type=\"Book[]\"", "type=\"Book\"", true, true},
+        {"type=\"cryptstring\"", "type=\"cryptblob\"", true, false},
+        {"id=\"17\"", "id=\"18\"", true, true},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.to);
+        const Definition changed = parseDefinition(replaced(bare, c.from, c.to), "d.xml");
+        EXPECT_EQ(changed.signatureAPI != derived.signatureAPI, c.isNamed);
+        EXPECT_EQ(changed.signatureStorage != derived.signatureStorage, c.travels);
+        EXPECT_EQ(changed.signature != derived.signature, c.isNamed || c.travels);
+    }
+}
+
+TEST(Definition, SizesAreBounded) {
+    const auto with = [](const std::string& types) {
+        return errorsOf(replaced(sound, "  <message", types + "  <message"));
+    };
+    const auto record = [](const std::string& name, const std::string& fields) {
+        return "<record name=\"" + name + "\" doc=\"x\">" + fields + "</record>\n";
+    };
+    const auto field = [](const std::string& name, const std::string& type) {
+        return "<field name=\"" + name + "\" type=\"" + type + "\" doc=\"x\"/>";
+    };
+    std::string doubling = record("R0", field("a", "bool") + field("b", "bool")),
+                deep = record("V0", field("a", "bool"));
+    for (int i = 1; i <= 12; ++i) {
+        const std::string before = "R" + std::to_string(i - 1);
+        doubling += record("R" + std::to_string(i), field("a", before) + field("b", before));
+    }
+    EXPECT_EQ(with(doubling), "d.xml:32: 'R12' holds 8192 values with all that it embeds; 4096 are the most");
+    for (int i = 1; i <= 8; ++i)
+        deep += record("V" + std::to_string(i), field("a", "V" + std::to_string(i - 1) + "[]"));
+    EXPECT_EQ(with(deep), "d.xml:28: 'V8' nests 17 deep; 16 is the most");
+    std::string fields, records;
+    for (int i = 0; i < 513; ++i) fields += "\n" + field("f" + std::to_string(i), "bool");
+    EXPECT_EQ(with(record("Long", fields)), "d.xml:533: <record> takes at most 512 elements <field>");
+    for (int i = 0; i < 1023; ++i) records += record("N" + std::to_string(i), field("a", "bool"));
+    EXPECT_EQ(with(records), "d.xml:1042: <protocol> takes at most 1024 elements <record>");
+}
+
 TEST(Definition, RecordsMustBeDeclaredBeforeTheyAreUsed) {
     const std::string later =
         "  <record name=\"Later\" doc=\"x\">\n    <field name=\"side\" type=\"Side\"/>\n  </record>\n";
@@ -326,6 +395,18 @@ TEST(Emit, SecretsHaveAListWhereThereAreSome) {
               std::string::npos);
     EXPECT_EQ(fieldsOf(replaced(sound, "secret=\"true\"", "secret=\"false\"")).find("bool secrets("),
               std::string::npos);
+}
+
+TEST(Emit, CompilersTellHostsWhatIsDeprecated) {
+    std::string xml = sound;
+    for (const char* name : {"name=\"size\"", "name=\"BID\"", "name=\"Side\"", "name=\"PingMessage\""})
+        xml = replaced(xml, name, name + std::string(" deprecated=\"no &quot;more&quot;\""));
+    const std::string header = emitHeader(parseDefinition(xml, "d.xml"));
+    for (const char* part :
+         {"[[deprecated(\"no \\\"more\\\"\")]] int64_t size{};", "BID [[deprecated(\"no \\\"more\\\"\")]] = 1,",
+          "struct [[deprecated(\"no \\\"more\\\"\")]] Side {",
+          "struct [[deprecated(\"no \\\"more\\\"\")]] PingMessage {"})
+        EXPECT_NE(header.find(part), std::string::npos) << part;
 }
 
 TEST(Emit, HolesThatNothingFillsAreFaults) {

@@ -1,5 +1,5 @@
-// A second protocol beside QLProtocol in one program: generated from a definition that uses every type there is, and
-// names that the generated code, compilers and headers know (data/hostile.xml).
+// Other protocols beside QLProtocol in one program: the smallest there is (data/chat.xml), and one that uses every type
+// there is and names that the generated code, compilers and headers know (data/hostile.xml).
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -8,7 +8,9 @@
 #include <sstream>
 
 #include "Backend/Velmora/operations/TextSize.h"
+#include "Inspect/VerifyWalk.h"
 #include "generated/QLProtocol/QLProtocol.traits.h"
+#include "made/chat/Chat.traits.h"
 #include "made/hostile/index.traits.h"
 #include "tests/Samples.h"
 
@@ -89,6 +91,31 @@ TEST_F(Protocols, EachHasItsOwnModule) {
     EXPECT_STREQ(odd->getMessageName(0), "Message");
 }
 
+/// What stands above the library knows the size of the body, takes it, and takes none that is cut or goes on.
+template <class T>
+void verify(const std::string& body) {
+    const std::unique_ptr<char[]> exact(new char[body.size()]);
+    std::memcpy(exact.get(), body.data(), body.size());
+    const char* const begin = exact.get();
+    InBlock<T> read(1 << 18);
+    const size_t before = read.block.alloc.used_size();
+    Velmora::FastCodec codec(exact.get(), exact.get() + body.size());
+    read->read(codec);
+    EXPECT_EQ(Inspect::encoded_size(*read), body.size());
+    EXPECT_GE(body.size(), Inspect::minimal_size<T>());
+    EXPECT_LE(body.size(), Inspect::max_encoded_size<T>({300, 200}));
+    for (const Inspect::Policy& policy : {Inspect::whole, Inspect::tolerant}) {
+        const Inspect::Result result = Inspect::walk::judge<T>(begin, begin + body.size(), policy);
+        EXPECT_TRUE(result);
+        EXPECT_EQ(result.blockBytes, read.block.alloc.used_size() - before);
+        for (size_t length = 0; length < body.size(); length += 1 + length / 16)
+            EXPECT_FALSE(Inspect::walk::judge<T>(begin, begin + length, policy)) << "cut at " << length;
+    }
+    // The quick walk takes what the slow one takes without liberties, and stops where that stops.
+    const bool isStrict = static_cast<bool>(Inspect::walk::judge<T>(begin, begin + body.size(), Inspect::strict));
+    EXPECT_EQ(Inspect::walk::canonical<T>(begin, begin + body.size()).p == begin + body.size(), isStrict);
+}
+
 // At odd addresses, in blocks that end where their storage does.
 TEST_F(Protocols, EveryValueOfEveryTypeComesBack) {
     forEveryTypeOf<Odd::indexTraits>([]<class T>(of<T>, const char* name) {
@@ -104,7 +131,7 @@ TEST_F(Protocols, EveryValueOfEveryTypeComesBack) {
                 decode(*read, body);
                 sample.check(*read);
                 EXPECT_EQ(encoded(*read), body);
-                EXPECT_GE(body.size(), Velmora::leastBytes<T>());
+                if constexpr (Velmora::Message<T>) verify<T>(body);
             }
             read->checkbounds(read.block.begin(), read.block.end());
             const std::string text = printed(*value);
@@ -166,6 +193,17 @@ TEST_F(Protocols, EveryLogicalTypeHasItsWireForm) {
               "020101" "00" "0103" "00" "00" "00" "0107" "020909" "00" "00" "00" "0202010201" "00" "010000803f"
               "00" "00" "01010061" "00" "00" "00" "020a0a" "00");
     // clang-format on
+}
+
+TEST_F(Protocols, NeedNothingButAMessage) {
+    Chat::initialize();
+    EXPECT_EQ(Chat::ChatTraits::MESSAGES, 1u);
+    EXPECT_STREQ(Chat::__protocol->getMessageName(1), "SayMessage");
+    InBlock<Chat::SayMessage> said;
+    said->user = "ann";
+    EXPECT_EQ(hex(encoded(*said)), "03616e6e00");
+    EXPECT_EQ(printed(*said), "<SayMessage user=\"ann\" text=\"\">");
+    Chat::finalize();
 }
 
 TEST_F(Protocols, PaddingIsReadInAnotherFormThanWritten) {

@@ -48,6 +48,12 @@ TEST(WireFormatPage, ShowsTheBytesThatTheCodecWritesAndReads) {
         Write write;
         Read read;
     };
+    const Write writeFixed = [](FastCodec& c, const std::string& v) {
+        Block block(256);
+        bufstl::bufstring text(block.alloc);
+        text = v;
+        c.write_string_fixed(text);
+    };
     const std::map<std::string, Form> forms = {
         {"bool",
          {[](FastCodec& c, const std::string& v) { c.write_bool(v == "1"); },
@@ -67,19 +73,35 @@ TEST(WireFormatPage, ShowsTheBytesThatTheCodecWritesAndReads) {
         {"int64",
          {[](FastCodec& c, const std::string& v) { c.write_int64(std::stoll(v)); },
           [](FastCodec& c) { return std::to_string(c.read_int64()); }}},
+        {"uint16_fixed",
+         {[](FastCodec& c, const std::string& v) { c.write_uint16_fixed(static_cast<uint16_t>(std::stoul(v))); },
+          [](FastCodec& c) { return std::to_string(c.read_uint16_fixed()); }}},
+        {"uint32_fixed",
+         {[](FastCodec& c, const std::string& v) { c.write_uint32_fixed(static_cast<uint32_t>(std::stoul(v))); },
+          [](FastCodec& c) { return std::to_string(c.read_uint32_fixed()); }}},
+        {"int64_fixed",
+         {[](FastCodec& c, const std::string& v) { c.write_int64_fixed(std::stoll(v)); },
+          [](FastCodec& c) { return std::to_string(c.read_int64_fixed()); }}},
+        {"float4",
+         {[](FastCodec& c, const std::string& v) { c.write_float4(std::stof(v)); },
+          [](FastCodec& c) { return std::to_string(c.read_float4()); }}},
+        {"float8",
+         {[](FastCodec& c, const std::string& v) { c.write_float8(std::stod(v)); },
+          [](FastCodec& c) { return std::to_string(c.read_float8()); }}},
         {"price",
          {[](FastCodec& c, const std::string& v) { c.write_qlfloat(std::stoll(v)); },
           [](FastCodec& c) { return std::to_string(c.read_qlfloat()); }}},
         {"string",
          {[](FastCodec& c, const std::string& v) { c.write_string(v); }, [](FastCodec& c) { return c.read_string(); }}},
-        {"padding",
-         {[](FastCodec& c, const std::string& v) {
+        {"string_fixed",
+         {writeFixed,
+          [](FastCodec& c) {
               Block block(256);
               bufstl::bufstring text(block.alloc);
-              text = v;
-              c.write_string_fixed(text);
-          },
-          nullptr}},
+              c.read_string_fixed(text);
+              return std::string(text.c_str(), text.size());
+          }}},
+        {"padding", {writeFixed, nullptr}},
         {"count",
          {[](FastCodec& c, const std::string& v) { c.write_length(static_cast<unsigned short>(std::stoi(v))); },
           [](FastCodec& c) { return std::to_string(c.read_length()); }}},
