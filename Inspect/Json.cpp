@@ -55,8 +55,11 @@ class Writer {
             _text += "null";
             return;
         }
+        text({v.c_str(), v.size()});
+    }
+    void text(std::string_view rest) {
         _text += '"';
-        for (std::string_view rest(v.c_str(), v.size()); !rest.empty();) {
+        while (!rest.empty()) {
             size_t plain = 0;
             while (plain < rest.size() && is_plain(rest[plain])) ++plain;
             _text.append(rest, 0, plain);
@@ -321,6 +324,13 @@ std::string to_json(MsgType_t id, const void* message, Integers integers) {
 void append_json(MsgType_t id, const void* message, Integers integers, const Display& display, std::string& text) {
     Writer writer(text, integers, display);
     entry_of(id).write(message, writer);
+}
+
+std::string json_text(std::string_view bytes) {
+    std::string text;
+    const Display display;
+    Writer(text, Integers::strings, display).text(bytes);
+    return text;
 }
 
 void from_json(MsgType_t id, std::string_view json, void* message) {

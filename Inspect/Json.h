@@ -65,6 +65,9 @@ std::string to_json(Velmora::MsgType_t id, const void* message, Integers integer
 void append_json(Velmora::MsgType_t id, const void* message, Integers integers, const Display& display,
                  std::string& text);
 
+/// A string's value alone: in quotes, in the form that it has in a message.
+std::string json_text(std::string_view bytes);
+
 template <class T>
 std::string to_json(const T& message, Integers integers = Integers::strings) {
     return to_json(T::ID, &message, integers);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <concepts>
 
+#include "Inspect/Display.h"
 #include "Inspect/IdTable.h"
 
 namespace Inspect {
@@ -50,8 +51,10 @@ class Walk {
         if constexpr (Composite<T>) {
             return record(v, *info.record, isSecret);
         } else if constexpr (Vector<T>) {
+            bool goesOn = _visitor.vector(
+                {_path, _depth},
+                {.kind = info.kind, .number = static_cast<int64_t>(v.size()), .text = {}, .isSecret = isSecret});
             ++_depth;
-            bool goesOn = true;
             for (size_t i = 0; i < v.size() && goesOn; ++i) {
                 _path[_depth - 1] = {{}, i};
                 goesOn = value(v[i], *info.element, isSecret);
@@ -60,10 +63,12 @@ class Walk {
             return goesOn;
         } else {
             Value shown{.kind = info.kind, .text = {}, .enumeration = info.enumeration, .isSecret = isSecret};
-            if constexpr (String<T>)
+            if constexpr (String<T>) {
                 shown.text = {v.c_str(), v.size()};
-            else
+                shown.isStored = !v.empty_();
+            } else {
                 shown.number = static_cast<int64_t>(v);
+            }
             return _visitor.value({_path, _depth}, shown);
         }
     }
@@ -90,6 +95,23 @@ bool walk_values(MsgType_t id, const void* message, ValueVisitor& visitor) {
 
 bool walk_values(MsgType_t id, const TypeInfo& type, const void* message, ValueVisitor& visitor) {
     return (*walkers.find(id))(message, type, visitor);
+}
+
+std::string number_text(const Value& value) {
+    switch (value.kind) {
+    case Kind::boolean:
+        return value.number != 0 ? "true" : "false";
+    case Kind::enumeration:
+        for (const EnumeratorInfo& it : value.enumeration->enumerators)
+            if (it.value == value.number) return std::string(it.name);
+        break;
+    case Kind::int64:
+    case Kind::price:
+        return scaled_text(value.number, 1);
+    default:
+        break;
+    }
+    return std::to_string(value.number);
 }
 
 std::string path_text(Path path) {

@@ -4,7 +4,8 @@
 //         bool value(Inspect::Path path, const Inspect::Value& value) override { ...; return true; }
 //     };
 //
-// Records and vectors are walked through and do not appear themselves. The module need not be initialised.
+// Records are walked through and do not appear themselves, and vectors only to those who ask how many elements they have.
+// Two messages of a type are equal if and only if they show the same. The module need not be initialised.
 #pragma once
 
 #include <cstddef>
@@ -29,9 +30,10 @@ using Path = std::span<const PathPiece>;
 std::string path_text(Path path);
 
 struct Value {
-    Kind kind;                                    ///< never record or vector
-    int64_t number = 0;                           ///< of integers, prices, booleans and enumerations
+    Kind kind;                                    ///< never record
+    int64_t number = 0;                           ///< the value; of vectors the number of elements, of strings 0
     std::string_view text;                        ///< of strings
+    bool isStored = true;                         ///< of strings: false for one that was never stored
     const EnumerationInfo* enumeration = nullptr; ///< of enumerations
     bool isSecret = false;                        ///< not to be shown in logs
 
@@ -44,7 +46,13 @@ class ValueVisitor {
 
     /// Takes the next value, in declaration order; false ends the walk. The path is valid until the return.
     virtual bool value(Path path, const Value& value) = 0;
+
+    /// Is told of a vector before its elements; false ends the walk.
+    virtual bool vector(Path /*path*/, const Value& /*vector*/) { return true; }
 };
+
+/// The value of what is no text as people call it: "true", "BID", "NA", "-7"; as a number where it has no name.
+std::string number_text(const Value& value);
 
 /// Shows all values of the message to the visitor; none if the identifier is unknown. False if the visitor ended it.
 bool walk_values(Velmora::MsgType_t id, const void* message, ValueVisitor& visitor);

@@ -30,23 +30,30 @@ TEST_F(Values, ComeWithPathKindAndValue) {
             last = path_text(path);
             return last != end;
         }
+        bool vector(Path path, const Value& vector) override { return value(path, vector); }
         std::string end;
     } all;
     EXPECT_TRUE(walk_values(order->ID, &*order, all));
     EXPECT_EQ(all.last, "modelID");
-    EXPECT_EQ(all.values.size(), 3u + 15u + 4u + 1u);
+    EXPECT_EQ(all.values.size(), 3u + 15u + 1u + 4u + 1u);
     EXPECT_EQ(all.values["userID"].number, -7);
     EXPECT_EQ(all.values["contents.side"].number, Quillon::Side::OFR);
     EXPECT_EQ(all.values["contents.side"].enumeration->name, "Side");
     EXPECT_EQ(all.values["contents.price"].kind, Kind::price);
     EXPECT_EQ(all.values["contents.price"].number, Velmora::NDA);
+    EXPECT_EQ(all.values["contents.parameters"].kind, Kind::vector);
+    EXPECT_EQ(all.values["contents.parameters"].number, 2);
     EXPECT_EQ(all.values["contents.parameters[0].key"].text, "a");
+    EXPECT_TRUE(all.values["contents.parameters[0].key"].isStored);
+    EXPECT_FALSE(all.values["contents.parameters[0].value"].isStored);
     EXPECT_EQ(all.values["contents.parameters[1].value"].text, "b");
 
-    Gather some;
-    some.end = "contents.side";
-    EXPECT_FALSE(walk_values(order->ID, &*order, some));
-    EXPECT_EQ(some.last, some.end);
+    for (const char* end : {"contents.side", "contents.parameters", "contents.parameters[0].value"}) {
+        Gather some;
+        some.end = end;
+        EXPECT_FALSE(walk_values(order->ID, &*order, some));
+        EXPECT_EQ(some.last, some.end);
+    }
 
     Gather none;
     EXPECT_TRUE(walk_values(3, nullptr, none)); // no such message
@@ -76,6 +83,7 @@ TEST_F(Values, AreSecretWhereverARecordAroundThemIs) {
                 EXPECT_EQ(value.isSecret, path_text(path).starts_with(secret)) << path_text(path);
                 return true;
             }
+            bool vector(Path path, const Value& vector) override { return value(path, vector); }
         } check(it.secret);
         EXPECT_TRUE(walk_values(order->ID, it.type, &*order, check));
         EXPECT_TRUE(walk_body(it.type, body, [&](const BodyValue& value) {
@@ -84,6 +92,20 @@ TEST_F(Values, AreSecretWhereverARecordAroundThemIs) {
         }));
         EXPECT_EQ(holds_secret(it.type), *it.secret != '-');
     }
+}
+
+TEST_F(Values, ThatAreNoTextsGoByTheirNames) {
+    const EnumerationInfo* const side = *std::ranges::find(all_enumerations(), "Side", &EnumerationInfo::name);
+    const auto text = [&](Kind kind, int64_t number) {
+        return number_text({.kind = kind, .number = number, .text = {}, .enumeration = side});
+    };
+    EXPECT_EQ(text(Kind::boolean, 1), "true");
+    EXPECT_EQ(text(Kind::boolean, 0), "false");
+    EXPECT_EQ(text(Kind::enumeration, Quillon::Side::OFR), "OFR");
+    EXPECT_EQ(text(Kind::enumeration, 77), "77");
+    EXPECT_EQ(text(Kind::price, Velmora::NDA), "NDA");
+    EXPECT_EQ(text(Kind::int64, -7), "-7");
+    EXPECT_EQ(text(Kind::int32, INT32_MAX), "2147483647");
 }
 
 TEST_F(Values, AreDividedExactly) {

@@ -467,6 +467,15 @@ TEST_F(Analysis, DiffTellsWhatIsInOneOnlyAndWhichFieldsDiffer) {
               "! 1 1 MassQuoteMessage\n"
               "    contents.quotes: [] -> nothing\n"
               "equal 0, different 1, only in the first 0, only in the second 0\n");
+    folder.store("a.pcap", {{1, quotes(5, {"x", "y"})}});
+    EXPECT_TRUE(folder.run("qlproto diff --ignore quoteID,price,amount,side,detail a.pcap b.pcap")
+                    .out.starts_with("! 1 1 MassQuoteMessage\n    other numbers of elements"));
+
+    // Reading a pad can lose the end of its text.
+    folder.store("a.pcap", {{1, std::string("\x02\0\x03\0abc", 7)}});
+    folder.store("b.pcap", {{1, std::string("\x02\0\x03\0abd", 7)}});
+    EXPECT_EQ(folder.run("qlproto diff --ignore timeApiClient a.pcap b.pcap").exitCode, 1);
+    EXPECT_EQ(folder.run("qlproto diff --ignore padding a.pcap b.pcap").exitCode, 0);
 }
 
 // What is taken out of a session here and put in there is found, even if it is more than what is laid side by side.

@@ -25,29 +25,15 @@ class ValueLines : public Inspect::ValueVisitor {
             _text += Inspect::HIDDEN;
         else if (value.is_text())
             appendQuoted(value.text);
+        else if (value.kind == Inspect::Kind::price)
+            _text += Inspect::scaled_text(value.number, _display.priceScale);
         else
-            appendNumber(value);
+            _text += Inspect::number_text(value);
         _text += '\n';
         return true;
     }
 
   private:
-    void appendNumber(const Inspect::Value& value) {
-        if (value.kind == Inspect::Kind::boolean) {
-            _text += "true"; // zeros are left out
-        } else if (value.kind == Inspect::Kind::price || value.kind == Inspect::Kind::int64) {
-            _text += Inspect::scaled_text(value.number, value.kind == Inspect::Kind::price ? _display.priceScale : 1);
-        } else {
-            if (value.kind == Inspect::Kind::enumeration)
-                for (const Inspect::EnumeratorInfo& it : value.enumeration->enumerators)
-                    if (it.value == value.number) {
-                        _text += it.name;
-                        return;
-                    }
-            _text += std::to_string(value.number);
-        }
-    }
-
     void appendQuoted(std::string_view bytes) {
         _text += '"';
         Inspect::append_safe(bytes, _text);

@@ -1,14 +1,15 @@
 // Two captures side by side: which messages are equal, which differ, which are in one only.
 //
-// Where the captures part, both are read up to WINDOW packets ahead to find where they meet again: the nearest place
-// from which RUN packets are equal. What lies before it is laid side by side so that as many equal packets as possible,
-// then as many of the same type as possible, face each other; if it is much, a part of it at a time. Memory is bounded
-// by the two windows.
+// Where the captures part, both are read ahead, up to WINDOW packets or WINDOW_BYTES, to find where they meet again: the
+// nearest place from which RUN packets are equal. What lies before it is laid side by side so that as many equal packets
+// as possible, then as many of the same type as possible, face each other; if it is much, a part of it at a time. Time
+// is linear in the packets and memory bounded by the two windows, whatever they hold.
 #pragma once
 
 #include <cstdint>
 #include <deque>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -17,9 +18,12 @@ namespace qlproto {
 class CaptureDiff {
   public:
     struct Side {
-        uint64_t number = 0; ///< of the packet, from 1
-        std::string packet;  ///< its bytes
-        std::string key;     ///< packets with the same key are equal
+        uint64_t number = 0;            ///< of the packet, from 1
+        std::string packet;             ///< its bytes
+        std::optional<std::string> key; ///< what counts of it, as bytes; without one, all of it
+
+        bool operator==(const Side& other) const { return key == other.key && (key || packet == other.packet); }
+        std::size_t bytes() const { return packet.size() + (key ? key->size() : 0); }
     };
 
     /// Gives the next packet of one capture; false at its end.
@@ -36,8 +40,10 @@ class CaptureDiff {
     uint64_t onlyInA() const { return _onlyInA; }
     uint64_t onlyInB() const { return _onlyInB; }
 
-  private:
     static constexpr std::size_t WINDOW = 16384;
+    static constexpr std::size_t WINDOW_BYTES = 16 << 20;
+
+  private:
     static constexpr std::size_t PART = 1000;
     static constexpr std::size_t RUN = 3;
 
@@ -45,9 +51,16 @@ class CaptureDiff {
     struct Ahead {
         Source source;
         std::deque<Side> packets;
+        std::size_t bytes = 0; ///< of the packets and their keys
         bool isAtEnd = false;
 
         void fill(std::size_t count);
+        void drop();
+    };
+
+    /// The packets read ahead as numbers: those of equal packets are equal.
+    struct Numbers {
+        std::vector<uint32_t> a, b;
     };
 
     /// How much of both is before the place where they meet again.
@@ -56,9 +69,9 @@ class CaptureDiff {
         bool meets;
     };
 
-    Stretch untilTheyMeet() const;
-    bool isRun(std::size_t a, std::size_t b) const;
-    void layOut(const Stretch& stretch);
+    Numbers number() const;
+    Stretch untilTheyMeet(const Numbers& numbers) const;
+    void layOut(const Stretch& stretch, const Numbers& numbers);
     void tellOnlyInA();
     void tellOnlyInB();
     void tellPair();

@@ -1,51 +1,105 @@
 #include "tools/qlproto/analysis/FlatFields.h"
 
+#include <algorithm>
+#include <utility>
+
 #include <nlohmann/json.hpp>
 
 #include "Inspect/Json.h"
-#include "Inspect/Reflection.h"
+#include "Inspect/Values.h"
+#include "tools/qlproto/Packet.h"
 
 namespace qlproto {
 
 namespace {
 
-using Inspect::Kind;
-using nlohmann::ordered_json;
+using Inspect::Path;
+using Inspect::Value;
 
-class Flattener {
+/// As JSON has it, in ASCII.
+std::string textOf(const Value& value) {
+    if (!value.is_text()) return Inspect::number_text(value);
+    if (!value.isStored) return "null";
+    return nlohmann::json::parse(Inspect::json_text(value.text)).dump(-1, ' ', true);
+}
+
+/// Is shown the values that count.
+class Counting : public Inspect::ValueVisitor {
   public:
-    std::vector<FlatField> fields;
+    explicit Counting(const std::vector<std::string>& ignored) : _ignored(ignored) {}
 
-    void record(const Inspect::TypeInfo& type, const ordered_json& json, const std::string& path, bool isSecret) {
-        for (const Inspect::FieldInfo& field : type.fields) {
-            const std::string name(field.name);
-            value(field.value, json.at(name), path.empty() ? name : path + '.' + name, isSecret || field.isSecret);
-        }
+    bool value(Path path, const Value& value) final {
+        if (!isIgnored(path)) add(path, value);
+        return true;
+    }
+    bool vector(Path path, const Value& vector) final {
+        if (!isIgnored(path)) addVector(path, vector);
+        return true;
     }
 
   private:
-    void value(const Inspect::ValueInfo& info, const ordered_json& json, const std::string& path, bool isSecret) {
-        if (info.kind == Kind::record) return record(*info.record, json, path, isSecret);
-        if (info.kind == Kind::vector && !json.empty()) {
-            for (std::size_t i = 0; i < json.size(); ++i)
-                value(*info.element, json[i], path + '[' + std::to_string(i) + ']', isSecret);
-            return;
-        }
-        const bool isBare = json.is_string() && info.kind != Kind::string && info.kind != Kind::cryptstring
-                            && info.kind != Kind::padding;
-        const std::string text = isBare ? json.get<std::string>() : json.dump(-1, ' ', true);
-        const bool isUnset = json.is_null() || json.empty() || json == 0 || json == false || json == "";
-        fields.push_back({path, text, !isUnset, isSecret});
+    virtual void add(Path path, const Value& value) = 0;
+    virtual void addVector(Path path, const Value& vector) = 0;
+
+    bool isIgnored(Path path) const {
+        return std::any_of(path.begin(), path.end(), [this](const Inspect::PathPiece& piece) {
+            return std::find(_ignored.begin(), _ignored.end(), piece.name) != _ignored.end();
+        });
+    }
+
+    const std::vector<std::string>& _ignored;
+};
+
+class Lister : public Counting {
+  public:
+    using Counting::Counting;
+    std::vector<FlatField> fields;
+
+  private:
+    void add(Path path, const Value& value) override {
+        std::string text = textOf(value);
+        const bool isNamed = value.kind == Inspect::Kind::enumeration && text != "0";
+        const bool isSet = value.number != 0 || !value.text.empty() || isNamed;
+        fields.push_back({Inspect::path_text(path), std::move(text), isSet, value.isSecret});
+    }
+    void addVector(Path path, const Value& vector) override {
+        if (vector.number == 0) fields.push_back({Inspect::path_text(path), "[]", false, vector.isSecret});
+    }
+};
+
+/// Numbers in groups of seven bits, of which none is the beginning of another, and texts after their length: with type and
+/// ignored fields the same, the bytes can be read in one way only.
+class Packer : public Counting {
+  public:
+    Packer(const std::vector<std::string>& ignored, std::string before) : Counting(ignored), bytes(std::move(before)) {}
+    std::string bytes;
+
+  private:
+    void add(Path, const Value& value) override {
+        if (!value.is_text()) return append(static_cast<uint64_t>(value.number));
+        append(value.isStored ? value.text.size() + 1 : 0);
+        bytes += value.text;
+    }
+    void addVector(Path, const Value& vector) override { append(static_cast<uint64_t>(vector.number)); }
+
+    void append(uint64_t number) {
+        for (; number >= 0x80; number >>= 7) bytes += static_cast<char>(number | 0x80);
+        bytes += static_cast<char>(number);
     }
 };
 
 } // namespace
 
-std::vector<FlatField> flatFields(Velmora::MsgType_t id, const void* message) {
-    Flattener flattener;
-    flattener.record(*Inspect::reflect(id),
-                     ordered_json::parse(Inspect::to_json(id, message, Inspect::Integers::numbers)), "", false);
-    return std::move(flattener.fields);
+std::vector<FlatField> flatFields(Velmora::MsgType_t id, const void* message, const std::vector<std::string>& ignored) {
+    Lister lister(ignored);
+    Inspect::walk_values(id, message, lister);
+    return std::move(lister.fields);
+}
+
+std::string valueBytes(Velmora::MsgType_t id, const void* message, const std::vector<std::string>& ignored) {
+    Packer packer(ignored, identifierBytes(id));
+    Inspect::walk_values(id, message, packer);
+    return std::move(packer.bytes);
 }
 
 } // namespace qlproto

@@ -1,4 +1,6 @@
-// A message as a list of its values, each with its path: what is compared, and what is told of a step.
+// A message as its values: as a list with the path of each, for people, and as bytes, for comparison.
+//
+// Fields can be ignored by name, which leaves out all that is in them, too.
 #pragma once
 
 #include <string>
@@ -17,6 +19,11 @@ struct FlatField {
 
 /// The values of the message at `message`, whose identifier is `id`, in declaration order. A vector without elements is
 /// one value, "[]".
-std::vector<FlatField> flatFields(Velmora::MsgType_t id, const void* message);
+std::vector<FlatField> flatFields(Velmora::MsgType_t id, const void* message,
+                                  const std::vector<std::string>& ignored = {});
+
+/// Bytes that are the same for two messages if and only if these are of one type and equal in all values that are not
+/// ignored and in how many elements each vector has.
+std::string valueBytes(Velmora::MsgType_t id, const void* message, const std::vector<std::string>& ignored);
 
 } // namespace qlproto

@@ -2,9 +2,11 @@
 #include <algorithm>
 #include <map>
 #include <memory>
+#include <optional>
 
 #include <fmt/format.h>
 
+#include "Inspect/Display.h"
 #include "tools/qlproto/Arguments.h"
 #include "tools/qlproto/Capture.h"
 #include "tools/qlproto/Errors.h"
@@ -32,12 +34,12 @@ class Comparer {
   public:
     explicit Comparer(const std::vector<std::string>& ignored) : _ignored(ignored) {}
 
-    /// What makes a packet equal to another: all its bytes, or what is left of its fields.
-    std::string key(const std::string& packet) {
-        if (_ignored.empty() || !_reader.read(packet)) return packet;
-        std::string key = packet.substr(0, IDENTIFIER_SIZE);
-        for (const FlatField& field : fields()) key += field.path + '=' + field.text + ' ';
-        return key;
+    /// What counts of a packet if not all its bytes do: the values that are not ignored. Reading a pad can lose the end of
+    /// its text, so that its values do not tell all.
+    std::optional<std::string> key(const std::string& packet) {
+        if (_ignored.empty() || !_reader.read(packet)) return std::nullopt;
+        if (_reader.descriptor().id() == Quillon::PadMessage::ID && !isIgnored("padding")) return std::nullopt;
+        return valueBytes(_reader.descriptor().id(), _reader.message(), _ignored);
     }
 
     /// The message's name; that of a bad packet says what is wrong.
@@ -46,10 +48,10 @@ class Comparer {
     }
 
     /// One line for each value that differs: path, the one, the other.
-    std::vector<std::string> differences(const std::string& a, const std::string& b) {
-        if (!_reader.read(a)) return {"bad packet: " + _reader.fault()};
+    std::vector<std::string> differences(const Side& a, const Side& b) {
+        if (!_reader.read(a.packet)) return {"bad packet: " + _reader.fault()};
         const std::vector<FlatField> inA = fields();
-        if (!_reader.read(b)) return {"in the other a bad packet: " + _reader.fault()};
+        if (!_reader.read(b.packet)) return {"in the other a bad packet: " + _reader.fault()};
         const std::vector<FlatField> inB = fields();
 
         std::vector<std::string> lines;
@@ -68,29 +70,22 @@ class Comparer {
         for (const FlatField& field : inB)
             if (others.contains(field.path))
                 lines.push_back(fmt::format("{}: nothing -> {}", field.path, shown(field)));
-        if (lines.empty()) lines.push_back("other bytes for the same values");
+        if (lines.empty())
+            lines.push_back(a.key ? "other numbers of elements, of which all fields are ignored"
+                                  : "other bytes for the same values");
         return lines;
     }
 
   private:
-    static std::string shown(const FlatField& field) { return field.isSecret ? "***" : field.text; }
-
-    std::vector<FlatField> fields() const {
-        std::vector<FlatField> all = flatFields(_reader.descriptor().id(), _reader.message());
-        std::erase_if(all, [&](const FlatField& field) { return isIgnored(field.path); });
-        return all;
+    static std::string shown(const FlatField& field) {
+        return field.isSecret ? std::string(Inspect::HIDDEN) : field.text;
     }
 
-    /// Whether the value's own name, or that of a record or vector it stands in, is among the ignored.
-    bool isIgnored(std::string_view path) const {
-        while (!path.empty()) {
-            const std::string_view step = path.substr(0, path.find('.'));
-            path.remove_prefix(std::min(step.size() + 1, path.size()));
-            const std::string_view name = step.substr(0, step.find('['));
-            if (std::find(_ignored.begin(), _ignored.end(), name) != _ignored.end()) return true;
-        }
-        return false;
+    bool isIgnored(const char* field) const {
+        return std::find(_ignored.begin(), _ignored.end(), field) != _ignored.end();
     }
+
+    std::vector<FlatField> fields() const { return flatFields(_reader.descriptor().id(), _reader.message(), _ignored); }
 
     std::vector<std::string> _ignored;
     MessageReader _reader;
@@ -142,7 +137,7 @@ int diff(const Options& options) {
                 output.append(visible(fmt::format("> {} {}", inB->number, comparer.name(inB->packet))));
             } else {
                 output.append(visible(fmt::format("! {} {} {}", inA->number, inB->number, comparer.name(inA->packet))));
-                for (const std::string& line : comparer.differences(inA->packet, inB->packet))
+                for (const std::string& line : comparer.differences(*inA, *inB))
                     output.append("\n    " + visible(line));
             }
             output.append("\n");
@@ -178,7 +173,9 @@ void addDiff(CLI::App& app, Commands& commands) {
     command->footer(
         "Identifiers and bodies are compared, not the packets' times. A message that is in one capture only is told\n"
         "as < or > with its packet's number, a pair of the same type that differs as ! with both numbers and the\n"
-        "fields that differ. Exit status: 0 if the captures are equal, 1 if not.\n\n"
+        "fields that differ. Where the captures part, up to 16,384 packets or 16 MB of each are searched for the "
+        "place\n"
+        "where they meet again. Exit status: 0 if the captures are equal, 1 if not.\n\n"
         "Examples:\n"
         "  qlproto diff session.pcap session.pcap\n"
         "  qlproto generate --messages 100000 --seed 7 -o - | qlproto diff session.pcap -\n"
