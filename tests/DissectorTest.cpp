@@ -193,7 +193,6 @@ class Comparison {
 
 TEST_F(Dissector, ShowsEveryFieldAsTheLibraryDecodesIt) {
     Packets packets = packetsOfSession(20000);
-    EXPECT_EQ(oneOfEach(packets).size(), Inspect::all_messages().size());
     for (const std::string& it : samples()) packets.push_back(it);
 
     json shown = json::parse(tshark(packets, "-T json -J ql --no-duplicate-keys"));

@@ -90,11 +90,11 @@ TEST(Schema, IsTheDefinition) {
                 field.erase("element");
             }
     const ordered_json expected = definition();
-    ASSERT_EQ(expected["messages"].size(), 71u);
+    ASSERT_FALSE(expected["messages"].empty());
     for (const char* list : {"enumerations", "records", "messages"}) EXPECT_EQ(schema[list], expected[list]) << list;
 
     const ordered_json messages = ordered_json::parse(folder.run("qlproto messages --json").out);
-    ASSERT_EQ(messages.size(), 71u);
+    ASSERT_EQ(messages.size(), expected["messages"].size());
     for (size_t i = 0; i < messages.size(); ++i) {
         EXPECT_EQ(messages[i]["name"], expected["messages"][i]["name"]);
         EXPECT_EQ(messages[i]["id"], expected["messages"][i]["id"]);
@@ -123,7 +123,7 @@ TEST(Catalogue, ShowsTypesLevelByLevelAndEnumerators) {
     EXPECT_NE(folder.run("qlproto enum Request").out.find("53327  SECURITYINFO  travels as its low byte, 79"),
               std::string::npos);
     const std::string table = folder.run("qlproto messages").out;
-    EXPECT_EQ(std::count(table.begin(), table.end(), '\n'), 72);
+    EXPECT_EQ(linesOf(table).size(), 1 + Inspect::all_messages().size()) << "a header, and a line each";
     EXPECT_NE(table.find("\n53284  0xD024  TimerMessage "), std::string::npos) << table;
 }
 
