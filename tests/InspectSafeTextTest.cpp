@@ -86,6 +86,21 @@ TEST_F(SafeText, NoCharacterForgesALineOrReachesTheTerminal) {
         message->contents = c.text;
         EXPECT_EQ(text(*message), std::string("<JsonFromServer contents=\"") + c.rendered + "\">") << hex(c.text);
     }
+    // Characters that steer or reorder, each range to its ends.
+    for (const auto& [first, last] : {std::pair{0x7F, 0x9F},
+                                      {0x61C, 0x61C},
+                                      {0x200B, 0x200F},
+                                      {0x2028, 0x202E},
+                                      {0x2060, 0x206F},
+                                      {0xFEFF, 0xFEFF}})
+        for (int c = first - 1; c <= last + 1; ++c) {
+            const std::string bytes =
+                c < 0x80    ? std::string{static_cast<char>(c)}
+                : c < 0x800 ? std::string{static_cast<char>(0xC0 | c >> 6), static_cast<char>(0x80 | (c & 63))}
+                            : std::string{static_cast<char>(0xE0 | c >> 12), static_cast<char>(0x80 | (c >> 6 & 63)),
+                                          static_cast<char>(0x80 | (c & 63))};
+            EXPECT_EQ(Inspect::quoted(bytes).find("\\x") == 1, c >= first && c <= last) << c;
+        }
     // Whatever the bytes: one line, valid UTF-8, no control characters, quotes only around.
     std::mt19937_64 random(3);
     for (int round = 0; round < 3000; ++round) {

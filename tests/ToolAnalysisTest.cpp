@@ -12,6 +12,7 @@
 #include "tests/ToolFolder.h"
 #include "tools/qlproto/CaptureScan.h"
 #include "tools/qlproto/Plot.h"
+#include "tools/qlproto/Table.h"
 #include "tools/qlproto/analysis/Histogram.h"
 #include "tools/qlproto/analysis/LatencyStats.h"
 #include "tools/qlproto/analysis/PacketSpool.h"
@@ -70,6 +71,17 @@ std::string digits(int64_t nanoseconds) {
     const int64_t step = decimals == 3 ? 1 : decimals == 2 ? 10 : 100;
     const int64_t rounded = (nanoseconds + step / 2) / step * step; // half away from zero, as browsers round
     return fmt::format("{:.{}f}", static_cast<double>(rounded) / 1000, decimals);
+}
+
+// --- tables
+
+TEST(Columns, AreAsWideAsTheirTextsInCharacters) {
+    qlproto::Table table({"hop", "time", "name"}, 2);
+    table.add({"a", "7µs", "x"});
+    table.add({"bc", "1500ns"});
+    EXPECT_EQ(table.text(1), " hop  time    name\n"
+                             " a    7µs        x\n"
+                             " bc   1500ns\n");
 }
 
 // --- distributions

@@ -20,9 +20,11 @@ Annotation annotated(const char* message, const std::string& hexBody, const Insp
 }
 
 TEST_F(Annotate, NamesEachValueAndItsBytes) {
+    std::string longPad = "2c01"; // 300 characters
+    for (int i = 0; i < 300; ++i) longPad += "61";
     const struct {
         const char* message;
-        const char* body;
+        std::string body;
         const char* line;
     } cases[] = {
         {"TimerMessage", "0e", "     0  0e     tqid   int32  7\n"},
@@ -42,6 +44,12 @@ TEST_F(Annotate, NamesEachValueAndItsBytes) {
          "     2  04     batchesCompleted[1]  int32    2\n"},
         {"PadMessage", "0300616263", "     0  03 00 61 62 63  padding  padding  \"abc\"\n"}, // as written
         {"PadMessage", "03616263", "     0  03 61 62 63  padding  padding  \"abc\"\n"},      // as read
+        {"PadMessage", "0000", "     0  00 00  padding  padding  \"\"\n"},
+        {"PadMessage",
+         "0100"
+         "61",
+         "     0  01 00 61  padding  padding  \"a\"\n"},
+        {"PadMessage", longPad, "     0  2c 01 61 61 61 61 61 61 61 61  padding  padding  \"aaaaaaaa"},
     };
     for (const auto& it : cases) {
         const Annotation annotation = annotated(it.message, it.body);

@@ -149,6 +149,42 @@ TEST_F(Decode, WritesJsonThatAgreesWithTheText) {
     }
 }
 
+TEST_F(Decode, DividesPricesAndHidesSecretsInEveryForm) {
+    const auto order = ToolFolder::packet<SubmitOrderMessage>([](SubmitOrderMessage& it) {
+        it.contents.price = 108450000;
+        it.contents.stopPrice = Velmora::NDA;
+        it.contents.feedID = 100000000; // no price
+        it.contents.side = Side::OFR;
+        it.contents.ordType = static_cast<OrderType::Type>(77);
+    });
+    const auto connect = ToolFolder::packet<ClientConnectMessage>([](ClientConnectMessage& it) {
+        it.user = "wr\"en";
+        it.password = "hunter2";
+    });
+    const auto request =
+        ToolFolder::packet<QuoteRequestMessage>([](QuoteRequestMessage& it) { it.contents.isBaseSpecified = true; });
+    _folder.store("a.pcap", {{1, order}, {2, connect}, {3, request}});
+    const std::string all = "a.pcap --price-scale 100000000 --redact --format ";
+    for (const char* form : {"line", "lines", "json"}) {
+        const std::string shown = _folder.run("qlproto decode " + all + form).out;
+        EXPECT_NE(shown.find("1.0845"), shown.npos) << shown;
+        EXPECT_NE(shown.find("100000000"), shown.npos) << shown;
+        EXPECT_EQ(shown.find("hunter2"), shown.npos) << shown;
+    }
+    // Zeros and empty texts are left out, but for enumerators.
+    EXPECT_EQ(decode("a.pcap --message ClientConnectMessage --price-scale 100000000 --format lines"),
+              (std::vector<std::string>{"0.000000002 ClientConnectMessage", "    user = \"wr\\\"en\"",
+                                        "    password = \"hunter2\""}));
+    const std::vector<std::string> lines = decode(all + "lines");
+    for (const char* line :
+         {"0.000000001 SubmitOrderMessage", "    contents.price = 1.0845", "    contents.stopPrice = NDA",
+          "    contents.feedID = 100000000", "    contents.side = OFR", "    contents.ordType = 77",
+          "    contents.isBaseSpecified = true", "    password = ***"})
+        EXPECT_EQ(std::count(lines.begin(), lines.end(), line), 1) << line;
+    for (const char* path : {"userID", "contents.amount", "contents.clOrdID"})
+        for (const std::string& line : lines) EXPECT_EQ(line.find(path), line.npos) << line;
+}
+
 TEST_F(Decode, TakesBytesWithoutACapture) {
     EXPECT_EQ(decode("--hex - <<< '24 d0 0e'"), std::vector<std::string>{"TimerMessage tqid=7"});
     EXPECT_EQ(decode("--hex --type TimerMessage - <<< 0e"), std::vector<std::string>{"TimerMessage tqid=7"});
