@@ -18,13 +18,13 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 
 #include "Inspect/Json.h"
 #include "Inspect/JsonCursor.h"
 #include "Inspect/Reflection.h"
 #include "tools/qlproto/MessageReader.h"
 #include "tools/qlproto/Packet.h"
+#include "tools/qlproto/SeededHash.h"
 #include "tools/qlproto/TimeText.h"
 
 namespace qlproto {
@@ -72,11 +72,11 @@ class MessageLineReader {
     /// Whether those bytes mean the message that was encoded.
     bool isOfBody(Velmora::MsgType_t id, std::string_view bytes);
 
-    std::unordered_map<std::string_view, const Inspect::MessageInfo*> _messages; ///< by name
-    std::unique_ptr<char[]> _block;                                              ///< the message and what it owns
-    std::unique_ptr<char[]> _packet;                                             ///< identifier and body
-    std::size_t _size = 0;                                                       ///< of the body
-    MessageReader _reader;                                                       ///< of bytes that stand in a line
+    SeededMap<std::string_view, const Inspect::MessageInfo*> _messages; ///< by name
+    std::unique_ptr<char[]> _block;                                     ///< the message and what it owns
+    std::unique_ptr<char[]> _packet;                                    ///< identifier and body
+    std::size_t _size = 0;                                              ///< of the body
+    MessageReader _reader;                                              ///< of bytes that stand in a line
 };
 
 } // namespace qlproto
