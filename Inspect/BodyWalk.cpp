@@ -1,6 +1,7 @@
 #include "Inspect/BodyWalk.h"
 
 #include <algorithm>
+#include <bit>
 
 #include "Backend/Common/DumbCrypt.h"
 #include "Backend/Velmora/Wire.h"
@@ -30,8 +31,13 @@ class Walk {
     bool value(const ValueInfo& info, bool isSecret) {
         if (info.kind == Kind::record) return record(*info.record, isSecret);
         BodyValue value{info, _path, _at, 0, 0, {}, isSecret};
-        value.number = read_number(info.kind);
-        if (info.kind == Kind::string || info.kind == Kind::cryptstring || info.kind == Kind::padding) {
+        if (info.kind == Kind::float4)
+            value.real = std::bit_cast<float>(static_cast<uint32_t>(read_fixed(4)));
+        else if (info.kind == Kind::float8)
+            value.real = std::bit_cast<double>(read_fixed(8));
+        else
+            value.number = read_number(info.kind);
+        if (is_bytes(info.kind)) {
             value.bytes = _body.substr(_at, static_cast<size_t>(value.number));
             _at += value.bytes.size();
         }
@@ -67,19 +73,35 @@ class Walk {
             return unzigzag(read_varint());
         case Kind::price:
             return read_price();
+        case Kind::uint8:
+            return read_byte();
+        case Kind::uint16:
+            return static_cast<uint16_t>(read_varint());
+        case Kind::uint32:
+            return static_cast<uint32_t>(read_varint());
+        case Kind::uint64:
+            return static_cast<int64_t>(read_varint());
+        case Kind::uint32Fixed:
+            return static_cast<int64_t>(read_fixed(4));
+        case Kind::int64Fixed:
+            return static_cast<int64_t>(read_fixed(8));
         case Kind::padding:
-            if (_padForm == PadForm::written) {
-                const int64_t low = read_byte();
-                return low | read_byte() << 8;
-            }
+            if (_padForm == PadForm::read) return static_cast<uint16_t>(read_varint());
             [[fallthrough]];
+        case Kind::uint16Fixed:
+        case Kind::stringFixed:
+            return static_cast<int64_t>(read_fixed(2));
         case Kind::string:
         case Kind::cryptstring:
+        case Kind::blob:
+        case Kind::cryptblob:
             return static_cast<uint16_t>(read_varint());
         case Kind::vector: {
             const int first = read_byte();
             return first < 0x80 ? first : (first << 8 | read_byte()) & 0x7FFF;
         }
+        case Kind::float4:
+        case Kind::float8:
         case Kind::record:
             break; // has no number
         }
@@ -87,6 +109,13 @@ class Walk {
     }
 
     unsigned char read_byte() { return _at < _body.size() ? static_cast<unsigned char>(_body[_at++]) : 0; }
+
+    /// That many bytes, the low one first.
+    uint64_t read_fixed(unsigned bytes) {
+        uint64_t value = 0;
+        for (unsigned i = 0; i < bytes; ++i) value |= uint64_t{read_byte()} << 8 * i;
+        return value;
+    }
 
     uint64_t read_varint() {
         uint64_t value = 0;
@@ -121,7 +150,8 @@ class Walk {
 
 std::string BodyValue::text() const {
     std::string text(bytes);
-    if (value.kind == Kind::cryptstring) Quillon::DumbCrypt::decrypt(text.data(), static_cast<int>(text.size()), 0);
+    if (value.kind == Kind::cryptstring || value.kind == Kind::cryptblob)
+        Quillon::DumbCrypt::decrypt(text.data(), static_cast<int>(text.size()), 0);
     return text;
 }
 

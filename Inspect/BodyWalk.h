@@ -26,9 +26,10 @@ struct BodyValue {
     std::string_view path;  ///< as in "contents.parameters[3].value"; valid during the call
     size_t begin;           ///< offset of its first byte
     size_t end;             ///< after its last byte
-    int64_t number;         ///< the number; of a string its length, of a vector its count
+    int64_t number;         ///< the number, of a uint64 its pattern; of a string its length, of a vector its count
     std::string_view bytes; ///< of a string: its text as it travels
     bool isSecret;          ///< not to be shown in logs
+    double real = 0;        ///< the number, if it is a floating-point one
 
     /// The text of a string, deciphered where it travels enciphered.
     std::string text() const;

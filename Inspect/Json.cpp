@@ -2,6 +2,7 @@
 
 #include <bitset>
 #include <charconv>
+#include <cmath>
 #include <concepts>
 #include <limits>
 
@@ -16,6 +17,9 @@ namespace Inspect {
 namespace {
 
 using namespace Velmora;
+
+/// JSON has no such numbers; they stand in strings.
+inline std::string_view not_finite(double v) { return std::isnan(v) ? "NaN" : v > 0 ? "Infinity" : "-Infinity"; }
 
 // --- writing
 
@@ -34,21 +38,11 @@ class Writer {
             (_text += '"').append(name).append("\":");
             if (_display.secrets == Secrets::hide && is_secret<T>(member))
                 quote(HIDDEN);
-            else if constexpr (std::same_as<decltype(encoding), price_t>)
-                price(v.*member);
             else
-                (*this)(v.*member);
+                value(encoding, v.*member);
             return true;
         });
         _text += '}';
-    }
-    void operator()(const Vector auto& v) {
-        _text += '[';
-        for (size_t i = 0; i < v.size(); ++i) {
-            if (i != 0) _text += ',';
-            (*this)(v[i]);
-        }
-        _text += ']';
     }
     void operator()(const String auto& v) {
         if (v.empty_()) {
@@ -84,10 +78,40 @@ class Writer {
         else
             number(v);
     }
-    template <std::signed_integral I>
-    requires(sizeof(I) < sizeof(int64_t)) void operator()(I v) { number(v); }
+    template <std::integral I>
+    requires(sizeof(I) < sizeof(int64_t) && !std::same_as<I, bool>) void operator()(I v) { number(v); }
+    void operator()(std::same_as<uint64_t> auto v) {
+        if (_integers == Integers::strings)
+            quote(std::to_string(v));
+        else
+            number(v);
+    }
+    /// As short as it can be to come back; with a point where it would look like an integer, which has no -0.
+    void operator()(std::floating_point auto v) {
+        if (!std::isfinite(v)) return quote(not_finite(v));
+        char digits[32];
+        const std::string_view text(digits, std::to_chars(digits, digits + sizeof digits, v).ptr);
+        _text += text;
+        if (text.find_first_of(".e") == text.npos) _text += ".0";
+    }
 
   private:
+    template <class Encoding, class T>
+    void value(Encoding encoding, const T& v) {
+        if constexpr (Vector<T>) {
+            _text += '[';
+            for (size_t i = 0; i < v.size(); ++i) {
+                if (i != 0) _text += ',';
+                value(encoding, v[i]);
+            }
+            _text += ']';
+        } else if constexpr (std::same_as<Encoding, price_t>) {
+            price(v);
+        } else {
+            (*this)(v);
+        }
+    }
+
     static bool is_plain(char c) {
         const auto byte = static_cast<unsigned char>(c);
         return byte >= 0x20 && byte < 0x7F && byte != '"' && byte != '\\';
@@ -123,7 +147,7 @@ class Writer {
 
     void quote(std::string_view plain) { (_text += '"').append(plain) += '"'; }
 
-    void number(int64_t v) {
+    void number(std::integral auto v) {
         char digits[20];
         _text.append(digits, std::to_chars(digits, digits + sizeof digits, v).ptr);
     }
@@ -200,16 +224,36 @@ T read_integer(JsonCursor& json, const Path& path) {
     return value;
 }
 
-int64_t read_quantity(JsonCursor& json, const Path& path) {
-    if (json.next() != Next::string) return read_integer<int64_t>(json, path);
+/// An integer of 64 bits, which may stand in a string, as for readers that know none.
+template <std::integral T>
+T read_quantity(JsonCursor& json, const Path& path) {
+    if (json.next() != Next::string) return read_integer<T>(json, path);
     const std::string_view text = json.string();
-    for (const int64_t sentinel : {Velmora::MAX, NMA, NDA, NA})
-        if (text == sentinelName(sentinel)) return sentinel;
-    int64_t value = 0;
+    if constexpr (std::same_as<T, int64_t>)
+        for (const int64_t sentinel : {Velmora::MAX, NMA, NDA, NA})
+            if (text == sentinelName(sentinel)) return sentinel;
+    T value = 0;
     const char* const end = text.data() + text.size();
     const auto [last, error] = std::from_chars(text.data(), end, value);
     const bool hasZeros = text.substr(text.starts_with('-')).starts_with('0') && text != "0"; // in front, or "-0"
     if (error != std::errc() || last != end || hasZeros) path.fail("not an integer of 64 bits");
+    return value;
+}
+
+template <std::floating_point T>
+T read_floating(JsonCursor& json, const Path& path) {
+    constexpr T inf = std::numeric_limits<T>::infinity(), nan = std::numeric_limits<T>::quiet_NaN();
+    const Next next = json.next();
+    if (next == Next::string) {
+        const std::string_view text = json.string();
+        for (const T it : {inf, -inf, nan})
+            if (text == not_finite(it)) return it;
+    }
+    if (next != Next::number) path.fail("not a number");
+    const std::string_view text = json.number().text;
+    T value = 0;
+    if (std::from_chars(text.data(), text.data() + text.size(), value).ec != std::errc())
+        path.fail("beyond the numbers of its type");
     return value;
 }
 
@@ -289,8 +333,10 @@ void read(JsonCursor& json, T& v, const ValueInfo& info, const Path& path) {
     } else if constexpr (std::same_as<T, bool>) {
         if (json.next() != Next::boolean) path.fail("not a boolean");
         v = json.boolean();
-    } else if constexpr (std::same_as<T, int64_t>) {
-        v = read_quantity(json, path);
+    } else if constexpr (std::floating_point<T>) {
+        v = read_floating<T>(json, path);
+    } else if constexpr (std::same_as<T, int64_t> || std::same_as<T, uint64_t>) {
+        v = read_quantity<T>(json, path);
     } else {
         v = read_integer<T>(json, path);
     }

@@ -43,30 +43,39 @@ struct Table {
     static const TypeInfo type;
 };
 
+// One overload per pair of type and encoding, as those of Velmora::put.
+constexpr Kind kind_of(of<bool>, plain_t) { return Kind::boolean; }
+constexpr Kind kind_of(of<int8_t>, plain_t) { return Kind::int8; }
+constexpr Kind kind_of(of<int16_t>, plain_t) { return Kind::int16; }
+constexpr Kind kind_of(of<int32_t>, plain_t) { return Kind::int32; }
+constexpr Kind kind_of(of<int64_t>, plain_t) { return Kind::int64; }
+constexpr Kind kind_of(of<int64_t>, price_t) { return Kind::price; }
+constexpr Kind kind_of(of<int64_t>, fixed_t) { return Kind::int64Fixed; }
+constexpr Kind kind_of(of<uint8_t>, plain_t) { return Kind::uint8; }
+constexpr Kind kind_of(of<uint16_t>, plain_t) { return Kind::uint16; }
+constexpr Kind kind_of(of<uint32_t>, plain_t) { return Kind::uint32; }
+constexpr Kind kind_of(of<uint64_t>, plain_t) { return Kind::uint64; }
+constexpr Kind kind_of(of<uint16_t>, fixed_t) { return Kind::uint16Fixed; }
+constexpr Kind kind_of(of<uint32_t>, fixed_t) { return Kind::uint32Fixed; }
+constexpr Kind kind_of(of<float>, plain_t) { return Kind::float4; }
+constexpr Kind kind_of(of<double>, plain_t) { return Kind::float8; }
+constexpr Kind kind_of(of<bufstl::bufstring>, plain_t) { return Kind::string; }
+constexpr Kind kind_of(of<bufstl::bufstring>, fixed_t) { return Kind::stringFixed; }
+constexpr Kind kind_of(of<bufstl::bufstring>, crypt_t) { return Kind::cryptstring; }
+constexpr Kind kind_of(of<bufstl::bufstring>, padding_t) { return Kind::padding; }
+constexpr Kind kind_of(of<bufstl::bufstring>, blob_t) { return Kind::blob; }
+constexpr Kind kind_of(of<bufstl::bufstring>, cryptblob_t) { return Kind::cryptblob; }
+
 template <class T, class Encoding = plain_t>
 constexpr ValueInfo valueInfo = [] {
-    if constexpr (std::same_as<T, bool>)
-        return ValueInfo{Kind::boolean};
-    else if constexpr (std::same_as<T, int8_t>)
-        return ValueInfo{Kind::int8};
-    else if constexpr (std::same_as<T, int16_t>)
-        return ValueInfo{Kind::int16};
-    else if constexpr (std::same_as<T, int32_t>)
-        return ValueInfo{Kind::int32};
-    else if constexpr (std::same_as<T, int64_t>)
-        return ValueInfo{std::same_as<Encoding, price_t> ? Kind::price : Kind::int64};
-    else if constexpr (std::same_as<Encoding, crypt_t>)
-        return ValueInfo{Kind::cryptstring};
-    else if constexpr (std::same_as<Encoding, padding_t>)
-        return ValueInfo{Kind::padding};
-    else if constexpr (String<T>)
-        return ValueInfo{Kind::string};
-    else if constexpr (Enumerator<T>)
+    if constexpr (Enumerator<T>)
         return ValueInfo{.kind = Kind::enumeration, .enumeration = &enumerationInfo<EnumerationOf<T>>};
     else if constexpr (Vector<T>)
-        return ValueInfo{.kind = Kind::vector, .element = &valueInfo<typename T::value_type>};
-    else
+        return ValueInfo{.kind = Kind::vector, .element = &valueInfo<typename T::value_type, Encoding>};
+    else if constexpr (Composite<T>)
         return ValueInfo{.kind = Kind::record, .record = &Table<T>::type};
+    else
+        return ValueInfo{kind_of(of<T>{}, Encoding{})};
 }();
 
 template <class T>
@@ -82,7 +91,8 @@ constexpr auto fieldTable = [] {
     size_t i = 0;
     fields(of<T>{}, [&](const char* name, auto member, auto encoding) {
         using M = MemberType<decltype(member)>;
-        table[i++] = {name, valueInfo<M, decltype(encoding)>, minimal_size<M>(), is_secret<T>(member)};
+        table[i++] = {name, valueInfo<M, decltype(encoding)>, minimal_size<M, decltype(encoding)>(),
+                      is_secret<T>(member)};
         return true;
     });
     return table;
@@ -137,8 +147,10 @@ bool holds_secret(const TypeInfo& type) {
 }
 
 std::string type_text(const ValueInfo& value) {
-    static constexpr const char* names[] = {"bool",  "int8",   "int16",       "int32",  "int64",
-                                            "price", "string", "cryptstring", "padding"};
+    static constexpr const char* names[] = {
+        "bool",   "int8",   "int16",        "int32",        "int64",        "price",       "uint8",
+        "uint16", "uint32", "uint64",       "uint16_fixed", "uint32_fixed", "int64_fixed", "float4",
+        "float8", "string", "string_fixed", "cryptstring",  "padding",      "blob",        "cryptblob"};
     switch (value.kind) {
     case Kind::enumeration:
         return std::string(value.enumeration->name);

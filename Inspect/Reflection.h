@@ -24,13 +24,28 @@ enum class Kind : uint8_t {
     int32,       ///< zig-zag varint
     int64,       ///< zig-zag varint
     price,       ///< int64_t as the special varint
+    uint8,       ///< one byte
+    uint16,      ///< plain varint
+    uint32,      ///< plain varint
+    uint64,      ///< plain varint
+    uint16Fixed, ///< two bytes, the low one first
+    uint32Fixed, ///< four bytes
+    int64Fixed,  ///< eight bytes
+    float4,      ///< four bytes
+    float8,      ///< eight bytes
     string,      ///< length as a varint, then the bytes
-    cryptstring, ///< the same, enciphered
-    padding,     ///< read as a string; written with a length of two bytes
+    stringFixed, ///< length in two bytes, the low one first, then the bytes
+    cryptstring, ///< as a string, enciphered
+    padding,     ///< read as a string; written as a stringFixed
+    blob,        ///< as a string; its bytes are no text
+    cryptblob,   ///< the same, enciphered
     enumeration, ///< one byte
     record,      ///< its fields, one after the other
     vector,      ///< count, then the elements
 };
+
+constexpr bool is_bytes(Kind kind) { return kind >= Kind::string && kind <= Kind::cryptblob; } ///< strings and blobs
+constexpr bool is_floating(Kind kind) { return kind == Kind::float4 || kind == Kind::float8; }
 
 struct EnumeratorInfo {
     std::string_view name;
@@ -62,7 +77,7 @@ struct FieldInfo {
 };
 
 /// Fields of a record or a message at most.
-inline constexpr size_t MAX_FIELDS = 64;
+inline constexpr size_t MAX_FIELDS = 512; // as qlgen allows
 
 /// A record or a message.
 struct TypeInfo {

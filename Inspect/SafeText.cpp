@@ -1,6 +1,7 @@
 #include "Inspect/SafeText.h"
 
 #include <algorithm>
+#include <charconv>
 #include <concepts>
 #include <cstring>
 #include <string_view>
@@ -85,14 +86,27 @@ class Renderer {
             _text.put("=");
             if (_display.secrets == Secrets::hide && is_secret<T>(member))
                 _text.put(HIDDEN);
-            else if constexpr (std::same_as<decltype(encoding), price_t>)
-                show_price(value.*member);
             else
-                show(value.*member);
+                show(encoding, value.*member);
             return !_text.is_cut();
         });
     }
 
+    template <class Encoding, class T>
+    void show(Encoding encoding, const T& v) {
+        if constexpr (Vector<T>) {
+            _text.put("[");
+            for (size_t i = 0; i < v.size() && !_text.is_cut(); ++i) {
+                if (i != 0) _text.put(" ");
+                show(encoding, v[i]);
+            }
+            _text.put("]");
+        } else if constexpr (std::same_as<Encoding, price_t>) {
+            show_price(v);
+        } else {
+            show(v);
+        }
+    }
     void show(std::same_as<bool> auto v) { _text.put(v ? "T" : "F"); }
     void show_price(int64_t v) {
         if (_display.priceScale == 1)
@@ -106,8 +120,12 @@ class Renderer {
         else
             _text.put(std::to_string(v));
     }
-    template <std::signed_integral I>
-    requires(sizeof(I) < sizeof(int64_t)) void show(I v) { _text.put(std::to_string(v)); }
+    template <std::integral I>
+    requires(!std::same_as<I, bool> && !std::same_as<I, int64_t>) void show(I v) { _text.put(std::to_string(v)); }
+    void show(std::floating_point auto v) {
+        char digits[32]; // as few as tell it from its neighbours
+        _text.put({digits, std::to_chars(digits, digits + sizeof digits, v).ptr});
+    }
     void show(Enumerator auto v) {
         if (const char* const name = enumeratorName<EnumerationOf<decltype(v)>>(v))
             _text.put(name);
@@ -119,14 +137,6 @@ class Renderer {
         _text.put("(");
         show_fields(v);
         _text.put(")");
-    }
-    void show(const Vector auto& v) {
-        _text.put("[");
-        for (size_t i = 0; i < v.size() && !_text.is_cut(); ++i) {
-            if (i != 0) _text.put(" ");
-            show(v[i]);
-        }
-        _text.put("]");
     }
     void show(const String auto& v) {
         _text.put("\"");

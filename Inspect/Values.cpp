@@ -1,6 +1,7 @@
 #include "Inspect/Values.h"
 
 #include <algorithm>
+#include <charconv>
 #include <concepts>
 
 #include "Inspect/Display.h"
@@ -25,7 +26,7 @@ consteval size_t depth_of() {
     return depth;
 }
 
-constexpr size_t MAX_DEPTH = 8;
+constexpr size_t MAX_DEPTH = 16; // as qlgen allows
 
 class Walk {
   public:
@@ -66,6 +67,8 @@ class Walk {
             if constexpr (String<T>) {
                 shown.text = {v.c_str(), v.size()};
                 shown.isStored = !v.empty_();
+            } else if constexpr (std::floating_point<T>) {
+                shown.real = v;
             } else {
                 shown.number = static_cast<int64_t>(v);
             }
@@ -106,8 +109,19 @@ std::string number_text(const Value& value) {
             if (it.value == value.number) return std::string(it.name);
         break;
     case Kind::int64:
+    case Kind::int64Fixed:
     case Kind::price:
         return scaled_text(value.number, 1);
+    case Kind::uint64:
+        return std::to_string(static_cast<uint64_t>(value.number));
+    case Kind::float4:
+    case Kind::float8: {
+        char digits[32]; // as few as tell it from its neighbours
+        const bool isNarrow = value.kind == Kind::float4;
+        return {digits, (isNarrow ? std::to_chars(digits, digits + sizeof digits, static_cast<float>(value.real))
+                                  : std::to_chars(digits, digits + sizeof digits, value.real))
+                            .ptr};
+    }
     default:
         break;
     }

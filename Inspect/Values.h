@@ -30,14 +30,15 @@ using Path = std::span<const PathPiece>;
 std::string path_text(Path path);
 
 struct Value {
-    Kind kind;                                    ///< never record
-    int64_t number = 0;                           ///< the value; of vectors the number of elements, of strings 0
-    std::string_view text;                        ///< of strings
-    bool isStored = true;                         ///< of strings: false for one that was never stored
+    Kind kind;             ///< never record
+    int64_t number = 0;    ///< the value, of a uint64 its pattern; of vectors the number of elements, of strings 0
+    double real = 0;       ///< of floating-point numbers
+    std::string_view text; ///< of strings and blobs
+    bool isStored = true;  ///< of strings: false for one that was never stored
     const EnumerationInfo* enumeration = nullptr; ///< of enumerations
     bool isSecret = false;                        ///< not to be shown in logs
 
-    bool is_text() const { return kind == Kind::string || kind == Kind::cryptstring || kind == Kind::padding; }
+    bool is_text() const { return is_bytes(kind); }
 };
 
 class ValueVisitor {

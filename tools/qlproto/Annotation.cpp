@@ -29,13 +29,15 @@ std::string valueText(const BodyValue& value) {
     case Kind::boolean:
         return value.number != 0 ? "true" : "false";
     case Kind::int64:
+    case Kind::int64Fixed:
     case Kind::price:
         if (const auto sentinel = Velmora::sentinelName(value.number); !sentinel.empty()) return std::string(sentinel);
         break;
-    case Kind::string:
-    case Kind::cryptstring:
-    case Kind::padding:
-        return Inspect::quoted(value.text());
+    case Kind::uint64:
+        return fmt::format("{}", static_cast<uint64_t>(value.number));
+    case Kind::float4:
+    case Kind::float8:
+        return fmt::format("{}", value.real);
     case Kind::enumeration:
         for (const auto& [name, number] : value.value.enumeration->enumerators) {
             if (number == value.number) return std::string(name);
@@ -46,6 +48,7 @@ std::string valueText(const BodyValue& value) {
     case Kind::vector:
         return counted(static_cast<uint64_t>(value.number), "element");
     default:
+        if (Inspect::is_bytes(value.value.kind)) return Inspect::quoted(value.text());
         break;
     }
     return fmt::format("{}", value.number);

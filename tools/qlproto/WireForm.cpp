@@ -25,6 +25,30 @@ WireForm wireForm(const Inspect::ValueInfo& value) {
         return {"zigzag-varint", "zig-zag varint", 1, 10};
     case Kind::price:
         return {"special-varint", "special varint", 1, 10};
+    case Kind::uint8:
+        return {"unsigned-byte", "byte, unsigned", 1, 1};
+    case Kind::uint16:
+        return {"varint", "plain varint", 1, 3};
+    case Kind::uint32:
+        return {"varint", "plain varint", 1, 5};
+    case Kind::uint64:
+        return {"varint", "plain varint", 1, 10};
+    case Kind::uint16Fixed:
+        return {"fixed", "two bytes, low first", 2, 2};
+    case Kind::uint32Fixed:
+        return {"fixed", "four bytes, low first", 4, 4};
+    case Kind::int64Fixed:
+        return {"fixed", "eight bytes, low first", 8, 8};
+    case Kind::float4:
+        return {"float", "floating point, four bytes, low first", 4, 4};
+    case Kind::float8:
+        return {"float", "floating point, eight bytes, low first", 8, 8};
+    case Kind::stringFixed:
+        return {"fixed-string", "length in two bytes, low first, bytes", 2, MAX_TEXT + 2};
+    case Kind::blob:
+        return {"blob", "length as a varint, bytes", 1, MAX_TEXT + 3};
+    case Kind::cryptblob:
+        return {"crypt-blob", "length as a varint, enciphered bytes", 1, MAX_TEXT + 3};
     case Kind::string:
         return {"string", "length as a varint, bytes", 1, MAX_TEXT + 3};
     case Kind::cryptstring:

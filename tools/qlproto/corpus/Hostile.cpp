@@ -42,7 +42,7 @@ std::string bytes(std::initializer_list<int> list) {
 /// `before` bytes that continue, then the last one.
 std::string varint(unsigned before, int last) { return std::string(before, '\x80') + static_cast<char>(last); }
 
-bool isText(Kind kind) { return kind == Kind::string || kind == Kind::cryptstring || kind == Kind::padding; }
+bool isText(Kind kind) { return Inspect::is_bytes(kind); }
 
 /// A way to spoil a value of some kinds: its new bytes, or none if it does not apply to the value.
 struct Mutation {
