@@ -34,11 +34,13 @@ struct $deprecated$T {
               {"T", enumeration.name}});
     for (const Enumerator& enumerator : enumeration.enumerators) {
         const std::string doc = notedDoc(enumerator), attribute = deprecatedAttribute(enumerator.deprecated);
-        text.add("        $name$deprecated = $value,$doc\n",
-                 {{"name", enumerator.name},
-                  {"deprecated", attribute.empty() ? "" : " " + attribute.substr(0, attribute.size() - 1)},
-                  {"value", fmt::to_string(enumerator.value)},
-                  {"doc", doc.empty() ? "" : " ///< " + doc}});
+        text.add(
+            "        $name$deprecated = $value,$doc\n",
+            {{"name", enumerator.name},
+             {"deprecated",
+              attribute.empty() ? "" : fmt::format(" {}", std::string_view(attribute).substr(0, attribute.size() - 1))},
+             {"value", fmt::to_string(enumerator.value)},
+             {"doc", doc.empty() ? "" : " ///< " + doc}});
     }
     text.add(R"(    };
     static constexpr const char* Name = "$T";
