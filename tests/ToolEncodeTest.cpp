@@ -1,4 +1,6 @@
 // Lines of JSON to packets.
+#include <set>
+
 #include <gtest/gtest.h>
 
 #include "Inspect/Checked.h"
@@ -114,9 +116,10 @@ TEST_F(Encode, GivesBackTheBytesOfWhateverDecodePrints) {
                        "<(qlproto decode --format json --time utc a.pcap | qlproto encode --format hex -)")
                   .exitCode,
               0);
+    const std::set<std::string> bad = {unhex("24d0"), unhex("0300")}; // a body cut short, a message that does not exist
     std::string expected;
     for (const auto& [time, bytes] : packets)
-        if (isSound(bytes)) expected += hex(bytes) + '\n';
+        if (!bad.contains(bytes)) expected += hex(bytes) + '\n';
     const ToolFolder::Result back = folder.run("qlproto encode --format hex a.json");
     EXPECT_EQ(back.exitCode, 0) << back.err;
     EXPECT_EQ(back.out, expected);
