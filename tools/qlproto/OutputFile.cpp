@@ -25,9 +25,12 @@ namespace fs = std::filesystem;
 std::atomic<const char*> unfinished = nullptr;
 static_assert(decltype(unfinished)::is_always_lock_free); // or no handler could read it
 
+/// Ends the process as if there were no handler, but only once the file is gone: the same signal may come again at any
+/// time, to the process itself and to its group.
 extern "C" void removeAndEnd(int signal) {
     if (const char* const path = unfinished) unlink(path);
-    raise(signal); // ends the process as if there were no handler, which SA_RESETHAND has taken away
+    std::signal(signal, SIG_DFL);
+    raise(signal);
 }
 
 void handleSignals() {
@@ -35,7 +38,6 @@ void handleSignals() {
         struct sigaction action {};
         if (sigaction(signal, nullptr, &action) != 0 || action.sa_handler != SIG_DFL) continue; // as under nohup
         action.sa_handler = removeAndEnd;
-        action.sa_flags = static_cast<int>(SA_RESETHAND);
         sigaction(signal, &action, nullptr);
     }
 }
