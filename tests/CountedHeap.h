@@ -38,6 +38,14 @@ void* operator new(size_t size) {
     if (heap::Record* const record = heap::Record::current) record->taken[record->takenCount++ % 1024] = p;
     return p;
 }
+// A sanitizer has a form of its own, which would not fit what frees here.
+void* operator new(size_t size, const std::nothrow_t&) noexcept {
+    try {
+        return operator new(size);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
 void operator delete(void* p) noexcept {
     if (p != nullptr) --heap::alive;
     if (heap::Record* const record = heap::Record::current) record->freed[record->freedCount++ % 1024] = p;

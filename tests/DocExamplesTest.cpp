@@ -41,6 +41,7 @@ TEST(DocExamples, TrustTakesWhatIsSoundAndDropsTheRest) {
     receive(Quillon::TimerMessage::ID, "", handle, drop);
     EXPECT_EQ(handled, 1);
     EXPECT_EQ(dropped, "truncated at byte 0 (tqid)");
+    Quillon::finalize();
 }
 
 } // namespace
