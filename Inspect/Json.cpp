@@ -18,8 +18,10 @@ namespace {
 
 using namespace Velmora;
 
-/// JSON has no such numbers; they stand in strings.
-inline std::string_view not_finite(double v) { return std::isnan(v) ? "NaN" : v > 0 ? "Infinity" : "-Infinity"; }
+/// JSON has no such numbers; they stand in strings. A protocol without floating point does not ask.
+[[maybe_unused]] inline std::string_view not_finite(double v) {
+    return std::isnan(v) ? "NaN" : v > 0 ? "Infinity" : "-Infinity";
+}
 
 // --- writing
 

@@ -43,28 +43,28 @@ struct Table {
     static const TypeInfo type;
 };
 
-// One overload per pair of type and encoding, as those of Velmora::put.
-constexpr Kind kind_of(of<bool>, plain_t) { return Kind::boolean; }
-constexpr Kind kind_of(of<int8_t>, plain_t) { return Kind::int8; }
-constexpr Kind kind_of(of<int16_t>, plain_t) { return Kind::int16; }
-constexpr Kind kind_of(of<int32_t>, plain_t) { return Kind::int32; }
-constexpr Kind kind_of(of<int64_t>, plain_t) { return Kind::int64; }
-constexpr Kind kind_of(of<int64_t>, price_t) { return Kind::price; }
-constexpr Kind kind_of(of<int64_t>, fixed_t) { return Kind::int64Fixed; }
-constexpr Kind kind_of(of<uint8_t>, plain_t) { return Kind::uint8; }
-constexpr Kind kind_of(of<uint16_t>, plain_t) { return Kind::uint16; }
-constexpr Kind kind_of(of<uint32_t>, plain_t) { return Kind::uint32; }
-constexpr Kind kind_of(of<uint64_t>, plain_t) { return Kind::uint64; }
-constexpr Kind kind_of(of<uint16_t>, fixed_t) { return Kind::uint16Fixed; }
-constexpr Kind kind_of(of<uint32_t>, fixed_t) { return Kind::uint32Fixed; }
-constexpr Kind kind_of(of<float>, plain_t) { return Kind::float4; }
-constexpr Kind kind_of(of<double>, plain_t) { return Kind::float8; }
-constexpr Kind kind_of(of<bufstl::bufstring>, plain_t) { return Kind::string; }
-constexpr Kind kind_of(of<bufstl::bufstring>, fixed_t) { return Kind::stringFixed; }
-constexpr Kind kind_of(of<bufstl::bufstring>, crypt_t) { return Kind::cryptstring; }
-constexpr Kind kind_of(of<bufstl::bufstring>, padding_t) { return Kind::padding; }
-constexpr Kind kind_of(of<bufstl::bufstring>, blob_t) { return Kind::blob; }
-constexpr Kind kind_of(of<bufstl::bufstring>, cryptblob_t) { return Kind::cryptblob; }
+// One overload per pair of type and encoding, as those of Velmora::put; a protocol need not use them all.
+[[maybe_unused]] constexpr Kind kind_of(of<bool>, plain_t) { return Kind::boolean; }
+[[maybe_unused]] constexpr Kind kind_of(of<int8_t>, plain_t) { return Kind::int8; }
+[[maybe_unused]] constexpr Kind kind_of(of<int16_t>, plain_t) { return Kind::int16; }
+[[maybe_unused]] constexpr Kind kind_of(of<int32_t>, plain_t) { return Kind::int32; }
+[[maybe_unused]] constexpr Kind kind_of(of<int64_t>, plain_t) { return Kind::int64; }
+[[maybe_unused]] constexpr Kind kind_of(of<int64_t>, price_t) { return Kind::price; }
+[[maybe_unused]] constexpr Kind kind_of(of<int64_t>, fixed_t) { return Kind::int64Fixed; }
+[[maybe_unused]] constexpr Kind kind_of(of<uint8_t>, plain_t) { return Kind::uint8; }
+[[maybe_unused]] constexpr Kind kind_of(of<uint16_t>, plain_t) { return Kind::uint16; }
+[[maybe_unused]] constexpr Kind kind_of(of<uint32_t>, plain_t) { return Kind::uint32; }
+[[maybe_unused]] constexpr Kind kind_of(of<uint64_t>, plain_t) { return Kind::uint64; }
+[[maybe_unused]] constexpr Kind kind_of(of<uint16_t>, fixed_t) { return Kind::uint16Fixed; }
+[[maybe_unused]] constexpr Kind kind_of(of<uint32_t>, fixed_t) { return Kind::uint32Fixed; }
+[[maybe_unused]] constexpr Kind kind_of(of<float>, plain_t) { return Kind::float4; }
+[[maybe_unused]] constexpr Kind kind_of(of<double>, plain_t) { return Kind::float8; }
+[[maybe_unused]] constexpr Kind kind_of(of<bufstl::bufstring>, plain_t) { return Kind::string; }
+[[maybe_unused]] constexpr Kind kind_of(of<bufstl::bufstring>, fixed_t) { return Kind::stringFixed; }
+[[maybe_unused]] constexpr Kind kind_of(of<bufstl::bufstring>, crypt_t) { return Kind::cryptstring; }
+[[maybe_unused]] constexpr Kind kind_of(of<bufstl::bufstring>, padding_t) { return Kind::padding; }
+[[maybe_unused]] constexpr Kind kind_of(of<bufstl::bufstring>, blob_t) { return Kind::blob; }
+[[maybe_unused]] constexpr Kind kind_of(of<bufstl::bufstring>, cryptblob_t) { return Kind::cryptblob; }
 
 template <class T, class Encoding = plain_t>
 constexpr ValueInfo valueInfo = [] {

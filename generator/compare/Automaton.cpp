@@ -149,7 +149,8 @@ bool Automaton::advance(State& state, uint8_t byte) const {
     case Phase::text:
         return --state.number == 0 ? complete(state) : true;
     case Phase::textLength: // a second byte is the last that leaves a text short enough
-        return byte < 0x80 && (byte != 0 || _reader != Reader::written) && beginText(state, state.number | byte << 7);
+        return byte < 0x80 && (byte != 0 || _reader != Reader::written)
+               && beginText(state, state.number | static_cast<uint32_t>(byte) << 7);
     case Phase::fixedLength:
         return beginText(state, state.number | static_cast<uint32_t>(byte) << 8);
     case Phase::count: {
