@@ -25,7 +25,7 @@ constexpr int64_t SECOND = 1'000'000'000;
 /// As many as the block of a message that a packet was decoded into needs at most, and some.
 constexpr std::size_t BLOCK = 64 * MAX_PACKET;
 
-/// The names of the envelope, then those that mean nothing to who makes a packet.
+/// The names of the envelope, then those that do not matter for the packet.
 enum Member : std::size_t { TIME, MESSAGE, ID, BODY, HEX, REDACTED, PRICE_SCALE, PASSED_OVER };
 constexpr std::array<std::string_view, 15> MEMBERS = {"time",     "message",    "id",     "body",  "hex",
                                                       "redacted", "priceScale", "packet", "gap",   "kind",

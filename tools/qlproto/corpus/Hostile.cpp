@@ -42,8 +42,6 @@ std::string bytes(std::initializer_list<int> list) {
 /// `before` bytes that continue, then the last one.
 std::string varint(unsigned before, int last) { return std::string(before, '\x80') + static_cast<char>(last); }
 
-bool isText(Kind kind) { return Inspect::is_bytes(kind); }
-
 /// A way to spoil a value of some kinds: its new bytes, or none if it does not apply to the value.
 struct Mutation {
     const char* name;
@@ -72,7 +70,7 @@ auto forKind(Kind kind, std::string replacement) {
 template <class Form>
 auto forLength(Form form) {
     return [form](const Place& place, std::string_view old) -> std::optional<std::string> {
-        if (!isText(place.kind) || place.number > 127) return {};
+        if (!Inspect::is_bytes(place.kind) || place.number > 127) return {};
         return form(static_cast<int>(place.number)) + std::string(old.substr(1));
     };
 }
