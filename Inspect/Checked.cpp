@@ -63,8 +63,7 @@ constexpr IdTable<Encode> encoders([]<class T>(of<T>, const char*) { return &enc
 
 Decoded decode_verified(MsgType_t id, std::string_view bytes, BufferAllocator& block, const Policy& policy) {
     QL_ASSERT(Quillon::__protocol != nullptr); // there is no descriptor before initialize() nor after finalize()
-    const char* const end = bytes.data() + bytes.size();
-    Decoded decoded{.result = verify(id, bytes.data(), end, policy)};
+    Decoded decoded{.result = verify(id, bytes.data(), bytes.data() + bytes.size(), policy)};
     if (!decoded.result) return decoded;
     MsgDescriptor* const descriptor = Quillon::__protocol->getDescriptor(id);
     decoded.needed = descriptor->size() + decoded.result.blockBytes;
@@ -72,10 +71,17 @@ Decoded decode_verified(MsgType_t id, std::string_view bytes, BufferAllocator& b
         decoded.result.fault = Fault::blockTooSmall;
         return decoded;
     }
+    std::string filled; // the body with the zeros that stand for its missing last fields
+    if (decoded.result.missing != 0) {
+        filled.reserve(bytes.size() + decoded.result.missing);
+        filled.append(bytes).append(decoded.result.missing, '\0');
+        bytes = filled;
+    }
     void* const object = block.allocate(descriptor->size());
     descriptor->construct(object, block);
     // The codec takes a mutable range, but reading leaves it as it is.
-    FastCodec codec(const_cast<char*>(bytes.data()), const_cast<char*>(end));
+    char* const begin = const_cast<char*>(bytes.data());
+    FastCodec codec(begin, begin + bytes.size());
     try {
         descriptor->read(object, codec);
     } catch (...) { // the bytes are good and fit; the heap may still be out of memory for the name of a field

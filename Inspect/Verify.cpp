@@ -112,7 +112,11 @@ Result verify(Velmora::MsgType_t id, const char* begin, const char* end, const P
 std::string Result::path() const {
     const TypeInfo* const type = reflect(id);
     if (fault == Fault::none || fault == Fault::blockTooSmall || type == nullptr) return "";
-    return path_at(*type, {begin, static_cast<size_t>(end - begin)}, offset);
+    const std::string_view body(begin, static_cast<size_t>(end - begin));
+    if (offset <= body.size()) return path_at(*type, body, offset);
+    std::string filled(body); // with the zeros that stand for what is missing
+    filled.resize(offset);
+    return path_at(*type, filled, offset);
 }
 
 std::string Result::text() const {

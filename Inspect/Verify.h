@@ -14,6 +14,7 @@
 // smallest wire form (asserted for every type in VerifyWalk.h; an empty string as an element reaches it: 32 bytes of
 // object and a NUL for one wire byte), and every wire byte beyond the smallest form adds at most 33 block bytes by the
 // same argument. A count is refused at once when the remaining bytes cannot hold that many smallest elements.
+// Where last fields may be missing, each missing string takes its NUL besides.
 #pragma once
 
 #include <cstddef>
@@ -52,6 +53,9 @@ struct Policy {
     bool anyBoolean = false;         ///< any byte but 0 as true
     bool reservedPriceBits = false;
     bool trailingBytes = false; ///< bytes after the last value; `consumed` tells where it ended
+    /// A body that ends where a field of the message begins, or a field of the record that ends the message, all the way
+    /// down: what is missing reads as zero, as if zeros followed. They are judged by the other liberties.
+    bool missingLastFields = false;
 };
 
 /// Accepts only what write() produces from values whose enumerators are declared ones. One exception: the padding of a
@@ -59,18 +63,24 @@ struct Policy {
 inline constexpr Policy strict{};
 
 /// Accepts all that read() decodes without leaving the range, bytes after the last value included.
-inline constexpr Policy tolerant{true, true, true, true, true, true, true};
+inline constexpr Policy tolerant{true, true, true, true, true, true, true, false};
 
 /// As tolerant, but the values must end where the range ends: for bodies whose length came from a frame.
-inline constexpr Policy whole{true, true, true, true, true, true, false};
+inline constexpr Policy whole{true, true, true, true, true, true, false, false};
+
+/// As tolerant, and with missing last fields: for bodies of peers whose definition has fewer or more fields at the end
+/// of a message. Whoever decodes them by himself gives read() `Result::missing` zeros after the body.
+inline constexpr Policy rolling{true, true, true, true, true, true, true, true};
 
 /// What verify() found: the first fault, or that there is none.
 struct Result {
     Fault fault = Fault::none;
     Velmora::MsgType_t id = 0;
-    size_t offset = 0;     ///< of the first byte of the faulty value, in bytes from `begin`; 0 if accepted
+    size_t offset = 0;     ///< of the first byte of the faulty value, in bytes from `begin`; 0 if accepted. Beyond the
+                           ///< body only of an unknown enumerator that is missing
     size_t consumed = 0;   ///< bytes of the values that were accepted; all that read() takes if there is no fault
     size_t blockBytes = 0; ///< exact bytes of block that decoding into a fresh message takes; 0 if refused
+    size_t missing = 0;    ///< zeros that stand for missing last fields; 0 if refused
     const char* begin = nullptr;
     const char* end = nullptr;
 

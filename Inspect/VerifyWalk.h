@@ -8,10 +8,13 @@
 // bytes up to there are known to exist: all tests are on what remains.
 #pragma once
 
+#include <algorithm>
+#include <array>
 #include <bit>
 #include <concepts>
 #include <cstdint>
 #include <cstring>
+#include <string_view>
 
 #include "Inspect/Sizes.h"
 #include "Inspect/Verify.h"
@@ -192,10 +195,26 @@ class Canonical {
 
 class Judge {
   public:
-    Judge(const char* end, const Policy& policy) : _end(end), _policy(policy) {}
+    /// `zeros` are as many as the smallest body has.
+    Judge(std::string_view body, std::string_view zeros, const Policy& policy)
+        : _body(body), _zeros(zeros), _end(body.data() + body.size()), _policy(policy) {}
 
     Fault fault() const { return _fault; }
     const char* at() const { return _at; } ///< the faulty value
+
+    /// Where one of the last fields is judged: at `p` or, if the body ends there and may, in the zeros. They last for all
+    /// that can be missing.
+    const char* last_field(const char* p) {
+        if (p != _end || _isBeyondBody || !_policy.missingLastFields) return p;
+        _isBeyondBody = true;
+        _end = _zeros.data() + _zeros.size();
+        return _zeros.data();
+    }
+    /// Of a position in the body or in the zeros after it.
+    size_t offset(const char* p) const {
+        return _isBeyondBody ? _body.size() + static_cast<size_t>(p - _zeros.data())
+                             : static_cast<size_t>(p - _body.data());
+    }
 
     /// Notes the first fault, of the value at `p`.
     const char* refuse(Fault why, const char* p) {
@@ -233,7 +252,10 @@ class Judge {
     const char* enumerator(const char* p, bool isKnown);
     const char* varint(const char* p, const char* start, unsigned bits, uint64_t& value);
 
-    const char* const _end;
+    const std::string_view _body;
+    const std::string_view _zeros;
+    const char* _end; // of the one that is walked over
+    bool _isBeyondBody = false;
     const Policy& _policy;
     Fault _fault = Fault::none;
     const char* _at = nullptr;
@@ -371,18 +393,43 @@ Position canonical(const char* begin, const char* end) {
     return check_fields_in_place<T>(Position{begin, 0}, walker);
 }
 
+/// The fields that nothing but each other follow: those of a message, then those of a record that is the last of them,
+/// all the way down. A body may end before any of them where the policy says so.
+template <class T>
+Position judge_last_fields(Position at, Judge& walker) {
+    size_t left = 0;
+    const auto count = [&](auto&&...) { return ++left != 0; };
+    fields(of<T>{}, count);
+    fields(of<T>{}, [&](const char*, auto member, auto encoding) {
+        using M = MemberType<decltype(member)>;
+        at.p = walker.last_field(at.p);
+        --left;
+        if constexpr (Composite<M>)
+            at = left == 0 ? judge_last_fields<M>(at, walker) : check_fields<M>(at, walker);
+        else
+            check(of<M>{}, encoding, at, walker);
+        return at.p != nullptr;
+    });
+    return at;
+}
+
 template <class T>
 Result judge(const char* begin, const char* end, const Policy& policy) {
-    Judge walker(end, policy);
-    const Position last = check_fields_in_place<T>(Position{begin, 0}, walker);
-    if (last.p != nullptr && last.p != end && !policy.trailingBytes) walker.refuse(Fault::trailingBytes, last.p);
+    static constexpr std::array<char, Velmora::leastBytes<T>()> zeros{};
+    const std::string_view body(begin, static_cast<size_t>(end - begin));
+    Judge walker(body, {zeros.data(), zeros.size()}, policy);
+    const Position last = judge_last_fields<T>(Position{begin, 0}, walker);
     Result result{.id = T::ID, .begin = begin, .end = end};
-    if (walker.fault() == Fault::none) {
-        result.consumed = static_cast<size_t>(last.p - begin);
+    if (last.p != nullptr && walker.offset(last.p) < body.size() && !policy.trailingBytes)
+        walker.refuse(Fault::trailingBytes, last.p);
+    result.fault = walker.fault();
+    const size_t reached = walker.offset(result ? last.p : walker.at());
+    result.consumed = std::min(reached, body.size());
+    if (result) {
         result.blockBytes = last.blockBytes;
+        result.missing = reached - result.consumed;
     } else {
-        result.fault = walker.fault();
-        result.offset = result.consumed = static_cast<size_t>(walker.at() - begin);
+        result.offset = reached;
     }
     return result;
 }

@@ -17,6 +17,13 @@ template <class T>
 void check(std::string_view body) {
     const Result tolerated = verify<T>(body.data(), body.data() + body.size(), tolerant);
     const Result exact = verify<T>(body.data(), body.data() + body.size(), strict);
+    const Result rolled = verify<T>(body.data(), body.data() + body.size(), rolling);
+    FUZZ_CHECK(!tolerated || rolled.missing == 0);
+    if (rolled.missing != 0) {
+        const std::string filled = std::string(body) + std::string(rolled.missing, '\0');
+        const Result full = verify<T>(filled.data(), filled.data() + filled.size(), whole);
+        FUZZ_CHECK(full && full.blockBytes == rolled.blockBytes);
+    }
     if (!tolerated) {
         FUZZ_CHECK(!exact);
         FUZZ_CHECK(tolerated.offset <= body.size());

@@ -7,6 +7,7 @@
 #include <map>
 #include <random>
 
+#include "Inspect/Checked.h"
 #include "Inspect/Reflection.h"
 #include "tests/Bodies.h"
 #include "tests/Hex.h"
@@ -263,6 +264,61 @@ TEST_F(Verify, EveryTruncationOfEverySampleIsRefusedAtTheValueThatIsCut) {
         }
     });
     RecordProperty("truncations", static_cast<int>(tried));
+}
+
+/// Where a field begins that nothing but such fields follow, by reflection.
+std::set<size_t> lastFieldsOf(const TypeInfo* type, const Body& body) {
+    std::set<size_t> begins;
+    for (std::string before; type != nullptr; type = type->fields.back().value.record) {
+        for (const FieldInfo& field : type->fields) {
+            const std::string path = before + std::string(field.name) + '.';
+            const auto holds = [&](const Span& it) { return (it.path + '.').starts_with(path); };
+            begins.insert(std::ranges::find_if(body.spans, holds)->begin);
+        }
+        before += std::string(type->fields.back().name) + '.';
+    }
+    return begins;
+}
+
+TEST_F(Verify, MissingLastFieldsAreReadAsTheZerosThatStandForThem) {
+    Policy exact;
+    exact.missingLastFields = true;
+    size_t accepted = 0, refusedByExact = 0;
+    forEveryMessage([&]<class T>(of<T>, const char*) {
+        for (const Filling filling : fillings) {
+            const Body body = sampleBody<T>(filling, 2);
+            const std::set<size_t> begins = lastFieldsOf(reflect(T::ID), body);
+            for (size_t size = 0; size < body.bytes.size(); ++size) {
+                const std::string cut = body.bytes.substr(0, size);
+                const Result result = check<T>(cut, rolling);
+                ASSERT_EQ(static_cast<bool>(result), begins.contains(size)) << size << " " << result.text();
+                if (!result) {
+                    ASSERT_EQ(result.text(), check<T>(cut, whole).text());
+                    ASSERT_EQ(result.missing, 0u);
+                    continue;
+                }
+                ++accepted;
+                ASSERT_EQ(result.consumed, size);
+                const std::string filled = cut + std::string(result.missing, '\0');
+                EXPECT_FALSE(check<T>({filled.data(), filled.size() - 1}, tolerant)) << "no zero more than needed";
+                const Result full = verify<T>(filled.data(), filled.data() + filled.size(), whole);
+                ASSERT_EQ(result.blockBytes, full.blockBytes);
+                DecodedBody<T> meant(filled, full);
+                Block block(static_cast<int>(sizeof(T) + result.blockBytes), 1);
+                const Decoded decoded = decode_verified(T::ID, guarded.hold(cut), block.alloc, rolling);
+                ASSERT_TRUE(decoded) << decoded.result.text();
+                EXPECT_EQ(block.alloc.unused_size(), 0u);
+                EXPECT_TRUE(*static_cast<T*>(decoded.object) == *meant);
+                decoded.descriptor->destroy(decoded.object);
+                // Other liberties hold for the zeros, too: of an enumeration they need not be known.
+                const Result strictly = check<T>(cut, exact);
+                ASSERT_EQ(strictly.text(), verify<T>(filled.data(), filled.data() + filled.size(), strict).text());
+                refusedByExact += !strictly && strictly.offset >= size;
+            }
+        }
+    });
+    EXPECT_GT(accepted, 500u);
+    EXPECT_GT(refusedByExact, 10u);
 }
 
 /// What write() makes of the value; of a PadMessage the form that read() takes.

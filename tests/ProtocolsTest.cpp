@@ -111,6 +111,12 @@ void verify(const std::string& body) {
         for (size_t length = 0; length < body.size(); length += 1 + length / 16)
             EXPECT_FALSE(Inspect::walk::judge<T>(begin, begin + length, policy)) << "cut at " << length;
     }
+    // Zeros stand for all of its fields, in whatever form.
+    const Inspect::Result none = Inspect::walk::judge<T>(begin, begin, Inspect::rolling);
+    const std::string zeros(Inspect::minimal_size<T>(), '\0');
+    EXPECT_EQ(none.missing, zeros.size());
+    EXPECT_EQ(none.blockBytes,
+              Inspect::walk::judge<T>(zeros.data(), zeros.data() + zeros.size(), Inspect::whole).blockBytes);
     // The quick walk takes what the slow one takes without liberties, and stops where that stops.
     const bool isStrict = static_cast<bool>(Inspect::walk::judge<T>(begin, begin + body.size(), Inspect::strict));
     EXPECT_EQ(Inspect::walk::canonical<T>(begin, begin + body.size()).p == begin + body.size(), isStrict);
