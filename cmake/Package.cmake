@@ -49,7 +49,8 @@ if(BUILD_SHARED_LIBS)
     set(debian ${PROJECT_SOURCE_DIR}/cmake/debian)
     set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${debian}/triggers ${debian}/no/postinst ${debian}/no/postrm)
     # The tool's libraries are the ones of this build. No promise is made that others of the same major version do.
-    set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR} ${PROJECT_BINARY_DIR}/Inspect)
+    set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR} ${PROJECT_BINARY_DIR}/Inspect
+        ${PROJECT_BINARY_DIR}/Capture)
     set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "${runtime} (= ${PROJECT_VERSION})")
     set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "${runtime} (= ${PROJECT_VERSION})")
 endif()
@@ -70,14 +71,14 @@ execute_process(COMMAND awk -v contact=${QL_PACKAGE_CONTACT} -f cmake/debian/cha
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS CHANGELOG.md cmake/debian/changelog.awk)
 
 # The page of `qlproto report` carries the chart library with it, whose licence asks that its notice goes along.
-file(READ tools/qlproto/report/uPlot.LICENSE licence)
+file(READ tools/qlproto/trading/report/uPlot.LICENSE licence)
 string(REGEX MATCH "Copyright [^\n]*" copyright "${licence}")
 string(REGEX REPLACE "^.*\n\n(Permission)" "\\1" licence "${licence}")
 string(STRIP "${licence}" licence)
 string(REPLACE "\n" "\n " licence "${licence}")
 string(REPLACE "\n \n" "\n .\n" licence "${licence}")
 set(chart_library "
-Files: tools/qlproto/report/uPlot.*
+Files: tools/qlproto/trading/report/uPlot.*
 Copyright: ${copyright}
 License: Expat
  ${licence}

@@ -6,17 +6,18 @@
 #include <termios.h>
 #include <unistd.h>
 
+#include "Capture/Errors.h"
+#include "Capture/Reader.h"
 #include "tests/Folder.h"
 #include "tests/Sessions.h"
-#include "tools/qlproto/Capture.h"
-#include "tools/qlproto/CaptureScan.h"
-#include "tools/qlproto/Errors.h"
-#include "tools/qlproto/MessageReader.h"
-#include "tools/qlproto/analysis/LatencyStats.h"
+#include "tools/qlproto/messages/CaptureScan.h"
+#include "tools/qlproto/messages/MessageReader.h"
+#include "tools/qlproto/terminal/Errors.h"
+#include "tools/qlproto/trading/LatencyStats.h"
 
 namespace {
 
-using Capture = Module;
+using CaptureFile = Module;
 
 constexpr size_t FILE_HEADER = 24, HEADER = 16;
 
@@ -31,9 +32,9 @@ struct Outcome {
 Outcome read(const std::string& bytes) {
     const Folder folder;
     Outcome outcome;
-    qlproto::CaptureReader capture(folder.write("a.pcap", bytes));
+    Capture::Reader capture(folder.write("a.pcap", bytes));
     qlproto::MessageReader reader;
-    qlproto::Packet packet;
+    Capture::Packet packet;
     for (bool isThere = true; isThere;) {
         isThere = capture.next(packet);
         if (capture.damage() != nullptr) {
@@ -64,7 +65,7 @@ struct Original {
     std::map<uint64_t, Sent> packets;
 };
 
-TEST_F(Capture, OfEitherByteOrderAndResolutionIsRead) {
+TEST_F(CaptureFile, OfEitherByteOrderAndResolutionIsRead) {
     const std::vector<Sent> sent = session(1, 300);
     for (const bool swapped : {false, true}) {
         for (const uint32_t perSecond : {1'000'000u, 1'000'000'000u}) {
@@ -82,10 +83,10 @@ TEST_F(Capture, OfEitherByteOrderAndResolutionIsRead) {
             }
         }
     }
-    EXPECT_THROW(read(std::string("\x0A\x0D\x0D\x0A", 4) + std::string(40, 0)), qlproto::DamagedCapture);
+    EXPECT_THROW(read(std::string("\x0A\x0D\x0D\x0A", 4) + std::string(40, 0)), Capture::DamagedCapture);
 }
 
-TEST_F(Capture, DamagedInAHundredPlacesLosesNoGoodPacket) {
+TEST_F(CaptureFile, DamagedInAHundredPlacesLosesNoGoodPacket) {
     for (uint64_t seed = 1; seed <= 40; ++seed) {
         const Original original(seed, 2000);
         std::string bytes = original.bytes;
@@ -130,7 +131,7 @@ TEST_F(Capture, DamagedInAHundredPlacesLosesNoGoodPacket) {
 
 /// Bytes are replaced, put in or taken out. What was not hit comes out as what it is, whole or cut, and nothing comes
 /// out but where a record begins: one that was hit, perhaps a little before or after its place.
-TEST_F(Capture, CutToALengthAndDamagedLosesNothingAndInventsNothing) {
+TEST_F(CaptureFile, CutToALengthAndDamagedLosesNothingAndInventsNothing) {
     constexpr unsigned most = 18; // bytes of one damage: fewer than any record has, of which one could take the place
     for (const size_t length : {20u, 40u, 96u, 200u, 262144u}) {
         for (int damages = 0; damages < 400; damages += 20) {
@@ -186,7 +187,7 @@ TEST_F(Capture, CutToALengthAndDamagedLosesNothingAndInventsNothing) {
     }
 }
 
-TEST_F(Capture, TellsOnceWhatWasSkippedAndWhere) {
+TEST_F(CaptureFile, TellsOnceWhatWasSkippedAndWhere) {
     const Original original(3, 100);
     auto it = std::next(original.packets.begin(), 50);
     const uint64_t first = it->first, second = (++it)->first;
@@ -222,7 +223,7 @@ TEST_F(Capture, TellsOnceWhatWasSkippedAndWhere) {
     }
 }
 
-TEST_F(Capture, EmptyPacketsArePacketsButAHoleIsDamage) {
+TEST_F(CaptureFile, EmptyPacketsArePacketsButAHoleIsDamage) {
     const std::vector<Sent> sent = session(4, 40);
     std::string bytes = CaptureForm().header();
     for (const Sent& it : sent)
@@ -240,7 +241,7 @@ TEST_F(Capture, EmptyPacketsArePacketsButAHoleIsDamage) {
 }
 
 /// Text can be a record. It is one only where records are looked for.
-TEST_F(Capture, RecordsInsidePacketsAreNone) {
+TEST_F(CaptureFile, RecordsInsidePacketsAreNone) {
     const std::vector<Sent> sent = session(5, 20);
     const std::string inner = CaptureForm().record(sent[3]);
     const Sent json{sent[4].time, std::string("\x15\xF2", 2) + static_cast<char>(inner.size() + 2) + 'a' + inner + 'z'};
@@ -263,7 +264,7 @@ TEST_F(Capture, RecordsInsidePacketsAreNone) {
 }
 
 /// Headers that make every place look like a long packet cost no more than other junk, and hide nothing behind it.
-TEST_F(Capture, CraftedHeadersHideNoGoodPacket) {
+TEST_F(CaptureFile, CraftedHeadersHideNoGoodPacket) {
     const auto word = [](uint32_t number) { return std::string(reinterpret_cast<const char*>(&number), 4); };
     for (const uint32_t seconds : {0x01010101u, 1'709'535'600u}) {
         for (const uint32_t original : {200'000u, 262'144u}) {
@@ -283,7 +284,7 @@ TEST_F(Capture, CraftedHeadersHideNoGoodPacket) {
 }
 
 /// A terminal whose other end has gone gives what was written, then an error.
-TEST_F(Capture, AReadErrorComesAfterWhatWasReadAndIsNoEnd) {
+TEST_F(CaptureFile, AReadErrorComesAfterWhatWasReadAndIsNoEnd) {
     const std::vector<Sent> sent = session(7, 10);
     std::string bytes = CaptureForm().header();
     for (const Sent& it : sent) bytes += CaptureForm().record(it);
@@ -303,25 +304,25 @@ TEST_F(Capture, AReadErrorComesAfterWhatWasReadAndIsNoEnd) {
 
         qlproto::CaptureScan scan;
         if (isParallel)
-            EXPECT_THROW(scan.gather<qlproto::LatencyStats>("-"), qlproto::IoError);
+            EXPECT_THROW(scan.gather<qlproto::LatencyStats>("-"), Capture::IoError);
         else
-            EXPECT_THROW(scan.run("-", [](const auto&...) {}), qlproto::IoError);
+            EXPECT_THROW(scan.run("-", [](const auto&...) {}), Capture::IoError);
         EXPECT_EQ(scan.messages(), sent.size()) << isParallel;
     }
 }
 
 /// Standard input that is closed stays closed, whatever files are opened.
-TEST_F(Capture, AClosedStandardInputIsAnError) {
+TEST_F(CaptureFile, AClosedStandardInputIsAnError) {
     const Folder folder;
     const std::string path = folder.write("a.pcap", CaptureForm().header());
     close(STDIN_FILENO);
-    qlproto::CaptureReader file(path);
-    EXPECT_THROW(qlproto::CaptureReader("-"), qlproto::IoError);
+    Capture::Reader file(path);
+    EXPECT_THROW(Capture::Reader("-"), Capture::IoError);
     open("/", O_RDONLY | O_DIRECTORY); // as standard input
-    EXPECT_THROW(qlproto::CaptureReader("-"), qlproto::IoError);
+    EXPECT_THROW(Capture::Reader("-"), Capture::IoError);
 }
 
-TEST_F(Capture, OfRandomBytesEndsInOneFault) {
+TEST_F(CaptureFile, OfRandomBytesEndsInOneFault) {
     qlproto::session::Rng rng(5);
     std::string bytes = CaptureForm().header();
     for (int i = 0; i < 3'000'000; ++i) bytes += static_cast<char>(rng.next());

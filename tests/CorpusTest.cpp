@@ -17,7 +17,7 @@
 #include "tests/Hex.h"
 #include "tests/Module.h"
 #include "tests/ToolFolder.h"
-#include "tools/qlproto/MessageLine.h"
+#include "tools/qlproto/messages/MessageLine.h"
 
 namespace {
 

@@ -16,11 +16,11 @@
 #include "tests/Samples.h"
 #include "tests/Sessions.h"
 #include "tests/ToolFolder.h"
-#include "tools/qlproto/MessageReader.h"
+#include "tools/qlproto/messages/MessageReader.h"
 
 using namespace Quillon;
+using Capture::identifierOf;
 using nlohmann::json;
-using qlproto::identifierOf;
 
 namespace {
 
@@ -37,7 +37,7 @@ Packets oneOfEach(const Packets& packets) {
     Packets firsts;
     std::set<MsgType_t> seen;
     for (const std::string& it : packets)
-        if (seen.insert(identifierOf(it)).second) firsts.push_back(it);
+        if (seen.insert(Capture::identifierOf(it)).second) firsts.push_back(it);
     return firsts;
 }
 
@@ -48,7 +48,7 @@ Packets samples() {
         messages([&]<class T>(Velmora::of<T>, const char*) {
             InBlock<T> it(1 << 20);
             Sample(Filling::extreme, seed).fill(*it);
-            packets.push_back(qlproto::identifierBytes(T::ID) + encoded(*it));
+            packets.push_back(Capture::identifierBytes(T::ID) + encoded(*it));
             return true;
         });
     return packets;
@@ -87,7 +87,7 @@ class Comparison {
   public:
     void message(const std::string& packet, json& shown) {
         ASSERT_TRUE(_reader.read(packet)) << _reader.fault();
-        const MsgType_t id = identifierOf(packet);
+        const MsgType_t id = Capture::identifierOf(packet);
         const Inspect::TypeInfo& type = *Inspect::reflect(id);
         json expected = json::parse(Inspect::to_json(id, _reader.message()));
         if (id == PadMessage::ID) expected["padding"] = packet.substr(4); // shown as written, not as read
@@ -244,7 +244,7 @@ TEST_F(Dissector, FiltersByFieldNames) {
     for (const Case& it : cases) {
         std::set<size_t> expected;
         for (size_t i = 0; i < packets.size(); ++i)
-            if (identifierOf(packets[i]) == it.id && reader.read(packets[i])
+            if (Capture::identifierOf(packets[i]) == it.id && reader.read(packets[i])
                 && it.matches(json::parse(Inspect::to_json(it.id, reader.message()))))
                 expected.insert(i);
         EXPECT_FALSE(expected.empty()) << it.filter;

@@ -1,7 +1,7 @@
 // Hexadecimal text of people and programs.
-#include "tools/qlproto/Hex.h"
-
 #include <gtest/gtest.h>
+
+#include "tools/qlproto/messages/Hex.h"
 
 namespace {
 

@@ -1,14 +1,13 @@
 // What the tool tells about itself: the manual page, and completions as the shells themselves work them out.
-#include "tools/qlproto/Arguments.h"
-#include "tools/qlproto/manual/Completion.h"
-#include "tools/qlproto/manual/ManualPage.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <set>
 
 #include "tests/ToolFolder.h"
+#include "tools/qlproto/commands/Arguments.h"
+#include "tools/qlproto/manual/Completion.h"
+#include "tools/qlproto/manual/ManualPage.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
-#include "tools/qlproto/OrderedPipeline.h"
-
 #include <atomic>
 #include <stdexcept>
 
 #include <gtest/gtest.h>
+
+#include "tools/qlproto/messages/OrderedPipeline.h"
 
 namespace {
 

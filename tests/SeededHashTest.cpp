@@ -1,6 +1,4 @@
 // The hash of tables whose keys come from strangers.
-#include "tools/qlproto/SeededHash.h"
-
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
@@ -9,6 +7,8 @@
 #include <string>
 
 #include <gtest/gtest.h>
+
+#include "tools/qlproto/messages/SeededHash.h"
 
 namespace {
 

@@ -6,19 +6,19 @@
 #include <vector>
 
 #include "tests/Module.h"
-#include "tools/qlproto/session/Session.h"
+#include "tools/qlproto/trading/session/Session.h"
 
 struct Sent {
     int64_t time;
     std::string bytes;
     bool operator==(const Sent&) const = default;
-    Velmora::MsgType_t id() const { return qlproto::identifierOf(bytes); }
+    Velmora::MsgType_t id() const { return Capture::identifierOf(bytes); }
 };
 
 inline std::vector<Sent> session(uint64_t seed, uint64_t messages) {
-    struct Memory : qlproto::PacketSink {
+    struct Memory : Capture::PacketSink {
         std::vector<Sent> packets;
-        void packet(const qlproto::Packet& packet) override {
+        void packet(const Capture::Packet& packet) override {
             packets.push_back({packet.time, std::string(packet.bytes)});
         }
     } memory;

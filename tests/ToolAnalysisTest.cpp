@@ -10,13 +10,13 @@
 
 #include "tests/Sessions.h"
 #include "tests/ToolFolder.h"
-#include "tools/qlproto/CaptureScan.h"
-#include "tools/qlproto/Plot.h"
-#include "tools/qlproto/Table.h"
 #include "tools/qlproto/analysis/Histogram.h"
-#include "tools/qlproto/analysis/LatencyStats.h"
 #include "tools/qlproto/analysis/PacketSpool.h"
 #include "tools/qlproto/analysis/RateSeries.h"
+#include "tools/qlproto/messages/CaptureScan.h"
+#include "tools/qlproto/terminal/Plot.h"
+#include "tools/qlproto/terminal/Table.h"
+#include "tools/qlproto/trading/LatencyStats.h"
 
 using namespace Quillon;
 using nlohmann::json;
@@ -412,7 +412,7 @@ TEST_F(Analysis, SpooledPacketsComeBackFromMemoryAndFromAFile) {
         qlproto::PacketSpool spool;
         for (uint64_t i = 0; i < count; ++i) spool.add({sent[i % 1000].time, sent[i % 1000].bytes}, i);
         uint64_t expected = 0;
-        spool.forEach([&](const qlproto::Packet& packet, uint64_t number) {
+        spool.forEach([&](const Capture::Packet& packet, uint64_t number) {
             ASSERT_EQ(number, expected);
             ASSERT_EQ(packet.time, sent[expected % 1000].time);
             ASSERT_EQ(packet.bytes, sent[expected++ % 1000].bytes);

@@ -6,8 +6,8 @@
 #include "tests/Hex.h"
 #include "tests/Sessions.h"
 #include "tests/ToolFolder.h"
-#include "tools/qlproto/Annotation.h"
-#include "tools/qlproto/Names.h"
+#include "tools/qlproto/messages/Annotation.h"
+#include "tools/qlproto/messages/Names.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include <nlohmann/json.hpp>
 
 #include "tests/ToolFolder.h"
-#include "tools/qlproto/Names.h"
+#include "tools/qlproto/messages/Names.h"
 
 namespace {
 

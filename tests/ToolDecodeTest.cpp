@@ -5,8 +5,8 @@
 
 #include "tests/Sessions.h"
 #include "tests/ToolFolder.h"
-#include "tools/qlproto/Filter.h"
-#include "tools/qlproto/TimeText.h"
+#include "tools/qlproto/messages/Filter.h"
+#include "tools/qlproto/terminal/TimeText.h"
 
 namespace {
 

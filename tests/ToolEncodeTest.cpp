@@ -3,15 +3,15 @@
 
 #include <gtest/gtest.h>
 
+#include "Capture/Verification.h"
 #include "Inspect/Checked.h"
 #include "Inspect/Json.h"
 #include "tests/Hex.h"
 #include "tests/Sessions.h"
 #include "tests/ToolFolder.h"
-#include "tools/qlproto/LineReader.h"
-#include "tools/qlproto/MessageLine.h"
-#include "tools/qlproto/TimeText.h"
-#include "tools/qlproto/Verification.h"
+#include "tools/qlproto/messages/LineReader.h"
+#include "tools/qlproto/messages/MessageLine.h"
+#include "tools/qlproto/terminal/TimeText.h"
 
 namespace {
 
@@ -31,7 +31,7 @@ TEST_F(Encode, MakesThePacketsThatTheLinesWereMadeOf) {
                                  + decoded.descriptor->name() + "\", \"id\": " + std::to_string(it.id())
                                  + ", \"body\": " + Inspect::to_json(it.id(), decoded.object) + "}";
         decoded.descriptor->destroy(decoded.object);
-        const Packet packet = reader.read(line);
+        const Capture::Packet packet = reader.read(line);
         ASSERT_EQ(packet.time, it.time) << line;
         ASSERT_EQ(hex(packet.bytes), hex(it.bytes)) << line;
         ++lines;
@@ -104,8 +104,9 @@ TEST_F(Encode, GivesBackTheBytesOfWhateverDecodePrints) {
     for (const Sent& it : ::session(6, 2000)) packets.emplace_back(it.time, it.bytes); // with pads
     for (const char* bytes : {"24d08e00", "24d0", "0300", "02000000", "02000300616263", "24d00e"})
         packets.emplace_back(packets.back().first + 1, unhex(bytes));
-    const std::string quote = identifierBytes(Quillon::QuoteRequestMessage::ID) + unhex("000002000007090000000000"),
-                      request = identifierBytes(Quillon::RequestMessage::ID) + unhex("00004f");
+    const std::string quote = Capture::identifierBytes(Quillon::QuoteRequestMessage::ID)
+                              + unhex("000002000007090000000000"),
+                      request = Capture::identifierBytes(Quillon::RequestMessage::ID) + unhex("00004f");
     packets.insert(packets.end(), {{INT64_C(2'000'000'000), quote}, {INT64_C(3'000'000'000), request}});
     folder.store("a.pcap", packets);
     folder.run("qlproto decode --format json a.pcap >a.json");

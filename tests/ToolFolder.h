@@ -5,9 +5,9 @@
 #include <utility>
 #include <vector>
 
+#include "Capture/Writer.h"
 #include "generated/QLProtocol/QLProtocol.h"
 #include "tests/Folder.h"
-#include "tools/qlproto/Capture.h"
 
 class ToolFolder : public Folder {
   public:
@@ -20,7 +20,7 @@ class ToolFolder : public Folder {
     }
 
     void store(const std::string& name, const std::vector<Packet>& packets) const {
-        qlproto::CaptureWriter writer(path(name));
+        Capture::Writer writer(path(name));
         for (const auto& [time, bytes] : packets) writer.packet({time, bytes});
         writer.close();
     }
@@ -34,6 +34,6 @@ class ToolFolder : public Folder {
         fill(message);
         Velmora::FastCodec codec(bytes, bytes + sizeof(bytes));
         message.write(codec);
-        return qlproto::identifierBytes(Message::ID) + std::string(bytes, codec.size());
+        return Capture::identifierBytes(Message::ID) + std::string(bytes, codec.size());
     }
 };

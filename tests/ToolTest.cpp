@@ -11,7 +11,7 @@
 #include "generated/QLProtocol/MsgHandler.h"
 #include "tests/Sessions.h"
 #include "tests/ToolFolder.h"
-#include "tools/qlproto/MessageReader.h"
+#include "tools/qlproto/messages/MessageReader.h"
 
 using namespace Quillon;
 
@@ -325,7 +325,7 @@ TEST_F(Reader, SurvivesBodiesOfAnyBytes) {
     int sound = 0;
     for (size_t i = 0; i < count; ++i) {
         for (int trial = 0; trial < 60; ++trial) {
-            std::string packet = qlproto::identifierBytes(static_cast<MsgType_t>(ids[i]));
+            std::string packet = Capture::identifierBytes(static_cast<MsgType_t>(ids[i]));
             const int64_t length = rng.between(0, trial % 10 == 0 ? 3000 : 60);
             for (int64_t k = 0; k < length; ++k)
                 packet += trial % 3 == 0 ? '\xFF' : static_cast<char>(rng.between(0, 255));

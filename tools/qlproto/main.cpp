@@ -5,12 +5,13 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include "Capture/Errors.h"
+#include "Capture/Output.h"
 #include "generated/QLProtocol/QLProtocol.h"
-#include "tools/qlproto/Errors.h"
-#include "tools/qlproto/Filter.h"
-#include "tools/qlproto/Output.h"
 #include "tools/qlproto/commands/Commands.h"
 #include "tools/qlproto/manual/HelpFormatter.h"
+#include "tools/qlproto/messages/Filter.h"
+#include "tools/qlproto/terminal/Errors.h"
 
 namespace {
 
@@ -55,7 +56,7 @@ int answer(const CLI::App& app, const CLI::ParseError& error) {
     if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
         std::ostringstream text;
         app.exit(error, text);
-        qlproto::writeText(text.str());
+        Capture::writeText(text.str());
         return qlproto::EXIT_FINE;
     }
     fail(qlproto::EXIT_USAGE, error);
@@ -111,11 +112,11 @@ int main(int argc, char** argv) {
     std::signal(SIGXFSZ, SIG_IGN);
     try {
         return run(argc, argv);
-    } catch (const qlproto::ClosedPipe&) {
+    } catch (const Capture::ClosedPipe&) {
         return qlproto::EXIT_FINE;
     } catch (const qlproto::FilterError& error) {
         return fail(qlproto::EXIT_USAGE, error);
-    } catch (const qlproto::DamagedCapture& error) {
+    } catch (const Capture::DamagedCapture& error) {
         return fail(qlproto::EXIT_BAD_DATA, error);
     } catch (const std::exception& error) { // IoError, or memory or threads are lacking
         return fail(qlproto::EXIT_IO, error);

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <string_view>
 
-#include "tools/qlproto/Packet.h"
-#include "tools/qlproto/SeededHash.h"
+#include "Capture/Packet.h"
+#include "tools/qlproto/messages/SeededHash.h"
 
 namespace qlproto {
 
@@ -12,7 +12,7 @@ namespace {
 
 /// What packets of the same type have in common; so have those that are too short for one.
 int typeOf(const CaptureDiff::Side& side) {
-    return side.packet.size() < IDENTIFIER_SIZE ? -1 : identifierOf(side.packet);
+    return side.packet.size() < Capture::IDENTIFIER_SIZE ? -1 : Capture::identifierOf(side.packet);
 }
 
 /// What is equal for runs of `run` packets that are equal. Runs that end early equal those alone that end alike.

@@ -5,9 +5,9 @@
 
 #include <nlohmann/json.hpp>
 
+#include "Capture/Packet.h"
 #include "Inspect/Json.h"
 #include "Inspect/Values.h"
-#include "tools/qlproto/Packet.h"
 
 namespace qlproto {
 
@@ -97,7 +97,7 @@ std::vector<FlatField> flatFields(Velmora::MsgType_t id, const void* message, co
 }
 
 std::string valueBytes(Velmora::MsgType_t id, const void* message, const std::vector<std::string>& ignored) {
-    Packer packer(ignored, identifierBytes(id));
+    Packer packer(ignored, Capture::identifierBytes(id));
     Inspect::walk_values(id, message, packer);
     return std::move(packer.bytes);
 }

@@ -8,20 +8,20 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
-#include "tools/qlproto/Errors.h"
+#include "Capture/Errors.h"
 
 namespace qlproto {
 
 namespace {
 
-[[noreturn]] void fail() { throw IoError(fmt::format("temporary file: {}", std::strerror(errno))); }
+[[noreturn]] void fail() { throw Capture::IoError(fmt::format("temporary file: {}", std::strerror(errno))); }
 
 /// A file that goes when it is closed, in TMPDIR or /tmp.
 std::FILE* openTemporary() {
     std::error_code error;
     std::string path = (std::filesystem::temp_directory_path(error) / "qlproto-XXXXXX").string();
     const int fd = error ? -1 : mkstemp(path.data());
-    if (fd < 0) throw IoError(fmt::format("{}: {}", path, error ? error.message() : std::strerror(errno)));
+    if (fd < 0) throw Capture::IoError(fmt::format("{}: {}", path, error ? error.message() : std::strerror(errno)));
     unlink(path.c_str());
     std::FILE* const file = fdopen(fd, "w+b");
     if (file == nullptr) fail();
@@ -30,7 +30,7 @@ std::FILE* openTemporary() {
 
 } // namespace
 
-void PacketSpool::add(const Packet& packet, uint64_t number) {
+void PacketSpool::add(const Capture::Packet& packet, uint64_t number) {
     const Head head{packet.time, number, packet.bytes.size()};
     if (_held.size() + sizeof(head) + head.size > CAPACITY) spill();
     _held.append(reinterpret_cast<const char*>(&head), sizeof(head)).append(packet.bytes);

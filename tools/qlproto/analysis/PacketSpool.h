@@ -7,16 +7,16 @@
 #include <memory>
 #include <string>
 
-#include "tools/qlproto/Packet.h"
+#include "Capture/Packet.h"
 
 namespace qlproto {
 
 class PacketSpool {
   public:
-    using Visit = std::function<void(const Packet& packet, uint64_t number)>;
+    using Visit = std::function<void(const Capture::Packet& packet, uint64_t number)>;
 
     /// Keeps a packet and its number. Throws IoError.
-    void add(const Packet& packet, uint64_t number);
+    void add(const Capture::Packet& packet, uint64_t number);
 
     /// Goes through all packets in the order they came in; their offsets are not kept. The last thing to be done.
     /// Throws IoError.

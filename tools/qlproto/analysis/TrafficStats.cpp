@@ -7,11 +7,12 @@
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
-#include "tools/qlproto/Errors.h"
+#include "Capture/Errors.h"
+#include "tools/qlproto/terminal/Errors.h"
 
 namespace qlproto {
 
-void TrafficStats::add(const Packet& packet, const MessageReader& reader) {
+void TrafficStats::add(const Capture::Packet& packet, const MessageReader& reader) {
     const Place it{packet.time, static_cast<std::size_t>(reader.descriptor().index()), packet.bytes.size()};
     _traffic[it.index].bytes += it.bytes;
     _traffic[it.index].sizes.add(static_cast<int64_t>(it.bytes));
@@ -55,7 +56,7 @@ std::vector<std::size_t> TrafficStats::byFrequency() const {
 void tellOutOfTime(const TrafficStats& stats) {
     if (stats.outOfTime() == 0) return;
     tell(fmt::format("{} more than an hour away from all around: not in rates over time",
-                     counted(stats.outOfTime(), "packet")));
+                     Capture::counted(stats.outOfTime(), "packet")));
 }
 
 nlohmann::ordered_json trafficJson(const TrafficStats::Traffic& traffic, double seconds) {

@@ -12,10 +12,10 @@
 
 #include <nlohmann/json_fwd.hpp>
 
-#include "tools/qlproto/MessageReader.h"
 #include "tools/qlproto/analysis/Histogram.h"
 #include "tools/qlproto/analysis/Messages.h"
 #include "tools/qlproto/analysis/RateSeries.h"
+#include "tools/qlproto/messages/MessageReader.h"
 
 namespace qlproto {
 
@@ -35,7 +35,7 @@ class TrafficStats {
 
     static constexpr int64_t GAP = 3'600'000'000'000; ///< nanoseconds
 
-    void add(const Packet& packet, const MessageReader& reader);
+    void add(const Capture::Packet& packet, const MessageReader& reader);
 
     /// Messages that are counted, but left out of the spread over time.
     uint64_t outOfTime() const { return _outOfTime + (_doubtful ? 1 : 0); }

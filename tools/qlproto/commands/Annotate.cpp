@@ -7,15 +7,16 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
-#include "tools/qlproto/Annotation.h"
-#include "tools/qlproto/Arguments.h"
-#include "tools/qlproto/ByteWindow.h"
-#include "tools/qlproto/Capture.h"
-#include "tools/qlproto/Errors.h"
-#include "tools/qlproto/Hex.h"
-#include "tools/qlproto/Names.h"
-#include "tools/qlproto/Output.h"
+#include "Capture/ByteWindow.h"
+#include "Capture/Errors.h"
+#include "Capture/Output.h"
+#include "Capture/Reader.h"
+#include "tools/qlproto/commands/Arguments.h"
 #include "tools/qlproto/commands/Commands.h"
+#include "tools/qlproto/messages/Annotation.h"
+#include "tools/qlproto/messages/Hex.h"
+#include "tools/qlproto/messages/Names.h"
+#include "tools/qlproto/terminal/Errors.h"
 
 namespace qlproto {
 
@@ -32,28 +33,29 @@ struct Options {
 
 /// A whole file of `longest` bytes at most.
 std::string contentOf(const std::string& path, std::size_t longest) {
-    ByteWindow input(path);
+    Capture::ByteWindow input(path);
     const std::string_view bytes = input.peek(longest + 1);
     if (bytes.size() > longest)
-        throw DamagedCapture(
-            fmt::format("{}: more than the {} that a packet can have", input.name(), counted(MAX_PACKET, "byte")));
+        throw Capture::DamagedCapture(fmt::format("{}: more than the {} that a packet can have", input.name(),
+                                                  Capture::counted(Capture::MAX_PACKET, "byte")));
     return std::string(bytes);
 }
 
 /// The bytes of that packet of a capture.
 std::string packetOf(const std::string& path, uint64_t number) {
-    CaptureReader capture(path);
-    Packet packet;
+    Capture::Reader capture(path);
+    Capture::Packet packet;
     for (uint64_t i = 0; i < number; ++i)
         if (!capture.next(packet))
-            throw DamagedCapture(fmt::format("{}: has no packet {}, only {}", path, number, counted(i, "packet")));
+            throw Capture::DamagedCapture(
+                fmt::format("{}: has no packet {}, only {}", path, number, Capture::counted(i, "packet")));
     return std::string(packet.bytes);
 }
 
 /// A file where there is one of that name, else hexadecimal text.
 std::string bytesOf(const Options& options) {
     if (options.packet != 0) return packetOf(options.input, options.packet);
-    if (options.isRaw) return contentOf(options.input, MAX_PACKET);
+    if (options.isRaw) return contentOf(options.input, Capture::MAX_PACKET);
     const bool isFile = options.input == "-" || ::access(options.input.c_str(), F_OK) == 0;
     return bytesFromHex(isFile ? contentOf(options.input, LONGEST_HEX) : options.input);
 }
@@ -63,12 +65,12 @@ int annotateBytes(const Options& options, std::string_view bytes) {
     if (!options.type.empty()) {
         message = findMessage(options.type);
     } else {
-        if (bytes.size() < IDENTIFIER_SIZE) {
-            tell(fmt::format("qlproto: {} cannot hold an identifier", counted(bytes.size(), "byte")));
+        if (bytes.size() < Capture::IDENTIFIER_SIZE) {
+            tell(fmt::format("qlproto: {} cannot hold an identifier", Capture::counted(bytes.size(), "byte")));
             return EXIT_BAD_DATA;
         }
-        const Velmora::MsgType_t id = identifierOf(bytes);
-        bytes.remove_prefix(IDENTIFIER_SIZE);
+        const Velmora::MsgType_t id = Capture::identifierOf(bytes);
+        bytes.remove_prefix(Capture::IDENTIFIER_SIZE);
         message = findMessage(std::to_string(id));
         if (message == nullptr) {
             tell(fmt::format("qlproto: unknown message identifier {} (0x{:04X})", id, id));
@@ -77,8 +79,8 @@ int annotateBytes(const Options& options, std::string_view bytes) {
     }
     const Annotation annotation =
         annotate(*message, bytes, options.policy, options.redact ? Inspect::Secrets::hide : Inspect::Secrets::show);
-    writeText(fmt::format("{} {} (0x{:04X}), body of {}\n{}", message->type->name, message->id, message->id,
-                          counted(bytes.size(), "byte"), annotation.text));
+    Capture::writeText(fmt::format("{} {} (0x{:04X}), body of {}\n{}", message->type->name, message->id, message->id,
+                                   Capture::counted(bytes.size(), "byte"), annotation.text));
     if (annotation.fault) return EXIT_FINE;
     tell(fmt::format("qlproto: {}: {}", message->type->name, annotation.fault.text()));
     return EXIT_BAD_DATA;

@@ -4,11 +4,12 @@
 
 #include <fmt/format.h>
 
-#include "tools/qlproto/Arguments.h"
-#include "tools/qlproto/Errors.h"
-#include "tools/qlproto/Output.h"
+#include "Capture/Errors.h"
+#include "Capture/Output.h"
+#include "tools/qlproto/commands/Arguments.h"
 #include "tools/qlproto/commands/Commands.h"
 #include "tools/qlproto/corpus/Vectors.h"
+#include "tools/qlproto/terminal/Errors.h"
 
 namespace qlproto {
 
@@ -17,9 +18,9 @@ namespace {
 int writeCorpus(const std::filesystem::path& folder) {
     std::error_code error;
     std::filesystem::create_directories(folder, error);
-    if (error) throw IoError(fmt::format("{}: {}", folder.string(), error.message()));
+    if (error) throw Capture::IoError(fmt::format("{}: {}", folder.string(), error.message()));
     for (const Inspect::MessageInfo& message : Inspect::all_messages())
-        writeText(corpus::vectorLines(message), folder / (std::string(message.type->name) + ".ndjson"));
+        Capture::writeText(corpus::vectorLines(message), folder / (std::string(message.type->name) + ".ndjson"));
     return EXIT_FINE;
 }
 

@@ -3,17 +3,18 @@
 
 #include <unistd.h>
 
-#include "tools/qlproto/Arguments.h"
-#include "tools/qlproto/ByteWindow.h"
-#include "tools/qlproto/CaptureScan.h"
-#include "tools/qlproto/Filter.h"
-#include "tools/qlproto/Hex.h"
-#include "tools/qlproto/LineReader.h"
-#include "tools/qlproto/Names.h"
-#include "tools/qlproto/Output.h"
-#include "tools/qlproto/Rendering.h"
-#include "tools/qlproto/Terminal.h"
+#include "Capture/ByteWindow.h"
+#include "Capture/Errors.h"
+#include "Capture/Output.h"
+#include "tools/qlproto/commands/Arguments.h"
 #include "tools/qlproto/commands/Commands.h"
+#include "tools/qlproto/messages/CaptureScan.h"
+#include "tools/qlproto/messages/Filter.h"
+#include "tools/qlproto/messages/Hex.h"
+#include "tools/qlproto/messages/LineReader.h"
+#include "tools/qlproto/messages/Names.h"
+#include "tools/qlproto/messages/Rendering.h"
+#include "tools/qlproto/terminal/Terminal.h"
 
 namespace qlproto {
 
@@ -31,11 +32,11 @@ struct Options {
 };
 
 int decodeCapture(const Options& options, const Filter& filter) {
-    Output output;
+    Capture::Output output;
     struct Handle {
         const Filter& filter;
         std::unique_ptr<Rendering> rendering;
-        void operator()(const Packet& packet, const MessageReader& reader, std::string& text) const {
+        void operator()(const Capture::Packet& packet, const MessageReader& reader, std::string& text) const {
             if (filter.takes(packet, reader)) rendering->append(packet, reader, text);
         }
     };
@@ -56,7 +57,7 @@ int decodeCapture(const Options& options, const Filter& filter) {
         left = 0;
         return last.packet;
     };
-    const bool isRead = whileRead([&] {
+    const bool isRead = Capture::whileRead([&] {
         if (left != 0) scan.runParallel(options.input, handles, write, [&] { output.flush(); });
         output.close();
     });
@@ -70,7 +71,7 @@ class Bytes {
     Bytes(const Options& options, const Filter& filter)
         : _filter(filter), _left(options.first), _rendering(withoutTime(options.rendering)) {
         if (options.type.empty()) return;
-        _identifier = identifierBytes(findMessage(options.type)->id);
+        _identifier = Capture::identifierBytes(findMessage(options.type)->id);
     }
 
     void decode(const std::string& where, std::string_view bytes) {
@@ -102,16 +103,16 @@ class Bytes {
     std::string _identifier;
     MessageReader _reader;
     Rendering _rendering;
-    Output _output;
+    Capture::Output _output;
     std::string _text;
     int _exitCode = EXIT_FINE;
 };
 
 int decodeRaw(const Options& options, const Filter& filter) {
-    ByteWindow input(options.input);
+    Capture::ByteWindow input(options.input);
     Bytes bytes(options, filter);
-    whileRead([&] {
-        bytes.decode(input.name(), input.peek(MAX_PACKET + 1));
+    Capture::whileRead([&] {
+        bytes.decode(input.name(), input.peek(Capture::MAX_PACKET + 1));
         bytes.finish();
     });
     return bytes.exitCode();
@@ -120,7 +121,7 @@ int decodeRaw(const Options& options, const Filter& filter) {
 int decodeHex(const Options& options, const Filter& filter) {
     LineReader lines(options.input, LONGEST_HEX);
     Bytes bytes(options, filter);
-    whileRead([&] {
+    Capture::whileRead([&] {
         for (std::string_view line; lines.next(line);) {
             const std::string where = fmt::format("{}:{}", lines.name(), lines.number());
             if (line.find_first_not_of(" \t\r") == line.npos) continue;

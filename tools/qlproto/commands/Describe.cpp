@@ -3,12 +3,13 @@
 
 #include <fmt/format.h>
 
-#include "tools/qlproto/Errors.h"
-#include "tools/qlproto/Names.h"
-#include "tools/qlproto/Output.h"
-#include "tools/qlproto/Table.h"
-#include "tools/qlproto/WireForm.h"
+#include "Capture/Errors.h"
+#include "Capture/Output.h"
 #include "tools/qlproto/commands/Commands.h"
+#include "tools/qlproto/messages/Names.h"
+#include "tools/qlproto/messages/WireForm.h"
+#include "tools/qlproto/terminal/Errors.h"
+#include "tools/qlproto/terminal/Table.h"
 
 namespace qlproto {
 
@@ -34,9 +35,9 @@ int describe(const std::string& name) {
     table.add({"field", "type", "bytes", "encoding"});
     addFields(table, *found.type, 0);
 
-    writeText(fmt::format("{}: {}, {}, {} bytes on the wire, {} in memory without what it owns\n\n{}", found.type->name,
-                          kind, counted(found.type->fields.size(), "field"), sizeText(wireForm(*found.type)),
-                          found.type->memorySize, table.text(2)));
+    Capture::writeText(fmt::format("{}: {}, {}, {} bytes on the wire, {} in memory without what it owns\n\n{}",
+                                   found.type->name, kind, Capture::counted(found.type->fields.size(), "field"),
+                                   sizeText(wireForm(*found.type)), found.type->memorySize, table.text(2)));
     return EXIT_FINE;
 }
 

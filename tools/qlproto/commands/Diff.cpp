@@ -6,16 +6,18 @@
 
 #include <fmt/format.h>
 
+#include "Capture/Errors.h"
+#include "Capture/Output.h"
+#include "Capture/Reader.h"
+#include "Capture/Verification.h"
 #include "Inspect/Display.h"
-#include "tools/qlproto/Arguments.h"
-#include "tools/qlproto/Capture.h"
-#include "tools/qlproto/Errors.h"
-#include "tools/qlproto/MessageReader.h"
-#include "tools/qlproto/Output.h"
-#include "tools/qlproto/Terminal.h"
 #include "tools/qlproto/analysis/CaptureDiff.h"
 #include "tools/qlproto/analysis/FlatFields.h"
+#include "tools/qlproto/commands/Arguments.h"
 #include "tools/qlproto/commands/Commands.h"
+#include "tools/qlproto/messages/MessageReader.h"
+#include "tools/qlproto/terminal/Errors.h"
+#include "tools/qlproto/terminal/Terminal.h"
 
 namespace qlproto {
 
@@ -38,7 +40,7 @@ class Comparer {
     /// its text, so that its values do not tell all.
     std::optional<std::string> key(const std::string& packet) {
         if (_ignored.empty() || !_reader.read(packet)) return std::nullopt;
-        if (_reader.descriptor().id() == Quillon::PadMessage::ID && !isIgnored("padding")) return std::nullopt;
+        if (Capture::isPad(_reader.descriptor().id()) && !isIgnored("padding")) return std::nullopt;
         return valueBytes(_reader.descriptor().id(), _reader.message(), _ignored);
     }
 
@@ -97,9 +99,9 @@ class Source {
     Source(const std::string& path, Comparer& comparer) : _path(path), _capture(path), _comparer(comparer) {}
 
     bool next(Side& side) {
-        Packet packet;
+        Capture::Packet packet;
         const bool isThere = _capture.next(packet);
-        if (const Damage* const damage = _capture.damage()) {
+        if (const Capture::Damage* const damage = _capture.damage()) {
             tell(fmt::format("qlproto: {} after packet {}: {}", _path, _packets, damage->text()));
             _isDamaged = true;
         }
@@ -114,7 +116,7 @@ class Source {
 
   private:
     std::string _path;
-    CaptureReader _capture;
+    Capture::Reader _capture;
     Comparer& _comparer;
     uint64_t _packets = 0;
     bool _isDamaged = false;
@@ -123,7 +125,7 @@ class Source {
 int diff(const Options& options) {
     Comparer comparer(options.ignored);
     Source a(options.a, comparer), b(options.b, comparer);
-    Output output;
+    Capture::Output output;
     uint64_t told = 0;
 
     CaptureDiff diff(
@@ -142,7 +144,7 @@ int diff(const Options& options) {
             }
             output.append("\n");
         });
-    whileRead([&] {
+    Capture::whileRead([&] {
         diff.run();
         const uint64_t untold = diff.different() + diff.onlyInA() + diff.onlyInB() - told;
         if (untold != 0) output.append(fmt::format("and {} more\n", untold));

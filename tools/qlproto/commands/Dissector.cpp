@@ -6,12 +6,12 @@
 
 #include <fmt/format.h>
 
+#include "Capture/Output.h"
 #include "Inspect/Reflection.h"
-#include "tools/qlproto/Arguments.h"
-#include "tools/qlproto/Errors.h"
-#include "tools/qlproto/Output.h"
+#include "tools/qlproto/commands/Arguments.h"
 #include "tools/qlproto/commands/Commands.h"
 #include "tools/qlproto/dissector/Runtime.h"
+#include "tools/qlproto/terminal/Errors.h"
 
 namespace qlproto {
 
@@ -83,9 +83,10 @@ class Tables {
 };
 
 int dissector(const std::string& path) {
-    writeText("-- Dissector of the QLProtocol for link type USER0 (147). Made by qlproto dissector. Do not edit.\n\n"
-                  + Tables().text() + std::string(DISSECTOR_RUNTIME),
-              path);
+    Capture::writeText(
+        "-- Dissector of the QLProtocol for link type USER0 (147). Made by qlproto dissector. Do not edit.\n\n"
+            + Tables().text() + std::string(DISSECTOR_RUNTIME),
+        path);
     return EXIT_FINE;
 }
 

@@ -3,14 +3,15 @@
 
 #include <fmt/format.h>
 
-#include "tools/qlproto/Arguments.h"
-#include "tools/qlproto/Capture.h"
-#include "tools/qlproto/Errors.h"
-#include "tools/qlproto/Hex.h"
-#include "tools/qlproto/LineReader.h"
-#include "tools/qlproto/MessageLine.h"
-#include "tools/qlproto/Output.h"
+#include "Capture/Errors.h"
+#include "Capture/Output.h"
+#include "Capture/Writer.h"
+#include "tools/qlproto/commands/Arguments.h"
 #include "tools/qlproto/commands/Commands.h"
+#include "tools/qlproto/messages/Hex.h"
+#include "tools/qlproto/messages/LineReader.h"
+#include "tools/qlproto/messages/MessageLine.h"
+#include "tools/qlproto/terminal/Errors.h"
 
 namespace qlproto {
 
@@ -23,20 +24,20 @@ struct Options {
 };
 
 /// Packets as lines of hexadecimal digits, identifier first, or their bodies one after the other as they are.
-class BytesWriter : public PacketSink {
+class BytesWriter : public Capture::PacketSink {
   public:
     BytesWriter(const std::string& path, bool isHex) : _output(path), _isHex(isHex) {}
 
-    void packet(const Packet& packet) override {
+    void packet(const Capture::Packet& packet) override {
         if (_isHex)
             _output.append(hexFromBytes(packet.bytes) + '\n');
         else
-            _output.append(packet.bytes.substr(IDENTIFIER_SIZE));
+            _output.append(packet.bytes.substr(Capture::IDENTIFIER_SIZE));
     }
     void close() { _output.close(); }
 
   private:
-    Output _output;
+    Capture::Output _output;
     bool _isHex;
 };
 
@@ -44,7 +45,7 @@ class BytesWriter : public PacketSink {
 int encodeLines(LineReader& lines, auto&& writer) {
     MessageLineReader reader;
     uint64_t bad = 0;
-    whileRead([&] {
+    Capture::whileRead([&] {
         for (std::string_view line; lines.next(line);) {
             if (line.find_first_not_of(" \t\r") == line.npos) continue;
             try {
@@ -57,13 +58,13 @@ int encodeLines(LineReader& lines, auto&& writer) {
         }
         writer.close();
     });
-    if (bad != 0) tell(fmt::format("{} of {} bad", bad, counted(lines.number(), "line")));
+    if (bad != 0) tell(fmt::format("{} of {} bad", bad, Capture::counted(lines.number(), "line")));
     return bad == 0 ? EXIT_FINE : EXIT_BAD_DATA;
 }
 
 int encode(const Options& options) {
     LineReader lines(options.input, LONGEST_LINE);
-    if (options.format == "capture") return encodeLines(lines, CaptureWriter(options.output));
+    if (options.format == "capture") return encodeLines(lines, Capture::Writer(options.output));
     return encodeLines(lines, BytesWriter(options.output, options.format == "hex"));
 }
 

@@ -3,11 +3,11 @@
 
 #include <fmt/format.h>
 
-#include "tools/qlproto/Errors.h"
-#include "tools/qlproto/Names.h"
-#include "tools/qlproto/Output.h"
-#include "tools/qlproto/Table.h"
+#include "Capture/Output.h"
 #include "tools/qlproto/commands/Commands.h"
+#include "tools/qlproto/messages/Names.h"
+#include "tools/qlproto/terminal/Errors.h"
+#include "tools/qlproto/terminal/Table.h"
 
 namespace qlproto {
 
@@ -22,7 +22,7 @@ int showEnumeration(const std::string& name) {
         const std::string note = value > 0xFF ? fmt::format("travels as its low byte, {}", value & 0xFF) : "";
         table.add({fmt::format("{}", value), std::string(enumerator), note});
     }
-    writeText(table.text());
+    Capture::writeText(table.text());
     return EXIT_FINE;
 }
 
@@ -30,7 +30,7 @@ int listEnumerations() {
     std::string names;
     for (const Inspect::EnumerationInfo* enumeration : Inspect::all_enumerations())
         names.append(enumeration->name) += '\n';
-    writeText(names);
+    Capture::writeText(names);
     return EXIT_FINE;
 }
 

@@ -1,18 +1,18 @@
 // qlproto manpage and qlproto completion: the tool described by itself. The build installs what they print.
 #include <memory>
 
-#include "tools/qlproto/Errors.h"
-#include "tools/qlproto/Output.h"
+#include "Capture/Output.h"
 #include "tools/qlproto/commands/Commands.h"
 #include "tools/qlproto/manual/Completion.h"
 #include "tools/qlproto/manual/ManualPage.h"
+#include "tools/qlproto/terminal/Errors.h"
 
 namespace qlproto {
 
 namespace {
 
 int print(const std::string& text) {
-    writeText(text);
+    Capture::writeText(text);
     return EXIT_FINE;
 }
 

@@ -4,11 +4,11 @@
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
+#include "Capture/Output.h"
 #include "Inspect/Reflection.h"
-#include "tools/qlproto/Errors.h"
-#include "tools/qlproto/Output.h"
-#include "tools/qlproto/Table.h"
 #include "tools/qlproto/commands/Commands.h"
+#include "tools/qlproto/terminal/Errors.h"
+#include "tools/qlproto/terminal/Table.h"
 
 namespace qlproto {
 
@@ -36,7 +36,7 @@ std::string asJson() {
 }
 
 int messages(bool isJson) {
-    writeText(isJson ? asJson() : asTable());
+    Capture::writeText(isJson ? asJson() : asTable());
     return EXIT_FINE;
 }
 

@@ -11,10 +11,12 @@
 
 #include <fmt/format.h>
 
-#include "tools/qlproto/Arguments.h"
-#include "tools/qlproto/CaptureScan.h"
-#include "tools/qlproto/Output.h"
+#include "Capture/Errors.h"
+#include "Capture/Output.h"
+#include "Capture/Verification.h"
+#include "tools/qlproto/commands/Arguments.h"
 #include "tools/qlproto/commands/Commands.h"
+#include "tools/qlproto/messages/CaptureScan.h"
 
 namespace qlproto {
 
@@ -30,7 +32,7 @@ class MessageWriter {
     }
 
   private:
-    static constexpr std::size_t ROOM = 10 * MAX_PACKET;
+    static constexpr std::size_t ROOM = 10 * Capture::MAX_PACKET;
     std::unique_ptr<char[]> _room = std::make_unique_for_overwrite<char[]>(ROOM);
 };
 
@@ -38,19 +40,19 @@ std::string difference(std::string_view body, std::string_view again) {
     std::size_t at = 0;
     while (at < body.size() && at < again.size() && body[at] == again[at]) ++at;
     return fmt::format("encodes to {} instead of {}, different from offset {} of the body on",
-                       counted(again.size(), "byte"), body.size(), at);
+                       Capture::counted(again.size(), "byte"), body.size(), at);
 }
 
 int roundtrip(const std::string& capture) {
     uint64_t identical = 0, different = 0, pads = 0, padsChanged = 0, requests = 0;
     MessageWriter writer;
     CaptureScan scan;
-    scan.run(capture, [&](const Packet&, const MessageReader& reader) {
+    scan.run(capture, [&](const Capture::Packet&, const MessageReader& reader) {
         const std::string_view again = writer.write(reader);
         const bool same = again == reader.body();
         const Velmora::MsgType_t id = reader.descriptor().id();
         if (id == Quillon::RequestMessage::ID) ++requests;
-        if (id == Quillon::PadMessage::ID) {
+        if (Capture::isPad(id)) {
             ++pads;
             if (!same) ++padsChanged;
         } else if (same) {
@@ -61,7 +63,7 @@ int roundtrip(const std::string& capture) {
         }
     });
 
-    writeText(
+    Capture::writeText(
         fmt::format("identical {}\n"
                     "different {}\n"
                     "lossy by contract: PadMessage {}, {} of them with other bytes\n"

@@ -11,12 +11,12 @@
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
+#include "Capture/Output.h"
 #include "Inspect/Reflection.h"
 #include "generated/QLProtocol/QLProtocol.h"
-#include "tools/qlproto/Errors.h"
-#include "tools/qlproto/Output.h"
-#include "tools/qlproto/WireForm.h"
 #include "tools/qlproto/commands/Commands.h"
+#include "tools/qlproto/messages/WireForm.h"
+#include "tools/qlproto/terminal/Errors.h"
 
 namespace qlproto {
 
@@ -60,7 +60,7 @@ Json schemaJson() {
 }
 
 int schema() {
-    writeText(schemaJson().dump(1) + "\n");
+    Capture::writeText(schemaJson().dump(1) + "\n");
     return EXIT_FINE;
 }
 

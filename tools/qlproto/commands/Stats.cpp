@@ -5,14 +5,14 @@
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
+#include "Capture/Output.h"
 #include "Inspect/Reflection.h"
-#include "tools/qlproto/Arguments.h"
-#include "tools/qlproto/CaptureScan.h"
-#include "tools/qlproto/Output.h"
-#include "tools/qlproto/Plot.h"
-#include "tools/qlproto/Table.h"
 #include "tools/qlproto/analysis/TrafficStats.h"
+#include "tools/qlproto/commands/Arguments.h"
 #include "tools/qlproto/commands/Commands.h"
+#include "tools/qlproto/messages/CaptureScan.h"
+#include "tools/qlproto/terminal/Plot.h"
+#include "tools/qlproto/terminal/Table.h"
 
 namespace qlproto {
 
@@ -86,7 +86,8 @@ std::string plotSizes(const Histogram& sizes, std::size_t width) {
 int stats(const Options& options) {
     TrafficStats stats;
     CaptureScan scan;
-    scan.run(options.capture, [&](const Packet& packet, const MessageReader& reader) { stats.add(packet, reader); });
+    scan.run(options.capture,
+             [&](const Capture::Packet& packet, const MessageReader& reader) { stats.add(packet, reader); });
 
     const Traffic overall = stats.overall();
     std::string text = options.json ? json(stats, overall) : table(stats, overall);
@@ -94,7 +95,7 @@ int stats(const Options& options) {
         const std::size_t width = terminalWidth();
         text += plotRate(overall.overTime, width) + plotSizes(overall.sizes, width);
     }
-    writeText(text);
+    Capture::writeText(text);
     tellOutOfTime(stats);
     scan.summarize();
     return scan.exitCode();

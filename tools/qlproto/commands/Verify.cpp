@@ -4,13 +4,14 @@
 
 #include <fmt/format.h>
 
+#include "Capture/Output.h"
+#include "Capture/Reader.h"
+#include "Capture/Verification.h"
 #include "Inspect/Reflection.h"
-#include "tools/qlproto/Arguments.h"
-#include "tools/qlproto/Capture.h"
-#include "tools/qlproto/Errors.h"
-#include "tools/qlproto/Output.h"
-#include "tools/qlproto/Verification.h"
+#include "tools/qlproto/commands/Arguments.h"
 #include "tools/qlproto/commands/Commands.h"
+#include "tools/qlproto/messages/CaptureScan.h"
+#include "tools/qlproto/terminal/Errors.h"
 
 namespace qlproto {
 
@@ -30,16 +31,17 @@ class Report {
   public:
     explicit Report(const Options& options) : _options(options) {}
 
-    void add(const Packet& packet, uint64_t originalLength) {
+    void add(const Capture::Packet& packet, uint64_t originalLength) {
         ++_packets;
         const std::string where = fmt::format("packet {} at offset {}", _packets, packet.offset);
         if (originalLength != packet.bytes.size()) {
-            if (packet.bytes.size() >= IDENTIFIER_SIZE) ++_byMessage[identifierOf(packet.bytes)].bad;
+            if (packet.bytes.size() >= Capture::IDENTIFIER_SIZE) ++_byMessage[Capture::identifierOf(packet.bytes)].bad;
             return fault("cut by the capture", where, cutText(packet, originalLength));
         }
-        if (packet.bytes.size() < IDENTIFIER_SIZE) return fault("no identifier", where, "");
-        const Velmora::MsgType_t id = identifierOf(packet.bytes);
-        const Inspect::Result result = verifyBody(id, packet.bytes.substr(IDENTIFIER_SIZE), _options.policy);
+        if (packet.bytes.size() < Capture::IDENTIFIER_SIZE) return fault("no identifier", where, "");
+        const Velmora::MsgType_t id = Capture::identifierOf(packet.bytes);
+        const Inspect::Result result =
+            Capture::verifyBody(id, packet.bytes.substr(Capture::IDENTIFIER_SIZE), _options.policy);
         if (result) {
             ++_sound;
             ++_byMessage[id].sound;
@@ -51,7 +53,9 @@ class Report {
               type != nullptr ? fmt::format("{}: {}", type->name, result.text()) : result.text());
     }
 
-    void add(const Damage& damage) { fault("damaged record", fmt::format("after packet {}", _packets), damage.text()); }
+    void add(const Capture::Damage& damage) {
+        fault("damaged record", fmt::format("after packet {}", _packets), damage.text());
+    }
 
     std::string text() const {
         std::string text = fmt::format("{:<30}{:>12}{:>12}\n", "message", "sound", "bad");
@@ -87,15 +91,15 @@ class Report {
 };
 
 int verify(const Options& options) {
-    CaptureReader capture(options.capture);
+    Capture::Reader capture(options.capture);
     Report report(options);
-    Packet packet;
+    Capture::Packet packet;
     for (bool isThere = true; isThere;) {
         isThere = capture.next(packet);
         if (capture.damage() != nullptr) report.add(*capture.damage());
         if (isThere) report.add(packet, capture.originalLength());
     }
-    writeText(report.text());
+    Capture::writeText(report.text());
     return report.exitCode();
 }
 

@@ -14,10 +14,10 @@
 #include "Inspect/IdTable.h"
 #include "Inspect/Json.h"
 #include "Inspect/SafeText.h"
-#include "tools/qlproto/Hex.h"
-#include "tools/qlproto/MessageLine.h"
 #include "tools/qlproto/corpus/Filler.h"
-#include "tools/qlproto/session/Session.h"
+#include "tools/qlproto/messages/Hex.h"
+#include "tools/qlproto/messages/MessageLine.h"
+#include "tools/qlproto/trading/session/Session.h"
 
 namespace qlproto::corpus {
 
@@ -74,15 +74,15 @@ std::optional<Meaning> meaningOf(Velmora::MsgType_t id, const std::string& body)
 }
 
 /// Up to two different bodies of each message, as they occur in trading.
-class SessionBodies : public PacketSink {
+class SessionBodies : public Capture::PacketSink {
   public:
     SessionBodies() { session::Session(1, 3000, *this).run(); }
 
-    void packet(const Packet& packet) override {
-        const Velmora::MsgType_t id = identifierOf(packet.bytes);
+    void packet(const Capture::Packet& packet) override {
+        const Velmora::MsgType_t id = Capture::identifierOf(packet.bytes);
         if (id == Quillon::PadMessage::ID) return; // is written in another form than it is read in
         std::set<std::string>& bodies = _bodies[id];
-        const std::string_view body = packet.bytes.substr(IDENTIFIER_SIZE);
+        const std::string_view body = packet.bytes.substr(Capture::IDENTIFIER_SIZE);
         if (bodies.size() < 2 && (bodies.empty() || body.size() <= 600)) bodies.emplace(body);
     }
     const std::set<std::string>& of(Velmora::MsgType_t id) { return _bodies[id]; }

@@ -2,7 +2,7 @@
 
 #include <sstream>
 
-#include "tools/qlproto/Arguments.h"
+#include "tools/qlproto/commands/Arguments.h"
 
 namespace qlproto {
 

@@ -1,0 +1,68 @@
+// Tells the records of a capture from what damage has left of them.
+//
+// A record is looked for where the one before it ends, and believed for one of three reasons:
+//
+//   followed   its header is well-formed, and another such header stands where it says, or the capture ends there
+//   sound      its packet verifies with one of the header's two lengths; no part of a message is a message, so only the
+//              true length does
+//   credible   its header is well-formed and of about the time of the others, and a known identifier follows
+//
+// A record that holds only the start of its packet is as good as any other.
+//
+// Where there is none, records are searched for byte by byte. One begins where a known identifier follows a well-formed
+// header and one of the reasons holds. What is believed without being followed may have lost bytes: then the next record
+// is searched for inside it.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+#include "Capture/ByteWindow.h"
+#include "Capture/RecordForm.h"
+
+namespace Capture {
+
+class RecordFinder {
+  public:
+    struct Found {
+        uint32_t length = 0;     ///< of the packet
+        bool isSound = false;    ///< it is known to be whole
+        bool isFollowed = false; ///< the record is known to be followed
+    };
+
+    /// Works at the position of the window. REQUIRES: the window outlives this.
+    RecordFinder(ByteWindow& window, const RecordForm& form) : _window(window), _form(form), _longest(form.longest) {}
+
+    /// The record at the position, if there is one; the window then holds all of it. Waits for no input after a sound
+    /// packet.
+    std::optional<Found> recordHere();
+
+    /// Goes on to the next record after the position, or to the end.
+    std::optional<Found> search();
+
+    /// Goes on from a record that was found at the position to what follows it. True if it is a record that begins
+    /// before the one found ends.
+    bool pass(const Found& found);
+
+  private:
+    std::optional<std::size_t> overlapping(const Found& found);
+    std::string_view peek(std::size_t at, std::size_t size);
+    bool isWholeHeader(std::string_view bytes) const;
+    bool isRecord(std::size_t at);
+    bool isFollowed(std::size_t at, const RecordHeader& header);
+    bool isSound(std::size_t at, uint32_t length);
+    void noteTime(uint32_t seconds);
+    bool leadsTo(std::size_t size);
+    bool holdsRecord(std::size_t size);
+
+    ByteWindow& _window;
+    const RecordForm _form;
+    std::optional<uint32_t> _seconds; ///< about the time of the records here
+    uint32_t _lastSeconds = 0;        ///< of the last record, right or wrong
+    uint32_t _longest;                ///< the length that packets are cut to, as far as is known
+    uint64_t _verified = 0;           ///< bytes of what might have been packets
+};
+
+} // namespace Capture

@@ -1,0 +1,123 @@
+#include "tools/qlproto/messages/CaptureScan.h"
+
+#include "Capture/Errors.h"
+#include "Inspect/Reflection.h"
+#include "tools/qlproto/terminal/TimeText.h"
+
+namespace qlproto {
+
+namespace {
+
+// Large enough that threads seldom meet, small enough for the caches.
+constexpr std::size_t BATCH_BYTES = 512 * 1024;
+constexpr std::size_t BATCH_PACKETS = 4096;
+
+} // namespace
+
+std::string cutText(const Capture::Packet& packet, uint64_t originalLength) {
+    std::string name = "a message";
+    if (packet.bytes.size() >= Capture::IDENTIFIER_SIZE) {
+        const Velmora::MsgType_t id = Capture::identifierOf(packet.bytes);
+        const Inspect::TypeInfo* const type = Inspect::reflect(id);
+        name = type != nullptr ? std::string(type->name) : fmt::format("message {} (0x{:04X})", id, id);
+    }
+    return fmt::format("only {} of its {} bytes were captured, {} at {}", packet.bytes.size(), originalLength, name,
+                       timeText(packet.time));
+}
+
+/// What is wrong with the packet; empty if the reader holds its message.
+std::string CaptureScan::judge(const Capture::Packet& packet, uint64_t originalLength, MessageReader& reader) {
+    if (originalLength != packet.bytes.size()) return cutText(packet, originalLength);
+    return reader.read(packet.bytes) ? "" : reader.fault();
+}
+
+bool CaptureScan::fill(Capture::Reader& capture, Batch& batch) {
+    batch.bytes.clear();
+    batch.items.clear();
+    batch.damages.clear();
+    batch.messages = 0;
+    batch.faults.clear();
+    batch.text.clear();
+    batch.pieces.clear();
+    if (_failure) std::rethrow_exception(_failure);
+    Capture::Packet packet;
+    do {
+        bool isThere = false;
+        try {
+            isThere = capture.next(packet);
+        } catch (const Capture::IoError&) {
+            if (batch.items.empty()) throw;
+            _failure = std::current_exception(); // what was read before comes first
+            break;
+        }
+        if (const Capture::Damage* const damage = capture.damage()) batch.damages.push_back({_read, 0, damage->text()});
+        if (!isThere) break;
+        batch.items.push_back(
+            {packet.time, packet.offset, ++_read, capture.originalLength(), batch.bytes.size(), packet.bytes.size()});
+        batch.bytes.append(packet.bytes);
+    } while (capture.isReady() && batch.bytes.size() < BATCH_BYTES && batch.items.size() < BATCH_PACKETS);
+    batch.end = capture.position();
+    return !batch.items.empty() || !batch.damages.empty();
+}
+
+/// Counts and tells of what the batch holds up to packet `last`.
+void CaptureScan::settle(const Batch& batch, uint64_t last) {
+    auto damage = batch.damages.begin();
+    for (const Fault& fault : batch.faults) {
+        for (; damage != batch.damages.end() && damage->packet < fault.packet; ++damage)
+            if (damage->packet < last) note(*damage);
+        if (fault.packet <= last) note(fault);
+    }
+    for (; damage != batch.damages.end(); ++damage)
+        if (damage->packet < last) note(*damage);
+
+    uint64_t left = 0;
+    for (const Item& item : batch.items) {
+        if (item.number > last) {
+            ++left;
+        } else {
+            ++_packets;
+            _bytes += item.size;
+        }
+    }
+    for (const Fault& fault : batch.faults)
+        if (fault.packet > last) --left;
+    _messages += batch.messages - left;
+}
+
+bool CaptureScan::next(Capture::Reader& capture, Capture::Packet& packet) {
+    const bool isThere = capture.next(packet);
+    if (const Capture::Damage* const damage = capture.damage()) note({_packets, 0, damage->text()});
+    if (!isThere) return false;
+    if (++_packets % 1024 == 0) _progress.update(capture.position(), capture.fileSize());
+    _bytes += packet.bytes.size();
+    _offset = packet.offset;
+    return true;
+}
+
+void CaptureScan::complain(const std::string& fault) { note({_packets, _offset, fault}); }
+
+void CaptureScan::note(const Fault& fault) {
+    ++_bad;
+    _cut += fault.isCut;
+    _progress.clear();
+    if (_onFault) _onFault(fault.packet, fault.text);
+    if (fault.offset == 0)
+        tell(fmt::format("qlproto: after packet {}: {}", fault.packet, fault.text));
+    else
+        tell(fmt::format("qlproto: packet {} at offset {}: {}", fault.packet, fault.offset, fault.text));
+}
+
+void CaptureScan::summarize(uint64_t shown) {
+    _progress.clear();
+    const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - _start).count();
+    const double rate = seconds > 0 ? static_cast<double>(shown) / seconds : 0;
+    tell(fmt::format("{}, {}, {:.3f} s, {:.0f} messages/s", Capture::counted(shown, "message"),
+                     Capture::counted(_bytes, "byte"), seconds, rate));
+    if (_cut != 0)
+        tell(fmt::format("{}, of which {}", Capture::counted(_bad, "fault"), Capture::counted(_cut, "cut packet")));
+    else if (_bad != 0)
+        tell(Capture::counted(_bad, "fault"));
+}
+
+} // namespace qlproto

@@ -1,0 +1,183 @@
+// What every command that reads a capture does: take its messages in turn, name the bad ones, count.
+#pragma once
+
+#include <algorithm>
+#include <chrono>
+#include <cstdint>
+#include <exception>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include <fmt/format.h>
+
+#include "Capture/Errors.h"
+#include "Capture/Reader.h"
+#include "tools/qlproto/messages/MessageReader.h"
+#include "tools/qlproto/messages/OrderedPipeline.h"
+#include "tools/qlproto/terminal/Errors.h"
+#include "tools/qlproto/terminal/Progress.h"
+
+namespace qlproto {
+
+/// What is known of a packet that holds fewer bytes than it had: its message, time, and both lengths.
+std::string cutText(const Capture::Packet& packet, uint64_t originalLength);
+
+class CaptureScan {
+  public:
+    /// Calls `handle(packet, reader)` for each good message of the capture. Bad packets and damaged places are told on
+    /// standard error.
+    template <class Handle>
+    void run(const std::string& path, Handle&& handle) {
+        Capture::Reader capture(path);
+        MessageReader reader;
+        Capture::Packet packet;
+        while (next(capture, packet)) {
+            const std::string fault = judge(packet, capture.originalLength(), reader);
+            if (!fault.empty()) {
+                note({_packets, _offset, fault, capture.originalLength() != packet.bytes.size()});
+            } else {
+                ++_messages;
+                handle(packet, reader);
+            }
+        }
+    }
+
+    /// As many as runParallel() can use.
+    static std::size_t workers() { return std::max(1u, std::thread::hardware_concurrency()); }
+
+    /// What a message became: `text` up to `end`.
+    struct Piece {
+        uint64_t packet; ///< number, from 1
+        std::size_t end;
+    };
+
+    /// The same on several threads. `handles[i](packet, reader, text)` is called on thread i with any part of the
+    /// messages; it appends what becomes of the message to `text` and may gather what does not depend on order.
+    /// `write(text, pieces)` gets the texts in order, a batch at a time, on the calling thread, and returns the number
+    /// of the last packet to take: MORE to go on. `flush()` is called before input is waited for.
+    static constexpr uint64_t MORE = UINT64_MAX;
+    template <class Handle, class Write, class Flush>
+    void runParallel(const std::string& path, std::vector<Handle>& handles, Write&& write, Flush&& flush) {
+        Capture::Reader capture(path);
+        const auto readers = std::make_unique<MessageReader[]>(handles.size());
+        OrderedPipeline<Batch> pipeline(handles.size());
+        pipeline.run([&] { return capture.isReady(); },
+                     [&](Batch& batch) {
+                         if (!capture.isReady()) flush();
+                         return fill(capture, batch);
+                     },
+                     [&](Batch& batch, std::size_t worker) {
+                         for (const Item& item : batch.items) {
+                             const Capture::Packet packet = batch.packet(item);
+                             std::string fault = judge(packet, item.originalLength, readers[worker]);
+                             if (!fault.empty()) {
+                                 batch.faults.push_back(
+                                     {item.number, packet.offset, std::move(fault), item.originalLength != item.size});
+                                 continue;
+                             }
+                             ++batch.messages;
+                             const std::size_t before = batch.text.size();
+                             handles[worker](packet, readers[worker], batch.text);
+                             if (batch.text.size() != before) batch.pieces.push_back({item.number, batch.text.size()});
+                         }
+                     },
+                     [&](const Batch& batch) {
+                         uint64_t last = MORE;
+                         try {
+                             last = write(std::string_view(batch.text), batch.pieces);
+                         } catch (const Capture::ClosedPipe&) {
+                             settle(batch, MORE); // nobody reads on, but what is bad has been seen
+                             throw;
+                         }
+                         settle(batch, last);
+                         _progress.update(batch.end, capture.fileSize());
+                         return last == MORE;
+                     });
+    }
+
+    /// The same for what does not depend on the order of messages: each thread adds to a Gathered of its own; they are
+    /// merged at the end.
+    template <class Gathered>
+    Gathered gather(const std::string& path) {
+        struct Handle {
+            Gathered gathered;
+            void operator()(const Capture::Packet& packet, const MessageReader& reader, std::string&) {
+                gathered.add(packet, reader);
+            }
+        };
+        std::vector<Handle> handles(workers());
+        const auto goOn = [](std::string_view, const std::vector<Piece>&) { return MORE; };
+        runParallel(path, handles, goOn, [] {});
+        for (std::size_t i = 1; i < handles.size(); ++i) handles[0].gathered.merge(handles[i].gathered);
+        return std::move(handles[0].gathered);
+    }
+
+    /// `listener(packet, fault)` is told of each fault, too. Packets count from 1.
+    void onFault(std::function<void(uint64_t, const std::string&)> listener) { _onFault = std::move(listener); }
+
+    /// Tells of something that is wrong with the packet just read. Not for runParallel().
+    void complain(const std::string& fault);
+
+    /// One line for people on standard error: messages, bytes, time and rate. The messages are the good ones that were
+    /// read, or `shown` if the command picks some of them.
+    void summarize() { summarize(_messages); }
+    void summarize(uint64_t shown);
+
+    uint64_t messages() const { return _messages; } ///< good ones
+    uint64_t packets() const { return _packets; }
+    int exitCode() const { return _bad == 0 ? EXIT_FINE : EXIT_BAD_DATA; }
+
+  private:
+    struct Item {
+        int64_t time;
+        uint64_t offset;
+        uint64_t number;
+        uint64_t originalLength;
+        std::size_t begin, size; ///< of the packet in the batch's bytes
+    };
+    struct Fault {
+        uint64_t packet;
+        uint64_t offset; ///< 0 if it is after the packet
+        std::string text;
+        bool isCut = false; ///< the packet, by whoever captured it
+    };
+    struct Batch {
+        std::string bytes;
+        std::vector<Item> items;
+        uint64_t end = 0;           ///< offset in the file
+        std::vector<Fault> damages; ///< of the capture between packets
+        uint64_t messages = 0;
+        std::vector<Fault> faults; ///< of packets
+        std::string text;
+        std::vector<Piece> pieces;
+
+        Capture::Packet packet(const Item& item) const {
+            return {item.time, std::string_view(bytes).substr(item.begin, item.size), item.offset};
+        }
+    };
+
+    static std::string judge(const Capture::Packet& packet, uint64_t originalLength, MessageReader& reader);
+    bool fill(Capture::Reader& capture, Batch& batch);
+    void settle(const Batch& batch, uint64_t last);
+    bool next(Capture::Reader& capture, Capture::Packet& packet);
+    void note(const Fault& fault);
+
+    std::chrono::steady_clock::time_point _start = std::chrono::steady_clock::now();
+    uint64_t _read = 0; ///< packets read ahead
+    uint64_t _packets = 0;
+    uint64_t _messages = 0;
+    uint64_t _bytes = 0;
+    uint64_t _bad = 0;
+    uint64_t _cut = 0;           ///< of the bad ones
+    uint64_t _offset = 0;        ///< of the packet just read
+    std::exception_ptr _failure; ///< of reading ahead
+    std::function<void(uint64_t, const std::string&)> _onFault;
+    Progress _progress;
+};
+
+} // namespace qlproto

@@ -1,0 +1,52 @@
+// Takes packets apart: identifier, body, message.
+//
+// Nothing is decoded before it is verified. The message and its storage lie in one block that the next packet reuses;
+// whatever the bytes are, memory stays bounded.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "Capture/Packet.h"
+#include "generated/QLProtocol/QLProtocol.h"
+
+namespace qlproto {
+
+class MessageReader {
+  public:
+    MessageReader();
+    ~MessageReader() { discard(); }
+    MessageReader(const MessageReader&) = delete;
+    MessageReader& operator=(const MessageReader&) = delete;
+
+    /// Decodes the message of a packet. False if it is bad; fault() then says why and there is no message.
+    bool read(std::string_view packet);
+
+    /// One line: "TimerMessage: truncated at byte 0 (tqid)"; bytes count from the body's begin.
+    const std::string& fault() const { return _fault; }
+
+    // REQUIRES: the last read() was true. Valid until the next one; the body as long as the packet.
+    const Velmora::MsgDescriptor& descriptor() const { return *_descriptor; }
+    const void* message() const { return _message; }
+    std::string_view body() const { return _body; }
+
+  private:
+    bool bad(std::string fault);
+    void discard();
+
+    // A verified body takes at most 33 bytes of block for each of its own, besides the object. Pages that no message
+    // touches cost nothing.
+    static constexpr std::size_t BLOCK = 33 * Capture::MAX_PACKET + 65536;
+
+    std::unique_ptr<char[]> _block;
+    Velmora::BufferAllocator _alloc; ///< over the block; the message refers to it until it is destroyed
+    Velmora::MsgDescriptor* _descriptor = nullptr;
+    void* _message = nullptr;
+    std::string_view _body;
+    std::string _pad; ///< the last pad and what reading it may reach after its end
+    std::string _fault;
+};
+
+} // namespace qlproto

@@ -1,0 +1,22 @@
+// How the commands end.
+//
+// Data goes to standard output, everything else to standard error. Bad data does not end a command: it says where and
+// goes on as far as it can.
+#pragma once
+
+#include <string_view>
+
+namespace qlproto {
+
+enum ExitCode : int {
+    EXIT_FINE = 0,
+    EXIT_BAD_DATA = 1, ///< the input was read, but holds something that is wrong
+    EXIT_USAGE = 2,
+    EXIT_IO = 3, ///< a file cannot be opened, read or written, or the system lacks memory or threads
+};
+
+/// Tells people something on standard error, on one line that is not endless, whatever a stranger's text in it holds.
+/// Nothing can be done if even that fails, so it is not an error.
+void tell(std::string_view line) noexcept;
+
+} // namespace qlproto

@@ -1,0 +1,44 @@
+#include "tools/qlproto/terminal/Table.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "tools/qlproto/terminal/Terminal.h"
+
+namespace qlproto {
+
+namespace {
+
+/// Characters, not bytes: a "µ" is two bytes long and one column wide.
+std::size_t width(const std::string& text) {
+    return static_cast<std::size_t>(
+        std::count_if(text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
+}
+
+} // namespace
+
+void Table::add(std::vector<std::string> row) {
+    for (std::string& cell : row) cell = visible(cell);
+    _rows.push_back(std::move(row));
+}
+
+std::string Table::text(std::size_t indent) const {
+    std::vector<std::size_t> widths(_columns.size());
+    for (const auto& row : _rows)
+        for (std::size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], width(row[i]));
+
+    std::string text;
+    for (const auto& row : _rows) {
+        std::string line(indent, ' ');
+        for (std::size_t i = 0; i < row.size(); ++i) {
+            if (i != 0) line += "  ";
+            const std::string padding(widths[i] - width(row[i]), ' ');
+            line += _columns[i] == Align::left ? row[i] + padding : padding + row[i];
+        }
+        line.resize(line.find_last_not_of(' ') + 1);
+        text += line + '\n';
+    }
+    return text;
+}
+
+} // namespace qlproto
