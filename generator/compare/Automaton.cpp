@@ -21,6 +21,15 @@ bool canWrite(const Item& item, uint8_t byte) {
 
 } // namespace
 
+size_t fewestBytes(Items items, Reader reader) {
+    size_t bytes = 0;
+    for (const Item& item : items) {
+        const Framing is = framing(item, reader);
+        bytes += is == Framing::fixed ? item.type->bits / 8 : is == Framing::fixedText ? 2 : 1;
+    }
+    return bytes;
+}
+
 Automaton::Automaton(Items items, Reader reader) : _items(items), _reader(reader) {
     State start;
     start.frames.push_back({items.data(), items.data(), items.data() + items.size(), 1});
@@ -52,6 +61,32 @@ size_t Automaton::remaining(int state) const {
     return isBetween ? static_cast<size_t>(it.frames.back().end - it.frames.back().next) : _items.size() + 1;
 }
 
+size_t Automaton::fewestBytes(const State& state) const {
+    size_t bytes = 0;
+    for (const Frame& frame : state.frames) {
+        bytes += compare::fewestBytes(Items(frame.next, frame.end), _reader);
+        if (frame.remaining > 1)
+            bytes += (frame.remaining - 1) * compare::fewestBytes(Items(frame.first, frame.end), _reader);
+    }
+    switch (state.phase) { // of a value that has begun
+    case Phase::start:
+        return bytes;
+    case Phase::fixed:
+    case Phase::text:
+        bytes += state.number;
+        break;
+    case Phase::textLength:
+    case Phase::fixedLength:
+        bytes += 1 + state.number;
+        break;
+    case Phase::varint:
+    case Phase::count:
+        bytes += 1;
+        break;
+    }
+    return bytes - compare::fewestBytes(Items(state.frames.back().next, 1), _reader);
+}
+
 int Automaton::intern(State state) {
     std::vector<uint64_t> key{static_cast<uint64_t>(state.phase), state.number};
     for (const Frame& frame : state.frames) {
@@ -60,6 +95,7 @@ int Automaton::intern(State state) {
     }
     const auto [found, isNew] = _known.emplace(std::move(key), static_cast<int>(_states.size()));
     if (isNew) {
+        _fewest.push_back(fewestBytes(state));
         _states.push_back(std::move(state));
         _steps.emplace_back().fill(UNKNOWN);
     }

@@ -11,6 +11,9 @@
 
 namespace qlgen::compare {
 
+/// Of all bodies of these values.
+size_t fewestBytes(Items items, Reader reader);
+
 class Automaton {
   public:
     static constexpr int REFUSED = -1;
@@ -25,6 +28,8 @@ class Automaton {
     /// Values of the message still to come if a body stands between two of them, and none is within a vector; else more
     /// than it has.
     size_t remaining(int state) const;
+    /// Fewest bytes from there to the end of the last value.
+    size_t fewestBytes(int state) const { return _fewest[static_cast<size_t>(state)]; }
 
   private:
     enum class Phase : uint8_t { start, varint, fixed, textLength, fixedLength, text, count };
@@ -47,11 +52,13 @@ class Automaton {
     static bool complete(State& state);
     static bool beginText(State& state, uint32_t length);
     static bool beginElements(State& state, uint32_t count);
+    size_t fewestBytes(const State& state) const;
     int intern(State state);
 
     const Items _items;
     const Reader _reader;
     std::vector<State> _states;
+    std::vector<size_t> _fewest;
     std::vector<std::array<int, 256>> _steps; // UNKNOWN where not asked for yet
     std::map<std::vector<uint64_t>, int> _known;
 };

@@ -1,7 +1,8 @@
 #include "generator/compare/Verdict.h"
 
 #include <algorithm>
-#include <deque>
+#include <array>
+#include <queue>
 #include <unordered_map>
 
 #include "generator/compare/Automaton.h"
@@ -213,8 +214,9 @@ class Search {
     struct Node {
         int writer;
         int reader;
-        int from;             // node before it, or none
-        uint8_t byte;         // that led here
+        int from;     // node before it, or none
+        uint8_t byte; // that led here
+        size_t depth = 0;
         int onward = NOWHERE; // next node on a way to an end
         uint8_t onwardByte = 0;
     };
@@ -223,15 +225,24 @@ class Search {
     std::vector<uint8_t> alphabet() const {
         std::vector<uint8_t> bytes = {1, 0, 2, 3, 4, 6, 8, 12, 0x80, 0x81, 0xFF};
         addEnumerators(_writer, bytes);
+        addLengths(_writer, bytes);
         return bytes;
+    }
+    static void add(uint8_t byte, std::vector<uint8_t>& bytes) {
+        if (bytes.size() < 40 && std::ranges::find(bytes, byte) == bytes.end()) bytes.push_back(byte);
+    }
+    /// Of texts that cover the rest of an element whose first byte is taken for their length.
+    static void addLengths(Items items, std::vector<uint8_t>& bytes) {
+        for (const Item& item : items) {
+            if (const size_t size = compare::fewestBytes(item.element, Reader::written); size > 1 && size < 0x80)
+                add(static_cast<uint8_t>(size - 1), bytes);
+            addLengths(item.element, bytes);
+        }
     }
     static void addEnumerators(Items items, std::vector<uint8_t>& bytes) {
         for (const Item& item : items) {
             if (item.enumeration != nullptr)
-                for (const Enumerator& it : item.enumeration->enumerators)
-                    if (const auto byte = static_cast<uint8_t>(it.value);
-                        bytes.size() < 40 && std::ranges::find(bytes, byte) == bytes.end())
-                        bytes.push_back(byte);
+                for (const Enumerator& it : item.enumeration->enumerators) add(static_cast<uint8_t>(it.value), bytes);
             addEnumerators(item.element, bytes);
         }
     }
@@ -245,8 +256,8 @@ class Search {
         return own == other && own <= _tail;
     }
 
-    /// Runs both parsers over the same bytes in all ways that neither refuses, those of few bytes but zeros first, and
-    /// tries the body of each way on from each place that leads to an end.
+    /// Runs both parsers over the same bytes in all ways that neither refuses, towards the shortest bodies first, of them
+    /// those with most zeros, and tries the body of each way on from each place that leads to an end.
     bool tryPaths() {
         const std::vector<uint8_t> bytes = alphabet();
         struct Edge {
@@ -256,11 +267,14 @@ class Search {
         };
         std::vector<Edge> open; // to nodes of which it is not known yet whether they lead to an end
         std::unordered_map<uint64_t, int> known{{0, 0}};
-        std::deque<int> next = {0};
+        using Candidate = std::array<size_t, 3>; // bytes of a body, bytes that are not zero, node
+        std::priority_queue<Candidate, std::vector<Candidate>, std::greater<>> next;
+        next.push({0, 0, 0});
         _nodes.push_back({Automaton::START, Automaton::START, -1, 0});
         while (!next.empty() && !isTired()) {
-            const int at = next.front();
-            next.pop_front();
+            const int at = static_cast<int>(next.top()[2]);
+            const size_t others = next.top()[1];
+            next.pop();
             for (const uint8_t byte : bytes) {
                 const int w = _ownParser.step(node(at).writer, byte);
                 const int r = w == Automaton::REFUSED ? w : _otherParser.step(node(at).reader, byte);
@@ -270,13 +284,11 @@ class Search {
                 const int to = found->second;
                 if (isNew) {
                     if (_nodes.size() == MOST_NODES) return tryOpen(open);
-                    _nodes.push_back({w, r, at, byte});
+                    _nodes.push_back({w, r, at, byte, node(at).depth + 1});
                     if (isEnd(_nodes.back()))
                         node(to).onward = ENDS;
-                    else if (byte == 0)
-                        next.push_front(to);
                     else
-                        next.push_back(to);
+                        next.push({node(to).depth + fewestBytes(w, r), others + (byte != 0), static_cast<size_t>(to)});
                 }
                 if (node(to).onward == NOWHERE) {
                     if (!isNew) open.push_back({at, to, byte});
@@ -287,6 +299,12 @@ class Search {
             }
         }
         return tryOpen(open);
+    }
+
+    /// Of what can still follow, so that both parsers come to their ends.
+    size_t fewestBytes(int writer, int reader) const {
+        const size_t own = _ownParser.fewestBytes(writer);
+        return _kind == Reader::rolling ? own : std::max(own, _otherParser.fewestBytes(reader));
     }
 
     template <class Edges>
