@@ -34,6 +34,9 @@ bool isSingle(const Type& type) { return !type.isVector && type.record == nullpt
 bool isPadding(const Type& type) { return type.logical != nullptr && type.logical->form == WireForm::padding; }
 bool isRecord(const Type& type) { return !type.isVector && type.record != nullptr; }
 
+/// What is said of something that is deprecated in one of the definitions, or in both for different reasons.
+std::string deprecationText(const std::string& is) { return is.empty() ? "no longer" : "now: " + is; }
+
 /// The fields below one that hold a single value in the end, ".value" after ".value"; nothing if they hold more.
 std::optional<std::string> pathToSingle(const Type& type) {
     if (isSingle(type)) return "";
@@ -133,7 +136,10 @@ class Fields {
             if (!_isOldTaken[i]) remove(i);
         compareOrder();
         for (size_t i = 0; i < _new.fields.size(); ++i)
-            if (_oldOf[i] != NONE && !_isReplaced.contains(i)) compareTypes(i);
+            if (_oldOf[i] != NONE && !_isReplaced.contains(i)) {
+                compareTypes(i);
+                compareMarks(_old.fields[_oldOf[i]], _new.fields[i]);
+            }
     }
 
   private:
@@ -331,6 +337,11 @@ class Fields {
         report(*rule, was.name, fmt::format("{} is now {}", was.type.written, is.type.written), list);
     }
 
+    void compareMarks(const FieldView& was, const FieldView& is) {
+        if (was.isSecret != is.isSecret) report(Rule::secretChanged, was.name, is.isSecret ? "now" : "no longer");
+        if (was.deprecated != is.deprecated) report(Rule::deprecatedChanged, was.name, deprecationText(is.deprecated));
+    }
+
     /// A copy of a record that holds a single value, which takes the identity of the field that holds the record.
     const CompositeView* boxed(const CompositeView& record) {
         CompositeView& copy = _newModel.wrappers.emplace_back(record);
@@ -361,16 +372,26 @@ class Matcher {
         matchMessages();
         matchTypes();
         for (const EnumerationView& it : _old.enumerations)
-            if (const void* const same = _types.newOf(&it))
-                compareEnumerators(it, *static_cast<const EnumerationView*>(same));
-        for (const auto& [before, after] : compositePairs())
+            if (const void* const same = _types.newOf(&it)) {
+                const auto& after = *static_cast<const EnumerationView*>(same);
+                compareDeprecated(it.name, it, after);
+                compareEnumerators(it, after);
+            }
+        for (const auto& [before, after] : compositePairs()) {
+            compareDeprecated(before->name, *before, *after);
             Fields(*before, *after, _types, _new, _matched.changes).compare();
+        }
         return std::move(_matched);
     }
 
   private:
     Change& report(Rule rule, const std::string& place, const std::string& details) {
         return _matched.changes.emplace_back(Change{rule, place, details, {}, nullptr, nullptr});
+    }
+
+    template <class View>
+    void compareDeprecated(const std::string& place, const View& was, const View& is) {
+        if (was.deprecated != is.deprecated) report(Rule::deprecatedChanged, place, deprecationText(is.deprecated));
     }
 
     std::vector<std::pair<const CompositeView*, CompositeView*>> compositePairs() {
@@ -463,6 +484,7 @@ class Matcher {
             EnumerationView edited = before;
             Enumerator& change = edited.enumerators[static_cast<size_t>(&was - before.enumerators.data())];
             if (const Enumerator* const is = after.find(was.name)) {
+                compareDeprecated(before.name + '.' + was.name, was, *is);
                 change.value = is->value;
                 if (is->value != was.value)
                     report(Rule::enumeratorRenumbered, was.name, fmt::format("{} is now {}", was.value, is->value),

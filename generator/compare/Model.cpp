@@ -24,9 +24,10 @@ Type resolve(const FieldType& field, const Model& model) {
 }
 
 CompositeView resolve(const Composite& composite, const Model& model) {
-    CompositeView view{composite.name, composite.doc, composite.id, {}};
+    CompositeView view{composite.name, composite.doc, composite.id, {}, composite.deprecated};
     for (const Field& field : composite.fields)
-        view.fields.push_back({field.name, field.doc, field.name, resolve(field.type, model)});
+        view.fields.push_back(
+            {field.name, field.doc, field.name, resolve(field.type, model), field.isSecret, field.deprecated});
     return view;
 }
 
@@ -39,7 +40,8 @@ const FieldView* CompositeView::find(const std::string& field) const { return na
 Model::Model(const Definition& definition)
     : name(definition.name),
       sources(fmt::format("{} in {}/{}", definition.cppNamespace, definition.folder, definition.stem)) {
-    for (const Enumeration& it : definition.enumerations) enumerations.push_back({it.name, it.name, it.enumerators});
+    for (const Enumeration& it : definition.enumerations)
+        enumerations.push_back({it.name, it.name, it.enumerators, it.deprecated});
     for (const Composite& it : definition.records) records.push_back(resolve(it, *this)); // refers to earlier ones only
     for (const Composite& it : definition.messages) messages.push_back(resolve(it, *this));
 }

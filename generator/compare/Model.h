@@ -20,6 +20,7 @@ struct EnumerationView {
     std::string name;
     std::string identity; ///< the old enumeration's name; of a new one without an old, its own after a '+'
     std::vector<Enumerator> enumerators;
+    std::string deprecated; ///< why it is to be used no more; empty if it may be
 
     const Enumerator* find(const std::string& enumerator) const;
 };
@@ -38,6 +39,8 @@ struct FieldView {
     std::string doc;
     std::string identity; ///< within its composite; empty for a field that only wraps or is wrapped
     Type type;
+    bool isSecret = false;
+    std::string deprecated; ///< as of an enumeration
 };
 
 /// A record or a message.
@@ -46,6 +49,7 @@ struct CompositeView {
     std::string doc;
     uint16_t id = 0; ///< of a message
     std::vector<FieldView> fields;
+    std::string deprecated; ///< as of an enumeration
 
     const FieldView* find(const std::string& field) const;
 };

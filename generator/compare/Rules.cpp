@@ -46,6 +46,9 @@ constexpr RuleInfo RULES[] = {
     {Rule::typeRenamed, "type-renamed", "a new name for a record or enumeration", "same", Level::source, false},
     {Rule::sourcesMoved, "sources-moved", "another namespace, folder or stem of the generated files", "same",
      Level::source, false},
+    {Rule::secretChanged, "secret-changed", "a field made secret, or secret no more", "same", std::nullopt, false},
+    {Rule::deprecatedChanged, "deprecated-changed",
+     "a field, enumerator or type deprecated, no longer, or for another reason", "same", std::nullopt, false},
     {Rule::changesCombined, "changes-combined", "changes of one message that do worse together than each by itself",
      "refused or silent", std::nullopt, false},
 };

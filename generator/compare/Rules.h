@@ -46,6 +46,8 @@ enum class Rule : uint8_t {
     typeRemoved,
     typeRenamed,
     sourcesMoved,
+    secretChanged,
+    deprecatedChanged,
     changesCombined,
 };
 
