@@ -1,5 +1,5 @@
 # Debian packages out of the install components: libqlprotocol1 (runtime; only of shared libraries), libqlprotocol-dev,
-# qlproto. scripts/package builds them.
+# qlproto, qlgen. scripts/package builds them.
 set(CPACK_GENERATOR DEB)
 set(CPACK_VERBATIM_VARIABLES ON)
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr) # whatever the prefix of the build
@@ -38,6 +38,14 @@ ql_describe(TOOLS "tool"
     "This package holds the command-line tool qlproto, which makes up, shows,\nverifies, compares and measures captures of messages.")
 if(QL_BUILD_TOOLS)
     list(APPEND CPACK_COMPONENTS_ALL tools)
+endif()
+set(CPACK_DEBIAN_GENERATOR_PACKAGE_NAME qlgen)
+set(CPACK_DEBIAN_GENERATOR_PACKAGE_SECTION devel)
+set(CPACK_DEBIAN_GENERATOR_PACKAGE_DEPENDS "libqlprotocol-dev (= ${PROJECT_VERSION})")
+ql_describe(GENERATOR "protocol compiler"
+    "This package holds qlgen, which makes the code of a protocol from its\ndefinition and compares definitions.")
+if(QL_BUILD_GENERATOR)
+    list(APPEND CPACK_COMPONENTS_ALL generator)
 endif()
 if(BUILD_SHARED_LIBS)
     list(APPEND CPACK_COMPONENTS_ALL runtime)
@@ -99,8 +107,8 @@ foreach(component IN LISTS CPACK_COMPONENTS_ALL)
 endforeach()
 # The documents, the definition and the examples lie in the folders they have here, so that what refers to another finds it.
 set(documents ${CMAKE_INSTALL_DATADIR}/doc/libqlprotocol-dev)
-foreach(file docs/wire-format.md docs/trust.md generated/QLProtocol/Catalogue.md protocol/QLProtocol.xml
-    protocol/QLProtocol.xsd)
+foreach(file docs/definition.md docs/evolution.md docs/wire-format.md docs/trust.md generated/QLProtocol/Catalogue.md
+    protocol/QLProtocol.xml protocol/QLProtocol.xsd)
     cmake_path(GET file PARENT_PATH folder)
     install(FILES ${file} DESTINATION ${documents}/${folder} COMPONENT development)
 endforeach()

@@ -1,5 +1,5 @@
-// Other protocols beside QLProtocol in one program: the smallest there is (data/chat.xml), and one that uses every type
-// there is and names that the generated code, compilers and headers know (data/hostile.xml).
+// Other protocols beside QLProtocol in one program: the example (examples/chat), and one that uses every type there is and
+// names that the generated code, compilers and headers know (data/hostile.xml).
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -10,8 +10,8 @@
 #include "Backend/Velmora/operations/TextSize.h"
 #include "Inspect/VerifyWalk.h"
 #include "generated/QLProtocol/QLProtocol.traits.h"
-#include "made/chat/Chat.traits.h"
 #include "made/hostile/index.traits.h"
+#include "protocols/chat/Chat.traits.h"
 #include "tests/Samples.h"
 
 // GNU modes define these for the system. The generated headers shield what stands in them; who uses it has to do so
@@ -201,14 +201,14 @@ TEST_F(Protocols, EveryLogicalTypeHasItsWireForm) {
     // clang-format on
 }
 
-TEST_F(Protocols, NeedNothingButAMessage) {
+TEST_F(Protocols, NeedNothingOfQLProtocol) {
     Chat::initialize();
-    EXPECT_EQ(Chat::ChatTraits::MESSAGES, 1u);
-    EXPECT_STREQ(Chat::__protocol->getMessageName(1), "SayMessage");
+    EXPECT_EQ(Chat::ChatTraits::MESSAGES, 3u);
+    EXPECT_STREQ(Chat::__protocol->getMessageName(2), "SayMessage");
     InBlock<Chat::SayMessage> said;
     said->user = "ann";
-    EXPECT_EQ(hex(encoded(*said)), "03616e6e00");
-    EXPECT_EQ(printed(*said), "<SayMessage user=\"ann\" text=\"\">");
+    EXPECT_EQ(hex(encoded(*said)), "03616e6e0000");
+    EXPECT_EQ(printed(*said), "<SayMessage user=\"ann\" text=\"\" mood=PLAIN>");
     Chat::finalize();
 }
 

@@ -32,15 +32,15 @@ else
             control=$(dpkg-deb --ctrl-tarfile "$package" | tar -t | sort | tr '\n' ' ')
             [ "$control" = "./control ./md5sums ./shlibs ./triggers " ] || fail "control files of $name: $control"
             ;;
-        qlproto) needed=libfmt ;;
+        qlproto | qlgen) needed=libfmt ;;
         esac
         case $depends in *"$needed"*) ;; *) fail "$name depends on '$depends', not on $needed" ;; esac
         about=$prefix/share/doc/$name
         grep -q '^ /usr/share/common-licenses/Apache-2.0' "$about/copyright" || fail "$name does not tell its licence"
         gzip -dc "$about/changelog.gz" | head -n 1 | grep -qF "qlprotocol ($version) " || fail "$name: changelog"
     done
-    expected=" libqlprotocol-dev qlproto"
-    [ "$(setting BUILD_SHARED_LIBS)" != ON ] || expected=" libqlprotocol-dev libqlprotocol1 qlproto"
+    expected=" libqlprotocol-dev qlgen qlproto"
+    [ "$(setting BUILD_SHARED_LIBS)" != ON ] || expected=" libqlprotocol-dev libqlprotocol1 qlgen qlproto"
     [ "$names" = "$expected" ] || fail "packages made:$names"
     twice=$(sort "$work/files" | uniq -d)
     [ -z "$twice" ] || fail "in two packages: $twice"
@@ -66,6 +66,7 @@ cmake -S "$documents/examples" -B "$work/build" -DCMAKE_PREFIX_PATH="$prefix" -D
     -DCMAKE_CXX_FLAGS="$flags" >/dev/null
 cmake --build "$work/build" >/dev/null
 check "$work/build/host" "$work/build/trusted"
+"$work/build/chat/talk" | grep -q '^ann joins$'
 
 for example in host:qlinspect trusted:qlprotocol; do
     "$compiler" -std=c++20 $flags "$documents/examples/${example%:*}.cpp" $(pkg-config --cflags --libs "${example#*:}") \
