@@ -13,7 +13,9 @@ Inspect::Result verifyPad(Velmora::MsgType_t id, std::string_view body, const In
     const std::size_t size = body.size() < PAD_LENGTH ? PAD_LENGTH
                                                       : PAD_LENGTH + static_cast<unsigned char>(body[0])
                                                             + 256u * static_cast<unsigned char>(body[1]);
-    if (body.size() < size) {
+    if (body.empty() && policy.missingLastFields) {
+        result.missing = PAD_LENGTH;
+    } else if (body.size() < size) {
         result.fault = Inspect::Fault::truncated;
     } else if (body.size() > size && !policy.trailingBytes) {
         result.fault = Inspect::Fault::trailingBytes;

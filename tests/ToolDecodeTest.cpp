@@ -266,6 +266,26 @@ TEST_F(Decode, VerifyCountsByMessageAndFault) {
         std::string::npos);
 }
 
+TEST_F(Decode, BodiesOfOtherDefinitionsAreReadOnRequest) {
+    const auto packet = [](Velmora::MsgType_t id, const char* body) {
+        return ToolFolder::Packet{1, Capture::identifierBytes(id) + body};
+    };
+    _folder.store("a.pcap", {packet(ImHereMessage::ID, "\x0E"), packet(TimerMessage::ID, "\x0E\x02"),
+                             packet(PadMessage::ID, ""), packet(SubmitOrderMessage::ID, "\x16")});
+    for (const char* command : {"decode a.pcap", "verify a.pcap", "stats a.pcap", "latency a.pcap",
+                                "trace a.pcap --user 11", "report a.pcap -o r.html"}) {
+        EXPECT_EQ(_folder.run(std::string("qlproto ") + command).exitCode, 1) << command;
+        EXPECT_EQ(_folder.run(std::string("qlproto ") + command + " --policy rolling").exitCode, 0) << command;
+    }
+    const std::vector<std::string> lines = decode("--policy rolling a.pcap");
+    ASSERT_EQ(lines.size(), 4u);
+    EXPECT_NE(lines[0].find("dpdSeqNo=7 timeApiClient=0 timeApiServer=0"), std::string::npos) << lines[0];
+    EXPECT_NE(lines[3].find("userID=11 quoteID=\"\""), std::string::npos) << lines[3];
+    const std::string json = "qlproto decode --policy rolling --format json a.pcap | qlproto encode - -o b.pcap ";
+    EXPECT_EQ(_folder.run(json).exitCode, 1) << "such packets are made on request only";
+    EXPECT_EQ(_folder.run(json + "--policy rolling && cmp a.pcap b.pcap").exitCode, 0);
+}
+
 TEST_F(Decode, TimesAreReadAsTheyAreWritten) {
     using namespace qlproto;
     for (const int64_t time : {int64_t{0}, int64_t{1709535600'000000042}, int64_t{4'000'000'000'999'999'999}}) {

@@ -114,9 +114,7 @@ void addAnnotate(CLI::App& app, Commands& commands) {
         ->check(isMessage())
         ->excludes(packet);
     command->add_flag("--raw", options->isRaw, "The input is a file of the bytes themselves")->excludes(packet);
-    addChoice(*command, "--policy", options->policy,
-              {{"whole", Inspect::whole}, {"strict", Inspect::strict}, {"tolerant", Inspect::tolerant}},
-              "What counts as a fault");
+    addPolicy(*command, options->policy);
     command->add_flag("--redact", options->redact, "Hide passwords and other secrets, bytes and value");
     command->footer("Examples:\n"
                     "  qlproto annotate --type TimerMessage 0e\n"

@@ -18,6 +18,8 @@
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
+#include "Inspect/Verify.h"
+
 namespace qlproto {
 
 // Types of values besides choices, which show as {a,b}.
@@ -77,6 +79,18 @@ CLI::Option* addChoice(CLI::App& command, const std::string& name, T& value,
     return command.add_option_function<std::string>(name, choose, description)
         ->check(CLI::IsMember(names))
         ->default_str(names.front());
+}
+
+/// Adds --policy: which bodies are sound.
+inline void addPolicy(CLI::App& command, Inspect::Policy& policy) {
+    addChoice(command, "--policy", policy,
+              {{"whole", Inspect::whole},
+               {"strict", Inspect::strict},
+               {"tolerant", Inspect::tolerant},
+               {"rolling", Inspect::rolling}},
+              "Bodies to take: strict: as our own writer writes them; whole: all that can be read and end where their "
+              "packets do; tolerant: also with bytes left over; rolling: also of older definitions, where fields at "
+              "the end are missing and read as zero");
 }
 
 /// For texts that mean something only if they are there.

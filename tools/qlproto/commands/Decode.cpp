@@ -29,6 +29,7 @@ struct Options {
     uint64_t first = UINT64_MAX;
     bool redact = false;
     Rendering::Options rendering;
+    Inspect::Policy policy;
 };
 
 int decodeCapture(const Options& options, const Filter& filter) {
@@ -45,7 +46,7 @@ int decodeCapture(const Options& options, const Filter& filter) {
         handles.push_back({filter, std::make_unique<Rendering>(options.rendering)});
 
     uint64_t left = options.first;
-    CaptureScan scan;
+    CaptureScan scan(options.policy);
     const auto write = [&](std::string_view text, const std::vector<CaptureScan::Piece>& pieces) {
         if (pieces.size() < left) {
             output.append(text);
@@ -69,7 +70,7 @@ int decodeCapture(const Options& options, const Filter& filter) {
 class Bytes {
   public:
     Bytes(const Options& options, const Filter& filter)
-        : _filter(filter), _left(options.first), _rendering(withoutTime(options.rendering)) {
+        : _filter(filter), _left(options.first), _reader(options.policy), _rendering(withoutTime(options.rendering)) {
         if (options.type.empty()) return;
         _identifier = Capture::identifierBytes(findMessage(options.type)->id);
     }
@@ -175,6 +176,7 @@ void addDecode(CLI::App& app, Commands& commands) {
               "Divide prices and amounts by this power of ten for display; the protocol fixes no scale", 1)
         ->check([](const std::string& text) { return isPowerOfTen(text) ? "" : text + " is no power of ten"; });
     command->add_flag("--redact", options->redact, "Hide passwords and other secrets");
+    addPolicy(*command, options->policy);
     addNumber(*command, "-n,--first", options->first, "Stop after so many messages");
     Filter::addTo(*command, options->filter);
     command->footer("Packets and bodies without a capture have no time. --where compares undivided values.\n\n"
@@ -184,6 +186,7 @@ void addDecode(CLI::App& app, Commands& commands) {
                     "  qlproto decode --format json --price-scale 100000000 -n 3 session.pcap\n"
                     "  qlproto decode --format lines --time utc --family quotes -n 2 session.pcap\n"
                     "  qlproto decode --from 2024-03-04T07:00:01 --to 2024-03-04T07:00:02 --redact session.pcap\n"
+                    "  qlproto decode --policy rolling older.pcap\n"
                     "  qlproto decode --hex - <<< '24 d0 0e'\n"
                     "  qlproto decode --hex --type TimerMessage - <<< 0e");
     commands.push_back({command, [options] { return decode(*options); }});

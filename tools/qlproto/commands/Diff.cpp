@@ -29,12 +29,13 @@ struct Options {
     std::string a, b;
     std::vector<std::string> ignored;
     uint64_t first = 20;
+    Inspect::Policy policy;
 };
 
 /// A message without the fields that do not count.
 class Comparer {
   public:
-    explicit Comparer(const std::vector<std::string>& ignored) : _ignored(ignored) {}
+    explicit Comparer(const Options& options) : _ignored(options.ignored), _reader(options.policy) {}
 
     /// What counts of a packet if not all its bytes do: the values that are not ignored. Reading a pad can lose the end of
     /// its text, so that its values do not tell all.
@@ -123,7 +124,7 @@ class Source {
 };
 
 int diff(const Options& options) {
-    Comparer comparer(options.ignored);
+    Comparer comparer(options);
     Source a(options.a, comparer), b(options.b, comparer);
     Capture::Output output;
     uint64_t told = 0;
@@ -170,6 +171,7 @@ void addDiff(CLI::App& app, Commands& commands) {
         ->delimiter(',')
         ->type_name("FIELD")
         ->allow_extra_args(false);
+    addPolicy(*command, options->policy);
     addNumber(*command, "--first", options->first, "Show that many messages that differ; 0 shows all")
         ->capture_default_str();
     command->footer(

@@ -21,6 +21,7 @@ struct Options {
     std::string input;
     std::string output = "-";
     std::string format = "capture";
+    Inspect::Policy policy;
 };
 
 /// Packets as lines of hexadecimal digits, identifier first, or their bodies one after the other as they are.
@@ -42,8 +43,8 @@ class BytesWriter : public Capture::PacketSink {
 };
 
 /// Every line that is good goes to the writer; of the others standard error tells.
-int encodeLines(LineReader& lines, auto&& writer) {
-    MessageLineReader reader;
+int encodeLines(LineReader& lines, const Inspect::Policy& policy, auto&& writer) {
+    MessageLineReader reader(policy);
     uint64_t bad = 0;
     Capture::whileRead([&] {
         for (std::string_view line; lines.next(line);) {
@@ -64,8 +65,8 @@ int encodeLines(LineReader& lines, auto&& writer) {
 
 int encode(const Options& options) {
     LineReader lines(options.input, LONGEST_LINE);
-    if (options.format == "capture") return encodeLines(lines, Capture::Writer(options.output));
-    return encodeLines(lines, BytesWriter(options.output, options.format == "hex"));
+    if (options.format == "capture") return encodeLines(lines, options.policy, Capture::Writer(options.output));
+    return encodeLines(lines, options.policy, BytesWriter(options.output, options.format == "hex"));
 }
 
 } // namespace
@@ -85,13 +86,15 @@ void addEncode(CLI::App& app, Commands& commands) {
                      "bodies alone, one after the other")
         ->check(CLI::IsMember({"capture", "hex", "raw"}))
         ->capture_default_str();
+    addPolicy(*command, options->policy);
     command->footer(
         "A line: {\"time\": \"1709535600.000000042\", \"message\": \"TimerMessage\", \"id\": 53284, \"body\": "
         "{\"tqid\": 7}}\n"
         "id and time may be left out. Bad lines are told with the path of what is wrong and left out.\n\n"
         "The lines of decode --format json and trace --json come out as the packets they were made of, byte for byte:\n"
         "where a body has another form than the encoder's, as pads do, the line has its bytes as hex, which must mean\n"
-        "the same as body. Who alters such a body takes hex out. Of lines made with --redact or --price-scale no "
+        "the same as body by the policy. Who alters such a body takes hex out. Of lines made with --redact or "
+        "--price-scale no "
         "packet\n"
         "can be made; they say so and are refused. The bad packets of a capture are in no line.\n\n"
         "Examples:\n"

@@ -24,6 +24,7 @@ struct Options {
     std::string capture;
     bool json = false;
     bool plot = false;
+    Inspect::Policy policy;
 };
 
 std::vector<std::string> row(std::string_view name, const Traffic& it, double seconds) {
@@ -85,7 +86,7 @@ std::string plotSizes(const Histogram& sizes, std::size_t width) {
 
 int stats(const Options& options) {
     TrafficStats stats;
-    CaptureScan scan;
+    CaptureScan scan(options.policy);
     scan.run(options.capture,
              [&](const Capture::Packet& packet, const MessageReader& reader) { stats.add(packet, reader); });
 
@@ -109,6 +110,7 @@ void addStats(CLI::App& app, Commands& commands) {
     command->add_option("capture", options->capture, "The capture to read; - is standard input")
         ->required()
         ->type_name(FILE_VALUE);
+    addPolicy(*command, options->policy);
     CLI::Option* const json = command->add_flag("--json", options->json, "As JSON instead of a table");
     command->add_flag("--plot", options->plot, "Draw rate over time and sizes, too")->excludes(json);
     command->footer(

@@ -111,10 +111,7 @@ void addVerify(CLI::App& app, Commands& commands) {
     command->add_option("capture", options->capture, "The capture to read; - is standard input")
         ->required()
         ->type_name(FILE_VALUE);
-    addChoice(*command, "--policy", options->policy,
-              {{"whole", Inspect::whole}, {"strict", Inspect::strict}, {"tolerant", Inspect::tolerant}},
-              "strict: only what our own writer writes; whole: all that can be read and ends where its packet does; "
-              "tolerant: also with bytes left over");
+    addPolicy(*command, options->policy);
     addNumber(*command, "--first", options->first, "How many faults to list")->capture_default_str();
     command->footer("Examples:\n"
                     "  qlproto verify session.pcap\n"

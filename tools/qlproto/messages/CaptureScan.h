@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdint>
+#include <deque>
 #include <exception>
 #include <functional>
 #include <memory>
@@ -29,12 +30,14 @@ std::string cutText(const Capture::Packet& packet, uint64_t originalLength);
 
 class CaptureScan {
   public:
+    explicit CaptureScan(const Inspect::Policy& policy = Inspect::whole) : _policy(policy) {}
+
     /// Calls `handle(packet, reader)` for each good message of the capture. Bad packets and damaged places are told on
     /// standard error.
     template <class Handle>
     void run(const std::string& path, Handle&& handle) {
         Capture::Reader capture(path);
-        MessageReader reader;
+        MessageReader reader(_policy);
         Capture::Packet packet;
         while (next(capture, packet)) {
             const std::string fault = judge(packet, capture.originalLength(), reader);
@@ -64,7 +67,8 @@ class CaptureScan {
     template <class Handle, class Write, class Flush>
     void runParallel(const std::string& path, std::vector<Handle>& handles, Write&& write, Flush&& flush) {
         Capture::Reader capture(path);
-        const auto readers = std::make_unique<MessageReader[]>(handles.size());
+        std::deque<MessageReader> readers;
+        while (readers.size() < handles.size()) readers.emplace_back(_policy);
         OrderedPipeline<Batch> pipeline(handles.size());
         pipeline.run([&] { return capture.isReady(); },
                      [&](Batch& batch) {
@@ -167,6 +171,7 @@ class CaptureScan {
     bool next(Capture::Reader& capture, Capture::Packet& packet);
     void note(const Fault& fault);
 
+    const Inspect::Policy _policy;
     std::chrono::steady_clock::time_point _start = std::chrono::steady_clock::now();
     uint64_t _read = 0; ///< packets read ahead
     uint64_t _packets = 0;

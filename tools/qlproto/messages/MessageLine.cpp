@@ -121,9 +121,10 @@ struct MessageLineReader::Envelope {
     std::string hex;      ///< the bytes
 };
 
-MessageLineReader::MessageLineReader()
+MessageLineReader::MessageLineReader(const Inspect::Policy& policy)
     : _block(std::make_unique_for_overwrite<char[]>(BLOCK)),
-      _packet(std::make_unique_for_overwrite<char[]>(Capture::MAX_PACKET)) {
+      _packet(std::make_unique_for_overwrite<char[]>(Capture::MAX_PACKET)),
+      _reader(policy) {
     for (const Inspect::MessageInfo& message : Inspect::all_messages()) _messages[message.type->name] = &message;
 }
 

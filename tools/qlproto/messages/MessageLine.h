@@ -57,7 +57,8 @@ class MessageLineWriter {
 /// Makes packets of lines, in memory that is used again for the next. The protocol must be initialised.
 class MessageLineReader {
   public:
-    MessageLineReader();
+    /// By `policy` bytes in a line are judged that are not as the writer writes them.
+    explicit MessageLineReader(const Inspect::Policy& policy = Inspect::whole);
 
     /// The line's packet, valid until the next call. Throws Inspect::JsonError.
     Capture::Packet read(std::string_view line);

@@ -9,7 +9,8 @@
 
 namespace qlproto {
 
-MessageReader::MessageReader() : _block(std::make_unique_for_overwrite<char[]>(BLOCK)) {}
+MessageReader::MessageReader(const Inspect::Policy& policy)
+    : _policy(policy), _block(std::make_unique_for_overwrite<char[]>(BLOCK)) {}
 
 bool MessageReader::read(std::string_view packet) {
     discard();
@@ -26,8 +27,8 @@ bool MessageReader::read(std::string_view packet) {
     _alloc = Velmora::BufferAllocator(_block.get(), static_cast<int>(BLOCK), "qlproto", _descriptor->name());
     Inspect::Decoded decoded;
     if (!Capture::isPad(id)) {
-        decoded = Inspect::decode_verified(id, _body, _alloc, Inspect::whole);
-    } else if (decoded.result = Capture::verifyBody(id, _body, Inspect::whole); decoded.result) {
+        decoded = Inspect::decode_verified(id, _body, _alloc, _policy);
+    } else if (decoded.result = Capture::verifyBody(id, _body, _policy); decoded.result) {
         // Reading a pad ends before or after its body, never at the end. It reaches at most a longest string further.
         _pad.assign(_body).append(Inspect::MAX_TEXT, '\0');
         decoded = Inspect::decode_verified(id, _pad, _alloc, Inspect::tolerant);

@@ -10,18 +10,19 @@
 #include <string_view>
 
 #include "Capture/Packet.h"
+#include "Inspect/Verify.h"
 #include "generated/QLProtocol/QLProtocol.h"
 
 namespace qlproto {
 
 class MessageReader {
   public:
-    MessageReader();
+    explicit MessageReader(const Inspect::Policy& policy = Inspect::whole);
     ~MessageReader() { discard(); }
     MessageReader(const MessageReader&) = delete;
     MessageReader& operator=(const MessageReader&) = delete;
 
-    /// Decodes the message of a packet. False if it is bad; fault() then says why and there is no message.
+    /// Decodes the message of a packet. False if it is bad by the policy; fault() then says why and there is no message.
     bool read(std::string_view packet);
 
     /// One line: "TimerMessage: truncated at byte 0 (tqid)"; bytes count from the body's begin.
@@ -40,6 +41,7 @@ class MessageReader {
     // touches cost nothing.
     static constexpr std::size_t BLOCK = 33 * Capture::MAX_PACKET + 65536;
 
+    const Inspect::Policy _policy;
     std::unique_ptr<char[]> _block;
     Velmora::BufferAllocator _alloc; ///< over the block; the message refers to it until it is destroyed
     Velmora::MsgDescriptor* _descriptor = nullptr;

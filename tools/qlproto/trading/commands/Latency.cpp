@@ -22,6 +22,7 @@ using Hop = LatencyStats::Hop;
 struct Options {
     std::string capture;
     bool json = false;
+    Inspect::Policy policy;
 };
 
 void add(Table& table, std::string_view name, const std::vector<Hop>& hops) {
@@ -84,7 +85,7 @@ std::string json(const LatencyStats& stats) {
 }
 
 int latency(const Options& options) {
-    CaptureScan scan;
+    CaptureScan scan(options.policy);
     const LatencyStats stats = scan.gather<LatencyStats>(options.capture);
     Capture::writeText(options.json ? json(stats) : table(stats));
     scan.summarize();
@@ -99,6 +100,7 @@ void addLatency(CLI::App& app, Commands& commands) {
     command->add_option("capture", options->capture, "The capture to read; - is standard input")
         ->required()
         ->type_name(FILE_VALUE);
+    addPolicy(*command, options->policy);
     command->add_flag("--json", options->json, "As JSON instead of a table, durations in nanoseconds");
     command->footer(
         "Hops are between the stations that stamp their time into a message: exchange, arrival, handler, enhanced,\n"

@@ -27,6 +27,7 @@ using Traffic = TrafficStats::Traffic;
 struct Options {
     std::string capture;
     std::string output;
+    Inspect::Policy policy;
 };
 
 struct Findings {
@@ -157,7 +158,7 @@ std::string page(const std::string& data) {
 
 int report(const Options& options) {
     Findings findings;
-    CaptureScan scan;
+    CaptureScan scan(options.policy);
     scan.onFault([&](uint64_t packet, const std::string& fault) { findings.faults.add(packet, fault); });
     scan.run(options.capture,
              [&](const Capture::Packet& packet, const MessageReader& reader) { findings.add(packet, reader); });
@@ -175,6 +176,7 @@ void addReport(CLI::App& app, Commands& commands) {
     command->add_option("capture", options->capture, "The capture to read; - is standard input")
         ->required()
         ->type_name(FILE_VALUE);
+    addPolicy(*command, options->policy);
     command->add_option("-o,--output", options->output, "The page to write, HTML; - is standard output")
         ->required()
         ->type_name(FILE_VALUE);

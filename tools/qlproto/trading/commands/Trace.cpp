@@ -30,6 +30,7 @@ struct Options {
     std::optional<int32_t> user;
     bool json = false;
     bool redact = false;
+    Inspect::Policy policy;
 };
 
 bool isStationTime(std::string_view path) {
@@ -50,9 +51,9 @@ std::string describe(const MessageReader& reader) {
     return text;
 }
 
-std::string table(const std::vector<Trace::Step>& steps) {
+std::string table(const std::vector<Trace::Step>& steps, const Inspect::Policy& policy) {
     Table table({"packet", "time", "gap", "message", "fields"}, 5);
-    MessageReader reader;
+    MessageReader reader(policy);
     int64_t before = steps.empty() ? 0 : steps.front().time;
     for (const Trace::Step& step : steps) {
         reader.read(step.packet);
@@ -64,9 +65,10 @@ std::string table(const std::vector<Trace::Step>& steps) {
 }
 
 /// A message a line, with what the trace adds.
-std::string json(const std::vector<Trace::Step>& steps, const Inspect::Display& display) {
+std::string json(const std::vector<Trace::Step>& steps, const Inspect::Policy& policy,
+                 const Inspect::Display& display) {
     std::string text;
-    MessageReader reader;
+    MessageReader reader(policy);
     int64_t before = steps.empty() ? 0 : steps.front().time;
     for (const Trace::Step& step : steps) {
         reader.read(step.packet);
@@ -89,16 +91,17 @@ int trace(const Options& options) {
                              : !options.quote.empty() ? options.quote
                                                       : std::to_string(*options.user);
     Trace trace(rule, name, options.user);
-    CaptureScan scan;
+    CaptureScan scan(options.policy);
     scan.run(options.capture, [&](const Capture::Packet& packet, const MessageReader& reader) {
         trace.add(packet, reader, scan.packets());
     });
 
     const std::vector<Trace::Step> steps = trace.steps();
     if (options.json)
-        Capture::writeText(json(steps, {.secrets = options.redact ? Inspect::Secrets::hide : Inspect::Secrets::show}));
+        Capture::writeText(
+            json(steps, options.policy, {.secrets = options.redact ? Inspect::Secrets::hide : Inspect::Secrets::show}));
     else if (!steps.empty())
-        Capture::writeText(table(steps));
+        Capture::writeText(table(steps, options.policy));
     tell(steps.empty() ? fmt::format("nothing is known of {}", name)
                        : fmt::format("{} in {}", Capture::counted(steps.size(), "step"),
                                      readableDuration(steps.back().time - steps.front().time)));
@@ -113,6 +116,7 @@ void addTrace(CLI::App& app, Commands& commands) {
     command->add_option("capture", options->capture, "The capture to read; - is standard input")
         ->required()
         ->type_name(FILE_VALUE);
+    addPolicy(*command, options->policy);
     CLI::Option* const order =
         command->add_option("--order", options->order, "An order, by its clOrdID, orderID or exOrdID")
             ->check(isNotEmpty());
