@@ -64,6 +64,17 @@ TEST_F(Peek, AllValuesOfABodyAndEachByItsPathAreThoseOfTheWalk) {
             const std::vector<Seen> all = read(everything(type), body);
             const std::vector<Walked> expected = walked(type, body);
             ASSERT_EQ(all.size(), expected.size());
+            const auto isChosen = [](std::string_view name) { return name.size() % 3 == 0; };
+            const Selection some(type, [&](Path path, const ValueInfo&) {
+                return isChosen(
+                    std::find_if(path.rbegin(), path.rend(), [](auto& it) { return !it.name.empty(); })->name);
+            });
+            std::vector<Seen> expectedSome;
+            for (const Walked& it : expected) {
+                const std::string name = it.path.substr(it.path.rfind('.') + 1);
+                if (isChosen(name.substr(0, name.find('[')))) expectedSome.push_back(it.seen);
+            }
+            EXPECT_EQ(read(some, body), expectedSome);
             for (size_t i = 0; i < all.size(); ++i) {
                 EXPECT_EQ(all[i], expected[i].seen) << expected[i].path;
                 if (i % (1 + all.size() / 200) == 0) {
@@ -134,6 +145,18 @@ TEST_F(Peek, StepsOverNumbersOfAnyLength) {
     }
 }
 
+TEST_F(Peek, DropsBitsOfATextsLengthAsReadDoes) {
+    Body body = sampleBody<SubmitOrderMessage>(Filling::typical);
+    const auto text =
+        std::find_if(body.spans.begin(), body.spans.end(), [](auto& it) { return it.path == "contents.clOrdID"; });
+    std::string longer = body.bytes;
+    longer[text->begin] = static_cast<char>(longer[text->begin] | 0x80);
+    longer.insert(text->begin + 1, "\x80\x04"); // and 65,536 more
+    ASSERT_TRUE(verify<SubmitOrderMessage>(longer.data(), longer.data() + longer.size(), whole));
+    EXPECT_EQ(read(everything(*reflect(SubmitOrderMessage::ID)), longer),
+              read(everything(*reflect(SubmitOrderMessage::ID)), body.bytes));
+}
+
 TEST_F(Peek, StopsWhereTheVisitorEndsItAndRefusesPathsThatLeadNowhere) {
     const TypeInfo& order = *reflect(SubmitOrderMessage::ID);
     const std::string body = sampleBody<SubmitOrderMessage>(Filling::typical).bytes;
@@ -141,11 +164,17 @@ TEST_F(Peek, StopsWhereTheVisitorEndsItAndRefusesPathsThatLeadNowhere) {
     EXPECT_EQ(everything(order).read(body, [](const Value&) { return true; }), Selection::Outcome::complete);
     EXPECT_EQ(Selection::at(order, "contents.parameters[32000].key").read(body, [](const Value&) { return true; }),
               Selection::Outcome::missing);
+    const std::string data = sampleBody<MktDataMessage>(Filling::typical).bytes;
+    const auto entries =
+        static_cast<size_t>(read(Selection::at(*reflect(MktDataMessage::ID), "mvd.mdEntryList"), data).at(0).number);
+    const std::string after = "mvd.mdEntryList[" + std::to_string(entries) + "].price";
+    EXPECT_EQ(Selection::at(*reflect(MktDataMessage::ID), after).read(data, [](const Value&) { return true; }),
+              Selection::Outcome::missing);
     EXPECT_TRUE(Selection(order, [](Path, const ValueInfo&) { return false; }).isEmpty());
-    for (const char* path :
-         {"", ".", "contents", "contents.", "contents.marketI", "contents.marketID.x", "contents.marketID[0]",
-          "contents.parameters[0]", "contents.parameters[x].key", "contents.parameters[].key",
-          "contents.parameters[0]key", "contents.parameters.key", "contents.parameters[-1].key"})
+    for (const char* path : {"", ".", "contents", "contents.", "contents.marketI", "contents.marketID.x",
+                             "contents.marketID[0]", "contents.parameters[0]", "contents.parameters[x].key",
+                             "contents.parameters[].key", "contents.parameters[0]xkey", "contents.parameters[0}.key",
+                             "contents.parameters.key", "contents.parameters[-1].key"})
         EXPECT_THROW(Selection::at(order, path), std::invalid_argument) << path;
 }
 
