@@ -49,7 +49,10 @@ TEST_F(Descriptor, DoesAllOnUntypedMemoryAndCountsNothing) {
         sample.check(*static_cast<T*>(copy));
         descriptor->checkbounds(copy, copyBlock.begin(), copyBlock.end());
         descriptor->nodestroy();
-        for (void* p : {source, message, copy}) descriptor->destroy(p);
+        for (void* p : {source, copy}) descriptor->destroy(p);
+        const int before = block.alloc.deallocated_size();
+        descriptor->destroy(message);
+        EXPECT_EQ(block.alloc.deallocated_size() > before, Velmora::holdsStorage<T>());
 
         const Velmora::MsgStats& stats = descriptor->getStats();
         for (const Quillon::cas_t counter : {stats.nconstruct, stats.ndestroy, stats.ncopy, stats.nwrite, stats.nread,

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <iomanip>
 #include <sstream>
 
@@ -75,8 +76,7 @@ TEST_F(Enumeration, ByteWithoutANameHasNone) {
         EXPECT_TRUE(os.bad());
         EXPECT_EQ(os.str(), "");
     }
-    EXPECT_EQ(Side::toIndex(static_cast<Side::Type>(-1)), 0);
-    EXPECT_EQ(Side::toIndex(static_cast<Side::Type>(100000)), 0);
+    for (const int value : {-1, INT_MIN, INT_MAX}) EXPECT_EQ(Side::toIndex(static_cast<Side::Type>(value)), 0);
 }
 
 TEST_F(Enumeration, NamesAreNeverPadded) {

@@ -72,9 +72,10 @@ TEST_F(TextRendering, OneLine) {
 
     InBlock<MDEntry> entry;
     entry->source = -1;
-    entry->side = static_cast<Side::Type>(256 + Side::BID); // not by its low byte
-    EXPECT_EQ(printed(*entry), "<MDEntry price=0 amount=0 minAmount=0 updateAction=NEW element=0 side=257 source=-1 "
-                               "numberOfOrders=0 components=\"\">");
+    entry->side = static_cast<Side::Type>((1 << 30) + Side::BID); // not by its low byte
+    entry->numberOfOrders = 10;
+    EXPECT_EQ(printed(*entry), "<MDEntry price=0 amount=0 minAmount=0 updateAction=NEW element=0 side=1073741825 "
+                               "source=-1 numberOfOrders=10 components=\"\">");
     CallbackMessage callback;
     callback.arg1 = Velmora::NA;
     callback.arg2 = INT64_MIN;

@@ -213,9 +213,9 @@ TEST_F(Value, RecordVectorsCompareByTheFirstDifferingElement) {
 
 TEST_F(Value, ComparisonWithItselfReadsNoField) {
     forEveryType([]<class T>(of<T>, const char*) {
-        // A value whose strings and vectors point nowhere: reading them would crash.
-        alignas(T) char bytes[sizeof(T)];
-        std::memset(bytes, 0xFF, sizeof bytes);
+        // A value whose strings and vectors hold something, nowhere: reading them would crash.
+        alignas(T) unsigned char bytes[sizeof(T)];
+        for (size_t i = 0; i < sizeof bytes; ++i) bytes[i] = static_cast<unsigned char>(0x80 | i);
         const T& value = *reinterpret_cast<const T*>(bytes);
         const T& same = *std::launder(reinterpret_cast<const T*>(bytes));
         EXPECT_TRUE(value == same);
