@@ -88,6 +88,7 @@ done)
 # The tool, and what it tells of itself.
 grep -q 'Leon Sorokin' "$prefix/share/doc/qlproto/copyright" # of the chart library
 "$prefix/bin/qlproto" generate --messages 100 -o - | "$prefix/bin/qlproto" decode - | wc -l | grep -qx 100
+[ "$("$prefix/bin/qlproto" --version)" = "qlproto $version" ]
 [ "$(gzip -dc "$prefix/share/man/man1/qlproto.1.gz" | grep -c '^\.SS decode$')" = 1 ]
 bash -n "$prefix/share/bash-completion/completions/qlproto"
 [ -n "$(find "$prefix/share/zsh" -name _qlproto)" ]
