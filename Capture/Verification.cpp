@@ -9,7 +9,8 @@ namespace {
 constexpr std::size_t PAD_LENGTH = 2; // bytes of the length in front of the padding
 
 Inspect::Result verifyPad(Velmora::MsgType_t id, std::string_view body, const Inspect::Policy& policy) {
-    Inspect::Result result{.id = id, .begin = body.data(), .end = body.data() + body.size()};
+    Inspect::Result result{
+        .id = id, .begin = body.data(), .end = body.data() + body.size(), .type = Inspect::reflect(id)};
     const std::size_t size = body.size() < PAD_LENGTH ? PAD_LENGTH
                                                       : PAD_LENGTH + static_cast<unsigned char>(body[0])
                                                             + 256u * static_cast<unsigned char>(body[1]);

@@ -1,71 +1,18 @@
 #include "Inspect/Checked.h"
 
 #include "Backend/Common/Assert.h"
-#include "Inspect/IdTable.h"
-#include "Inspect/Sizes.h"
 
 namespace Inspect {
-namespace {
 
 using namespace Velmora;
 
-/// Looks for what cannot travel: its refusal, with the path in `path`, which begins with a dot.
-template <class T>
-Refusal find_unencodable(const T& value, std::string& path) {
-    if constexpr (String<T>) {
-        if (value.size() > MAX_TEXT) return Refusal::textTooLong;
-    } else if constexpr (Vector<T>) {
-        if (value.size() > MAX_COUNT) return Refusal::tooManyElements;
-        if constexpr (holdsStorage<typename T::value_type>())
-            for (size_t i = 0; i < value.size(); ++i) {
-                if (const Refusal refusal = find_unencodable(value[i], path); refusal != Refusal::none) {
-                    path.insert(0, '[' + std::to_string(i) + ']');
-                    return refusal;
-                }
-            }
-    } else {
-        Refusal refusal = Refusal::none;
-        fields(of<T>{}, [&](const char* name, auto member, auto) {
-            if constexpr (holdsStorage<MemberType<decltype(member)>>()) {
-                refusal = find_unencodable(value.*member, path);
-                if (refusal != Refusal::none) path.insert(0, std::string(".") + name);
-            }
-            return refusal == Refusal::none;
-        });
-        return refusal;
-    }
-    return Refusal::none;
-}
-
-template <class T>
-Encoded encode(const void* message, char* begin, char* end) {
-    const T& value = *static_cast<const T*>(message);
-    Encoded result;
-    result.refusal = find_unencodable(value, result.field);
-    if (!result) {
-        result.field.erase(0, 1);
-        return result;
-    }
-    result.size = encoded_size(value);
-    if (result.size > static_cast<size_t>(end - begin)) {
-        result.refusal = Refusal::tooSmall;
-        return result;
-    }
-    FastCodec codec(begin, end);
-    value.write(codec);
-    return result;
-}
-
-using Encode = Encoded (*)(const void* message, char* begin, char* end);
-constexpr IdTable<Encode> encoders([]<class T>(of<T>, const char*) { return &encode<T>; });
-
-} // namespace
-
-Decoded decode_verified(MsgType_t id, std::string_view bytes, BufferAllocator& block, const Policy& policy) {
-    QL_ASSERT(Quillon::__protocol != nullptr); // there is no descriptor before initialize() nor after finalize()
-    Decoded decoded{.result = verify(id, bytes.data(), bytes.data() + bytes.size(), policy)};
+Decoded decode_verified(const Protocol& protocol, MsgType_t id, std::string_view bytes, BufferAllocator& block,
+                        const Policy& policy) {
+    MsgProtocol* const __protocol = protocol.instance(); // called as hosts know it, for the report
+    QL_ASSERT(__protocol != nullptr); // there is no descriptor before initialize() nor after finalize()
+    Decoded decoded{.result = verify(protocol, id, bytes.data(), bytes.data() + bytes.size(), policy)};
     if (!decoded.result) return decoded;
-    MsgDescriptor* const descriptor = Quillon::__protocol->getDescriptor(id);
+    MsgDescriptor* const descriptor = __protocol->getDescriptor(id);
     decoded.needed = descriptor->size() + decoded.result.blockBytes;
     if (decoded.needed > block.unused_size()) {
         decoded.result.fault = Fault::blockTooSmall;
@@ -93,8 +40,8 @@ Decoded decode_verified(MsgType_t id, std::string_view bytes, BufferAllocator& b
     return decoded;
 }
 
-Encoded encode_checked(MsgType_t id, const void* message, char* begin, char* end) {
-    if (const Encode* const encoder = encoders.find(id)) return (*encoder)(message, begin, end);
+Encoded encode_checked(const Protocol& protocol, MsgType_t id, const void* message, char* begin, char* end) {
+    if (const detail::Operations* const found = protocol.operations_of(id)) return found->encode(message, begin, end);
     return {.refusal = Refusal::unknownIdentifier, .size = 0, .field = ""};
 }
 

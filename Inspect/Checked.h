@@ -14,7 +14,6 @@
 #include <string_view>
 
 #include "Inspect/Verify.h"
-#include "generated/QLProtocol/QLProtocol.h"
 
 namespace Inspect {
 
@@ -30,8 +29,12 @@ struct Decoded {
 
 /// Verifies the bytes, then builds the message at the next free byte of `block` and reads it. When anything is refused,
 /// also for want of room (Fault::blockTooSmall), nothing was built and the block is as it was.
-Decoded decode_verified(Velmora::MsgType_t id, std::string_view bytes, Velmora::BufferAllocator& block,
-                        const Policy& policy = whole);
+Decoded decode_verified(const Protocol& protocol, Velmora::MsgType_t id, std::string_view bytes,
+                        Velmora::BufferAllocator& block, const Policy& policy = whole);
+inline Decoded decode_verified(Velmora::MsgType_t id, std::string_view bytes, Velmora::BufferAllocator& block,
+                               const Policy& policy = whole) {
+    return decode_verified(default_protocol(), id, bytes, block, policy);
+}
 
 enum class Refusal : uint8_t {
     none,
@@ -54,11 +57,14 @@ struct Encoded {
 };
 
 /// Writes the message at `begin` unless it is refused; then no byte is written.
-Encoded encode_checked(Velmora::MsgType_t id, const void* message, char* begin, char* end);
+Encoded encode_checked(const Protocol& protocol, Velmora::MsgType_t id, const void* message, char* begin, char* end);
+inline Encoded encode_checked(Velmora::MsgType_t id, const void* message, char* begin, char* end) {
+    return encode_checked(default_protocol(), id, message, begin, end);
+}
 
 template <class T>
 Encoded encode_checked(const T& message, char* begin, char* end) {
-    return encode_checked(T::ID, &message, begin, end);
+    return detail::operations_of<T>().encode(&message, begin, end);
 }
 
 } // namespace Inspect

@@ -21,8 +21,8 @@
 #include <string>
 #include <string_view>
 
-#include "Backend/Velmora/MsgDescriptor.h"
 #include "Inspect/Display.h"
+#include "Inspect/Protocol.h"
 
 namespace Inspect {
 
@@ -58,31 +58,46 @@ class JsonCursor; // Inspect/JsonCursor.h
 
 /// The message as JSON on one line, in which no character ends a line or steers a terminal. Throws JsonError for an
 /// unknown identifier.
-std::string to_json(Velmora::MsgType_t id, const void* message, Integers integers = Integers::strings);
+std::string to_json(const Protocol& protocol, Velmora::MsgType_t id, const void* message,
+                    Integers integers = Integers::strings);
+inline std::string to_json(Velmora::MsgType_t id, const void* message, Integers integers = Integers::strings) {
+    return to_json(default_protocol(), id, message, integers);
+}
 
 /// The same after what `text` holds, as people want to see it. Hidden secrets are "***" and divided prices strings of
 /// decimal digits and a point; neither can be read back. Throws JsonError for an unknown identifier.
-void append_json(Velmora::MsgType_t id, const void* message, Integers integers, const Display& display,
-                 std::string& text);
+void append_json(const Protocol& protocol, Velmora::MsgType_t id, const void* message, Integers integers,
+                 const Display& display, std::string& text);
+inline void append_json(Velmora::MsgType_t id, const void* message, Integers integers, const Display& display,
+                        std::string& text) {
+    append_json(default_protocol(), id, message, integers, display, text);
+}
 
 /// A string's value alone: in quotes, in the form that it has in a message.
 std::string json_text(std::string_view bytes);
 
 template <class T>
 std::string to_json(const T& message, Integers integers = Integers::strings) {
-    return to_json(T::ID, &message, integers);
+    return to_json(protocol_of<Velmora::ProtocolOf<T>>(), T::ID, &message, integers);
 }
 
 /// Sets the message, which must be freshly constructed, from JSON. Throws JsonError when the text is wrong and
 /// DoesNotFit when the block is too small, and nothing else; the message is then partly set and destructible.
-void from_json(Velmora::MsgType_t id, std::string_view json, void* message);
+void from_json(const Protocol& protocol, Velmora::MsgType_t id, std::string_view json, void* message);
+inline void from_json(Velmora::MsgType_t id, std::string_view json, void* message) {
+    from_json(default_protocol(), id, json, message);
+}
 
 /// The same from the next value of a longer text, in whose errors paths begin with `name`, as in "body.tqid".
-void from_json(Velmora::MsgType_t id, JsonCursor& json, void* message, std::string_view name = {});
+void from_json(const Protocol& protocol, Velmora::MsgType_t id, JsonCursor& json, void* message,
+               std::string_view name = {});
+inline void from_json(Velmora::MsgType_t id, JsonCursor& json, void* message, std::string_view name = {}) {
+    from_json(default_protocol(), id, json, message, name);
+}
 
 template <class T>
 void from_json(std::string_view json, T& message) {
-    from_json(T::ID, json, &message);
+    from_json(protocol_of<Velmora::ProtocolOf<T>>(), T::ID, json, &message);
 }
 
 } // namespace Inspect

@@ -3,106 +3,39 @@
 //     const Inspect::TypeInfo* type = Inspect::reflect(0xF0E9);
 //     for (const Inspect::FieldInfo& field : type->fields) ... field.name, type_text(field.value)
 //
-// Everything here is static: pointers and texts are valid for ever, and the module need not be initialised.
+// Everything here is static: pointers and texts are valid for ever, and the module need not be initialised. Without a
+// protocol, the default one is meant (Protocol.h).
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
 
-#include "Backend/Velmora/MsgDescriptor.h"
+#include "Inspect/Protocol.h"
+#include "Inspect/TypeInfo.h"
 
 namespace Inspect {
 
-/// What a value is and thereby how it travels.
-enum class Kind : uint8_t {
-    boolean,     ///< one byte
-    int8,        ///< one byte
-    int16,       ///< zig-zag varint
-    int32,       ///< zig-zag varint
-    int64,       ///< zig-zag varint
-    price,       ///< int64_t as the special varint
-    uint8,       ///< one byte
-    uint16,      ///< plain varint
-    uint32,      ///< plain varint
-    uint64,      ///< plain varint
-    uint16Fixed, ///< two bytes, the low one first
-    uint32Fixed, ///< four bytes
-    int64Fixed,  ///< eight bytes
-    float4,      ///< four bytes
-    float8,      ///< eight bytes
-    string,      ///< length as a varint, then the bytes
-    stringFixed, ///< length in two bytes, the low one first, then the bytes
-    cryptstring, ///< as a string, enciphered
-    padding,     ///< read as a string; written as a stringFixed
-    blob,        ///< as a string; its bytes are no text
-    cryptblob,   ///< the same, enciphered
-    enumeration, ///< one byte
-    record,      ///< its fields, one after the other
-    vector,      ///< count, then the elements
-};
-
-constexpr bool is_bytes(Kind kind) { return kind >= Kind::string && kind <= Kind::cryptblob; } ///< strings and blobs
-constexpr bool is_floating(Kind kind) { return kind == Kind::float4 || kind == Kind::float8; }
-
-struct EnumeratorInfo {
-    std::string_view name;
-    int32_t value;
-};
-
-struct EnumerationInfo {
-    std::string_view name;
-    std::span<const EnumeratorInfo> enumerators; ///< in declaration order
-};
-
-struct TypeInfo;
-
-struct ValueInfo {
-    Kind kind;
-    const EnumerationInfo* enumeration = nullptr; ///< of an enumeration
-    const TypeInfo* record = nullptr;             ///< of a record
-    const ValueInfo* element = nullptr;           ///< of a vector
-};
-
-struct FieldInfo {
-    std::string_view name;
-    ValueInfo value;
-    size_t minimalSize; ///< fewest bytes on the wire, as read() takes it
-    bool isSecret;      ///< marked as not to be shown in logs; see is_secret_in()
-
-    /// Whether its value is secret, given whether the record is that it stands in: all that a secret record holds is.
-    constexpr bool is_secret_in(bool isRecordSecret) const { return isRecordSecret || isSecret; }
-};
-
-/// Fields of a record or a message at most.
-inline constexpr size_t MAX_FIELDS = 512; // as qlgen allows
-
-/// A record or a message.
-struct TypeInfo {
-    std::string_view name;
-    std::span<const FieldInfo> fields; ///< in declaration order, which is wire order
-    size_t minimalSize;                ///< fewest bytes on the wire, as read() takes it
-    size_t memorySize;                 ///< bytes of the object, without what it owns in its block
-};
-
-struct MessageInfo {
-    Velmora::MsgType_t id;
-    const TypeInfo* type;
-};
-
 /// The message with that identifier, or null.
-const TypeInfo* reflect(Velmora::MsgType_t id);
+inline const TypeInfo* reflect(const Protocol& protocol, Velmora::MsgType_t id) {
+    const detail::Operations* const message = protocol.operations_of(id);
+    return message != nullptr ? message->type : nullptr;
+}
+inline const TypeInfo* reflect(Velmora::MsgType_t id) { return reflect(default_protocol(), id); }
 
 /// All messages, in the order of the protocol's message index.
-std::span<const MessageInfo> all_messages();
+inline std::span<const MessageInfo> all_messages(const Protocol& protocol) { return protocol.messages; }
+inline std::span<const MessageInfo> all_messages() { return all_messages(default_protocol()); }
 
 /// All records, in declaration order.
-std::span<const TypeInfo* const> all_records();
+inline std::span<const TypeInfo* const> all_records(const Protocol& protocol) { return protocol.records; }
+inline std::span<const TypeInfo* const> all_records() { return all_records(default_protocol()); }
 
 /// All enumerations, in declaration order.
-std::span<const EnumerationInfo* const> all_enumerations();
+inline std::span<const EnumerationInfo* const> all_enumerations(const Protocol& protocol) {
+    return protocol.enumerations;
+}
+inline std::span<const EnumerationInfo* const> all_enumerations() { return all_enumerations(default_protocol()); }
 
 /// Whether a field of the type, or of a record in it, is secret.
 bool holds_secret(const TypeInfo& type);

@@ -19,12 +19,11 @@
 #include <string>
 #include <string_view>
 
-#include "Backend/Velmora/MsgDescriptor.h"
+#include "Inspect/Protocol.h"
 
 namespace Inspect {
 
 enum class Secrets { show, hide };
-struct Display; // Inspect/Display.h
 
 struct Rendered {
     size_t size = 0;    ///< characters written; there is no NUL
@@ -32,14 +31,22 @@ struct Rendered {
 };
 
 /// Renders the message into [begin, end). With an unknown identifier the text is "<unknown message ID>".
-Rendered render(Velmora::MsgType_t id, const void* message, char* begin, char* end, Secrets secrets);
+Rendered render(const Protocol& protocol, Velmora::MsgType_t id, const void* message, char* begin, char* end,
+                Secrets secrets);
+inline Rendered render(Velmora::MsgType_t id, const void* message, char* begin, char* end, Secrets secrets) {
+    return render(default_protocol(), id, message, begin, end, secrets);
+}
 
 /// The same, with prices divided for display.
-Rendered render(Velmora::MsgType_t id, const void* message, char* begin, char* end, const Display& display);
+Rendered render(const Protocol& protocol, Velmora::MsgType_t id, const void* message, char* begin, char* end,
+                const Display& display);
+inline Rendered render(Velmora::MsgType_t id, const void* message, char* begin, char* end, const Display& display) {
+    return render(default_protocol(), id, message, begin, end, display);
+}
 
 template <class T>
 Rendered render(const T& message, char* begin, char* end, Secrets secrets) {
-    return render(T::ID, &message, begin, end, secrets);
+    return render(protocol_of<Velmora::ProtocolOf<T>>(), T::ID, &message, begin, end, secrets);
 }
 
 /// Appends the bytes as a string's contents are rendered, without the quotes.

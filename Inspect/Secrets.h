@@ -2,7 +2,7 @@
 // too: who renders types hides the field as a whole, and who walks tables asks FieldInfo::is_secret_in().
 #pragma once
 
-#include "generated/QLProtocol/QLProtocol.fields.h"
+#include "Backend/Velmora/FieldList.h"
 
 namespace Inspect {
 

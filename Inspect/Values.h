@@ -56,10 +56,17 @@ class ValueVisitor {
 std::string number_text(const Value& value);
 
 /// Shows all values of the message to the visitor; none if the identifier is unknown. False if the visitor ended it.
-bool walk_values(Velmora::MsgType_t id, const void* message, ValueVisitor& visitor);
+bool walk_values(const Protocol& protocol, Velmora::MsgType_t id, const void* message, ValueVisitor& visitor);
+inline bool walk_values(Velmora::MsgType_t id, const void* message, ValueVisitor& visitor) {
+    return walk_values(default_protocol(), id, message, visitor);
+}
 
 /// The same as a table of the caller's own describes it, which may hold more fields to be secret than the protocol does.
 /// REQUIRES: the identifier is known, and `type` has the fields and records of its message.
-bool walk_values(Velmora::MsgType_t id, const TypeInfo& type, const void* message, ValueVisitor& visitor);
+bool walk_values(const Protocol& protocol, Velmora::MsgType_t id, const TypeInfo& type, const void* message,
+                 ValueVisitor& visitor);
+inline bool walk_values(Velmora::MsgType_t id, const TypeInfo& type, const void* message, ValueVisitor& visitor) {
+    return walk_values(default_protocol(), id, type, message, visitor);
+}
 
 } // namespace Inspect

@@ -1,8 +1,5 @@
 #include "Inspect/Verify.h"
 
-#include <array>
-
-#include "Inspect/IdTable.h"
 #include "Inspect/Reflection.h"
 #include "Inspect/VerifyWalk.h"
 
@@ -79,38 +76,14 @@ const char* Judge::count(const char* p, size_t& n) {
 
 } // namespace walk
 
-namespace detail {
-namespace {
-
-constexpr auto table = [] {
-    std::array<Verifier, Velmora::countTypes([](auto&& visit) { return Quillon::messages(visit); })> byIndex{};
-    Quillon::messages([&]<class T>(Velmora::of<T>, const char*) {
-        byIndex[T::INDEX] = {&walk::canonical<T>, &walk::judge<T>};
-        return true;
-    });
-    return byIndex;
-}();
-
-} // namespace
-
-const Verifier* const verifiers = table.data();
-
-} // namespace detail
-
-namespace {
-
-constexpr IdTable<size_t> indices([]<class T>(Velmora::of<T>, const char*) { return size_t{T::INDEX}; });
-
-} // namespace
-
-Result verify(Velmora::MsgType_t id, const char* begin, const char* end, const Policy& policy) {
-    const size_t* const index = indices.find(id);
-    if (index == nullptr) return {.fault = Fault::unknownIdentifier, .id = id, .begin = begin, .end = end};
-    return detail::verify(detail::verifiers[*index], id, begin, end, policy);
+Result verify(const Protocol& protocol, Velmora::MsgType_t id, const char* begin, const char* end,
+              const Policy& policy) {
+    const detail::Operations* const message = protocol.operations_of(id);
+    if (message == nullptr) return {.fault = Fault::unknownIdentifier, .id = id, .begin = begin, .end = end};
+    return detail::verify(*message, id, begin, end, policy);
 }
 
 std::string Result::path() const {
-    const TypeInfo* const type = reflect(id);
     if (fault == Fault::none || fault == Fault::blockTooSmall || type == nullptr) return "";
     const std::string_view body(begin, static_cast<size_t>(end - begin));
     if (offset <= body.size()) return path_at(*type, body, offset);

@@ -21,7 +21,7 @@
 #include <cstdint>
 #include <string>
 
-#include "Backend/Velmora/MsgDescriptor.h"
+#include "Inspect/Protocol.h"
 
 namespace Inspect {
 
@@ -83,6 +83,7 @@ struct Result {
     size_t missing = 0;    ///< zeros that stand for missing last fields; 0 if refused
     const char* begin = nullptr;
     const char* end = nullptr;
+    const TypeInfo* type = nullptr; ///< of the message; null if there is none with that identifier
 
     explicit operator bool() const { return fault == Fault::none; }
 
@@ -96,41 +97,34 @@ struct Result {
 
 namespace detail {
 
-/// Where a walk over a body stands.
-struct Position {
-    const char* p; ///< null: refused
-    size_t blockBytes;
-};
-
-/// What verifies the bodies of one message.
-struct Verifier {
-    /// The end of a body whose values all stand in the form that write() gives them; anything else for others.
-    Position (*canonical)(const char* begin, const char* end);
-    /// The verdict on those others, which takes longer.
-    Result (*judge)(const char* begin, const char* end, const Policy& policy);
-};
-extern const Verifier* const verifiers; // by INDEX
-
-inline Result verify(const Verifier& verifier, Velmora::MsgType_t id, const char* begin, const char* end,
+inline Result verify(const Operations& message, Velmora::MsgType_t id, const char* begin, const char* end,
                      const Policy& policy) {
-    const Position last = verifier.canonical(begin, end);
-    if (last.p != end) return verifier.judge(begin, end, policy);
-    return {.id = id,
-            .consumed = static_cast<size_t>(end - begin),
-            .blockBytes = last.blockBytes,
-            .begin = begin,
-            .end = end};
+    const Position last = message.verifier.canonical(begin, end);
+    if (last.p == end)
+        return {.id = id,
+                .consumed = static_cast<size_t>(end - begin),
+                .blockBytes = last.blockBytes,
+                .begin = begin,
+                .end = end,
+                .type = message.type};
+    Result result = message.verifier.judge(begin, end, policy);
+    result.type = message.type;
+    return result;
 }
 
 } // namespace detail
 
 /// Verifies the body of the message with that identifier.
-Result verify(Velmora::MsgType_t id, const char* begin, const char* end, const Policy& policy);
+Result verify(const Protocol& protocol, Velmora::MsgType_t id, const char* begin, const char* end,
+              const Policy& policy);
+inline Result verify(Velmora::MsgType_t id, const char* begin, const char* end, const Policy& policy) {
+    return verify(default_protocol(), id, begin, end, policy);
+}
 
 /// Verifies the body of message T.
 template <class T>
 Result verify(const char* begin, const char* end, const Policy& policy) {
-    return detail::verify(detail::verifiers[T::INDEX], T::ID, begin, end, policy);
+    return detail::verify(detail::operations_of<T>(), T::ID, begin, end, policy);
 }
 
 } // namespace Inspect

@@ -16,7 +16,7 @@
 #include <cstring>
 #include <string_view>
 
-#include "Inspect/Sizes.h"
+#include "Inspect/SizeWalk.h"
 #include "Inspect/Verify.h"
 
 namespace Inspect::walk {

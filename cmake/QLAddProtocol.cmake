@@ -68,12 +68,17 @@ function(ql_add_protocol target)
         set(base ${CMAKE_CURRENT_BINARY_DIR}/${target}_protocol)
         set(made ${base}/${folder})
     endif()
-    set(sources ${stem}.cpp MsgHandler.cpp AsciiWriter.cpp)
+    set(sources ${stem}.cpp MsgHandler.cpp AsciiWriter.cpp ${stem}.inspect.cpp)
     set(others ${stem}.h ${stem}.fields.h ${stem}.traits.h MsgHandler.h AsciiWriter.h Catalogue.md)
     list(TRANSFORM sources PREPEND ${made}/)
     list(TRANSFORM others PREPEND ${made}/)
 
     add_library(${target} ${sources})
+    if(TARGET QLProtocol::QLInspectCore)
+        target_link_libraries(${target} PUBLIC QLProtocol::QLInspectCore)
+    else() # what was built or installed is without it
+        set_source_files_properties(${made}/${stem}.inspect.cpp PROPERTIES HEADER_FILE_ONLY ON)
+    endif()
     if(arg_COMMITTED)
         set(current ${CMAKE_CURRENT_BINARY_DIR}/${target}_protocol.current)
         add_custom_command(OUTPUT ${current}

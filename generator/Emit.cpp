@@ -124,7 +124,7 @@ void Text::add(std::string_view lines, std::initializer_list<Hole> holes) {
     }
 }
 
-void Text::open() {
+void Text::guard() {
     if (const std::string lines = hidden(shielded(_definition)); !lines.empty())
         _text += "\n// Names that headers may define as macros.\n" + lines;
     if (const auto warnings = silenced(_definition); !warnings.empty()) {
@@ -132,11 +132,19 @@ void Text::open() {
         for (const std::string& warning : warnings)
             _text += fmt::format("#pragma GCC diagnostic ignored \"{}\"\n", warning);
     }
+}
+
+void Text::open() {
+    guard();
     add("\nnamespace $namespace {\n");
 }
 
 std::string Text::close() {
     add("\n} // namespace $namespace\n");
+    return unguard();
+}
+
+std::string Text::unguard() {
     if (!silenced(_definition).empty()) _text += "\n#pragma GCC diagnostic pop\n";
     if (const std::string lines = restored(shielded(_definition)); !lines.empty()) _text += "\n" + lines;
     return std::move(_text);
@@ -185,6 +193,7 @@ std::vector<File> emit(const Definition& definition) {
             {definition.stem + ".fields.h", emitFields(definition)},
             {definition.stem + ".traits.h", emitTraits(definition)},
             {definition.stem + ".cpp", emitSource(definition)},
+            {definition.stem + ".inspect.cpp", emitInspect(definition)},
             {"MsgHandler.h", emitHandlerHeader(definition)},
             {"MsgHandler.cpp", emitHandlerSource(definition)},
             {"AsciiWriter.h", emitWriterHeader(definition)},

@@ -25,6 +25,7 @@ std::string emitHeader(const Definition& definition);        ///< QLProtocol.h
 std::string emitFields(const Definition& definition);        ///< QLProtocol.fields.h
 std::string emitTraits(const Definition& definition);        ///< QLProtocol.traits.h
 std::string emitSource(const Definition& definition);        ///< QLProtocol.cpp
+std::string emitInspect(const Definition& definition);       ///< QLProtocol.inspect.cpp
 std::string emitHandlerHeader(const Definition& definition); ///< MsgHandler.h
 std::string emitHandlerSource(const Definition& definition); ///< MsgHandler.cpp
 std::string emitWriterHeader(const Definition& definition);  ///< AsciiWriter.h
@@ -51,11 +52,15 @@ class Text {
     /// fills.
     void add(std::string_view lines, std::initializer_list<Hole> holes = {});
 
-    /// Opens the namespace, guarded against what could disturb the names in it: macros, and warnings about deprecated
-    /// things, which are for hosts.
-    void open();
+    /// Guards against what could disturb the names of the definition: macros, and warnings about deprecated things,
+    /// which are for hosts.
+    void guard();
 
-    /// Closes the namespace and takes the guards back.
+    /// Takes the guards back, and ends the text.
+    std::string unguard();
+
+    // The same with the namespace, guarded.
+    void open();
     std::string close();
 
   private:

@@ -277,8 +277,16 @@ class $stemError : public std::runtime_error {
     explicit $stemError(const char* text) : std::runtime_error(text) {}
     ~$stemError() override = default;
 };
+
+struct $stemTraits; // $folder/$stem.traits.h
+
+/// From a type of the protocol to its traits. Never defined, found by the argument.
+template <class T>
+$stemTraits protocolOf(Velmora::of<T>);
 )",
-             {{"version", fmt::to_string(definition.version)}, {"stemError", definition.stem + "Error"}});
+             {{"version", fmt::to_string(definition.version)},
+              {"stemError", definition.stem + "Error"},
+              {"stemTraits", definition.stem + "Traits"}});
     return text.close();
 }
 

@@ -103,10 +103,6 @@ struct $stemTraits {
     static void finalize() { ::$namespace::finalize(); }
     static MsgProtocol* instance() { return __protocol; } ///< null before initialize() and after finalize()
 };
-
-/// From a type of the protocol to its traits. Never defined, found by the argument.
-template <class T>
-$stemTraits protocolOf(Velmora::of<T>);
 )",
              {{"stemTraits", definition.stem + "Traits"},
               {"name", definition.name},

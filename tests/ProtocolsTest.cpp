@@ -8,7 +8,11 @@
 #include <sstream>
 
 #include "Backend/Velmora/operations/TextSize.h"
-#include "Inspect/VerifyWalk.h"
+#include "Inspect/Checked.h"
+#include "Inspect/Json.h"
+#include "Inspect/SafeText.h"
+#include "Inspect/Sizes.h"
+#include "Inspect/Values.h"
 #include "generated/QLProtocol/QLProtocol.traits.h"
 #include "made/hostile/index.traits.h"
 #include "protocols/chat/Chat.traits.h"
@@ -65,6 +69,22 @@ std::string hex(const std::string& bytes) {
     return text.str();
 }
 
+/// Its text for logs, and its values one by one.
+std::string shown(const Inspect::Protocol& protocol, Velmora::MsgType_t id, const void* message) {
+    struct : Inspect::ValueVisitor {
+        bool value(Inspect::Path path, const Inspect::Value& value) override {
+            text += '\n' + path_text(path) + ' ' + (value.is_text() ? std::string(value.text) : number_text(value));
+            return true;
+        }
+        std::string text;
+    } values;
+    EXPECT_TRUE(Inspect::walk_values(protocol, id, message, values));
+    std::string text(1 << 19, '\0');
+    text.resize(
+        Inspect::render(protocol, id, message, text.data(), text.data() + text.size(), Inspect::Secrets::show).size);
+    return text + values.text;
+}
+
 TEST_F(Protocols, EachHasItsOwnModule) {
     static_assert(std::is_same_v<Velmora::ProtocolOf<Odd::One>, Odd::indexTraits>);
     static_assert(std::is_same_v<Velmora::ProtocolOf<Quillon::Side>, Quillon::QLProtocolTraits>);
@@ -91,35 +111,56 @@ TEST_F(Protocols, EachHasItsOwnModule) {
     EXPECT_STREQ(odd->getMessageName(0), "Message");
 }
 
+const Inspect::Protocol& odd = Inspect::protocol_of<Odd::indexTraits>();
+
 /// What stands above the library knows the size of the body, takes it, and takes none that is cut or goes on.
 template <class T>
 void verify(const std::string& body) {
     const std::unique_ptr<char[]> exact(new char[body.size()]);
     std::memcpy(exact.get(), body.data(), body.size());
-    const char* const begin = exact.get();
+    const char *const begin = exact.get(), *const end = begin + body.size();
     InBlock<T> read(1 << 18);
     const size_t before = read.block.alloc.used_size();
     Velmora::FastCodec codec(exact.get(), exact.get() + body.size());
     read->read(codec);
     EXPECT_EQ(Inspect::encoded_size(*read), body.size());
+    EXPECT_EQ(odd.operations_of(T::ID)->encodedSize(&*read), body.size());
     EXPECT_GE(body.size(), Inspect::minimal_size<T>());
     EXPECT_LE(body.size(), Inspect::max_encoded_size<T>({300, 200}));
     for (const Inspect::Policy& policy : {Inspect::whole, Inspect::tolerant}) {
-        const Inspect::Result result = Inspect::walk::judge<T>(begin, begin + body.size(), policy);
+        const Inspect::Result result = Inspect::verify(odd, T::ID, begin, end, policy);
         EXPECT_TRUE(result);
         EXPECT_EQ(result.blockBytes, read.block.alloc.used_size() - before);
         for (size_t length = 0; length < body.size(); length += 1 + length / 16)
-            EXPECT_FALSE(Inspect::walk::judge<T>(begin, begin + length, policy)) << "cut at " << length;
+            EXPECT_FALSE(Inspect::verify<T>(begin, begin + length, policy)) << "cut at " << length;
     }
     // Zeros stand for all of its fields, in whatever form.
-    const Inspect::Result none = Inspect::walk::judge<T>(begin, begin, Inspect::rolling);
+    const Inspect::Result none = Inspect::verify<T>(begin, begin, Inspect::rolling);
     const std::string zeros(Inspect::minimal_size<T>(), '\0');
     EXPECT_EQ(none.missing, zeros.size());
     EXPECT_EQ(none.blockBytes,
-              Inspect::walk::judge<T>(zeros.data(), zeros.data() + zeros.size(), Inspect::whole).blockBytes);
+              Inspect::verify<T>(zeros.data(), zeros.data() + zeros.size(), Inspect::whole).blockBytes);
     // The quick walk takes what the slow one takes without liberties, and stops where that stops.
-    const bool isStrict = static_cast<bool>(Inspect::walk::judge<T>(begin, begin + body.size(), Inspect::strict));
-    EXPECT_EQ(Inspect::walk::canonical<T>(begin, begin + body.size()).p == begin + body.size(), isStrict);
+    const Inspect::detail::Verifier& verifier = odd.operations_of(T::ID)->verifier;
+    EXPECT_EQ(verifier.canonical(begin, end).p == end, bool(verifier.judge(begin, end, Inspect::strict)));
+}
+
+/// By its identifier alone, a body becomes a message, a text, JSON, a message again and the same body.
+void thereAndBack(const Inspect::Protocol& protocol, Velmora::MsgType_t id, const std::string& body) {
+    Block first(1 << 18, 1), second(1 << 18, 3);
+    const Inspect::Decoded decoded = Inspect::decode_verified(protocol, id, body, first.alloc);
+    ASSERT_TRUE(decoded) << decoded.result.text();
+    EXPECT_STREQ(decoded.descriptor->name(), Inspect::reflect(protocol, id)->name.data());
+    void* const copy = second.alloc.allocate(decoded.descriptor->size());
+    decoded.descriptor->construct(copy, second.alloc);
+    Inspect::from_json(protocol, id, Inspect::to_json(protocol, id, decoded.object), copy);
+    std::string bytes(body.size(), '\0');
+    const Inspect::Encoded encoded =
+        Inspect::encode_checked(protocol, id, copy, bytes.data(), bytes.data() + bytes.size());
+    EXPECT_TRUE(encoded) << encoded.text();
+    EXPECT_EQ(hex(bytes), hex(body));
+    EXPECT_EQ(shown(protocol, id, copy), shown(protocol, id, decoded.object));
+    for (void* message : {copy, decoded.object}) decoded.descriptor->destroy(message);
 }
 
 // At odd addresses, in blocks that end where their storage does.
@@ -137,7 +178,10 @@ TEST_F(Protocols, EveryValueOfEveryTypeComesBack) {
                 decode(*read, body);
                 sample.check(*read);
                 EXPECT_EQ(encoded(*read), body);
-                if constexpr (Velmora::Message<T>) verify<T>(body);
+                if constexpr (Velmora::Message<T>) {
+                    verify<T>(body);
+                    thereAndBack(odd, T::ID, body);
+                }
             }
             read->checkbounds(read.block.begin(), read.block.end());
             const std::string text = printed(*value);
@@ -201,6 +245,40 @@ TEST_F(Protocols, EveryLogicalTypeHasItsWireForm) {
     // clang-format on
 }
 
+// The same identifier is another message in each of them, and none in a third.
+TEST_F(Protocols, EachHasItsOwnTable) {
+    const Inspect::Protocol& own = Inspect::default_protocol();
+    EXPECT_EQ(&own, &Inspect::protocol_of<Quillon::QLProtocolTraits>());
+    EXPECT_EQ(Inspect::reflect(0)->name, "VersionMessage");
+    EXPECT_EQ(Inspect::reflect(own, 0)->name, "VersionMessage");
+    EXPECT_EQ(Inspect::reflect(odd, 0)->name, "Message");
+    const Inspect::Protocol& chat = Inspect::protocol_of<Chat::ChatTraits>();
+    EXPECT_EQ(Inspect::verify(chat, 0, nullptr, nullptr, Inspect::whole).fault, Inspect::Fault::unknownIdentifier);
+    const char body[] = {3, 'a'};
+    EXPECT_EQ(Inspect::verify(chat, 2, body, body + 2, Inspect::whole).text(), "truncated at byte 0 (user)");
+    EXPECT_EQ(Inspect::all_messages(chat).size(), 3u);
+    EXPECT_EQ(odd.name, "Hostile");
+    EXPECT_EQ(odd.version, 7);
+    EXPECT_EQ(odd.signature, Odd::indexTraits::SIGNATURE);
+    std::string names;
+    for (const Inspect::TypeInfo* record : Inspect::all_records(odd)) names += std::string(record->name) + ' ';
+    Odd::indexTraits::records([&](auto, const char* name) {
+        EXPECT_TRUE(names.starts_with(std::string(name) + ' ')) << name;
+        names.erase(0, names.find(' ') + 1);
+        return true;
+    });
+    EXPECT_EQ(names, "");
+    EXPECT_EQ(Inspect::all_enumerations(odd)[1]->enumerators[1].value, 4242);
+    for (const Inspect::Protocol* protocol : {&own, &odd, &chat}) {
+        size_t found = 0;
+        for (int id = 0; id <= UINT16_MAX; ++id)
+            found += Inspect::reflect(*protocol, static_cast<Velmora::MsgType_t>(id)) != nullptr;
+        EXPECT_EQ(found, protocol->messages.size());
+        for (const Inspect::MessageInfo& message : protocol->messages)
+            EXPECT_EQ(Inspect::reflect(*protocol, message.id), message.type) << message.type->name;
+    }
+}
+
 TEST_F(Protocols, NeedNothingOfQLProtocol) {
     Chat::initialize();
     EXPECT_EQ(Chat::ChatTraits::MESSAGES, 3u);
@@ -209,6 +287,8 @@ TEST_F(Protocols, NeedNothingOfQLProtocol) {
     said->user = "ann";
     EXPECT_EQ(hex(encoded(*said)), "03616e6e0000");
     EXPECT_EQ(printed(*said), "<SayMessage user=\"ann\" text=\"\" mood=PLAIN>");
+    EXPECT_EQ(Inspect::to_json(*said), R"({"user":"ann","text":null,"mood":"PLAIN"})");
+    thereAndBack(Inspect::protocol_of<Chat::ChatTraits>(), 2, encoded(*said));
     Chat::finalize();
 }
 

@@ -4744,4 +4744,10 @@ class QLProtocolError : public std::runtime_error {
     ~QLProtocolError() override = default;
 };
 
+struct QLProtocolTraits; // generated/QLProtocol/QLProtocol.traits.h
+
+/// From a type of the protocol to its traits. Never defined, found by the argument.
+template <class T>
+QLProtocolTraits protocolOf(Velmora::of<T>);
+
 } // namespace Quillon

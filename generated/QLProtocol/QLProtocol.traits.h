@@ -45,10 +45,6 @@ struct QLProtocolTraits {
     static MsgProtocol* instance() { return __protocol; } ///< null before initialize() and after finalize()
 };
 
-/// From a type of the protocol to its traits. Never defined, found by the argument.
-template <class T>
-QLProtocolTraits protocolOf(Velmora::of<T>);
-
 constexpr Velmora::TypeNotes typeNotes(Velmora::of<LogLevel>) {
     return {"LogLevel", "Severity of a log entry.", ""};
 }

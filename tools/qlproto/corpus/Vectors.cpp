@@ -11,7 +11,6 @@
 #include <nlohmann/json.hpp>
 
 #include "Inspect/Checked.h"
-#include "Inspect/IdTable.h"
 #include "Inspect/Json.h"
 #include "Inspect/SafeText.h"
 #include "tools/qlproto/corpus/Filler.h"
@@ -51,9 +50,17 @@ Filled makeFilled(std::optional<Filling> filling) {
     return filled;
 }
 
-constexpr Inspect::IdTable<Filled (*)(std::optional<Filling>)> fillers([]<class T>(Velmora::of<T>, const char*) {
-    return &makeFilled<T>;
-});
+using Fill = Filled (*)(std::optional<Filling>);
+
+/// What fills the messages with that identifier.
+Fill findFill(Velmora::MsgType_t id) {
+    Fill fill = nullptr;
+    Quillon::messages([&]<class T>(Velmora::of<T>, const char*) {
+        if (T::ID == id) fill = &makeFilled<T>;
+        return fill == nullptr;
+    });
+    return fill;
+}
 
 struct Meaning {
     std::string json, text;
@@ -189,7 +196,7 @@ std::string vectorLines(const Inspect::MessageInfo& message) {
         {"all bytes in texts", Filling::bytes},
         {"counts of two bytes", Filling::counts},
     };
-    const auto& fill = **fillers.find(message.id);
+    const Fill fill = findFill(message.id);
     Lines lines(message);
     for (const auto& [name, filling] : fillings) {
         const Filled filled = fill(filling);

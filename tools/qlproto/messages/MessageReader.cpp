@@ -5,7 +5,7 @@
 #include "Capture/Errors.h"
 #include "Capture/Verification.h"
 #include "Inspect/Checked.h"
-#include "Inspect/Sizes.h"
+#include "Inspect/SizeWalk.h"
 
 namespace qlproto {
 

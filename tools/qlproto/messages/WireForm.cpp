@@ -2,7 +2,7 @@
 
 #include <fmt/format.h>
 
-#include "Inspect/Sizes.h"
+#include "Inspect/SizeWalk.h"
 
 namespace qlproto {
 

@@ -1,0 +1,145 @@
+// A protocol as a constant table: what it consists of, and how its messages are worked with of which only the identifier
+// is known. The functions of Inspect that take an identifier look it up here:
+//
+//     const Inspect::Protocol& chat = Inspect::protocol_of<Chat::ChatTraits>();
+//     const Inspect::Result result = Inspect::verify(chat, id, begin, end, Inspect::whole);
+//
+// The table is made by a generated source of the protocol, STEM.inspect.cpp, which a program that asks for it links.
+// Functions that take no protocol mean the default one: that whose definition says so. A program has one at most.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+#include "Backend/Velmora/MsgProtocol.h"
+#include "Backend/Velmora/Notes.h"
+#include "Inspect/TypeInfo.h"
+
+namespace Inspect {
+
+struct Display;
+struct Encoded;
+struct Policy;
+struct Rendered;
+struct Result;
+class JsonCursor;
+class ValueVisitor;
+
+namespace detail {
+
+struct JsonPath;
+class JsonWriter;
+
+/// Where a walk over a body stands.
+struct Position {
+    const char* p; ///< null: refused
+    size_t blockBytes;
+};
+
+/// What verifies the bodies of one message.
+struct Verifier {
+    /// The end of a body whose values all stand in the form that write() gives them; anything else for others.
+    Position (*canonical)(const char* begin, const char* end);
+    /// The verdict on those others, which takes longer.
+    Result (*judge)(const char* begin, const char* end, const Policy& policy);
+};
+
+/// How the messages of one type are worked with. Each operation stands in a header of its own, named ...Walk.h.
+struct Operations {
+    const TypeInfo* type;
+    Verifier verifier;
+    size_t (*encodedSize)(const void* message);
+    Encoded (*encode)(const void* message, char* begin, char* end);
+    void (*writeJson)(const void* message, JsonWriter& writer);
+    void (*readJson)(JsonCursor& json, void* message, const JsonPath& path);
+    Rendered (*render)(const void* message, char* begin, char* end, const Display& display);
+    bool (*walkValues)(const void* message, const TypeInfo& type, ValueVisitor& visitor);
+};
+
+/// Finds the INDEX of a message by its identifier in one step.
+class IdIndex {
+  public:
+    struct Slot {
+        int32_t id = -1; ///< of no message
+        uint32_t index = 0;
+    };
+
+    /// Slot `id % modulus` holds the message with that identifier, if there is one.
+    constexpr IdIndex(const Slot* slots, uint32_t modulus)
+        : _slots(slots), _modulus(modulus), _reciprocal(UINT32_MAX / modulus + 1) {}
+
+    /// Null if there is no such message.
+    constexpr const Slot* find(Velmora::MsgType_t id) const {
+        // The remainder without a division: the fractional part of id / modulus, times modulus.
+        const Slot& slot = _slots[uint64_t{_reciprocal * id} * _modulus >> 32];
+        return slot.id == id ? &slot : nullptr;
+    }
+
+  private:
+    const Slot* _slots;
+    uint32_t _modulus;
+    uint32_t _reciprocal; ///< 2^32 / modulus, rounded up
+};
+
+} // namespace detail
+
+struct Protocol {
+    std::string_view name; ///< as it is told to peers
+    int version;
+    std::string_view signature;                           ///< 32 hexadecimal digits
+    std::span<const MessageInfo> messages;                ///< in the order of their INDEX
+    std::span<const TypeInfo* const> records;             ///< in declaration order
+    std::span<const EnumerationInfo* const> enumerations; ///< in declaration order
+
+    /// The module, with its descriptors; null before initialize() and after finalize().
+    Velmora::MsgProtocol* (*instance)();
+    void (*initialize)();
+    void (*finalize)();
+
+    const detail::Operations* operations; ///< by INDEX
+    detail::IdIndex index;
+
+    /// Null if there is no such message.
+    const detail::Operations* operations_of(Velmora::MsgType_t id) const {
+        const detail::IdIndex::Slot* const slot = index.find(id);
+        return slot != nullptr ? operations + slot->index : nullptr;
+    }
+};
+
+namespace detail {
+
+template <class Traits>
+struct ProtocolTable {
+    static const Protocol protocol; ///< defined in ProtocolTables.h
+};
+
+extern const Protocol* const defaultProtocol; // defined by its generated source
+
+} // namespace detail
+
+#pragma GCC diagnostic push
+#ifdef __clang__ // the table stands in the generated source alone
+#pragma GCC diagnostic ignored "-Wundefined-var-template"
+#endif
+/// The protocol with these traits.
+template <class Traits>
+constexpr const Protocol& protocol_of() {
+    return detail::ProtocolTable<Traits>::protocol;
+}
+#pragma GCC diagnostic pop
+
+/// The one that is meant where none is given.
+inline const Protocol& default_protocol() { return *detail::defaultProtocol; }
+
+namespace detail {
+
+/// How messages of type T are worked with.
+template <class T>
+const Operations& operations_of() {
+    return protocol_of<Velmora::ProtocolOf<T>>().operations[T::INDEX];
+}
+
+} // namespace detail
+} // namespace Inspect
