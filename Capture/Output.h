@@ -20,6 +20,8 @@ class Output {
     /// Writes what has gathered.
     void flush();
 
+    bool isFile() const { return _file.isReplaced(); } ///< a regular one
+
     /// Writes what has gathered and puts the file in its place. To be called at the end: without, there is no file.
     void close();
 

@@ -29,6 +29,9 @@ class OutputFile {
     /// Throws IoError, or ClosedPipe if the output's reader has gone.
     void write(std::string_view bytes);
 
+    /// Whether it is a regular file, which appears when it is complete.
+    bool isReplaced() const { return !_target.empty(); }
+
     /// Puts the file in its place. Nothing can be written after that. Throws IoError.
     void complete();
 

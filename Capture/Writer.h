@@ -3,8 +3,10 @@
 
 #include <cstdint>
 #include <initializer_list>
+#include <optional>
 #include <string>
 
+#include "Capture/Definition.h"
 #include "Capture/Output.h"
 #include "Capture/Packet.h"
 
@@ -12,8 +14,9 @@ namespace Capture {
 
 class Writer : public PacketSink {
   public:
-    /// Creates the capture; "-" is standard output. Throws IoError.
-    explicit Writer(const std::string& path);
+    /// Creates the capture; "-" is standard output. Throws IoError. If the definition is given, it is told where the
+    /// output allows it.
+    explicit Writer(const std::string& path, std::optional<Definition> definition = std::nullopt);
 
     /// Throws IoError or ClosedPipe.
     void packet(const Packet& packet) override;
@@ -24,6 +27,8 @@ class Writer : public PacketSink {
   private:
     void append(std::initializer_list<uint32_t> words);
 
+    const std::string _path;
+    const std::optional<Definition> _definition;
     Output _output;
 };
 

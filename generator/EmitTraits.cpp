@@ -12,6 +12,7 @@
 #include <fmt/format.h>
 
 #include "generator/Emit.h"
+#include "generator/Signature.h"
 
 namespace qlgen {
 namespace {
@@ -78,6 +79,9 @@ struct $stemTraits {
     static constexpr const char* SIGNATURE = "$signature";
     static constexpr const char* SIGNATURE_API = "$API";
     static constexpr const char* SIGNATURE_STORAGE = "$storage";
+    // Derived from the definition, whatever it gives as its signatures: of what bodies depend on, and of names.
+    static constexpr const char* WIRE_SIGNATURE = "$wire";
+    static constexpr const char* NAMES_SIGNATURE = "$names";
     /// The INDEX of each message is below this.
     static constexpr size_t MESSAGES = $messages;
     /// No two identifiers are the same modulo this.
@@ -110,6 +114,8 @@ struct $stemTraits {
               {"signature", definition.signature},
               {"API", definition.signatureAPI},
               {"storage", definition.signatureStorage},
+              {"wire", signatureOf(canonicalWire(definition))},
+              {"names", signatureOf(canonicalNames(definition))},
               {"messages", fmt::to_string(definition.messages.size())},
               {"modulus", fmt::to_string(definition.slots)}});
     for (const Enumeration& enumeration : definition.enumerations) addNotes(text, enumeration);

@@ -149,13 +149,62 @@ TEST_F(ToolOutput, ExitStatusIsOneOfFourWithoutMemoryOrThreads) {
 #endif
     // Below that the program cannot even be loaded. A limit on memory is one on threads: each needs a stack.
     for (const char* command : {"decode a.pcap", "latency a.pcap", "report a.pcap -o r", "encode lines -o e",
-                                "diff a.pcap a.pcap", "decode --format xml a.pcap"})
+                                "diff b.pcap a.pcap", "decode --format xml a.pcap"})
         for (int kilobytes = 12000; kilobytes <= 60000; kilobytes += 4000) {
             const auto result =
                 folder.run("ulimit -v " + std::to_string(kilobytes) + "; qlproto " + std::string(command));
             EXPECT_TRUE((result.exitCode >= 0 && result.exitCode <= 3) || result.exitCode == 127)
                 << command << kilobytes << ": " << result.exitCode << result.err;
         }
+}
+
+TEST_F(ToolOutput, CapturesSayWhichDefinitionTheyWereMadeWith) {
+    const auto warning = [&](const std::string& command) {
+        const auto result = folder.run("qlproto " + command + " >/dev/null");
+        EXPECT_EQ(result.exitCode, 0) << command;
+        const size_t at = result.err.find("definition"), end = result.err.find('\n');
+        EXPECT_EQ(result.err.find("another definition", end), std::string::npos) << "once: " << result.err;
+        return at < end ? result.err.substr(0, end) : "";
+    };
+    ASSERT_EQ(warning("generate --messages 1000 -o a.pcap"), "");
+    const std::string told = folder.run("cat a.pcap.definition").out;
+    EXPECT_EQ(warning("decode --format json a.pcap | qlproto encode - -o b.pcap"), "");
+    EXPECT_EQ(folder.run("cat b.pcap.definition").out, told) << "by whichever command";
+    EXPECT_EQ(warning("generate --messages 1000 -o - "), "");
+    EXPECT_FALSE(std::filesystem::exists(folder.path("-.definition")));
+    EXPECT_EQ(warning("generate --messages 1000 -o /dev/null"), "");
+    EXPECT_FALSE(std::filesystem::exists("/dev/null.definition"));
+    EXPECT_EQ(warning("decode a.pcap"), "");
+
+    const auto with = [&](const std::string& text) { folder.write("a.pcap.definition", text); };
+    const auto changed = [&](const char* name) {
+        const size_t at = told.find(name) + std::string(name).size() + 4;
+        return std::string(told).replace(at, 1, told[at] == '0' ? "1" : "0");
+    };
+    with(changed("wire"));
+    for (const char* command :
+         {"decode a.pcap", "verify a.pcap", "stats a.pcap", "latency a.pcap", "roundtrip a.pcap", "diff b.pcap a.pcap",
+          "report a.pcap -o r.html", "annotate --packet 1 a.pcap", "trace a.pcap --user 11"})
+        EXPECT_EQ(warning(command),
+                  "qlproto: a.pcap: made with another definition, Quillon 1: values may be misread by "
+                  "Quillon 1, which is built in");
+    with(changed("names"));
+    EXPECT_EQ(warning("decode a.pcap"),
+              "qlproto: a.pcap: made with another definition, Quillon 1: its bodies are the same, its names are not");
+    with(changed("wire") + " ");
+    EXPECT_NE(warning("decode a.pcap"), "");
+    with(changed("wire").replace(told.size() - 3, 1, told[told.size() - 3] == '1' ? "2" : "1"));
+    EXPECT_EQ(warning("decode a.pcap"), "") << "of another capture that had its name";
+    // What a stranger put there.
+    for (const std::string& text :
+         {std::string(), std::string("[]"), std::string(5000, ' '), std::string("{\"wire\":1}")}) {
+        with(text);
+        EXPECT_TRUE(warning("decode a.pcap").starts_with("qlproto: a.pcap.definition: does not tell")) << text;
+    }
+    ASSERT_EQ(folder.run("rm a.pcap.definition && mkfifo a.pcap.definition").exitCode, 0);
+    EXPECT_NE(warning("decode a.pcap").find("no regular file"), std::string::npos);
+    EXPECT_EQ(folder.run("rm a.pcap.definition").exitCode, 0);
+    EXPECT_EQ(warning("decode a.pcap"), "");
 }
 
 TEST_F(ToolOutput, NoTextOfAStrangerSteersATerminal) {

@@ -19,6 +19,9 @@ struct QLProtocolTraits {
     static constexpr const char* SIGNATURE = "3cb14c3a66f8bcf889f1a7afd1cd3ecf";
     static constexpr const char* SIGNATURE_API = "c622d22c9a1d9f1698e94a287f643c13";
     static constexpr const char* SIGNATURE_STORAGE = "ec9f41aa078427a07d47a4a748a8d476";
+    // Derived from the definition, whatever it gives as its signatures: of what bodies depend on, and of names.
+    static constexpr const char* WIRE_SIGNATURE = "02370b1a9998905f676aae0ed2fa72f8";
+    static constexpr const char* NAMES_SIGNATURE = "a32de3ee83eb80a43c0fe4384dbbabe6";
     /// The INDEX of each message is below this.
     static constexpr size_t MESSAGES = 71;
     /// No two identifiers are the same modulo this.

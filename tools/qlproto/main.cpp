@@ -27,7 +27,8 @@ constexpr const char* EXAMPLES = R"(Examples:
   qlproto report session.pcap -o report.html
 
 Output files: A file is written beside its place and renamed when it is complete. Until then, and if that fails, what
-stands there is left alone.
+stands there is left alone. Beside a capture comes a file CAPTURE.definition, which tells the definition it was made with;
+commands that read the capture warn if theirs is another.
 
 Exit status: 0 fine, 1 bad data found, 2 usage, 3 input or output failed or the system lacks memory or threads.)";
 

@@ -16,6 +16,7 @@
 #include "tools/qlproto/messages/Annotation.h"
 #include "tools/qlproto/messages/Hex.h"
 #include "tools/qlproto/messages/Names.h"
+#include "tools/qlproto/messages/OpenCapture.h"
 #include "tools/qlproto/terminal/Errors.h"
 
 namespace qlproto {
@@ -43,7 +44,7 @@ std::string contentOf(const std::string& path, std::size_t longest) {
 
 /// The bytes of that packet of a capture.
 std::string packetOf(const std::string& path, uint64_t number) {
-    Capture::Reader capture(path);
+    Capture::Reader capture = openCapture(path);
     Capture::Packet packet;
     for (uint64_t i = 0; i < number; ++i)
         if (!capture.next(packet))

@@ -186,7 +186,7 @@ void addDecode(CLI::App& app, Commands& commands) {
                     "  qlproto decode --format json --price-scale 100000000 -n 3 session.pcap\n"
                     "  qlproto decode --format lines --time utc --family quotes -n 2 session.pcap\n"
                     "  qlproto decode --from 2024-03-04T07:00:01 --to 2024-03-04T07:00:02 --redact session.pcap\n"
-                    "  qlproto decode --policy rolling older.pcap\n"
+                    "  qlproto decode --policy rolling session.pcap\n"
                     "  qlproto decode --hex - <<< '24 d0 0e'\n"
                     "  qlproto decode --hex --type TimerMessage - <<< 0e");
     commands.push_back({command, [options] { return decode(*options); }});

@@ -16,6 +16,7 @@
 #include "tools/qlproto/commands/Arguments.h"
 #include "tools/qlproto/commands/Commands.h"
 #include "tools/qlproto/messages/MessageReader.h"
+#include "tools/qlproto/messages/OpenCapture.h"
 #include "tools/qlproto/terminal/Errors.h"
 #include "tools/qlproto/terminal/Terminal.h"
 
@@ -97,7 +98,8 @@ class Comparer {
 /// Reads a capture as far as it can be read.
 class Source {
   public:
-    Source(const std::string& path, Comparer& comparer) : _path(path), _capture(path), _comparer(comparer) {}
+    Source(const std::string& path, Comparer& comparer)
+        : _path(path), _capture(openCapture(path)), _comparer(comparer) {}
 
     bool next(Side& side) {
         Capture::Packet packet;

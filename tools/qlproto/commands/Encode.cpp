@@ -11,6 +11,7 @@
 #include "tools/qlproto/messages/Hex.h"
 #include "tools/qlproto/messages/LineReader.h"
 #include "tools/qlproto/messages/MessageLine.h"
+#include "tools/qlproto/messages/OpenCapture.h"
 #include "tools/qlproto/terminal/Errors.h"
 
 namespace qlproto {
@@ -65,7 +66,8 @@ int encodeLines(LineReader& lines, const Inspect::Policy& policy, auto&& writer)
 
 int encode(const Options& options) {
     LineReader lines(options.input, LONGEST_LINE);
-    if (options.format == "capture") return encodeLines(lines, options.policy, Capture::Writer(options.output));
+    if (options.format == "capture")
+        return encodeLines(lines, options.policy, Capture::Writer(options.output, ownDefinition()));
     return encodeLines(lines, options.policy, BytesWriter(options.output, options.format == "hex"));
 }
 

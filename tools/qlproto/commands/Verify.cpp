@@ -11,6 +11,7 @@
 #include "tools/qlproto/commands/Arguments.h"
 #include "tools/qlproto/commands/Commands.h"
 #include "tools/qlproto/messages/CaptureScan.h"
+#include "tools/qlproto/messages/OpenCapture.h"
 #include "tools/qlproto/terminal/Errors.h"
 
 namespace qlproto {
@@ -91,7 +92,7 @@ class Report {
 };
 
 int verify(const Options& options) {
-    Capture::Reader capture(options.capture);
+    Capture::Reader capture = openCapture(options.capture);
     Report report(options);
     Capture::Packet packet;
     for (bool isThere = true; isThere;) {

@@ -19,6 +19,7 @@
 #include "Capture/Errors.h"
 #include "Capture/Reader.h"
 #include "tools/qlproto/messages/MessageReader.h"
+#include "tools/qlproto/messages/OpenCapture.h"
 #include "tools/qlproto/messages/OrderedPipeline.h"
 #include "tools/qlproto/terminal/Errors.h"
 #include "tools/qlproto/terminal/Progress.h"
@@ -36,7 +37,7 @@ class CaptureScan {
     /// standard error.
     template <class Handle>
     void run(const std::string& path, Handle&& handle) {
-        Capture::Reader capture(path);
+        Capture::Reader capture = openCapture(path);
         MessageReader reader(_policy);
         Capture::Packet packet;
         while (next(capture, packet)) {
@@ -66,7 +67,7 @@ class CaptureScan {
     static constexpr uint64_t MORE = UINT64_MAX;
     template <class Handle, class Write, class Flush>
     void runParallel(const std::string& path, std::vector<Handle>& handles, Write&& write, Flush&& flush) {
-        Capture::Reader capture(path);
+        Capture::Reader capture = openCapture(path);
         std::deque<MessageReader> readers;
         while (readers.size() < handles.size()) readers.emplace_back(_policy);
         OrderedPipeline<Batch> pipeline(handles.size());

@@ -4,6 +4,7 @@
 #include "Capture/Writer.h"
 #include "tools/qlproto/commands/Arguments.h"
 #include "tools/qlproto/commands/Commands.h"
+#include "tools/qlproto/messages/OpenCapture.h"
 #include "tools/qlproto/terminal/Errors.h"
 #include "tools/qlproto/trading/session/Hostile.h"
 #include "tools/qlproto/trading/session/Session.h"
@@ -21,7 +22,7 @@ struct Options {
 };
 
 int generate(const Options& options) {
-    Capture::Writer writer(options.output);
+    Capture::Writer writer(options.output, ownDefinition());
     Hostile hostile(options.seed, writer);
     Capture::PacketSink& sink = options.profile == "hostile" ? static_cast<Capture::PacketSink&>(hostile) : writer;
     session::Pace pace;

@@ -1,0 +1,33 @@
+// Which definition a capture was made with. It is told beside the capture, in a file CAPTURE.definition with a line of
+// JSON, for the container has no place for it.
+//
+//     {"protocol": "Quillon", "version": 1, "wire": "3cb1...", "names": "c622...", "size": 123456}
+//
+//   wire, names   signatures that change when bodies or names do
+//   size          bytes of the capture: what was said of another file under that name is not said of this one
+#pragma once
+
+#include <string>
+
+namespace Capture {
+
+struct Definition {
+    std::string protocol;
+    int version = 0;
+    std::string wire;
+    std::string names;
+};
+
+template <class Traits>
+Definition definitionOf() {
+    return {Traits::NAME, Traits::VERSION, Traits::WIRE_SIGNATURE, Traits::NAMES_SIGNATURE};
+}
+
+/// Says of a capture that is complete what it was made with. Throws IoError.
+void noteDefinition(const std::string& capture, const Definition& definition);
+
+/// What is to be told to those who read the capture by their `own` definition, on one line. Empty if it was made with
+/// that, or nothing is said. What a stranger put there is read up to a few kilobytes, and never waited for.
+std::string differenceOfDefinition(const std::string& capture, const Definition& own);
+
+} // namespace Capture
