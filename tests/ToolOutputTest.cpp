@@ -197,7 +197,7 @@ TEST_F(ToolOutput, CapturesSayWhichDefinitionTheyWereMadeWith) {
     EXPECT_EQ(warning("decode a.pcap"), "") << "of another capture that had its name";
     // What a stranger put there.
     for (const std::string& text :
-         {std::string(), std::string("[]"), std::string(5000, ' '), std::string("{\"wire\":1}")}) {
+         {std::string(), std::string("[]"), told + std::string(5000, ' '), std::string("{\"wire\":1}")}) {
         with(text);
         EXPECT_TRUE(warning("decode a.pcap").starts_with("qlproto: a.pcap.definition: does not tell")) << text;
     }
