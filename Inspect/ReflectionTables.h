@@ -4,7 +4,6 @@
 #include <array>
 
 #include "Backend/Velmora/Notes.h"
-#include "Inspect/Secrets.h"
 #include "Inspect/SizeWalk.h"
 #include "Inspect/TypeInfo.h"
 
@@ -15,13 +14,18 @@ using namespace Velmora;
 template <class H>
 inline constexpr auto enumeratorTable = [] {
     std::array<EnumeratorInfo, H::_nbValues> table{};
+    constexpr auto notes = enumeratorNotes(of<H>{});
     size_t i = 0;
-    enumerators(of<H>{}, [&](const char* name, auto value) { table[i++] = {name, value}; });
+    enumerators(of<H>{}, [&](const char* name, auto value) {
+        table[i] = {name, value, notes[i].doc, notes[i].deprecated};
+        ++i;
+    });
     return table;
 }();
 
 template <class H>
-inline constexpr EnumerationInfo enumerationInfo{H::Name, enumeratorTable<H>};
+inline constexpr EnumerationInfo enumerationInfo{H::Name, enumeratorTable<H>, typeNotes(of<H>{}).doc,
+                                                 typeNotes(of<H>{}).deprecated};
 
 /// A member of a template, so that records can be pointed to before they are defined.
 template <class T>
@@ -74,17 +78,30 @@ consteval size_t count_fields() {
 template <class T>
 inline constexpr auto fieldTable = [] {
     std::array<FieldInfo, count_fields<T>()> table{};
+    constexpr auto notes = fieldNotes(of<T>{});
     size_t i = 0;
     fields(of<T>{}, [&](const char* name, auto member, auto encoding) {
         using M = MemberType<decltype(member)>;
-        table[i++] = {name, valueInfo<M, decltype(encoding)>, minimal_size<M, decltype(encoding)>(),
-                      is_secret<T>(member)};
+        const FieldNotes& note = notes[i];
+        table[i++] = {.name = name,
+                      .value = valueInfo<M, decltype(encoding)>,
+                      .minimalSize = minimal_size<M, decltype(encoding)>(),
+                      .isSecret = note.isSecret,
+                      .doc = note.doc,
+                      .deprecated = note.deprecated,
+                      .identifies = note.identifies,
+                      .station = note.station};
         return true;
     });
     return table;
 }();
 
 template <class T>
-constinit const TypeInfo TypeTable<T>::type{typeNotes(of<T>{}).name, fieldTable<T>, minimal_size<T>(), sizeof(T)};
+constinit const TypeInfo TypeTable<T>::type{.name = typeNotes(of<T>{}).name,
+                                            .fields = fieldTable<T>,
+                                            .minimalSize = minimal_size<T>(),
+                                            .memorySize = sizeof(T),
+                                            .doc = typeNotes(of<T>{}).doc,
+                                            .deprecated = typeNotes(of<T>{}).deprecated};
 
 } // namespace Inspect::tables

@@ -41,14 +41,21 @@ enum class Kind : uint8_t {
 constexpr bool is_bytes(Kind kind) { return kind >= Kind::string && kind <= Kind::cryptblob; } ///< strings and blobs
 constexpr bool is_floating(Kind kind) { return kind == Kind::float4 || kind == Kind::float8; }
 
+// What the definition says for people stands in `doc`, what is to be used no more tells why in `deprecated`. Texts that are
+// not given are empty.
+
 struct EnumeratorInfo {
     std::string_view name;
     int32_t value;
+    std::string_view doc = {};
+    std::string_view deprecated = {};
 };
 
 struct EnumerationInfo {
     std::string_view name;
     std::span<const EnumeratorInfo> enumerators; ///< in declaration order
+    std::string_view doc = {};
+    std::string_view deprecated = {};
 };
 
 struct TypeInfo;
@@ -65,6 +72,10 @@ struct FieldInfo {
     ValueInfo value;
     size_t minimalSize; ///< fewest bytes on the wire, as read() takes it
     bool isSecret;      ///< marked as not to be shown in logs; see is_secret_in()
+    std::string_view doc = {};
+    std::string_view deprecated = {};
+    std::string_view identifies = {}; ///< what the value is the identifier of, as in "order"
+    std::string_view station = {};    ///< where the time that it holds was taken, as in "exchange"
 
     /// Whether its value is secret, given whether the record is that it stands in: all that a secret record holds is.
     constexpr bool is_secret_in(bool isRecordSecret) const { return isRecordSecret || isSecret; }
@@ -79,6 +90,8 @@ struct TypeInfo {
     std::span<const FieldInfo> fields; ///< in declaration order, which is wire order
     size_t minimalSize;                ///< fewest bytes on the wire, as read() takes it
     size_t memorySize;                 ///< bytes of the object, without what it owns in its block
+    std::string_view doc = {};
+    std::string_view deprecated = {};
 };
 
 struct MessageInfo {

@@ -97,8 +97,8 @@ std::string textOf(const Inspect::BodyValue& value) {
     case padding:
         return value.text();
     case enumeration:
-        for (const auto& [name, number] : value.value.enumeration->enumerators)
-            if (number == value.number) return std::string(name);
+        for (const Inspect::EnumeratorInfo& it : value.value.enumeration->enumerators)
+            if (it.value == value.number) return std::string(it.name);
         return std::to_string(value.number);
     default:
         return std::to_string(value.number);

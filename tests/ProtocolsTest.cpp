@@ -358,6 +358,25 @@ TEST_F(Protocols, WhatTheDefinitionSaysReachesTheTraits) {
     });
     EXPECT_EQ(identifiers, 2u);
     EXPECT_EQ(stations, 3u);
+
+    // From there they reach reflection.
+    const auto& records = Inspect::all_records(odd);
+    EXPECT_EQ(records[0]->name, "EOF");
+    EXPECT_EQ(records[0]->deprecated, "nobody needs it");
+    EXPECT_EQ(records[0]->fields[15].deprecated, "use \"y\" \\o/");
+    EXPECT_TRUE(records[1]->fields[0].isSecret && !records[0]->fields[0].isSecret);
+    const Inspect::EnumerationInfo& enumeration = *Inspect::all_enumerations(odd)[0];
+    EXPECT_EQ(enumeration.deprecated, "say \"Other\"");
+    EXPECT_EQ(enumeration.enumerators[0].doc, "old");
+    EXPECT_EQ(enumeration.enumerators[0].deprecated, "a \\ b");
+    const Inspect::TypeInfo& said = *Inspect::reflect(Inspect::protocol_of<Chat::ChatTraits>(), 2);
+    EXPECT_EQ(said.doc, "Someone says something.");
+    EXPECT_EQ(said.fields[1].doc, "what is said");
+    for (const Inspect::FieldInfo& field :
+         Inspect::reflect(Quillon::SubmitOrderMessage::ID)->fields[3].value.record->fields) {
+        EXPECT_EQ(field.identifies == "clientOrder", field.name == "clOrdID") << field.name;
+        EXPECT_EQ(field.station == "handler", field.name == "timeHandler") << field.name;
+    }
 }
 
 } // namespace

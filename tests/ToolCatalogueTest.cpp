@@ -15,9 +15,11 @@ namespace {
 using nlohmann::json;
 using nlohmann::ordered_json;
 
+using Attributes = std::map<std::string, std::string>;
+
 /// The attributes of one element of the definition, which has one element a line.
-std::map<std::string, std::string> attributes(const std::string& line) {
-    std::map<std::string, std::string> found;
+Attributes attributes(const std::string& line) {
+    Attributes found;
     size_t opening;
     for (size_t at = 0; (opening = line.find("=\"", at)) != line.npos;) {
         const size_t name = line.rfind(' ', opening) + 1, closing = line.find('"', opening + 2);
@@ -27,8 +29,15 @@ std::map<std::string, std::string> attributes(const std::string& line) {
     return found;
 }
 
+/// What the definition says for people: the attribute, or that of the same name in the meaning of the name.
+void note(ordered_json& into, const char* name, Attributes& given, Attributes& meaning) {
+    if (!given[name].empty() || !meaning[name].empty()) into[name] = given[name].empty() ? meaning[name] : given[name];
+}
+
 /// The definition in the form of `qlproto schema`, without encodings.
 ordered_json definition() {
+    std::map<std::string, Attributes> meanings;
+    Attributes none;
     ordered_json all = {{"enumerations", json::array()}, {"records", json::array()}, {"messages", json::array()}};
     ordered_json* current = nullptr;
     std::ifstream file(QL_ROOT "/protocol/QLProtocol.xml");
@@ -41,16 +50,23 @@ ordered_json definition() {
             all[list].push_back({{"name", attribute["name"]}});
             current = &all[list].back();
             if (attribute.contains("id")) (*current)["id"] = std::stoi(attribute["id"], nullptr, 0);
+            for (const char* name : {"doc", "deprecated"}) note(*current, name, attribute, none);
             (*current)[members] = json::array();
         };
         if (is("<enumeration ")) begin("enumerations", "values");
         if (is("<record ")) begin("records", "fields");
         if (is("<message ")) begin("messages", "fields");
-        if (is("<enumerator "))
-            (*current)["values"].push_back({{"name", attribute["name"]}, {"value", std::stoi(attribute["value"])}});
+        if (is("<meaning ")) meanings[attribute["name"]] = attribute;
+        if (is("<enumerator ")) {
+            ordered_json value = {{"name", attribute["name"]}, {"value", std::stoi(attribute["value"])}};
+            for (const char* name : {"doc", "deprecated"}) note(value, name, attribute, none);
+            (*current)["values"].push_back(std::move(value));
+        }
         if (is("<field ")) {
             ordered_json field = {{"name", attribute["name"]}, {"type", attribute["type"]}};
             if (attribute["secret"] == "true") field["secret"] = true;
+            for (const char* name : {"doc", "deprecated", "identifies", "station"})
+                note(field, name, attribute, meanings[attribute["name"]]);
             (*current)["fields"].push_back(std::move(field));
         }
     }
@@ -108,11 +124,12 @@ TEST(Catalogue, ShowsTypesLevelByLevelAndEnumerators) {
     EXPECT_EQ(order, folder.run("qlproto describe SubmitOrderMessage").out);
     // The record in the message, the vector in the record, the string in the vector's elements.
     size_t at = 0;
-    for (const char* line : {"SubmitOrderMessage: message 61673 (0xF0E9), 5 fields, 20 or more bytes on the wire",
-                             "\n  contents          SubmitOrder     16 or more  its fields\n",
-                             "\n    price           price           1..10       special varint\n",
-                             "\n    parameters      KeyValuePair[]  1 or more   count, elements\n",
-                             "\n      key           string          1..65538    length"}) {
+    for (const char* line :
+         {"SubmitOrderMessage: message 61673 (0xF0E9), 5 fields, 20 or more bytes on the wire",
+          "\n  contents          SubmitOrder     16 or more  its fields\n",
+          "\n    price           price           1..10       special varint\n",
+          "\n    parameters      KeyValuePair[]  1 or more   count, elements\n",
+          "\n      key           string          1..65538    length", "\n\n  field             meaning\n"}) {
         const size_t found = order.find(line, at);
         ASSERT_NE(found, order.npos) << line << " is not in: " << order;
         at = found;

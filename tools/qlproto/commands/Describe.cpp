@@ -1,4 +1,4 @@
-// qlproto describe: the fields of a message or record, those of the records in it indented below.
+// qlproto describe: the fields of a message or record, those of the records in it indented below; and what its own mean.
 #include <memory>
 
 #include <fmt/format.h>
@@ -27,6 +27,36 @@ void addFields(Table& table, const Inspect::TypeInfo& type, std::size_t depth) {
     }
 }
 
+/// "who says it; identifies: user; deprecated: use another", as in the catalogue; empty where nothing is said.
+std::string meaningOf(const Inspect::FieldInfo& field) {
+    std::string meaning(field.doc);
+    for (const auto& [mark, value] :
+         {std::pair{"identifies", field.identifies}, {"station", field.station}, {"deprecated", field.deprecated}})
+        if (!value.empty()) meaning += fmt::format("{}{}: {}", meaning.empty() ? "" : "; ", mark, value);
+    return meaning;
+}
+
+/// A table of the fields of which the definition says something; nothing if there are none.
+std::string meaningsText(const Inspect::TypeInfo& type) {
+    using enum Table::Align;
+    Table table({left, left});
+    table.add({"field", "meaning"});
+    bool isAny = false;
+    for (const Inspect::FieldInfo& field : type.fields)
+        if (std::string meaning = meaningOf(field); !meaning.empty()) {
+            table.add({std::string(field.name), std::move(meaning)});
+            isAny = true;
+        }
+    return isAny ? "\n" + table.text(2) : "";
+}
+
+/// What the definition says of the type as a whole: a line, or nothing.
+std::string aboutText(const Inspect::TypeInfo& type) {
+    std::string line(type.doc);
+    if (!type.deprecated.empty()) line += fmt::format("{}Deprecated: {}.", line.empty() ? "" : " ", type.deprecated);
+    return line.empty() ? line : line + '\n';
+}
+
 int describe(const std::string& name) {
     const NamedType found = findType(name);
     const std::string kind = found.id ? fmt::format("message {} (0x{:04X})", *found.id, *found.id) : "record";
@@ -35,9 +65,10 @@ int describe(const std::string& name) {
     table.add({"field", "type", "bytes", "encoding"});
     addFields(table, *found.type, 0);
 
-    Capture::writeText(fmt::format("{}: {}, {}, {} bytes on the wire, {} in memory without what it owns\n\n{}",
+    Capture::writeText(fmt::format("{}: {}, {}, {} bytes on the wire, {} in memory without what it owns\n{}\n{}{}",
                                    found.type->name, kind, Capture::counted(found.type->fields.size(), "field"),
-                                   sizeText(wireForm(*found.type)), found.type->memorySize, table.text(2)));
+                                   sizeText(wireForm(*found.type)), found.type->memorySize, aboutText(*found.type),
+                                   table.text(2), meaningsText(*found.type)));
     return EXIT_FINE;
 }
 

@@ -17,12 +17,17 @@ int showEnumeration(const std::string& name) {
     using enum Table::Align;
     Table table({right, left, left});
     table.add({"value", "name"});
-    for (const auto& [enumerator, value] : findEnumeration(name)->enumerators) {
+    const Inspect::EnumerationInfo& enumeration = *findEnumeration(name);
+    for (const Inspect::EnumeratorInfo& it : enumeration.enumerators) {
+        std::string note(it.doc);
+        const auto add = [&](const std::string& text) { note += (note.empty() ? "" : "; ") + text; };
         // Deliberate: such a value loses its high byte, which peers have come to rely on.
-        const std::string note = value > 0xFF ? fmt::format("travels as its low byte, {}", value & 0xFF) : "";
-        table.add({fmt::format("{}", value), std::string(enumerator), note});
+        if (it.value > 0xFF) add(fmt::format("travels as its low byte, {}", it.value & 0xFF));
+        if (!it.deprecated.empty()) add(fmt::format("deprecated: {}", it.deprecated));
+        table.add({fmt::format("{}", it.value), std::string(it.name), note});
     }
     Capture::writeText(table.text());
+    if (!enumeration.deprecated.empty()) Capture::writeText(fmt::format("Deprecated: {}.\n", enumeration.deprecated));
     return EXIT_FINE;
 }
 

@@ -1,11 +1,13 @@
 // qlproto schema: the protocol as JSON, for generators and checkers in other languages.
 //
 //     {"protocol": name, "version": …, "signature": …,
-//      "enumerations": [{"name", "values": [{"name", "value"}]}],
-//      "records":      [{"name", "fields": [field]}],
-//      "messages":     [{"name", "id", "fields": [field]}]}
+//      "enumerations": [{"name", notes, "values": [{"name", "value", notes}]}],
+//      "records":      [{"name", notes, "fields": [field]}],
+//      "messages":     [{"name", "id", notes, "fields": [field]}]}
 //
-//     field: {"name", "type", "encoding", "element" (of a vector: {"type", "encoding"}), "secret" (where true)}
+//     field: {"name", "type", "encoding", "element" (of a vector: {"type", "encoding"}), "secret" (where true), notes,
+//             "identifies", "station"}
+//     notes: "doc", "deprecated" (why); these, and marks, are left out where the definition says nothing
 //
 // Everything stands in declaration order, which for fields is wire order; the same protocol gives the same bytes.
 #include <fmt/format.h>
@@ -28,6 +30,18 @@ Json valueJson(const Inspect::ValueInfo& value) {
     return {{"type", type_text(value)}, {"encoding", wireForm(value).name}};
 }
 
+void addText(Json& json, const char* name, std::string_view text) {
+    if (!text.empty()) json[name] = text;
+}
+
+/// `json`, with what the definition says of it for people.
+template <class Info>
+Json noted(Json json, const Info& info) {
+    addText(json, "doc", info.doc);
+    addText(json, "deprecated", info.deprecated);
+    return json;
+}
+
 Json fieldsJson(const Inspect::TypeInfo& type) {
     Json fields = Json::array();
     for (const Inspect::FieldInfo& field : type.fields) {
@@ -35,6 +49,9 @@ Json fieldsJson(const Inspect::TypeInfo& type) {
         json.update(valueJson(field.value));
         if (field.value.element != nullptr) json["element"] = valueJson(*field.value.element);
         if (field.isSecret) json["secret"] = true;
+        json = noted(std::move(json), field);
+        addText(json, "identifies", field.identifies);
+        addText(json, "station", field.station);
         fields.push_back(std::move(json));
     }
     return fields;
@@ -44,13 +61,19 @@ Json schemaJson() {
     Json enumerations = Json::array(), records = Json::array(), messages = Json::array();
     for (const Inspect::EnumerationInfo* enumeration : Inspect::all_enumerations()) {
         Json values = Json::array();
-        for (const auto& [name, value] : enumeration->enumerators) values.push_back({{"name", name}, {"value", value}});
-        enumerations.push_back({{"name", enumeration->name}, {"values", std::move(values)}});
+        for (const Inspect::EnumeratorInfo& it : enumeration->enumerators)
+            values.push_back(noted({{"name", it.name}, {"value", it.value}}, it));
+        enumerations.push_back(noted({{"name", enumeration->name}}, *enumeration));
+        enumerations.back()["values"] = std::move(values);
     }
-    for (const Inspect::TypeInfo* record : Inspect::all_records())
-        records.push_back({{"name", record->name}, {"fields", fieldsJson(*record)}});
-    for (const auto& [id, type] : Inspect::all_messages())
-        messages.push_back({{"name", type->name}, {"id", id}, {"fields", fieldsJson(*type)}});
+    for (const Inspect::TypeInfo* record : Inspect::all_records()) {
+        records.push_back(noted({{"name", record->name}}, *record));
+        records.back()["fields"] = fieldsJson(*record);
+    }
+    for (const auto& [id, type] : Inspect::all_messages()) {
+        messages.push_back(noted({{"name", type->name}, {"id", id}}, *type));
+        messages.back()["fields"] = fieldsJson(*type);
+    }
     return {{"protocol", Quillon::__protocol->getName()},
             {"version", Quillon::VERSION},
             {"signature", Quillon::__protocol->getSignature()},

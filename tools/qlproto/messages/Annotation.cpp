@@ -40,10 +40,10 @@ std::string valueText(const BodyValue& value) {
     case Kind::float8:
         return fmt::format("{}", value.real);
     case Kind::enumeration:
-        for (const auto& [name, number] : value.value.enumeration->enumerators) {
-            if (number == value.number) return std::string(name);
+        for (const Inspect::EnumeratorInfo& it : value.value.enumeration->enumerators) {
+            if (it.value == value.number) return std::string(it.name);
             // All that is left of a value beyond a byte.
-            if ((number & 0xFF) == value.number) return fmt::format("{}, the low byte of {}", value.number, name);
+            if ((it.value & 0xFF) == value.number) return fmt::format("{}, the low byte of {}", value.number, it.name);
         }
         return fmt::format("{}, no enumerator of {}", value.number, value.value.enumeration->name);
     case Kind::vector:
