@@ -260,7 +260,6 @@ TEST_F(Analysis, MadeUpSessionsPassAllStationsInOrder) {
         latency.add({it.time, it.bytes}, reader);
         ++counts[static_cast<size_t>(reader.descriptor().index())];
     }
-    EXPECT_EQ(counts.size(), qlproto::MESSAGE_COUNT);
     for (const auto& [message, count] : counts)
         for (const auto& hop : latency.byMessage()[message])
             EXPECT_EQ(hop.times.count(), count) << "no hop is unset or negative";

@@ -496,6 +496,7 @@ TEST_F(Tool, GeneratesProfilesAndRates) {
     const Case cases[] = {{"--profile usual", 2000, 4000, 0}, {"--profile quiet", 50, 400, 0},
                           {"--profile busy", 8000, 40000, 0}, {"--profile hostile", 2000, 4000, 1},
                           {"--rate 100", 80, 120, 0},         {"--profile busy --rate 50000", 35000, 65000, 0}};
+    std::set<std::string> all; // the types, whatever the profile
     for (const Case& it : cases) {
         const std::string generate = std::string("qlproto generate --messages 20000 --seed 3 ") + it.options + " -o ";
         ASSERT_EQ(run(generate + "a.pcap").exitCode, 0) << it.options;
@@ -511,7 +512,8 @@ TEST_F(Tool, GeneratesProfilesAndRates) {
             names.insert(name);
             times.push_back(std::stod(time));
         }
-        EXPECT_EQ(names.size(), 71u) << it.options;
+        if (all.empty()) all = names;
+        EXPECT_EQ(names, all) << it.options;
         const double rate = static_cast<double>(times.size() - 2000) / (times.back() - times[2000]);
         EXPECT_GT(rate, it.low) << it.options;
         EXPECT_LT(rate, it.high) << it.options;
