@@ -27,7 +27,7 @@ constexpr int64_t SECOND = 1'000'000'000;
 constexpr std::size_t BLOCK = 64 * Capture::MAX_PACKET;
 
 /// The names of the envelope, then those that do not matter for the packet.
-enum Member : std::size_t { TIME, MESSAGE, ID, BODY, HEX, REDACTED, PRICE_SCALE, PASSED_OVER };
+enum class Member : std::size_t { time, message, id, body, hex, redacted, priceScale };
 constexpr std::array<std::string_view, 15> MEMBERS = {"time",     "message",    "id",     "body",  "hex",
                                                       "redacted", "priceScale", "packet", "gap",   "kind",
                                                       "name",     "text",       "strict", "whole", "written"};
@@ -114,6 +114,7 @@ std::string bytesFrom(JsonCursor& json) {
 struct MessageLineReader::Envelope {
     std::string_view text; ///< all of it
     std::array<bool, MEMBERS.size()> given{};
+    bool has(Member member) const { return given[static_cast<std::size_t>(member)]; }
     int64_t time = 0;
     std::string id; ///< as it stands there
     const Inspect::MessageInfo* message = nullptr;
@@ -135,16 +136,16 @@ Capture::Packet MessageLineReader::read(std::string_view text) {
     json.object([&](std::string_view name) { member(name, json, line); });
     json.end();
 
-    for (const Member needed : {MESSAGE, BODY})
-        if (!line.given[needed]) throw JsonError(std::string(MEMBERS[needed]), "missing");
+    for (const Member needed : {Member::message, Member::body})
+        if (!line.has(needed)) throw JsonError(std::string(MEMBERS[static_cast<std::size_t>(needed)]), "missing");
     const Inspect::MessageInfo& message = *line.message;
-    if (line.given[ID] && line.id != std::to_string(message.id))
+    if (line.has(Member::id) && line.id != std::to_string(message.id))
         throw JsonError("id", fmt::format("not {}, the identifier of {}", message.id, message.type->name));
     if (line.body != 0) {
         JsonCursor body(text, line.body);
         encodeBody(message, body);
     }
-    if (line.given[HEX]) {
+    if (line.has(Member::hex)) {
         if (line.hex.size() > Capture::MAX_PACKET - Capture::IDENTIFIER_SIZE)
             throw JsonError("hex", "more than fits a packet");
         if (!isOfBody(message.id, line.hex)) throw JsonError("hex", "not the bytes of the body");
@@ -161,18 +162,18 @@ void MessageLineReader::member(std::string_view name, JsonCursor& json, Envelope
     if (which == MEMBERS.size()) throw JsonError(path, "unknown name");
     if (line.given[which]) throw JsonError(path, "given twice");
     line.given[which] = true;
-    switch (which) {
-    case TIME:
+    switch (static_cast<Member>(which)) {
+    case Member::time:
         line.time = timeFrom(json);
         break;
-    case MESSAGE:
+    case Member::message:
         line.message = &messageNamed(stringFrom(json, "message"));
         break;
-    case ID:
+    case Member::id:
         if (json.next() != Next::number) throw JsonError("id", "not a number");
         line.id = json.number().text;
         break;
-    case BODY:
+    case Member::body:
         if (line.message != nullptr) {
             encodeBody(*line.message, json);
         } else {
@@ -181,12 +182,12 @@ void MessageLineReader::member(std::string_view name, JsonCursor& json, Envelope
             json.skip();
         }
         break;
-    case HEX:
+    case Member::hex:
         line.hex = bytesFrom(json);
         break;
-    case REDACTED:
+    case Member::redacted:
         throw JsonError(path, "no packet can be made where secrets are hidden");
-    case PRICE_SCALE:
+    case Member::priceScale:
         throw JsonError(path, "no packet can be made where prices are divided");
     default:
         json.skip();

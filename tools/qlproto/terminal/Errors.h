@@ -8,12 +8,11 @@
 
 namespace qlproto {
 
-enum ExitCode : int {
-    EXIT_FINE = 0,
-    EXIT_BAD_DATA = 1, ///< the input was read, but holds something that is wrong
-    EXIT_USAGE = 2,
-    EXIT_IO = 3, ///< a file cannot be opened, read or written, or the system lacks memory or threads
-};
+// Exit statuses; there are no others.
+inline constexpr int EXIT_FINE = 0;
+inline constexpr int EXIT_BAD_DATA = 1; ///< the input was read, but holds something that is wrong
+inline constexpr int EXIT_USAGE = 2;
+inline constexpr int EXIT_IO = 3; ///< a file cannot be opened, read or written, or the system lacks memory or threads
 
 /// Tells people something on standard error, on one line that is not endless, whatever a stranger's text in it holds.
 /// Nothing can be done if even that fails, so it is not an error.
