@@ -470,6 +470,10 @@ TEST_F(Analysis, DiffTellsWhatIsInOneOnlyAndWhichFieldsDiffer) {
 
     EXPECT_EQ(folder.run("cat a.pcap | qlproto diff - a.pcap").exitCode, 0);
     EXPECT_EQ(folder.run("qlproto diff - -").exitCode, 2);
+    const ToolFolder::Result misspelt = folder.run("qlproto diff --ignore side,timeApiClent a.pcap b.pcap");
+    EXPECT_EQ(misspelt.exitCode, 2);
+    EXPECT_NE(misspelt.err.find("no message has a field 'timeApiClent'; did you mean timeApiClient"), std::string::npos)
+        << misspelt.err;
 
     // Without elements or with some of which every field is ignored: not the same.
     folder.store("a.pcap", {{1, quotes(5, {})}});

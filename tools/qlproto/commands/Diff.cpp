@@ -17,6 +17,7 @@
 #include "tools/qlproto/commands/Commands.h"
 #include "tools/qlproto/messages/MessageReader.h"
 #include "tools/qlproto/messages/OpenCapture.h"
+#include "tools/qlproto/messages/Names.h"
 #include "tools/qlproto/terminal/Errors.h"
 #include "tools/qlproto/terminal/Terminal.h"
 
@@ -171,7 +172,7 @@ void addDiff(CLI::App& app, Commands& commands) {
         ->type_name(FILE_VALUE);
     command->add_option("--ignore", options->ignored, "Names of fields that do not count, such as timeApiClient")
         ->delimiter(',')
-        ->type_name("FIELD")
+        ->check(isField())
         ->allow_extra_args(false);
     addPolicy(*command, options->policy);
     addNumber(*command, "--first", options->first, "Show that many messages that differ; 0 shows all")

@@ -93,7 +93,7 @@ Condition::Condition(const std::string& text) {
                 return value.is_text() || operand(value).has_value();
             });
         });
-    if (!isField) throw FilterError(fmt::format("{}: no message has a field {}", text, text.substr(0, at)));
+    if (!isField) throw FilterError(fmt::format("{}: {}", text, noSuchField(text.substr(0, at))));
     if (!isMeant) throw FilterError(fmt::format("{}: {} is no value of that field", text, _operand));
 }
 

@@ -61,14 +61,30 @@ Names enumerationNames() {
     return names;
 }
 
-std::string noneNamed(const char* what, std::string_view name, const Names& candidates) {
-    std::string text = fmt::format("no {} is named '{}'", what, name);
+/// Of all messages and records, each once.
+Names fieldNames() {
+    Names names;
+    const auto add = [&](const Inspect::TypeInfo& type) {
+        for (const Inspect::FieldInfo& field : type.fields)
+            if (std::ranges::find(names, field.name) == names.end()) names.push_back(field.name);
+    };
+    for (const Inspect::MessageInfo& message : Inspect::all_messages()) add(*message.type);
+    for (const Inspect::TypeInfo* record : Inspect::all_records()) add(*record);
+    return names;
+}
+
+/// What is wrong with a name, and which others may be meant.
+std::string suggesting(std::string text, std::string_view name, const Names& candidates) {
     const Names nearest = nearestNames(name, candidates);
     for (std::size_t i = 0; i < nearest.size(); ++i) {
         text += i == 0 ? "; did you mean " : i + 1 == nearest.size() ? " or " : ", ";
         text += nearest[i];
     }
     return nearest.empty() ? text : text + "?";
+}
+
+std::string noneNamed(const char* what, std::string_view name, const Names& candidates) {
+    return suggesting(fmt::format("no {} is named '{}'", what, name), name, candidates);
 }
 
 } // namespace
@@ -121,6 +137,10 @@ std::string noSuchMessage(std::string_view nameOrId) {
     return noneNamed("message", nameOrId, messageNames());
 }
 
+std::string noSuchField(std::string_view name) {
+    return suggesting(fmt::format("no message has a field '{}'", name), name, fieldNames());
+}
+
 CLI::Validator isMessage() {
     return {[](std::string& text) { return findMessage(text) != nullptr ? "" : noSuchMessage(text); }, MESSAGE_VALUE};
 }
@@ -139,6 +159,14 @@ CLI::Validator isType() {
                 return isNumber(text) ? noSuchMessage(text) : noneNamed("message or record", text, typeNames());
             },
             TYPE_VALUE};
+}
+
+CLI::Validator isField() {
+    return {[](std::string& text) {
+                const Names names = fieldNames();
+                return std::ranges::find(names, text) != names.end() ? "" : noSuchField(text);
+            },
+            "FIELD"};
 }
 
 CLI::Validator isEnumeration() {

@@ -34,9 +34,13 @@ std::vector<std::string_view> nearestNames(std::string_view name, const std::vec
 /// "no message is named 'Order'; did you mean A, B or C?"
 std::string noSuchMessage(std::string_view nameOrId);
 
+/// "no message has a field 'timeApiClent'; did you mean timeApiClient?"
+std::string noSuchField(std::string_view name);
+
 CLI::Validator isMessage();     ///< a MESSAGE_VALUE, by name or identifier
 CLI::Validator isIdentifier();  ///< a number that is the identifier of a message
 CLI::Validator isType();        ///< a TYPE_VALUE
+CLI::Validator isField();       ///< the name of a field of a message or record
 CLI::Validator isEnumeration(); ///< an ENUMERATION_VALUE
 
 } // namespace qlproto
