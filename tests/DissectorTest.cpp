@@ -78,7 +78,6 @@ class Dissector : public Module {
         return numbers;
     }
 
-  private:
     ToolFolder _folder;
 };
 
@@ -217,6 +216,16 @@ TEST_F(Dissector, NamesEnumeratorsAndSentinels) {
                              "minAmount: 9223372036854775806 (MAX)\n", "QLProtocol, SubmitOrderMessage\n"})
         EXPECT_NE(shown.find(line), std::string::npos) << line << " is not in " << shown;
     EXPECT_NE(tshark({SENTINELS}, "").find("QLProtocol 31 SubmitOrderMessage"), std::string::npos);
+}
+
+// The protocol has no secret record, so one is made of a record of which the summary tells much.
+TEST_F(Dissector, WhatASecretRecordHoldsStaysOutOfTheSummary) {
+    std::string script = _folder.content("ql.lua");
+    const std::string field = R"("contents", "SubmitOrder")";
+    ASSERT_NE(tshark({SENTINELS}, "").find(" side=BID"), std::string::npos);
+    _folder.write("ql.lua", script.insert(script.find(field) + field.size(), ", secret = true"));
+    const std::string shown = tshark({SENTINELS}, "");
+    EXPECT_NE(shown.find("SubmitOrderMessage userID=0\n"), std::string::npos) << shown;
 }
 
 TEST_F(Dissector, FiltersByFieldNames) {

@@ -285,19 +285,23 @@ local protoFields = {
 }
 
 -- The fields of a message or record, with the path from the message to each. All that get a filter name are gathered.
-local function build(entries, path, inVector, named)
+-- `outer` is the field that holds them: what lies in a vector or is secret goes on to all that it holds.
+local function build(entries, path, outer, named)
     local fields = {}
     for i, entry in ipairs(entries) do
         local name, typeName = entry[1], entry[2]
         local elementType = typeName:match("^(.*)%[%]$")
-        local field = { name = name, path = path .. name, inVector = inVector or elementType ~= nil }
+        local field = {
+            name = name, path = path .. name, inVector = outer.inVector or elementType ~= nil,
+            isSecret = outer.isSecret or entry.secret
+        }
         fields[i] = field
         named[#named + 1] = field
 
         local kind = elementType or typeName
         local read = readers[kind]
         if records[kind] then
-            field.members = build(records[kind], field.path .. ".", field.inVector, named)
+            field.members = build(records[kind], field.path .. ".", field, named)
             field.kind = "record"
             read = record
         elseif enumerations[kind] then
@@ -314,7 +318,7 @@ local function build(entries, path, inVector, named)
             field.counted = { path = field.path .. ".count", countOf = field }
             named[#named + 1] = field.counted
         end
-        field.isKey = keyFields[name] and not field.inVector and not field.members and not entry.secret
+        field.isKey = keyFields[name] and not field.inVector and not field.members and not field.isSecret
     end
     return fields
 end
@@ -365,7 +369,7 @@ end
 local byIdentifier = {}
 for _, message in ipairs(messages) do
     local named = {}
-    byIdentifier[message.id] = { name = message.name, fields = build(message, "", false, named) }
+    byIdentifier[message.id] = { name = message.name, fields = build(message, "", {}, named) }
     register("ql." .. message.name:gsub("Message$", ""):lower() .. ".", named)
 end
 ql.fields = all
