@@ -4,11 +4,15 @@
 #include <gtest/gtest.h>
 
 #include "tests/Hex.h"
+#include "tests/Module.h"
 #include "tests/ToolFolder.h"
+#include "tools/qlproto/trading/TraceText.h"
 
 namespace {
 
-TEST(Secrets, AreHiddenByEveryCommand) {
+using Secrets = Module;
+
+TEST_F(Secrets, AreHiddenByEveryCommand) {
     const ToolFolder folder;
     const auto connect = [](const char* password) {
         return ToolFolder::packet<Quillon::ClientConnectMessage>([&](Quillon::ClientConnectMessage& it) {
@@ -35,8 +39,6 @@ TEST(Secrets, AreHiddenByEveryCommand) {
         {"annotate --redact " + cut, "***             password  string  <-- truncated"},
         {"annotate --redact " + hex(packet.substr(0, 2)) + "ff" + bytes.substr(6), "user"},
         {"diff a.pcap b.pcap", "password: *** -> ***"},
-        {"trace --redact --json a.pcap --user 1"},
-        {"trace a.pcap --user 1"},
         {"decode --redact --where user=wren a.pcap", "wren"},
         {"verify a.pcap", "ClientConnectMessage"},
         {"stats a.pcap", "ClientConnectMessage"},
@@ -47,8 +49,9 @@ TEST(Secrets, AreHiddenByEveryCommand) {
         {"dissector", "secret"},
         {"schema", "secret"},
     };
-    // Those that show no packets.
-    std::set<std::string> tested = {"completion", "corpus", "encode", "enum", "generate", "manpage", "messages"};
+    // Those that show no packets, and the one whose texts are asked for below.
+    std::set<std::string> tested = {"completion", "corpus",  "encode",   "enum",
+                                    "generate",   "manpage", "messages", "trace"};
     for (const auto& it : cases) {
         tested.insert(it.command.substr(0, it.command.find(' ')));
         const ToolFolder::Result result = folder.run("qlproto " + it.command);
@@ -57,6 +60,12 @@ TEST(Secrets, AreHiddenByEveryCommand) {
         for (const char* secret : {"tell-no", "6c6c2d6e", "6c 6c 2d 6e"})
             EXPECT_EQ(all.find(secret), all.npos) << it.command << '\n' << all;
     }
+    // No identifier leads a trace to the only message with a secret: this is the step that it would be.
+    const std::vector<qlproto::Trace::Step> steps{{1, 1, packet}};
+    for (const std::string& it : {qlproto::traceTable(steps, Inspect::whole),
+                                  qlproto::traceLines(steps, Inspect::whole, {.secrets = Inspect::Secrets::hide})})
+        EXPECT_TRUE(it.find("wren") != it.npos && it.find("***") != it.npos && it.find("tell-no") == it.npos) << it;
+    EXPECT_NE(qlproto::traceLines(steps, Inspect::whole, {}).find("tell-nobody"), std::string::npos);
     EXPECT_NE(folder.run("qlproto decode a.pcap").out.find("tell-nobody"), std::string::npos) << "unless asked to";
     EXPECT_NE(folder.run("qlproto annotate a.pcap --packet 1").out.find("tell-nobody"), std::string::npos);
 

@@ -1,5 +1,4 @@
 // qlproto trace: all that happened to one order, to one quote or by one user.
-#include <algorithm>
 #include <memory>
 #include <optional>
 
@@ -8,16 +7,12 @@
 #include "Capture/Errors.h"
 #include "Capture/Output.h"
 #include "Inspect/Display.h"
-#include "tools/qlproto/analysis/FlatFields.h"
 #include "tools/qlproto/commands/Arguments.h"
 #include "tools/qlproto/commands/Commands.h"
 #include "tools/qlproto/messages/CaptureScan.h"
-#include "tools/qlproto/messages/MessageLine.h"
 #include "tools/qlproto/terminal/Duration.h"
-#include "tools/qlproto/terminal/Table.h"
-#include "tools/qlproto/terminal/TimeText.h"
-#include "tools/qlproto/trading/Stations.h"
 #include "tools/qlproto/trading/Trace.h"
+#include "tools/qlproto/trading/TraceText.h"
 
 namespace qlproto {
 
@@ -32,56 +27,6 @@ struct Options {
     bool redact = false;
     Inspect::Policy policy;
 };
-
-bool isStationTime(std::string_view path) {
-    return std::any_of(STATIONS.begin(), STATIONS.end(), [&](const Station& it) { return path.ends_with(it.field); });
-}
-
-/// The fields that are set, but for the stations' times: the step's own time and gap tell enough.
-std::string describe(const MessageReader& reader) {
-    std::string text;
-    for (const FlatField& field : flatFields(reader.descriptor().id(), reader.message())) {
-        if (!field.isSet || isStationTime(field.path)) continue;
-        const std::string_view path = field.path;
-        constexpr std::string_view usual = "contents.";
-        text +=
-            fmt::format("{}{}={}", text.empty() ? "" : " ", path.starts_with(usual) ? path.substr(usual.size()) : path,
-                        field.isSecret ? Inspect::HIDDEN : field.text);
-    }
-    return text;
-}
-
-std::string table(const std::vector<Trace::Step>& steps, const Inspect::Policy& policy) {
-    Table table({"packet", "time", "gap", "message", "fields"}, 5);
-    MessageReader reader(policy);
-    int64_t before = steps.empty() ? 0 : steps.front().time;
-    for (const Trace::Step& step : steps) {
-        reader.read(step.packet);
-        table.add({std::to_string(step.number), timeText(step.time), '+' + readableDuration(step.time - before),
-                   reader.descriptor().name(), describe(reader)});
-        before = step.time;
-    }
-    return table.text();
-}
-
-/// A message a line, with what the trace adds.
-std::string json(const std::vector<Trace::Step>& steps, const Inspect::Policy& policy,
-                 const Inspect::Display& display) {
-    std::string text;
-    MessageReader reader(policy);
-    int64_t before = steps.empty() ? 0 : steps.front().time;
-    for (const Trace::Step& step : steps) {
-        reader.read(step.packet);
-        MessageLineWriter line(text);
-        line.time(step.time, TimeForm::raw);
-        line.message(reader, display);
-        line.member("packet", std::to_string(step.number));
-        line.member("gap", std::to_string(step.time - before));
-        line.end();
-        before = step.time;
-    }
-    return text;
-}
 
 int trace(const Options& options) {
     const TraceRule rule = !options.order.empty()   ? TraceRule::order()
@@ -98,10 +43,10 @@ int trace(const Options& options) {
 
     const std::vector<Trace::Step> steps = trace.steps();
     if (options.json)
-        Capture::writeText(
-            json(steps, options.policy, {.secrets = options.redact ? Inspect::Secrets::hide : Inspect::Secrets::show}));
+        Capture::writeText(traceLines(steps, options.policy,
+                                      {.secrets = options.redact ? Inspect::Secrets::hide : Inspect::Secrets::show}));
     else if (!steps.empty())
-        Capture::writeText(table(steps, options.policy));
+        Capture::writeText(traceTable(steps, options.policy));
     tell(steps.empty() ? fmt::format("nothing is known of {}", name)
                        : fmt::format("{} in {}", Capture::counted(steps.size(), "step"),
                                      readableDuration(steps.back().time - steps.front().time)));

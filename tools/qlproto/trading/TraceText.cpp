@@ -1,0 +1,69 @@
+#include "tools/qlproto/trading/TraceText.h"
+
+#include <algorithm>
+
+#include <fmt/format.h>
+
+#include "tools/qlproto/analysis/FlatFields.h"
+#include "tools/qlproto/messages/MessageLine.h"
+#include "tools/qlproto/terminal/Duration.h"
+#include "tools/qlproto/terminal/Table.h"
+#include "tools/qlproto/terminal/TimeText.h"
+#include "tools/qlproto/trading/Stations.h"
+
+namespace qlproto {
+
+namespace {
+
+bool isStationTime(std::string_view path) {
+    return std::any_of(STATIONS.begin(), STATIONS.end(), [&](const Station& it) { return path.ends_with(it.field); });
+}
+
+/// The fields that are set, but for the stations' times: the step's own time and gap tell enough.
+std::string describe(const MessageReader& reader) {
+    std::string text;
+    for (const FlatField& field : flatFields(reader.descriptor().id(), reader.message())) {
+        if (!field.isSet || isStationTime(field.path)) continue;
+        const std::string_view path = field.path;
+        constexpr std::string_view usual = "contents.";
+        text +=
+            fmt::format("{}{}={}", text.empty() ? "" : " ", path.starts_with(usual) ? path.substr(usual.size()) : path,
+                        field.isSecret ? Inspect::HIDDEN : field.text);
+    }
+    return text;
+}
+
+} // namespace
+
+std::string traceTable(const std::vector<Trace::Step>& steps, const Inspect::Policy& policy) {
+    Table table({"packet", "time", "gap", "message", "fields"}, 5);
+    MessageReader reader(policy);
+    int64_t before = steps.empty() ? 0 : steps.front().time;
+    for (const Trace::Step& step : steps) {
+        reader.read(step.packet);
+        table.add({std::to_string(step.number), timeText(step.time), '+' + readableDuration(step.time - before),
+                   reader.descriptor().name(), describe(reader)});
+        before = step.time;
+    }
+    return table.text();
+}
+
+std::string traceLines(const std::vector<Trace::Step>& steps, const Inspect::Policy& policy,
+                       const Inspect::Display& display) {
+    std::string text;
+    MessageReader reader(policy);
+    int64_t before = steps.empty() ? 0 : steps.front().time;
+    for (const Trace::Step& step : steps) {
+        reader.read(step.packet);
+        MessageLineWriter line(text);
+        line.time(step.time, TimeForm::raw);
+        line.message(reader, display);
+        line.member("packet", std::to_string(step.number));
+        line.member("gap", std::to_string(step.time - before));
+        line.end();
+        before = step.time;
+    }
+    return text;
+}
+
+} // namespace qlproto
