@@ -240,6 +240,60 @@ TEST_F(CaptureFile, EmptyPacketsArePacketsButAHoleIsDamage) {
     EXPECT_EQ(outcome.skipped, 4096u);
 }
 
+/// What speaks for a record, and what does not: each capture is a row of pieces, of which those marked + are packets that
+/// come out, good, cut or bad, and all others are skipped.
+TEST_F(CaptureFile, RecordsAreBelievedForTheReasonsStated) {
+    constexpr int64_t year = 31'536'000'000'000'000;
+    const int64_t now = session(8, 1)[0].time;
+    const auto record = [](Sent it, size_t length = SIZE_MAX, int64_t later = 0) {
+        const size_t original = it.bytes.size();
+        it.bytes.resize(std::min(length, original));
+        it.time += later;
+        return CaptureForm().record(it, original);
+    };
+    const auto setLength = [](std::string bytes, uint32_t captured, uint32_t original) {
+        std::memcpy(&bytes[8], &captured, 4);
+        std::memcpy(&bytes[12], &original, 4);
+        return bytes;
+    };
+    const Sent bad{now, {"\x24\xD0\x80", 3}}, timer{now, {"\x24\xD0\x0E", 3}}; // a cut number
+    const std::string good = record(timer), empty = record({now, ""}), junk(40, '\xEE');
+    const Sent json{now, std::string("\x15\xF2\x7F", 3) + std::string(127, 'b')};
+    using Pieces = std::vector<std::pair<char, std::string>>;
+    Pieces empties{{'+', good}};
+    for (int i = 0; i < 40; ++i) empties.emplace_back(i < 8 ? '+' : '-', empty); // 32 headers in a row are no accident
+    empties.emplace_back('-', junk);
+    Pieces inner{{'+', good}, {'-', setLength(record(bad), 1500, 1500)}};
+    for (int i = 0; i < 100; ++i) inner.emplace_back('+', good);
+    const std::vector<Pieces> captures = {
+        empties,
+        {{'+', good}, {'+', record(bad)}, {'-', junk}},                        // credible: of about the time
+        {{'+', good}, {'-', record(bad, 3, year)}, {'-', junk}},               // not so
+        {{'+', good}, {'-', record(bad, 3, -year)}, {'-', junk}, {'+', good}}, // nor before it
+        inner,                                                                 // a length beyond other records
+        {{'-', junk}, {'+', record(json, 50)}, {'+', record(json, 50)}},       // no time is known yet
+        {{'-', junk}, {'-', record(json, 50)}, {'-', junk}},                   // and nothing follows
+        {{'+', record(json, 20)},
+         {'+', record(json)},
+         {'+', good},
+         {'+', setLength(record(json), 3, 130)},
+         {'+', good}},
+    };
+    for (size_t i = 0; i < captures.size(); ++i) {
+        SCOPED_TRACE(i);
+        std::string bytes = CaptureForm().header();
+        std::map<uint64_t, size_t> expected, found; // their lengths
+        for (const auto& [mark, piece] : captures[i]) {
+            if (mark == '+') expected[bytes.size()] = piece.size() - HEADER;
+            bytes += piece;
+        }
+        const Folder folder;
+        Capture::Reader capture(folder.write("a.pcap", bytes));
+        for (Capture::Packet packet; capture.next(packet);) found[packet.offset] = packet.bytes.size();
+        EXPECT_EQ(found, expected);
+    }
+}
+
 /// Text can be a record. It is one only where records are looked for.
 TEST_F(CaptureFile, RecordsInsidePacketsAreNone) {
     const std::vector<Sent> sent = session(5, 20);
