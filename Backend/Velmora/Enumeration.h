@@ -107,11 +107,17 @@ QL_COLD_PATH void validateRare(unsigned char value, const char* fieldName) {
     validateEnum(of<H>{}, fieldName, H::isValid(value));
 }
 
+/// Whether validate() has something to say.
+template <class H>
+QL_FORCE_INLINE bool isDoubtful(unsigned char value) {
+    return __builtin_expect(!H::_initialized || !isEnumerator<H>(value), 0);
+}
+
 /// Checks the byte of an enumeration field on its way to or from the wire. Asserts, as isValid() does, that H is
 /// initialised.
 template <class H>
 QL_FORCE_INLINE void validate(unsigned char value, const char* fieldName) {
-    if (__builtin_expect(!H::_initialized || !isEnumerator<H>(value), 0)) validateRare<H>(value, fieldName);
+    if (isDoubtful<H>(value)) validateRare<H>(value, fieldName);
 }
 
 /// The value as an enumerator. Throws std::invalid_argument if it is none.

@@ -139,13 +139,13 @@ class FastCodec {
     /// The caller guarantees count <= 32767; the top bit of a larger one merges with the flag.
     QL_FORCE_INLINE void write_length(unsigned short count) {
         Writer out(_buf);
-        out.length(count);
+        out.count(count);
         _buf = out.p;
     }
     /// Two bytes are accepted even where one would have done.
     QL_FORCE_INLINE unsigned short read_length() {
         Reader in(_buf, _range);
-        const unsigned short count = in.length();
+        const unsigned short count = in.count();
         setCursor(in.p);
         return count;
     }

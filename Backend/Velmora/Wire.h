@@ -54,10 +54,20 @@ QL_FORCE_INLINE constexpr S unzigzag(U u) {
 using Quillon::Baseline;
 using Quillon::Bmi2;
 
-template <class Kernel>
+/// The bounds of a writer that trusts its caller: none.
+struct Unbounded {};
+
+template <class KernelType>
 class Writer {
   public:
-    explicit Writer(char* begin, size_t least = 0) : p(begin), following(least) {}
+    using Kernel = KernelType;
+    using Bounds = Unbounded;
+
+    explicit Writer(char* begin, size_t least = 0, Unbounded = {}) : p(begin), following(least) {}
+
+    // What writers within bounds find out on their way; see Encode.h.
+    static constexpr bool fits() { return true; }   ///< whether the next element does
+    static constexpr bool isOpen() { return true; } ///< whether all did so far
 
     QL_FORCE_INLINE void byte(unsigned char v) { *p++ = static_cast<char>(v); }
 
@@ -89,9 +99,11 @@ class Writer {
         p = rareSpecial(p, pattern);
     }
 
-    QL_FORCE_INLINE void length(unsigned short count) {
-        if (count > 127) byte(static_cast<unsigned char>(0x80 | count >> 8));
-        byte(static_cast<unsigned char>(count));
+    /// Of a vector; by contract n < 2^15.
+    QL_FORCE_INLINE void count(size_t n) {
+        const auto travelling = static_cast<unsigned short>(n);
+        if (travelling > 127) byte(static_cast<unsigned char>(0x80 | travelling >> 8));
+        byte(static_cast<unsigned char>(travelling));
     }
 
     /// A length as a varint of 16 bits, and as many bytes as `n` says; by contract n < 2^16. Short texts are written
@@ -105,15 +117,25 @@ class Writer {
         bytes(from, n);
     }
 
+    /// The same with a length of two bytes.
+    QL_FORCE_INLINE void fixedText(const char* from, size_t n) {
+        raw(static_cast<uint16_t>(n));
+        bytes(from, n);
+    }
+
+    /// Elements that travel as they lie in memory.
+    QL_FORCE_INLINE void held(const void* from, size_t n) { bytes(static_cast<const char*>(from), n); }
+
+    char* p;
+    size_t following;
+    [[no_unique_address]] Bounds bounds;
+
+  private:
     QL_FORCE_INLINE void bytes(const char* from, size_t n) {
         Quillon::copyBytes(p, from, n);
         p += n;
     }
 
-    char* p;
-    size_t following;
-
-  private:
     static constexpr uint64_t more = Quillon::KernelMasks::MORE;
 
     struct Word {
@@ -217,9 +239,21 @@ struct Range {
     char* end;
 };
 
-template <class Kernel>
+/// The end of what a reader may touch, for one that trusts its caller: that of the encoding, wherever it lies.
+struct Endless {
+    static constexpr bool isAt(const char*, const Range&) { return false; }
+};
+/// The same for one that does not: that of the range. A varint that does not end before leaves the cursor after it.
+struct AtRange {
+    static bool isAt(const char* p, const Range& range) { return p >= range.end; }
+};
+
+template <class KernelType, class End = Endless>
 class Reader {
   public:
+    using Kernel = KernelType;
+    using Bounds = const Range;
+
     /// Bytes between the start of `range_` and the cursor may be looked at again.
     Reader(const char* cursor, const Range& range_, size_t least = 0) : p(cursor), following(least), range(range_) {}
 
@@ -233,8 +267,19 @@ class Reader {
         return v;
     }
 
-    /// Plain varint of any length. Bits beyond 64 are dropped, and so are those beyond T.
-    template <class T>
+    /// Stores the `n` bytes at the cursor, which `v` copies.
+    template <class String>
+    void text(String& v, size_t n) {
+        v.assign(p, n);
+        p += n;
+    }
+
+    /// Whether seven bytes of the message are certain to follow the value at hand.
+    QL_FORCE_INLINE bool isFollowed() const { return following >= 7; }
+
+    /// Plain varint of any length. Bits beyond 64 are dropped, and so are those beyond T. `isRoomy`: the range holds
+    /// nine bytes from the cursor on, or the encoding runs so far.
+    template <class T, bool isRoomy = false>
     QL_FORCE_INLINE T varint() {
         const auto first = static_cast<unsigned char>(*p);
         if (first < 0x80) {
@@ -242,7 +287,7 @@ class Reader {
             return static_cast<T>(first);
         }
         uint64_t word;
-        if (isWord()) {
+        if (isRoomy || isWord()) {
             std::memcpy(&word, p, 8);
             if constexpr (sizeof(T) == 4) {
                 if ((word & 0x8000) == 0) return static_cast<T>(taken<2>(word));
@@ -267,12 +312,13 @@ class Reader {
             word = tail(p, range);
             if (uint64_t stops; Kernel::stopsOf(word, stops)) return static_cast<T>(take(word, stops));
         }
-        return static_cast<T>(taken(anyVarint(p)));
+        return static_cast<T>(taken(anyVarint(p, range)));
     }
 
     /// Special varint, as a pattern. Where its two low bits are zero it is a plain varint of the pattern with two zero
     /// bits below; nine bytes and more are left to the slow way, because there the pattern's highest bits would be
     /// lost.
+    template <bool isRoomy = false>
     QL_FORCE_INLINE uint64_t special() {
         const auto first = static_cast<unsigned char>(*p);
         if (first < 0x80 && (first & 3) == 0) {
@@ -281,7 +327,7 @@ class Reader {
         }
         if (__builtin_expect((first & 3) == 0, 1)) {
             uint64_t word;
-            if (isWord()) {
+            if (isRoomy || isWord()) {
                 std::memcpy(&word, p, 8);
                 if ((word & 0x808000) != 0x808000) {
                     if ((word & 0x8000) == 0) return taken<2, 2>(word);
@@ -294,10 +340,11 @@ class Reader {
             }
             if (uint64_t stops; Kernel::stopsOf(word, stops)) return take<2>(word, stops);
         }
-        return taken(rareSpecial(p));
+        return taken(rareSpecial(p, range));
     }
 
-    QL_FORCE_INLINE unsigned short length() {
+    /// Of a vector.
+    QL_FORCE_INLINE unsigned short count() {
         const unsigned char first = byte();
         if (first <= 127) return first;
         return static_cast<unsigned short>((first << 8 | byte()) & 0x7FFF);
@@ -307,14 +354,10 @@ class Reader {
     size_t following;
     const Range& range;
 
-  private:
-    /// Whether the eight bytes at the cursor may be looked at.
-    QL_FORCE_INLINE bool isWord() const {
-        return following >= 7
-               || __builtin_expect(reinterpret_cast<uintptr_t>(p) + 8 <= reinterpret_cast<uintptr_t>(range.end), 1);
-    }
-
-    static constexpr uint64_t more = Quillon::KernelMasks::MORE;
+  protected:
+    /// Bytes that must be there for a look at a word: itself, and the byte after it where nothing else tells that it is
+    /// there.
+    static constexpr size_t LOOK = std::is_same_v<End, Endless> ? 8 : 9;
 
     // What is out of line takes and returns the cursor by value: one whose address leaves the function could not stay
     // in a register.
@@ -326,6 +369,29 @@ class Reader {
         p = t.p;
         return t.value;
     }
+    /// A varint of which fewer than nine bytes may remain.
+    QL_FORCE_INLINE static Taken lastVarint(const char* p, const Range& range) {
+        Reader in(p, range);
+        const uint64_t word = tailWord(p, range);
+        uint64_t stops;
+        if (!Kernel::stopsOf(word, stops)) return anyVarint(p, range);
+        const uint64_t value = in.take(word, stops);
+        return {value, in.p};
+    }
+    /// Of a value that does not end within the range: the cursor is after the end, and stays there. Computed as a number,
+    /// because a pointer must not leave its range.
+    QL_FORCE_INLINE static Taken beyond(const Range& range) {
+        return {0, reinterpret_cast<const char*>(reinterpret_cast<uintptr_t>(range.end) + 1)};
+    }
+
+  private:
+    /// Whether the word at the cursor may be looked at.
+    QL_FORCE_INLINE bool isWord() const {
+        return isFollowed()
+               || __builtin_expect(reinterpret_cast<uintptr_t>(p) + LOOK <= reinterpret_cast<uintptr_t>(range.end), 1);
+    }
+
+    static constexpr uint64_t more = Quillon::KernelMasks::MORE;
 
     /// The varint of N bytes, without its lowest bits. Where the next field begins must not wait until the length has
     /// been computed from what was loaded: the processor is to guess it, as it guesses branches. So each length has a
@@ -346,7 +412,8 @@ class Reader {
 
     /// The word at `p`, of which the range holds fewer than eight bytes: the last eight bytes of the range, shifted
     /// down. All ones where it holds no last byte of a varint or is too short for such a look.
-    [[gnu::noinline]] static uint64_t tail(const char* p, const Range& range) {
+    [[gnu::noinline]] static uint64_t tail(const char* p, const Range& range) { return tailWord(p, range); }
+    QL_FORCE_INLINE static uint64_t tailWord(const char* p, const Range& range) {
         const std::ptrdiff_t left = range.end - p;
         if (left <= 0 || range.end - range.begin < 8) return ~uint64_t{0};
         uint64_t word;
@@ -356,17 +423,19 @@ class Reader {
     }
 
     /// Byte by byte: ten bytes and more, and where the range is short.
-    [[gnu::noinline]] static Taken anyVarint(const char* p) {
+    [[gnu::noinline]] static Taken anyVarint(const char* p, const Range& range) {
+        if (End::isAt(p, range)) return beyond(range);
         auto byte = static_cast<unsigned char>(*p++);
         uint64_t value = byte & 0x7Fu;
         for (unsigned shift = 7; byte >= 0x80; shift += 7) {
+            if (End::isAt(p, range)) return beyond(range);
             byte = static_cast<unsigned char>(*p++);
             if (shift < 64) value |= static_cast<uint64_t>(byte & 0x7Fu) << shift;
         }
         return {value, p};
     }
 
-    [[gnu::noinline]] static Taken rareSpecial(const char* p) {
+    [[gnu::noinline]] static Taken rareSpecial(const char* p, const Range& range) {
         const auto first = static_cast<unsigned char>(*p++);
         switch (first) {
         case 0x05:
@@ -378,7 +447,7 @@ class Reader {
         }
         Taken result = {first >> 2 & 0x1Fu, p};
         if ((first & 0x80) != 0) {
-            const Taken rest = anyVarint(p);
+            const Taken rest = anyVarint(p, range);
             result = {result.value | rest.value << 5, rest.p};
         }
         if ((first & 0x02) != 0)

@@ -60,6 +60,12 @@ class basic_bufstring : public bufvector<CharT> {
         start[n] = '\0';
         return true;
     }
+    /// assign() to a string that was never stored, in n + 1 bytes of storage that the caller took of its block.
+    QL_FORCE_INLINE void assign_at(char* storage, const char* text, size_type n) {
+        this->_M_set_storage(storage, storage + n + 1, n + 1);
+        Quillon::copyBytes(storage, text, n);
+        storage[n] = '\0';
+    }
     basic_bufstring& append(const char* text) {
         const size_type old = size();
         const size_type n = text != nullptr ? std::strlen(text) : 0;

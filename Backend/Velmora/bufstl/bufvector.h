@@ -178,12 +178,14 @@ class vector : public _Vector_base<T, Alloc> {
         if (_M_start == nullptr && n != 0) // the first storage is what is needed, to the byte
             if (T * start; _M_alloc.tryAllocate(n, start)) _M_set_storage(start, start, n);
         if (static_cast<size_type>(_M_end_of_storage - _M_finish) < n) _M_grow(n);
-        for (; n != 0; --n) {
-            T* const fresh = _M_finish;
-            _M_alloc.construct(fresh, _M_alloc.get_init());
-            ++_M_finish;
-            fill(*fresh);
-        }
+        _M_append_each(n, fill);
+    }
+    /// append_each() to a vector that has no storage, in storage that the caller took of its block.
+    template <class Fill>
+    QL_FORCE_INLINE void append_each_at(char* storage, size_type n, Fill&& fill) {
+        T* const start = reinterpret_cast<T*>(storage);
+        _M_set_storage(start, start, n);
+        _M_append_each(n, fill);
     }
     void pop_back() { _M_erase_at_end(_M_finish - 1); }
 
@@ -249,6 +251,15 @@ class vector : public _Vector_base<T, Alloc> {
         if (max_size() - size() < n) throwLength(operation);
         const size_type length = size() + std::max(size(), n);
         return length < size() || length > max_size() ? max_size() : length;
+    }
+    template <class Fill>
+    QL_FORCE_INLINE void _M_append_each(size_type n, Fill& fill) {
+        for (; n != 0; --n) {
+            T* const fresh = _M_finish;
+            _M_alloc.construct(fresh, _M_alloc.get_init());
+            ++_M_finish;
+            fill(*fresh);
+        }
     }
     void _M_grow(size_type n) { reserve(_M_check_len(n, "vector::_M_fill_insert")); }
     void _M_erase_at_end(T* position) {

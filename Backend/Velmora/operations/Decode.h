@@ -11,119 +11,114 @@
 
 namespace Velmora {
 
-/// Reads all fields of `value` from `cursor` on, in that range; returns the cursor after them. The cursor
-/// goes in and out by value, so that it stays in a register. `isFollowed`: at least seven bytes of the same message
-/// come after the value.
-template <class Kernel, class T, bool isFollowed = false>
-QL_FORCE_INLINE const char* decodeFields(T& value, const char* cursor, const Range& range);
+/// Reads all fields of `value` from `cursor` on, in that range, by an `In`, which is a Reader or has its interface;
+/// returns the cursor after them. The cursor goes in and out by value, so that it stays in a register. `isFollowed`: at
+/// least seven bytes of the same message come after the value.
+template <class In, class T, bool isFollowed = false>
+QL_FORCE_INLINE const char* decodeFields(T& value, const char* cursor, typename In::Bounds& range);
 
 // One overload per wire form, the mirror of those in Encode.h.
 
-template <class K>
-QL_FORCE_INLINE void get(Reader<K>& in, plain_t, std::same_as<bool> auto& v, const char*) {
+template <class In>
+QL_FORCE_INLINE void get(In& in, plain_t, std::same_as<bool> auto& v, const char*) {
     v = in.byte() != 0;
 }
-template <class K>
-QL_FORCE_INLINE void get(Reader<K>& in, plain_t, std::same_as<int8_t> auto& v, const char*) {
+template <class In>
+QL_FORCE_INLINE void get(In& in, plain_t, std::same_as<int8_t> auto& v, const char*) {
     v = static_cast<int8_t>(in.byte());
 }
-template <class K>
-QL_FORCE_INLINE void get(Reader<K>& in, plain_t, std::same_as<int16_t> auto& v, const char*) {
+template <class In>
+QL_FORCE_INLINE void get(In& in, plain_t, std::same_as<int16_t> auto& v, const char*) {
     v = unzigzag<int16_t>(in.template varint<uint16_t>());
 }
-template <class K>
-QL_FORCE_INLINE void get(Reader<K>& in, plain_t, std::same_as<int32_t> auto& v, const char*) {
+template <class In>
+QL_FORCE_INLINE void get(In& in, plain_t, std::same_as<int32_t> auto& v, const char*) {
     v = unzigzag<int32_t>(in.template varint<uint32_t>());
 }
-template <class K>
-QL_FORCE_INLINE void get(Reader<K>& in, plain_t, std::same_as<int64_t> auto& v, const char*) {
+template <class In>
+QL_FORCE_INLINE void get(In& in, plain_t, std::same_as<int64_t> auto& v, const char*) {
     v = unzigzag<int64_t>(in.template varint<uint64_t>());
 }
-template <class K>
-QL_FORCE_INLINE void get(Reader<K>& in, price_t, std::same_as<int64_t> auto& v, const char*) {
+template <class In>
+QL_FORCE_INLINE void get(In& in, price_t, std::same_as<int64_t> auto& v, const char*) {
     v = static_cast<int64_t>(in.special());
 }
-template <class K>
-QL_FORCE_INLINE void get(Reader<K>& in, plain_t, std::same_as<uint8_t> auto& v, const char*) {
+template <class In>
+QL_FORCE_INLINE void get(In& in, plain_t, std::same_as<uint8_t> auto& v, const char*) {
     v = in.byte();
 }
-template <class K, std::unsigned_integral T>
-requires(sizeof(T) > 1) QL_FORCE_INLINE void get(Reader<K>& in, plain_t, T& v, const char*) {
-    v = in.template varint<T>();
-}
-template <class K, std::floating_point T>
-QL_FORCE_INLINE void get(Reader<K>& in, plain_t, T& v, const char*) {
+template <class In, std::unsigned_integral T>
+requires(sizeof(T) > 1) QL_FORCE_INLINE void get(In& in, plain_t, T& v, const char*) { v = in.template varint<T>(); }
+template <class In, std::floating_point T>
+QL_FORCE_INLINE void get(In& in, plain_t, T& v, const char*) {
     v = in.template raw<T>();
 }
-template <class K, std::integral T>
+template <class In, std::integral T>
 requires std::same_as<T, uint16_t> || std::same_as<T, uint32_t> || std::same_as<T, int64_t> QL_FORCE_INLINE void
-get(Reader<K>& in, fixed_t, T& v, const char*) {
+get(In& in, fixed_t, T& v, const char*) {
     v = in.template raw<T>();
 }
 
 /// Any text; returns the cursor after it. Out of line, because it is met rarely, or costs more than the call.
-template <class K>
-[[gnu::noinline]] const char* getRareText(String auto& v, const char* cursor, const Range& range) {
-    Reader<K> in(cursor, range);
-    const size_t length = in.template varint<uint16_t>();
-    v.assign(in.p, length);
-    return in.p + length;
+template <class In>
+[[gnu::noinline]] const char* getRareText(String auto& v, const char* cursor, typename In::Bounds& range) {
+    In in(cursor, range);
+    in.text(v, in.template varint<uint16_t>());
+    return in.p;
 }
-template <class K>
-QL_FORCE_INLINE void get(Reader<K>& in, plain_t, String auto& v, const char*) {
+template <class In>
+QL_FORCE_INLINE void get(In& in, plain_t, String auto& v, const char*) {
     const size_t first = static_cast<unsigned char>(*in.p);
     // A short text, whose length is one byte, is stored inline if it is its string's first.
     if (first > Quillon::SHORT_COPY || !v.assignFirst(in.p + 1, first)) {
-        in.p = getRareText<K>(v, in.p, in.range);
+        in.p = getRareText<In>(v, in.p, in.range);
         return;
     }
     in.p += 1 + first;
 }
-template <class K>
-QL_FORCE_INLINE void get(Reader<K>& in, crypt_t, String auto& v, const char* name) {
+template <class In>
+QL_FORCE_INLINE void get(In& in, crypt_t, String auto& v, const char* name) {
     get(in, plain, v, name);
     if (!v.empty()) Quillon::DumbCrypt::decrypt(v.data(), static_cast<int>(v.size()), 0);
 }
-template <class K>
-QL_FORCE_INLINE void get(Reader<K>& in, blob_t, String auto& v, const char* name) {
+template <class In>
+QL_FORCE_INLINE void get(In& in, blob_t, String auto& v, const char* name) {
     get(in, plain, v, name);
 }
-template <class K>
-QL_FORCE_INLINE void get(Reader<K>& in, cryptblob_t, String auto& v, const char* name) {
+template <class In>
+QL_FORCE_INLINE void get(In& in, cryptblob_t, String auto& v, const char* name) {
     get(in, crypt, v, name);
 }
-template <class K>
-QL_FORCE_INLINE void get(Reader<K>& in, fixed_t, String auto& v, const char*) {
-    const size_t length = in.template raw<uint16_t>();
-    v.assign(in.p, length);
-    in.p += length;
+template <class In>
+QL_FORCE_INLINE void get(In& in, fixed_t, String auto& v, const char*) {
+    in.text(v, in.template raw<uint16_t>());
 }
 /// Deliberate: read with a varint length although written with a fixed one; see Encode.h.
-template <class K>
-QL_FORCE_INLINE void get(Reader<K>& in, padding_t, String auto& v, const char* name) {
+template <class In>
+QL_FORCE_INLINE void get(In& in, padding_t, String auto& v, const char* name) {
     get(in, plain, v, name);
 }
 
 /// The byte as it came: one without a name is reported to the hook and kept.
-template <class K, Enumerator E>
-QL_FORCE_INLINE void get(Reader<K>& in, plain_t, E& v, const char* name) {
+template <class In, Enumerator E>
+QL_FORCE_INLINE void get(In& in, plain_t, E& v, const char* name) {
     const unsigned char byte = in.byte();
     v = static_cast<E>(byte);
     validate<EnumerationOf<E>>(byte, name);
 }
 
-template <class K>
-QL_FORCE_INLINE void get(Reader<K>& in, plain_t, Composite auto& v, const char*) {
+template <class In>
+QL_FORCE_INLINE void get(In& in, plain_t, Composite auto& v, const char*) {
     using T = std::remove_cvref_t<decltype(v)>;
     in.p =
-        in.following >= 7 ? decodeFields<K, T, true>(v, in.p, in.range) : decodeFields<K, T, false>(v, in.p, in.range);
+        in.isFollowed() ? decodeFields<In, T, true>(v, in.p, in.range) : decodeFields<In, T, false>(v, in.p, in.range);
 }
 
 /// The vector takes exactly the count that came: it grows by fresh elements or drops surplus ones.
-template <class K, class Encoding>
-QL_FORCE_INLINE void get(Reader<K>& in, Encoding encoding, Vector auto& v, const char* name) {
+template <class In, class Encoding>
+QL_FORCE_INLINE void get(In& in, Encoding encoding, Vector auto& v, const char* name) {
     using Element = typename std::remove_cvref_t<decltype(v)>::value_type;
-    const size_t count = in.length();
+    const size_t count = in.count();
     if constexpr (travelsAsHeld<Element, Encoding>) {
         v.resize(count);
         if (count != 0) std::memcpy(v.data(), in.p, count * sizeof(Element));
@@ -137,7 +132,7 @@ QL_FORCE_INLINE void get(Reader<K>& in, Encoding encoding, Vector auto& v, const
                 if (--left == 0)
                     get(in, plain, element, name);
                 else
-                    in.p = decodeFields<K, Element, true>(element, in.p, in.range);
+                    in.p = decodeFields<In, Element, true>(element, in.p, in.range);
             });
         }
         return v.append_each(count, [&](auto& element) QL_FORCE_INLINE_LAMBDA { get(in, encoding, element, name); });
@@ -147,9 +142,9 @@ QL_FORCE_INLINE void get(Reader<K>& in, Encoding encoding, Vector auto& v, const
 }
 
 /// The walk over the fields, to be inlined into a kernel's run().
-template <class Kernel, class T, bool isFollowed>
-QL_FORCE_INLINE const char* readFields(T& value, const char* cursor, const Range& range) {
-    Reader<Kernel> in(cursor, range, leastBytes<T>() + (isFollowed ? 7 : 0));
+template <class In, class T, bool isFollowed>
+QL_FORCE_INLINE const char* readFields(T& value, const char* cursor, typename In::Bounds& range) {
+    In in(cursor, range, leastBytes<T>() + (isFollowed ? 7 : 0));
     fields(of<T>{}, [&](const char* name, auto member, auto encoding) QL_FORCE_INLINE_LAMBDA {
         in.following -= leastBytes<MemberType<decltype(member)>, decltype(encoding)>();
         get(in, encoding, value.*member, name);
@@ -158,24 +153,25 @@ QL_FORCE_INLINE const char* readFields(T& value, const char* cursor, const Range
     return in.p;
 }
 
-template <class Kernel, class T, bool isFollowed>
-const char* decodeFields(T& value, const char* cursor, const Range& range) {
-    return Kernel::run([](T* v, const char* p, const Range* bytes)
-                           QL_FORCE_INLINE_LAMBDA { return readFields<Kernel, T, isFollowed>(*v, p, *bytes); },
-                       &value, cursor, &range);
+template <class In, class T, bool isFollowed>
+const char* decodeFields(T& value, const char* cursor, typename In::Bounds& range) {
+    return In::Kernel::run([](T* v, const char* p, typename In::Bounds* bytes)
+                               QL_FORCE_INLINE_LAMBDA { return readFields<In, T, isFollowed>(*v, p, *bytes); },
+                           &value, cursor, &range);
 }
 
 /// All fields of `value` from the cursor of `codec`. When an exception passes, the value is partly decoded and
 /// destructible, and the cursor stands where it stood.
 template <class Kernel, class T>
 QL_FORCE_INLINE void decode(T& value, FastCodec& codec) {
+    using In = Reader<Kernel>;
     if constexpr (Message<T>) // one jump: the kernel's function takes and leaves the cursor itself
         Kernel::run(
             [](T* v, FastCodec* in)
-                QL_FORCE_INLINE_LAMBDA { in->setCursor(readFields<Kernel, T, false>(*v, in->cursor(), in->range())); },
+                QL_FORCE_INLINE_LAMBDA { in->setCursor(readFields<In, T, false>(*v, in->cursor(), in->range())); },
             &value, &codec);
     else // the function that messages call for their records
-        codec.setCursor(decodeFields<Kernel>(value, codec.cursor(), codec.range()));
+        codec.setCursor(decodeFields<In>(value, codec.cursor(), codec.range()));
 }
 template <class T>
 void decode(T& value, FastCodec& codec) {
