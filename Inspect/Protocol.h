@@ -46,12 +46,25 @@ struct Verifier {
     Result (*judge)(const char* begin, const char* end, const Policy& policy);
 };
 
+/// A message in a block, and how many bytes it was read from. Null: none was built, and the block is as before.
+struct Placed {
+    void* message;
+    size_t consumed;
+};
+
 /// How the messages of one type are worked with. Each operation stands in a header of its own, named ...Walk.h.
 struct Operations {
     const TypeInfo* type;
+    size_t size; ///< of a message in memory, without what it owns
     Verifier verifier;
     size_t (*encodedSize)(const void* message);
-    Encoded (*encode)(const void* message, char* begin, char* end);
+    /// Encodes in one walk; returns the end of what was written. Null: the range may be too small, or a value too long.
+    const char* (*encode)(const void* message, char* begin, char* end);
+    Encoded (*encodeMeasured)(const void* message, char* begin, char* end); ///< in several walks, to the byte
+    /// Decodes in one walk whatever read() decodes. Bytes may follow if `mayTrail`.
+    Placed (*decode)(std::string_view bytes, Velmora::BufferAllocator& block, bool mayTrail);
+    /// Decodes what verify() accepted, into a block that has the room.
+    void* (*decodeTrusted)(std::string_view bytes, Velmora::BufferAllocator& block);
     void (*writeJson)(const void* message, JsonWriter& writer);
     void (*readJson)(JsonCursor& json, void* message, const JsonPath& path);
     Rendered (*render)(const void* message, char* begin, char* end, const Display& display);

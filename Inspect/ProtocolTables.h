@@ -5,6 +5,7 @@
 #include <array>
 
 #include "Backend/Velmora/TypeLists.h"
+#include "Inspect/DecodeWalk.h"
 #include "Inspect/EncodeWalk.h"
 #include "Inspect/JsonWalk.h"
 #include "Inspect/ReflectionTables.h"
@@ -17,9 +18,13 @@ namespace Inspect::detail {
 template <class T>
 inline constexpr Operations operationsFor{
     .type = &tables::TypeTable<T>::type,
+    .size = sizeof(T),
     .verifier = {&walk::canonical<T>, &walk::judge<T>},
     .encodedSize = [](const void* message) { return encoded_size(*static_cast<const T*>(message)); },
-    .encode = &encode<T>,
+    .encode = &walk::encode_within<T>,
+    .encodeMeasured = &walk::encode_measured<T>,
+    .decode = &walk::decode_fresh<T>,
+    .decodeTrusted = &walk::decode_trusted<T>,
     .writeJson = [](const void* message, JsonWriter& writer) { writer(*static_cast<const T*>(message)); },
     .readJson =
         [](JsonCursor& json, void* message, const JsonPath& path) {

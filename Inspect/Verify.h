@@ -56,6 +56,11 @@ struct Policy {
     /// A body that ends where a field of the message begins, or a field of the record that ends the message, all the way
     /// down: what is missing reads as zero, as if zeros followed. They are judged by the other liberties.
     bool missingLastFields = false;
+
+    /// Whether whatever read() decodes without leaving the range is accepted, as far as it goes.
+    constexpr bool accepts_every_form() const {
+        return overlongVarints && droppedBits && nonMinimal && unknownEnumerators && anyBoolean && reservedPriceBits;
+    }
 };
 
 /// Accepts only what write() produces from values whose enumerators are declared ones. One exception: the padding of a
@@ -100,7 +105,7 @@ namespace detail {
 inline Result verify(const Operations& message, Velmora::MsgType_t id, const char* begin, const char* end,
                      const Policy& policy) {
     const Position last = message.verifier.canonical(begin, end);
-    if (last.p == end)
+    if (last.p == end && end != nullptr) // refused ones end at null, too
         return {.id = id,
                 .consumed = static_cast<size_t>(end - begin),
                 .blockBytes = last.blockBytes,

@@ -49,13 +49,12 @@ class Desk : public Quillon::MsgHandler {
 static void receive(Velmora::MsgType_t id, const std::string& body, Quillon::MsgHandler& handler) {
     char block[4096];
     BufferAllocator alloc(block, sizeof block, "host", "message");
-    const Inspect::Decoded message = Inspect::decode_verified(id, body, alloc); // all or nothing
+    const Inspect::Decoded message = Inspect::decode_verified(id, body, alloc); // all or nothing; ends with the scope
     if (!message) {
         std::cout << "refused: " << message.result.text() << '\n';
         return;
     }
     Quillon::dispatch(id, message.object, handler);
-    message.descriptor->destroy(message.object);
 }
 
 int main() {

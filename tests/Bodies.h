@@ -4,14 +4,17 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
 
+#include "Inspect/Checked.h"
 #include "Inspect/Sizes.h"
 #include "Inspect/Verify.h"
 #include "tests/Guarded.h"
 #include "tests/KnownEnumerators.h"
+#include "tests/OlderProcessor.h"
 #include "tests/Samples.h"
 
 /// One value in a body: all its bytes, or those of the count for a vector.
@@ -108,3 +111,49 @@ class DecodedBody {
   private:
     InBlock<T> _value;
 };
+
+/// Expects the walk that checks as it decodes to do what verify() told under `tolerant`: by either kernel, in turn.
+template <class T>
+void expectCheckedAlike(std::string_view body, const Inspect::Result& told) {
+    static unsigned calls = 0;
+    std::optional<OlderProcessor> older;
+    if (++calls % 2 == 0) older.emplace();
+    const auto decode = Inspect::detail::operations_of<T>().decode;
+    const size_t needed = sizeof(T) + (told ? told.blockBytes : 33 * body.size());
+    const auto expectRefused = [&](size_t size, bool mayTrail) {
+        Block block(static_cast<int>(size));
+        EXPECT_EQ(decode(body, block.alloc, mayTrail).message, nullptr) << size << ' ' << mayTrail;
+        EXPECT_EQ(block.alloc.used_size(), 0u);
+    };
+    const bool isWhole = told.consumed == body.size();
+    if (!told || !isWhole) expectRefused(needed, !told && calls % 4 < 2);
+    if (!told) return;
+    expectRefused(needed - 1, true);
+    Block block(static_cast<int>(needed), 1);
+    const Inspect::detail::Placed placed = decode(body, block.alloc, !isWhole);
+    ASSERT_NE(placed.message, nullptr);
+    EXPECT_EQ(placed.consumed, told.consumed);
+    EXPECT_EQ(block.alloc.unused_size(), 0u);
+    T& message = *static_cast<T*>(placed.message);
+    message.checkbounds(block.begin(), block.end());
+    EXPECT_TRUE(message == *DecodedBody<T>(body, told));
+    message.~T();
+}
+
+/// Encodes into ranges before a protected page, from too small to so large that one walk does.
+template <class T>
+void expectEncodedWithin(const T& value) {
+    static Guarded pages(1 << 19);
+    const std::string bytes = encoded(value);
+    for (size_t room = bytes.size() - std::min<size_t>(bytes.size(), 40); room < bytes.size() + 1000; ++room) {
+        std::optional<OlderProcessor> older;
+        if (room % 2 == 0) older.emplace();
+        char* const begin = pages.end() - room;
+        begin[-1] = '\xAA';
+        const Inspect::Encoded result = Inspect::encode_checked(value, begin, pages.end());
+        ASSERT_EQ(result.refusal, room < bytes.size() ? Inspect::Refusal::tooSmall : Inspect::Refusal::none) << room;
+        ASSERT_EQ(result.size, bytes.size()) << "written, or needed";
+        ASSERT_EQ(begin[-1], '\xAA');
+        ASSERT_TRUE(!result || std::string_view(begin, bytes.size()) == bytes) << room;
+    }
+}

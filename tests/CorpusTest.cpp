@@ -140,7 +140,6 @@ std::string printed(Velmora::MsgType_t id, const std::string& body) {
     Quillon::AsciiWriter writer(codec, false, 0);
     Quillon::dispatch(id, decoded.object, writer);
     os << ">";
-    decoded.descriptor->destroy(decoded.object);
     return {os.begin(), os.size()};
 }
 

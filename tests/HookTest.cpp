@@ -8,12 +8,18 @@
 
 #include "Backend/Velmora/operations/Decode.h"
 #include "Backend/Velmora/operations/Encode.h"
+#include "Inspect/DecodeWalk.h"
+#include "Inspect/EncodeWalk.h"
 #include "tests/Block.h"
 
 namespace paintings {
 
 std::vector<std::pair<std::string, bool>> reported;
-void validateEnum(const std::string& fieldName, bool valid) { reported.emplace_back(fieldName, valid); }
+bool isThrowing = false;
+void validateEnum(const std::string& fieldName, bool valid) {
+    reported.emplace_back(fieldName, valid);
+    if (isThrowing) throw fieldName;
+}
 template <class H>
 void validateEnum(Velmora::of<H>, const char* fieldName, bool valid) {
     VALIDATE_ENUM(fieldName, valid)
@@ -43,6 +49,7 @@ constexpr bool fields(Velmora::of<Pair>, Visit&& visit) {
 }
 
 struct Painting {
+    static constexpr Velmora::MsgType_t ID = 1;
     explicit Painting(Velmora::BufferAllocator& alloc) : pairs(alloc) {}
     Color::Type frame{};
     bufstl::bufvector<Pair> pairs;
@@ -76,6 +83,37 @@ TEST(Hook, IsToldTheFieldOfEveryByteWithoutANameAndNoOther) {
     out.reset();
     Velmora::encode(*painting, out);
     EXPECT_EQ(reported, expected);
+}
+
+TEST(Hook, IsToldWhatIsAcceptedAndNothingOfWhatIsRefused) {
+    const char bytes[] = {4, 3, 1, 0, 5, 4, 3, -1};
+    const std::vector<std::pair<std::string, bool>> expected = {
+        {"back", false}, {"front", false}, {"front", false}, {"back", false}};
+    for (size_t size = 0; size <= sizeof bytes; ++size) {
+        reported.clear();
+        Block block(4096);
+        const auto placed = Inspect::walk::decode_fresh<Painting>({bytes, size}, block.alloc, true);
+        EXPECT_EQ(placed.message != nullptr, size == sizeof bytes);
+        EXPECT_EQ(reported, placed.message != nullptr ? expected : decltype(expected){});
+        if (placed.message == nullptr) continue;
+        reported.clear();
+        char written[256]; // fewer do not suffice for one walk
+        const char* const end =
+            Inspect::walk::encode_within<Painting>(placed.message, written, written + sizeof written);
+        EXPECT_EQ(std::string_view(written, static_cast<size_t>(end - written)), std::string_view(bytes, sizeof bytes));
+        EXPECT_EQ(reported, expected);
+        reported.clear();
+        auto& pairs = static_cast<Painting*>(placed.message)->pairs;
+        pairs.resize(100, pairs[0]);
+        EXPECT_EQ(Inspect::walk::encode_within<Painting>(placed.message, written, written + 100), nullptr);
+        EXPECT_TRUE(reported.empty());
+        static_cast<Painting*>(placed.message)->~Painting();
+    }
+    Block block(4096);
+    isThrowing = true;
+    EXPECT_THROW(Inspect::walk::decode_fresh<Painting>({bytes, sizeof bytes}, block.alloc, false), std::string);
+    EXPECT_EQ(block.alloc.deallocated_size(), static_cast<int>(3 * sizeof(Pair))) << "the message is destroyed";
+    isThrowing = false;
 }
 
 } // namespace paintings

@@ -226,6 +226,7 @@ TEST_F(Verify, SamplesTakeExactlyTheBytesAndTheBlockTold) {
                 const Result result = check<T>(bytes, whole);
                 ASSERT_TRUE(result) << result.text();
                 EXPECT_EQ(result.consumed, bytes.size());
+                expectCheckedAlike<T>({result.begin, bytes.size()}, result);
                 DecodedBody<T> decoded({result.begin, bytes.size()}, result);
                 sample.check(*decoded);
                 EXPECT_EQ(static_cast<bool>(check<T>(bytes, strict)), holdsKnownEnumerators(*decoded));
@@ -256,6 +257,7 @@ TEST_F(Verify, EveryTruncationOfEverySampleIsRefusedAtTheValueThatIsCut) {
                 ASSERT_EQ(result.fault, cut->end > size ? Fault::truncated : Fault::countBeyondBytes) << size;
                 ASSERT_EQ(result.offset, cut->begin) << size;
                 ASSERT_EQ(result.path(), cut->path) << size;
+                expectCheckedAlike<T>({result.begin, size}, result);
                 // The strict policy may refuse an earlier value, but sees the same cut.
                 const Result exact = check<T>({body.bytes.data(), size}, strict);
                 ASSERT_TRUE(exact.fault == result.fault || exact.offset < result.offset) << exact.text();
@@ -309,7 +311,6 @@ TEST_F(Verify, MissingLastFieldsAreReadAsTheZerosThatStandForThem) {
                 ASSERT_TRUE(decoded) << decoded.result.text();
                 EXPECT_EQ(block.alloc.unused_size(), 0u);
                 EXPECT_TRUE(*static_cast<T*>(decoded.object) == *meant);
-                decoded.descriptor->destroy(decoded.object);
                 // Other liberties hold for the zeros, too: of an enumeration they need not be known.
                 const Result strictly = check<T>(cut, exact);
                 ASSERT_EQ(strictly.text(), verify<T>(filled.data(), filled.data() + filled.size(), strict).text());
@@ -340,6 +341,7 @@ bool agreesWithCodec(std::string_view body) {
     const char* const end = body.data() + body.size();
     const Result result = verify<T>(body.data(), end, tolerant);
     const Result exact = verify<T>(body.data(), end, strict);
+    expectCheckedAlike<T>(body, result);
     if (!result) {
         EXPECT_FALSE(exact);
         EXPECT_LE(result.offset, body.size());
@@ -425,7 +427,7 @@ TEST_F(Verify, BlockBytesStayWithinTheBoundAndNearlyReachIt) {
         ASSERT_TRUE(result) << result.text();
         EXPECT_LE(result.blockBytes, 33 * result.consumed);
         worst = std::max(worst, static_cast<double>(result.blockBytes) / static_cast<double>(result.consumed));
-        DecodedBody<T>({result.begin, body.size()}, result);
+        expectCheckedAlike<T>({result.begin, body.size()}, result);
     };
     // One user in as many groups as can be, all without a name: clDataID, no limits, no states, the hierarchy, no
     // rates.

@@ -16,6 +16,7 @@
 #include "generated/QLProtocol/QLProtocol.traits.h"
 #include "made/hostile/index.traits.h"
 #include "protocols/chat/Chat.traits.h"
+#include "tests/Bodies.h"
 #include "tests/Samples.h"
 
 // GNU modes define these for the system. The generated headers shield what stands in them; who uses it has to do so
@@ -134,6 +135,9 @@ void verify(const std::string& body) {
         for (size_t length = 0; length < body.size(); length += 1 + length / 16)
             EXPECT_FALSE(Inspect::verify<T>(begin, begin + length, policy)) << "cut at " << length;
     }
+    for (size_t length = 0; length <= body.size(); length += 1 + length / 32 * (length + 40 < body.size()))
+        expectCheckedAlike<T>({begin, length}, Inspect::verify<T>(begin, begin + length, Inspect::tolerant));
+    expectEncodedWithin(*read);
     // Zeros stand for all of its fields, in whatever form.
     const Inspect::Result none = Inspect::verify<T>(begin, begin, Inspect::rolling);
     const std::string zeros(Inspect::minimal_size<T>(), '\0');

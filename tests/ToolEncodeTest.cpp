@@ -30,7 +30,6 @@ TEST_F(Encode, MakesThePacketsThatTheLinesWereMadeOf) {
         const std::string line = "{\"time\": \"" + timeText(it.time) + "\", \"message\": \""
                                  + decoded.descriptor->name() + "\", \"id\": " + std::to_string(it.id())
                                  + ", \"body\": " + Inspect::to_json(it.id(), decoded.object) + "}";
-        decoded.descriptor->destroy(decoded.object);
         const Capture::Packet packet = reader.read(line);
         ASSERT_EQ(packet.time, it.time) << line;
         ASSERT_EQ(hex(packet.bytes), hex(it.bytes)) << line;

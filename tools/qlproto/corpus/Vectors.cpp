@@ -75,9 +75,7 @@ std::optional<Meaning> meaningOf(Velmora::MsgType_t id, const std::string& body)
     if (!decoded) return {};
     const Inspect::Rendered rendered =
         Inspect::render(id, decoded.object, text.get(), text.get() + ROOM, Inspect::Secrets::show);
-    Meaning meaning{Inspect::to_json(id, decoded.object), std::string(text.get(), rendered.size)};
-    decoded.descriptor->destroy(decoded.object);
-    return meaning;
+    return Meaning{Inspect::to_json(id, decoded.object), std::string(text.get(), rendered.size)};
 }
 
 /// Up to two different bodies of each message, as they occur in trading.

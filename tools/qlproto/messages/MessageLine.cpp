@@ -232,9 +232,7 @@ bool MessageLineReader::isOfBody(Velmora::MsgType_t id, std::string_view bytes) 
     Velmora::BufferAllocator alloc(_block.get(), static_cast<int>(BLOCK), "qlproto", "encode");
     const Inspect::Decoded decoded = Inspect::decode_verified(id, bytes, alloc);
     if (!decoded) throw JsonError("hex", decoded.result.text());
-    const bool isSame = encodesTo(body, id, decoded.object);
-    decoded.descriptor->destroy(decoded.object);
-    return isSame;
+    return encodesTo(body, id, decoded.object);
 }
 
 } // namespace qlproto

@@ -4,7 +4,6 @@
 
 #include "Capture/Errors.h"
 #include "Capture/Verification.h"
-#include "Inspect/Checked.h"
 #include "Inspect/SizeWalk.h"
 
 namespace qlproto {
@@ -13,7 +12,7 @@ MessageReader::MessageReader(const Inspect::Policy& policy)
     : _policy(policy), _block(std::make_unique_for_overwrite<char[]>(BLOCK)) {}
 
 bool MessageReader::read(std::string_view packet) {
-    discard();
+    _message = {};
     if (packet.size() < Capture::IDENTIFIER_SIZE)
         return bad(fmt::format("{} cannot hold an identifier", Capture::counted(packet.size(), "byte")));
     if (packet.size() > Capture::MAX_PACKET)
@@ -25,28 +24,19 @@ bool MessageReader::read(std::string_view packet) {
 
     _body = packet.substr(Capture::IDENTIFIER_SIZE);
     _alloc = Velmora::BufferAllocator(_block.get(), static_cast<int>(BLOCK), "qlproto", _descriptor->name());
-    Inspect::Decoded decoded;
     if (!Capture::isPad(id)) {
-        decoded = Inspect::decode_verified(id, _body, _alloc, _policy);
-    } else if (decoded.result = Capture::verifyBody(id, _body, _policy); decoded.result) {
+        _message = Inspect::decode_verified(id, _body, _alloc, _policy);
+    } else if (_message.result = Capture::verifyBody(id, _body, _policy); _message.result) {
         // Reading a pad ends before or after its body, never at the end. It reaches at most a longest string further.
         _pad.assign(_body).append(Inspect::MAX_TEXT, '\0');
-        decoded = Inspect::decode_verified(id, _pad, _alloc, Inspect::tolerant);
+        _message = Inspect::decode_verified(id, _pad, _alloc, Inspect::tolerant);
     }
-    if (!decoded.result) return bad(fmt::format("{}: {}", _descriptor->name(), decoded.result.text()));
-    _message = decoded.object;
-    return true;
+    return _message.result ? true : bad(fmt::format("{}: {}", _descriptor->name(), _message.result.text()));
 }
 
 bool MessageReader::bad(std::string fault) {
-    discard();
     _fault = std::move(fault);
     return false;
-}
-
-void MessageReader::discard() {
-    if (_message != nullptr) _descriptor->destroy(_message);
-    _message = nullptr;
 }
 
 } // namespace qlproto

@@ -1,7 +1,7 @@
 // Takes packets apart: identifier, body, message.
 //
-// Nothing is decoded before it is verified. The message and its storage lie in one block that the next packet reuses;
-// whatever the bytes are, memory stays bounded.
+// Bodies are decoded checked. The message and its storage lie in one block that the next packet reuses; whatever the
+// bytes are, memory stays bounded.
 #pragma once
 
 #include <cstddef>
@@ -10,7 +10,7 @@
 #include <string_view>
 
 #include "Capture/Packet.h"
-#include "Inspect/Verify.h"
+#include "Inspect/Checked.h"
 #include "generated/QLProtocol/QLProtocol.h"
 
 namespace qlproto {
@@ -18,8 +18,7 @@ namespace qlproto {
 class MessageReader {
   public:
     explicit MessageReader(const Inspect::Policy& policy = Inspect::whole);
-    ~MessageReader() { discard(); }
-    MessageReader(const MessageReader&) = delete;
+    MessageReader(const MessageReader&) = delete; // the message refers to the allocator
     MessageReader& operator=(const MessageReader&) = delete;
 
     /// Decodes the message of a packet. False if it is bad by the policy; fault() then says why and there is no message.
@@ -30,12 +29,11 @@ class MessageReader {
 
     // REQUIRES: the last read() was true. Valid until the next one; the body as long as the packet.
     const Velmora::MsgDescriptor& descriptor() const { return *_descriptor; }
-    const void* message() const { return _message; }
+    const void* message() const { return _message.object; }
     std::string_view body() const { return _body; }
 
   private:
     bool bad(std::string fault);
-    void discard();
 
     // A verified body takes at most 33 bytes of block for each of its own, besides the object. Pages that no message
     // touches cost nothing.
@@ -45,7 +43,7 @@ class MessageReader {
     std::unique_ptr<char[]> _block;
     Velmora::BufferAllocator _alloc; ///< over the block; the message refers to it until it is destroyed
     Velmora::MsgDescriptor* _descriptor = nullptr;
-    void* _message = nullptr;
+    Inspect::Decoded _message;
     std::string_view _body;
     std::string _pad; ///< the last pad and what reading it may reach after its end
     std::string _fault;
