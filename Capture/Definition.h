@@ -18,11 +18,6 @@ struct Definition {
     std::string names;
 };
 
-template <class Traits>
-Definition definitionOf() {
-    return {Traits::NAME, Traits::VERSION, Traits::WIRE_SIGNATURE, Traits::NAMES_SIGNATURE};
-}
-
 /// Says of a capture that is complete what it was made with. Throws IoError.
 void noteDefinition(const std::string& capture, const Definition& definition);
 

@@ -21,7 +21,8 @@ std::string Damage::text() const {
     return where + "; " + counted(skipped, "byte") + " skipped";
 }
 
-Reader::Reader(const std::string& path) : _window(path), _form(readFileHeader()), _finder(_window, _form) {}
+Reader::Reader(const std::string& path, const Inspect::Protocol& protocol)
+    : _window(path), _form(readFileHeader()), _finder(_window, _form, protocol) {}
 
 RecordForm Reader::readFileHeader() {
     RecordForm form;

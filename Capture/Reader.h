@@ -27,8 +27,9 @@ struct Damage {
 /// nanoseconds.
 class Reader {
   public:
-    /// Opens the capture; "-" is standard input. Throws IoError, or DamagedCapture if it is none of ours.
-    explicit Reader(const std::string& path);
+    /// Opens the capture; "-" is standard input. What is damaged is searched for messages of the protocol. Throws IoError,
+    /// or DamagedCapture if it is none of ours.
+    explicit Reader(const std::string& path, const Inspect::Protocol& protocol = Inspect::default_protocol());
 
     /// Reads the next packet; false at the end. Its bytes are valid until the next call. Throws IoError.
     bool next(Packet& packet);

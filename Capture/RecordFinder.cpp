@@ -36,12 +36,6 @@ constexpr Inspect::Policy PROOF = [] {
 
 bool areNear(uint32_t a, uint32_t b) { return (a < b ? b - a : a - b) <= NEAR; }
 
-/// Whether the packet of that header, as far as the bytes hold it, has a known identifier.
-bool isKnown(const RecordHeader& header, std::string_view packet) {
-    return header.captured >= IDENTIFIER_SIZE && packet.size() >= IDENTIFIER_SIZE
-           && Inspect::reflect(identifierOf(packet)) != nullptr;
-}
-
 } // namespace
 
 std::optional<RecordFinder::Found> RecordFinder::recordHere() {
@@ -119,6 +113,12 @@ bool RecordFinder::isWholeHeader(std::string_view bytes) const {
     return _form.isWellFormed(header) && header.isWhole();
 }
 
+/// Whether the packet of that header, as far as the bytes hold it, has a known identifier.
+bool RecordFinder::isKnown(const RecordHeader& header, std::string_view packet) const {
+    return header.captured >= IDENTIFIER_SIZE && packet.size() >= IDENTIFIER_SIZE
+           && Inspect::reflect(_protocol, identifierOf(packet)) != nullptr;
+}
+
 /// Whether a record begins `at` bytes ahead, where nothing else speaks for it.
 bool RecordFinder::isRecord(std::size_t at) {
     const std::string_view bytes = peek(at, HEADER + IDENTIFIER_SIZE);
@@ -162,7 +162,7 @@ bool RecordFinder::isSound(std::size_t at, uint32_t length) {
     if (_verified > RATION * (_window.position() + MAX_PACKET)) return false;
     const std::string_view packet = peek(at + HEADER, length).substr(0, length);
     if (packet.size() < length) return false;
-    const Inspect::Result result = verifyBody(identifierOf(packet), packet.substr(IDENTIFIER_SIZE), PROOF);
+    const Inspect::Result result = verifyBody(_protocol, identifierOf(packet), packet.substr(IDENTIFIER_SIZE), PROOF);
     // Only too many elements are looked through before they are refused where they begin.
     _verified += result.fault == Inspect::Fault::countBeyondBytes ? length : result.consumed;
     return bool(result);

@@ -21,6 +21,7 @@
 
 #include "Capture/ByteWindow.h"
 #include "Capture/RecordForm.h"
+#include "Inspect/Protocol.h"
 
 namespace Capture {
 
@@ -33,7 +34,8 @@ class RecordFinder {
     };
 
     /// Works at the position of the window. REQUIRES: the window outlives this.
-    RecordFinder(ByteWindow& window, const RecordForm& form) : _window(window), _form(form), _longest(form.longest) {}
+    RecordFinder(ByteWindow& window, const RecordForm& form, const Inspect::Protocol& protocol)
+        : _window(window), _form(form), _protocol(protocol), _longest(form.longest) {}
 
     /// The record at the position, if there is one; the window then holds all of it. Waits for no input after a sound
     /// packet.
@@ -50,6 +52,7 @@ class RecordFinder {
     std::optional<std::size_t> overlapping(const Found& found);
     std::string_view peek(std::size_t at, std::size_t size);
     bool isWholeHeader(std::string_view bytes) const;
+    bool isKnown(const RecordHeader& header, std::string_view packet) const;
     bool isRecord(std::size_t at);
     bool isFollowed(std::size_t at, const RecordHeader& header);
     bool isSound(std::size_t at, uint32_t length);
@@ -59,6 +62,7 @@ class RecordFinder {
 
     ByteWindow& _window;
     const RecordForm _form;
+    const Inspect::Protocol& _protocol;
     std::optional<uint32_t> _seconds; ///< about the time of the records here
     uint32_t _lastSeconds = 0;        ///< of the last record, right or wrong
     uint32_t _longest;                ///< the length that packets are cut to, as far as is known

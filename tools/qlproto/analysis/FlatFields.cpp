@@ -8,6 +8,7 @@
 #include "Capture/Packet.h"
 #include "Inspect/Json.h"
 #include "Inspect/Values.h"
+#include "tools/qlproto/Tool.h"
 
 namespace qlproto {
 
@@ -92,13 +93,13 @@ class Packer : public Counting {
 
 std::vector<FlatField> flatFields(Velmora::MsgType_t id, const void* message, const std::vector<std::string>& ignored) {
     Lister lister(ignored);
-    Inspect::walk_values(id, message, lister);
+    Inspect::walk_values(thisTool.protocol, id, message, lister);
     return std::move(lister.fields);
 }
 
 std::string valueBytes(Velmora::MsgType_t id, const void* message, const std::vector<std::string>& ignored) {
     Packer packer(ignored, Capture::identifierBytes(id));
-    Inspect::walk_values(id, message, packer);
+    Inspect::walk_values(thisTool.protocol, id, message, packer);
     return std::move(packer.bytes);
 }
 

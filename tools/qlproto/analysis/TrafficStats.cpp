@@ -45,7 +45,7 @@ TrafficStats::Traffic TrafficStats::overall() const {
 
 std::vector<std::size_t> TrafficStats::byFrequency() const {
     std::vector<std::size_t> order;
-    for (std::size_t i = 0; i < MESSAGE_COUNT; ++i)
+    for (std::size_t i = 0; i < _traffic.size(); ++i)
         if (_traffic[i].sizes.count() != 0) order.push_back(i);
     std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
         return _traffic[a].sizes.count() > _traffic[b].sizes.count();

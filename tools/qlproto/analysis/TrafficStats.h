@@ -5,15 +5,14 @@
 // beyond use. Memory is bounded by the number of message types.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <optional>
 #include <vector>
 
 #include <nlohmann/json_fwd.hpp>
 
+#include "tools/qlproto/Tool.h"
 #include "tools/qlproto/analysis/Histogram.h"
-#include "tools/qlproto/analysis/Messages.h"
 #include "tools/qlproto/analysis/RateSeries.h"
 #include "tools/qlproto/messages/MessageReader.h"
 
@@ -41,7 +40,7 @@ class TrafficStats {
     uint64_t outOfTime() const { return _outOfTime + (_doubtful ? 1 : 0); }
 
     /// By INDEX of the message.
-    const std::array<Traffic, MESSAGE_COUNT>& byMessage() const { return _traffic; }
+    const std::vector<Traffic>& byMessage() const { return _traffic; }
 
     Traffic overall() const;
 
@@ -56,7 +55,7 @@ class TrafficStats {
     };
     void place(const Place& it);
 
-    std::array<Traffic, MESSAGE_COUNT> _traffic;
+    std::vector<Traffic> _traffic = std::vector<Traffic>(thisTool.protocol.messages.size());
     std::optional<int64_t> _lastTime; ///< that has a place
     std::optional<Place> _doubtful;   ///< far from the one before; the next one decides
     uint64_t _outOfTime = 0;

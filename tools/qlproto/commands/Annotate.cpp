@@ -11,6 +11,7 @@
 #include "Capture/Errors.h"
 #include "Capture/Output.h"
 #include "Capture/Reader.h"
+#include "tools/qlproto/Tool.h"
 #include "tools/qlproto/commands/Arguments.h"
 #include "tools/qlproto/commands/Commands.h"
 #include "tools/qlproto/messages/Annotation.h"
@@ -67,14 +68,14 @@ int annotateBytes(const Options& options, std::string_view bytes) {
         message = findMessage(options.type);
     } else {
         if (bytes.size() < Capture::IDENTIFIER_SIZE) {
-            tell(fmt::format("qlproto: {} cannot hold an identifier", Capture::counted(bytes.size(), "byte")));
+            tellFault(fmt::format("{} cannot hold an identifier", Capture::counted(bytes.size(), "byte")));
             return EXIT_BAD_DATA;
         }
         const Velmora::MsgType_t id = Capture::identifierOf(bytes);
         bytes.remove_prefix(Capture::IDENTIFIER_SIZE);
         message = findMessage(std::to_string(id));
         if (message == nullptr) {
-            tell(fmt::format("qlproto: unknown message identifier {} (0x{:04X})", id, id));
+            tellFault(fmt::format("unknown message identifier {} (0x{:04X})", id, id));
             return EXIT_BAD_DATA;
         }
     }
@@ -83,7 +84,7 @@ int annotateBytes(const Options& options, std::string_view bytes) {
     Capture::writeText(fmt::format("{} {} (0x{:04X}), body of {}\n{}", message->type->name, message->id, message->id,
                                    Capture::counted(bytes.size(), "byte"), annotation.text));
     if (annotation.fault) return EXIT_FINE;
-    tell(fmt::format("qlproto: {}: {}", message->type->name, annotation.fault.text()));
+    tellFault(fmt::format("{}: {}", message->type->name, annotation.fault.text()));
     return EXIT_BAD_DATA;
 }
 
@@ -91,7 +92,7 @@ int annotateInput(const Options& options) {
     try {
         return annotateBytes(options, bytesOf(options));
     } catch (const HexError& error) {
-        tell(fmt::format("qlproto: {}: neither a file nor hexadecimal: {}", options.input, error.what()));
+        tellFault(fmt::format("{}: neither a file nor hexadecimal: {}", options.input, error.what()));
         return EXIT_USAGE;
     }
 }
@@ -117,12 +118,8 @@ void addAnnotate(CLI::App& app, Commands& commands) {
     command->add_flag("--raw", options->isRaw, "The input is a file of the bytes themselves")->excludes(packet);
     addPolicy(*command, options->policy);
     command->add_flag("--redact", options->redact, "Hide passwords and other secrets, bytes and value");
-    command->footer("Examples:\n"
-                    "  qlproto annotate --type TimerMessage 0e\n"
-                    "  qlproto annotate 24d00e\n"
-                    "  qlproto annotate session.pcap --packet 17\n"
-                    "  qlproto annotate --policy strict --type QuoteRequestMessage "
-                    "'02 04 01 01 51 00 90 03 01 00 00 00 00 00'");
+    addExamples(*command, "",
+                {"$tool annotate session.pcap --packet 17", "$tool annotate --policy strict session.pcap --packet 17"});
     commands.push_back({command, [options] { return annotateInput(*options); }});
 }
 

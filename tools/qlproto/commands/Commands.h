@@ -3,6 +3,10 @@
 #pragma once
 
 #include <functional>
+#include <initializer_list>
+#include <span>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include <CLI/CLI.hpp>
@@ -15,6 +19,18 @@ struct Command {
 };
 
 using Commands = std::vector<Command>;
+
+/// The protocol in sentences: "the QLProtocol".
+std::string title();
+
+/// Ends the help of a command with its examples: those that the tool has for it, or else these. In both, "$tool" is the
+/// program; in these, and in the remarks, "$message", "$id" and "$body" are those of the protocol's sample.
+void addExamples(CLI::App& command, std::string_view remarks, std::initializer_list<std::string_view> examples);
+
+using AddCommand = void (*)(CLI::App& app, Commands& commands);
+
+/// Runs the tool with these commands. Returns its exit status.
+int runTool(int argc, char** argv, std::span<const AddCommand> all);
 
 void addAnnotate(CLI::App& app, Commands& commands);
 void addCorpus(CLI::App& app, Commands& commands);

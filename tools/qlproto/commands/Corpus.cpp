@@ -6,6 +6,7 @@
 
 #include "Capture/Errors.h"
 #include "Capture/Output.h"
+#include "tools/qlproto/Tool.h"
 #include "tools/qlproto/commands/Arguments.h"
 #include "tools/qlproto/commands/Commands.h"
 #include "tools/qlproto/corpus/Vectors.h"
@@ -19,7 +20,7 @@ int writeCorpus(const std::filesystem::path& folder) {
     std::error_code error;
     std::filesystem::create_directories(folder, error);
     if (error) throw Capture::IoError(fmt::format("{}: {}", folder.string(), error.message()));
-    for (const Inspect::MessageInfo& message : Inspect::all_messages())
+    for (const Inspect::MessageInfo& message : Inspect::all_messages(thisTool.protocol))
         Capture::writeText(corpus::vectorLines(message), folder / (std::string(message.type->name) + ".ndjson"));
     return EXIT_FINE;
 }
@@ -31,7 +32,7 @@ void addCorpus(CLI::App& app, Commands& commands) {
     CLI::App* const command = app.add_subcommand(
         "corpus", "Write test vectors for other implementations: a file of JSON lines for each message");
     command->add_option("-o,--output", *folder, "The folder to write to")->required()->type_name(FOLDER_VALUE);
-    command->footer("Example:\n  qlproto corpus -o corpus");
+    addExamples(*command, "", {"$tool corpus -o corpus"});
     commands.push_back({command, [folder] { return writeCorpus(*folder); }});
 }
 

@@ -86,7 +86,7 @@ class Bytes {
     }
 
     void complain(const std::string& where, const std::string& fault) {
-        tell(fmt::format("qlproto: {}: {}", where, fault));
+        tellFault(fmt::format("{}: {}", where, fault));
         _exitCode = EXIT_BAD_DATA;
     }
 
@@ -179,16 +179,12 @@ void addDecode(CLI::App& app, Commands& commands) {
     addPolicy(*command, options->policy);
     addNumber(*command, "-n,--first", options->first, "Stop after so many messages");
     Filter::addTo(*command, options->filter);
-    command->footer("Packets and bodies without a capture have no time. --where compares undivided values.\n\n"
-                    "Examples:\n"
-                    "  qlproto decode session.pcap | grep ' SubmitOrderMessage '\n"
-                    "  qlproto decode --message '*Order*' --where side=BID --where 'price>108000000' session.pcap\n"
-                    "  qlproto decode --format json --price-scale 100000000 -n 3 session.pcap\n"
-                    "  qlproto decode --format lines --time utc --family quotes -n 2 session.pcap\n"
-                    "  qlproto decode --from 2024-03-04T07:00:01 --to 2024-03-04T07:00:02 --redact session.pcap\n"
-                    "  qlproto decode --policy rolling session.pcap\n"
-                    "  qlproto decode --hex - <<< '24 d0 0e'\n"
-                    "  qlproto decode --hex --type TimerMessage - <<< 0e");
+    addExamples(*command, "Packets and bodies without a capture have no time. --where compares undivided values.",
+                {"$tool decode session.pcap | grep ' $message '", "$tool decode --message $message session.pcap",
+                 "$tool decode --format json --price-scale 100000000 -n 3 session.pcap",
+                 "$tool decode --format lines --time utc -n 2 session.pcap",
+                 "$tool decode --from 2024-03-04T07:00:01 --to 2024-03-04T07:00:02 --redact session.pcap",
+                 "$tool decode --policy rolling session.pcap"});
     commands.push_back({command, [options] { return decode(*options); }});
 }
 

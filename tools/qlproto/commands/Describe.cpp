@@ -81,10 +81,7 @@ void addDescribe(CLI::App& app, Commands& commands) {
     command->add_option("name", *name, "A message by name or identifier, or a record by name")
         ->required()
         ->check(isType());
-    command->footer("Examples:\n"
-                    "  qlproto describe SubmitOrderMessage\n"
-                    "  qlproto describe 0xD024\n"
-                    "  qlproto describe MDEntry");
+    addExamples(*command, "", {"$tool describe $message"});
     commands.push_back({command, [name] { return describe(*name); }});
 }
 

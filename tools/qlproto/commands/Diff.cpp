@@ -11,13 +11,14 @@
 #include "Capture/Reader.h"
 #include "Capture/Verification.h"
 #include "Inspect/Display.h"
+#include "tools/qlproto/Tool.h"
 #include "tools/qlproto/analysis/CaptureDiff.h"
 #include "tools/qlproto/analysis/FlatFields.h"
 #include "tools/qlproto/commands/Arguments.h"
 #include "tools/qlproto/commands/Commands.h"
 #include "tools/qlproto/messages/MessageReader.h"
-#include "tools/qlproto/messages/OpenCapture.h"
 #include "tools/qlproto/messages/Names.h"
+#include "tools/qlproto/messages/OpenCapture.h"
 #include "tools/qlproto/terminal/Errors.h"
 #include "tools/qlproto/terminal/Terminal.h"
 
@@ -43,7 +44,7 @@ class Comparer {
     /// its text, so that its values do not tell all.
     std::optional<std::string> key(const std::string& packet) {
         if (_ignored.empty() || !_reader.read(packet)) return std::nullopt;
-        if (Capture::isPad(_reader.descriptor().id()) && !isIgnored("padding")) return std::nullopt;
+        if (Capture::isPad(thisTool.protocol, _reader.descriptor().id()) && !isIgnored("padding")) return std::nullopt;
         return valueBytes(_reader.descriptor().id(), _reader.message(), _ignored);
     }
 
@@ -106,7 +107,7 @@ class Source {
         Capture::Packet packet;
         const bool isThere = _capture.next(packet);
         if (const Capture::Damage* const damage = _capture.damage()) {
-            tell(fmt::format("qlproto: {} after packet {}: {}", _path, _packets, damage->text()));
+            tellFault(fmt::format("{} after packet {}: {}", _path, _packets, damage->text()));
             _isDamaged = true;
         }
         if (!isThere) return false;
@@ -170,23 +171,21 @@ void addDiff(CLI::App& app, Commands& commands) {
     command->add_option("second capture", options->b, "The other capture; - is standard input")
         ->required()
         ->type_name(FILE_VALUE);
-    command->add_option("--ignore", options->ignored, "Names of fields that do not count, such as timeApiClient")
+    command->add_option("--ignore", options->ignored, "Names of fields that do not count")
         ->delimiter(',')
         ->check(isField())
         ->allow_extra_args(false);
     addPolicy(*command, options->policy);
     addNumber(*command, "--first", options->first, "Show that many messages that differ; 0 shows all")
         ->capture_default_str();
-    command->footer(
+    addExamples(
+        *command,
         "Identifiers and bodies are compared, not the packets' times. A message that is in one capture only is told\n"
         "as < or > with its packet's number, a pair of the same type that differs as ! with both numbers and the\n"
         "fields that differ. Where the captures part, up to 16,384 packets or 16 MB of each are searched for the "
         "place\n"
-        "where they meet again. Exit status: 0 if the captures are equal, 1 if not.\n\n"
-        "Examples:\n"
-        "  qlproto diff session.pcap session.pcap\n"
-        "  qlproto generate --messages 100000 --seed 7 -o - | qlproto diff session.pcap -\n"
-        "  qlproto diff --ignore timeApiClient,timeApiServer session.pcap session.pcap");
+        "where they meet again. Exit status: 0 if the captures are equal, 1 if not.",
+        {"$tool diff session.pcap session.pcap"});
     command->final_callback([options] {
         if (options->a == "-" && options->b == "-")
             throw CLI::ValidationError("second capture", "standard input can be one of the two only");

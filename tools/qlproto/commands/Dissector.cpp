@@ -8,6 +8,7 @@
 
 #include "Capture/Output.h"
 #include "Inspect/Reflection.h"
+#include "tools/qlproto/Tool.h"
 #include "tools/qlproto/commands/Arguments.h"
 #include "tools/qlproto/commands/Commands.h"
 #include "tools/qlproto/dissector/Runtime.h"
@@ -21,10 +22,12 @@ namespace {
 class Tables {
   public:
     Tables() {
-        for (const Inspect::MessageInfo& message : Inspect::all_messages()) gather(*message.type);
+        for (const Inspect::MessageInfo& message : Inspect::all_messages(thisTool.protocol)) gather(*message.type);
     }
 
     std::string text() {
+        line("local protocol = {{ name = \"{}\", prefix = \"{}\", keys = \"{}\" }}\n", thisTool.name,
+             thisTool.filterPrefix, thisTool.keyFields);
         line("local enumerations = {{");
         for (const Inspect::EnumerationInfo* enumeration : _enumerations) {
             line("    {} = {{", enumeration->name);
@@ -39,7 +42,7 @@ class Tables {
             fields(*record);
         }
         line("}}\n\nlocal messages = {{");
-        for (const Inspect::MessageInfo& message : Inspect::all_messages()) {
+        for (const Inspect::MessageInfo& message : Inspect::all_messages(thisTool.protocol)) {
             line("    {{ id = 0x{:04X}, name = \"{}\",", message.id, message.type->name);
             fields(*message.type);
         }
@@ -84,7 +87,8 @@ class Tables {
 
 int dissector(const std::string& path) {
     Capture::writeText(
-        "-- Dissector of the QLProtocol for link type USER0 (147). Made by qlproto dissector. Do not edit.\n\n"
+        fmt::format("-- Dissector of {} for link type USER0 (147). Made by {} dissector. Do not edit.\n\n", title(),
+                    thisTool.program)
             + Tables().text() + std::string(DISSECTOR_RUNTIME),
         path);
     return EXIT_FINE;
@@ -99,10 +103,10 @@ void addDissector(CLI::App& app, Commands& commands) {
     command->add_option("-o,--output", *output, "The script to write; - is standard output")
         ->capture_default_str()
         ->type_name(FILE_VALUE);
-    command->footer(R"(Examples:
-  qlproto dissector -o qlprotocol.lua
-  qlproto dissector -o qlprotocol.lua && tshark -X lua_script:qlprotocol.lua -r session.pcap -c 20
-  qlproto dissector | grep -c secret)");
+    addExamples(*command, "",
+                {"$tool dissector -o $tool.lua",
+                 "$tool dissector -o $tool.lua && tshark -X lua_script:$tool.lua -r session.pcap -c 20",
+                 "$tool dissector | grep -c secret"});
     commands.push_back({command, [output] { return dissector(*output); }});
 }
 

@@ -89,20 +89,19 @@ void addEncode(CLI::App& app, Commands& commands) {
         ->check(CLI::IsMember({"capture", "hex", "raw"}))
         ->capture_default_str();
     addPolicy(*command, options->policy);
-    command->footer(
-        "A line: {\"time\": \"1709535600.000000042\", \"message\": \"TimerMessage\", \"id\": 53284, \"body\": "
-        "{\"tqid\": 7}}\n"
+    addExamples(
+        *command,
+        "A line: {\"time\": \"1709535600.000000042\", \"message\": \"$message\", \"id\": $id, \"body\": $body}\n"
         "id and time may be left out. Bad lines are told with the path of what is wrong and left out.\n\n"
-        "The lines of decode --format json and trace --json come out as the packets they were made of, byte for byte:\n"
+        "Lines in JSON from this tool come out as the packets they were made of, byte for byte:\n"
         "where a body has another form than the encoder's, as pads do, the line has its bytes as hex, which must mean\n"
         "the same as body by the policy. Who alters such a body takes hex out. Of lines made with --redact or "
         "--price-scale no "
         "packet\n"
-        "can be made; they say so and are refused. The bad packets of a capture are in no line.\n\n"
-        "Examples:\n"
-        "  qlproto decode --format json session.pcap | qlproto encode - -o same.pcap\n"
-        "  qlproto encode - -o timer.pcap <<<'{\"message\": \"TimerMessage\", \"body\": {\"tqid\": 7}}'\n"
-        "  qlproto encode --format hex - <<<'{\"message\": \"TimerMessage\", \"body\": {\"tqid\": 7}}'");
+        "can be made; they say so and are refused. The bad packets of a capture are in no line.",
+        {"$tool decode --format json session.pcap | $tool encode - -o same.pcap",
+         "$tool encode - -o one.pcap <<<'{\"message\": \"$message\", \"body\": $body}'",
+         "$tool encode --format hex - <<<'{\"message\": \"$message\", \"body\": $body}'"});
     commands.push_back({command, [options] { return encode(*options); }});
 }
 

@@ -4,6 +4,7 @@
 #include <fmt/format.h>
 
 #include "Capture/Output.h"
+#include "tools/qlproto/Tool.h"
 #include "tools/qlproto/commands/Commands.h"
 #include "tools/qlproto/messages/Names.h"
 #include "tools/qlproto/terminal/Errors.h"
@@ -33,7 +34,7 @@ int showEnumeration(const std::string& name) {
 
 int listEnumerations() {
     std::string names;
-    for (const Inspect::EnumerationInfo* enumeration : Inspect::all_enumerations())
+    for (const Inspect::EnumerationInfo* enumeration : Inspect::all_enumerations(thisTool.protocol))
         names.append(enumeration->name) += '\n';
     Capture::writeText(names);
     return EXIT_FINE;
@@ -45,7 +46,7 @@ void addEnum(CLI::App& app, Commands& commands) {
     const auto name = std::make_shared<std::string>();
     CLI::App* const command = app.add_subcommand("enum", "Show the values of an enumeration, or name all enumerations");
     command->add_option("name", *name, "The enumeration; all are named if it is left out")->check(isEnumeration());
-    command->footer("Examples:\n  qlproto enum Side\n  qlproto enum");
+    addExamples(*command, "", {"$tool enum"});
     commands.push_back({command, [name] { return name->empty() ? listEnumerations() : showEnumeration(*name); }});
 }
 

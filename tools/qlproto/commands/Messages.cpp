@@ -6,6 +6,7 @@
 
 #include "Capture/Output.h"
 #include "Inspect/Reflection.h"
+#include "tools/qlproto/Tool.h"
 #include "tools/qlproto/commands/Commands.h"
 #include "tools/qlproto/terminal/Errors.h"
 #include "tools/qlproto/terminal/Table.h"
@@ -18,7 +19,7 @@ std::string asTable() {
     using enum Table::Align;
     Table table({right, left, left, right, right});
     table.add({"id", "hex", "message", "fields", "bytes"});
-    for (const auto& [id, type] : Inspect::all_messages())
+    for (const auto& [id, type] : Inspect::all_messages(thisTool.protocol))
         table.add({fmt::format("{}", id), fmt::format("0x{:04X}", id), std::string(type->name),
                    fmt::format("{}", type->fields.size()), fmt::format("{}", type->minimalSize)});
     return table.text();
@@ -26,7 +27,7 @@ std::string asTable() {
 
 std::string asJson() {
     nlohmann::ordered_json messages = nlohmann::ordered_json::array();
-    for (const auto& [id, type] : Inspect::all_messages())
+    for (const auto& [id, type] : Inspect::all_messages(thisTool.protocol))
         messages.push_back({{"id", id},
                             {"hex", fmt::format("0x{:04X}", id)},
                             {"name", type->name},
@@ -47,7 +48,7 @@ void addMessages(CLI::App& app, Commands& commands) {
     CLI::App* const command =
         app.add_subcommand("messages", "List all messages: identifier, name, fields, fewest bytes of a body");
     command->add_flag("--json", *isJson, "As an array of JSON objects");
-    command->footer("Examples:\n  qlproto messages\n  qlproto messages --json");
+    addExamples(*command, "", {"$tool messages", "$tool messages --json"});
     commands.push_back({command, [isJson] { return messages(*isJson); }});
 }
 

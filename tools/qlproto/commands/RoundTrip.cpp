@@ -1,12 +1,14 @@
 // Two kinds of message lose something by contract and are counted on their own.
 //
-// PadMessage is written with a length of two bytes and read with one of variable length. With fewer than 128 bytes of
-// padding the reader takes the length's high byte for the first byte of the text and leaves the last byte out. The
-// bytes written again are as many, but shifted by one from the third on; they agree only by chance, as for an empty
-// pad. Longer pads come back shorter.
+// A pad, a message that is nothing but padding, is written with a length of two bytes and read with one of variable
+// length. With fewer than 128 bytes of padding the reader takes the length's high byte for the first byte of the text and
+// leaves the last byte out. The bytes written again are as many, but shifted by one from the third on; they agree only by
+// chance, as for an empty pad. Longer pads come back shorter.
 //
-// RequestMessage's request is 53327 and travels as its low byte, 79, which reads back as 79. The value is lost, but 79
-// travels as 79 again: the bytes agree, and have to.
+// An enumerator above 255 travels as its low byte and reads back as that. The value is lost, but the low byte travels as
+// itself again: the bytes agree, and have to.
+#include <algorithm>
+#include <map>
 #include <memory>
 
 #include <fmt/format.h>
@@ -14,6 +16,8 @@
 #include "Capture/Errors.h"
 #include "Capture/Output.h"
 #include "Capture/Verification.h"
+#include "Inspect/Reflection.h"
+#include "tools/qlproto/Tool.h"
 #include "tools/qlproto/commands/Arguments.h"
 #include "tools/qlproto/commands/Commands.h"
 #include "tools/qlproto/messages/CaptureScan.h"
@@ -43,33 +47,52 @@ std::string difference(std::string_view body, std::string_view again) {
                        Capture::counted(again.size(), "byte"), body.size(), at);
 }
 
+/// The name of a field of the type, or of a record in it, with an enumerator that does not fit its byte; empty if there
+/// is none.
+std::string_view cutField(const Inspect::TypeInfo& type) {
+    for (const Inspect::FieldInfo& field : type.fields) {
+        const Inspect::ValueInfo& value = field.value.element != nullptr ? *field.value.element : field.value;
+        const auto isCut = [](const Inspect::EnumeratorInfo& it) { return it.value > UINT8_MAX; };
+        if (value.enumeration != nullptr && std::ranges::any_of(value.enumeration->enumerators, isCut))
+            return field.name;
+        if (value.record == nullptr) continue;
+        if (const std::string_view name = cutField(*value.record); !name.empty()) return name;
+    }
+    return {};
+}
+
 int roundtrip(const std::string& capture) {
-    uint64_t identical = 0, different = 0, pads = 0, padsChanged = 0, requests = 0;
+    struct Count {
+        uint64_t all = 0, changed = 0;
+    };
+    std::map<Velmora::MsgType_t, Count> counts;
+    uint64_t identical = 0, different = 0;
     MessageWriter writer;
     CaptureScan scan;
     scan.run(capture, [&](const Capture::Packet&, const MessageReader& reader) {
         const std::string_view again = writer.write(reader);
         const bool same = again == reader.body();
         const Velmora::MsgType_t id = reader.descriptor().id();
-        if (id == Quillon::RequestMessage::ID) ++requests;
-        if (Capture::isPad(id)) {
-            ++pads;
-            if (!same) ++padsChanged;
-        } else if (same) {
-            ++identical;
-        } else {
-            ++different;
-            scan.complain(fmt::format("{}: {}", reader.descriptor().name(), difference(reader.body(), again)));
-        }
+        Count& count = counts[id];
+        ++count.all;
+        count.changed += !same;
+        if (Capture::isPad(thisTool.protocol, id)) return;
+        ++(same ? identical : different);
+        if (!same) scan.complain(fmt::format("{}: {}", reader.descriptor().name(), difference(reader.body(), again)));
     });
 
-    Capture::writeText(
-        fmt::format("identical {}\n"
-                    "different {}\n"
-                    "lossy by contract: PadMessage {}, {} of them with other bytes\n"
-                    "lossy by contract: RequestMessage {}, their request reads back as its low byte; their bytes are "
-                    "identical and counted above\n",
-                    identical, different, pads, padsChanged, requests));
+    std::string pads, cut;
+    for (const auto& [id, type] : Inspect::all_messages(thisTool.protocol)) {
+        if (Capture::isPad(thisTool.protocol, id))
+            pads += fmt::format("lossy by contract: {} {}, {} of them with other bytes\n", type->name, counts[id].all,
+                                counts[id].changed);
+        if (const std::string_view field = cutField(*type); !field.empty())
+            cut +=
+                fmt::format("lossy by contract: {} {}, their {} reads back as its low byte; their bytes are identical "
+                            "and counted above\n",
+                            type->name, counts[id].all, field);
+    }
+    Capture::writeText(fmt::format("identical {}\ndifferent {}\n{}{}", identical, different, pads, cut));
     scan.summarize();
     return scan.exitCode();
 }
@@ -82,7 +105,7 @@ void addRoundTrip(CLI::App& app, Commands& commands) {
     command->add_option("capture", *capture, "The capture to read; - is standard input")
         ->required()
         ->type_name(FILE_VALUE);
-    command->footer("Example:\n  qlproto roundtrip session.pcap");
+    addExamples(*command, "", {"$tool roundtrip session.pcap"});
     commands.push_back({command, [capture] { return roundtrip(*capture); }});
 }
 

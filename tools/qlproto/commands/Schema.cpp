@@ -15,7 +15,7 @@
 
 #include "Capture/Output.h"
 #include "Inspect/Reflection.h"
-#include "generated/QLProtocol/QLProtocol.h"
+#include "tools/qlproto/Tool.h"
 #include "tools/qlproto/commands/Commands.h"
 #include "tools/qlproto/messages/WireForm.h"
 #include "tools/qlproto/terminal/Errors.h"
@@ -59,24 +59,24 @@ Json fieldsJson(const Inspect::TypeInfo& type) {
 
 Json schemaJson() {
     Json enumerations = Json::array(), records = Json::array(), messages = Json::array();
-    for (const Inspect::EnumerationInfo* enumeration : Inspect::all_enumerations()) {
+    for (const Inspect::EnumerationInfo* enumeration : Inspect::all_enumerations(thisTool.protocol)) {
         Json values = Json::array();
         for (const Inspect::EnumeratorInfo& it : enumeration->enumerators)
             values.push_back(noted({{"name", it.name}, {"value", it.value}}, it));
         enumerations.push_back(noted({{"name", enumeration->name}}, *enumeration));
         enumerations.back()["values"] = std::move(values);
     }
-    for (const Inspect::TypeInfo* record : Inspect::all_records()) {
+    for (const Inspect::TypeInfo* record : Inspect::all_records(thisTool.protocol)) {
         records.push_back(noted({{"name", record->name}}, *record));
         records.back()["fields"] = fieldsJson(*record);
     }
-    for (const auto& [id, type] : Inspect::all_messages()) {
+    for (const auto& [id, type] : Inspect::all_messages(thisTool.protocol)) {
         messages.push_back(noted({{"name", type->name}, {"id", id}}, *type));
         messages.back()["fields"] = fieldsJson(*type);
     }
-    return {{"protocol", Quillon::__protocol->getName()},
-            {"version", Quillon::VERSION},
-            {"signature", Quillon::__protocol->getSignature()},
+    return {{"protocol", thisTool.protocol.name},
+            {"version", thisTool.protocol.version},
+            {"signature", thisTool.protocol.signature},
             {"enumerations", std::move(enumerations)},
             {"records", std::move(records)},
             {"messages", std::move(messages)}};
@@ -92,7 +92,7 @@ int schema() {
 void addSchema(CLI::App& app, Commands& commands) {
     CLI::App* const command =
         app.add_subcommand("schema", "Print the protocol as JSON: enumerations, records, messages, fields, encodings");
-    command->footer("Examples:\n  qlproto schema\n  qlproto schema | python3 -m json.tool");
+    addExamples(*command, "", {"$tool schema", "$tool schema | python3 -m json.tool"});
     commands.push_back({command, schema});
 }
 

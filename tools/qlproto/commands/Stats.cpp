@@ -7,6 +7,7 @@
 
 #include "Capture/Output.h"
 #include "Inspect/Reflection.h"
+#include "tools/qlproto/Tool.h"
 #include "tools/qlproto/analysis/TrafficStats.h"
 #include "tools/qlproto/commands/Arguments.h"
 #include "tools/qlproto/commands/Commands.h"
@@ -46,7 +47,7 @@ std::string table(const TrafficStats& stats, const Traffic& overall) {
     const double seconds = overall.overTime.seconds();
     Table table({"message", "count", "bytes", "per s", "min", "median", "p99", "max"});
     for (std::size_t i : stats.byFrequency())
-        table.add(row(Inspect::all_messages()[i].type->name, stats.byMessage()[i], seconds));
+        table.add(row(Inspect::all_messages(thisTool.protocol)[i].type->name, stats.byMessage()[i], seconds));
     table.add(row("all", overall, seconds));
     return table.text();
 }
@@ -58,7 +59,7 @@ std::string json(const TrafficStats& stats, const Traffic& overall) {
     json["all"] = trafficJson(overall, seconds);
     json["messages"] = nlohmann::ordered_json::object();
     for (std::size_t i : stats.byFrequency())
-        json["messages"][std::string(Inspect::all_messages()[i].type->name)] =
+        json["messages"][std::string(Inspect::all_messages(thisTool.protocol)[i].type->name)] =
             trafficJson(stats.byMessage()[i], seconds);
     return json.dump(2) + '\n';
 }
@@ -113,13 +114,11 @@ void addStats(CLI::App& app, Commands& commands) {
     addPolicy(*command, options->policy);
     CLI::Option* const json = command->add_flag("--json", options->json, "As JSON instead of a table");
     command->add_flag("--plot", options->plot, "Draw rate over time and sizes, too")->excludes(json);
-    command->footer(
-        "Sizes are in bytes of identifier and body; the rate is over the time from the first message to the\n"
-        "last. Percentiles are exact up to 2047 bytes, and within 0.05 % beyond.\n\n"
-        "Examples:\n"
-        "  qlproto stats session.pcap\n"
-        "  qlproto stats --plot session.pcap\n"
-        "  qlproto stats --json session.pcap | grep -A 10 MktDataMessage");
+    addExamples(*command,
+                "Sizes are in bytes of identifier and body; the rate is over the time from the first message to the\n"
+                "last. Percentiles are exact up to 2047 bytes, and within 0.05 % beyond.",
+                {"$tool stats session.pcap", "$tool stats --plot session.pcap",
+                 "$tool stats --json session.pcap | grep -A 10 $message"});
     commands.push_back({command, [options] { return stats(*options); }});
 }
 

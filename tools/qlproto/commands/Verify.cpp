@@ -8,6 +8,7 @@
 #include "Capture/Reader.h"
 #include "Capture/Verification.h"
 #include "Inspect/Reflection.h"
+#include "tools/qlproto/Tool.h"
 #include "tools/qlproto/commands/Arguments.h"
 #include "tools/qlproto/commands/Commands.h"
 #include "tools/qlproto/messages/CaptureScan.h"
@@ -42,14 +43,14 @@ class Report {
         if (packet.bytes.size() < Capture::IDENTIFIER_SIZE) return fault("no identifier", where, "");
         const Velmora::MsgType_t id = Capture::identifierOf(packet.bytes);
         const Inspect::Result result =
-            Capture::verifyBody(id, packet.bytes.substr(Capture::IDENTIFIER_SIZE), _options.policy);
+            Capture::verifyBody(thisTool.protocol, id, packet.bytes.substr(Capture::IDENTIFIER_SIZE), _options.policy);
         if (result) {
             ++_sound;
             ++_byMessage[id].sound;
             return;
         }
         ++_byMessage[id].bad;
-        const Inspect::TypeInfo* const type = Inspect::reflect(id);
+        const Inspect::TypeInfo* const type = Inspect::reflect(thisTool.protocol, id);
         fault(Inspect::to_string(result.fault), where,
               type != nullptr ? fmt::format("{}: {}", type->name, result.text()) : result.text());
     }
@@ -61,7 +62,7 @@ class Report {
     std::string text() const {
         std::string text = fmt::format("{:<30}{:>12}{:>12}\n", "message", "sound", "bad");
         for (const auto& [id, count] : _byMessage) {
-            const Inspect::TypeInfo* const type = Inspect::reflect(id);
+            const Inspect::TypeInfo* const type = Inspect::reflect(thisTool.protocol, id);
             const std::string name = type != nullptr ? std::string(type->name) : fmt::format("0x{:04X}", id);
             text += fmt::format("{:<30}{:>12}{:>12}\n", name, count.sound, count.bad);
         }
@@ -114,9 +115,7 @@ void addVerify(CLI::App& app, Commands& commands) {
         ->type_name(FILE_VALUE);
     addPolicy(*command, options->policy);
     addNumber(*command, "--first", options->first, "How many faults to list")->capture_default_str();
-    command->footer("Examples:\n"
-                    "  qlproto verify session.pcap\n"
-                    "  qlproto verify --policy strict --first 3 session.pcap");
+    addExamples(*command, "", {"$tool verify session.pcap", "$tool verify --policy strict --first 3 session.pcap"});
     commands.push_back({command, [options] { return verify(*options); }});
 }
 

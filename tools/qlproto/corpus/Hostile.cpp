@@ -7,6 +7,7 @@
 
 #include "Inspect/BodyWalk.h"
 #include "tools/qlproto/corpus/Vectors.h"
+#include "tools/qlproto/messages/WireForm.h"
 
 namespace qlproto::corpus {
 
@@ -49,14 +50,23 @@ struct Mutation {
     std::function<std::optional<std::string>(const Place&, std::string_view old)> apply;
 };
 
-/// For numbers that travel as zig-zag varints: a form by the most bytes that their type takes.
+/// For numbers that travel as varints: a form by the most bytes that their type takes.
 template <class Form>
 auto forVarint(Form form) {
     return [form](const Place& place, std::string_view) -> std::optional<std::string> {
-        if (place.kind == Kind::int16) return form(3u);
-        if (place.kind == Kind::int32) return form(5u);
-        if (place.kind == Kind::int64) return form(10u);
-        return {};
+        switch (place.kind) {
+        case Kind::int16:
+        case Kind::uint16:
+            return form(3u);
+        case Kind::int32:
+        case Kind::uint32:
+            return form(5u);
+        case Kind::int64:
+        case Kind::uint64:
+            return form(10u);
+        default:
+            return {};
+        }
     };
 }
 
@@ -70,17 +80,18 @@ auto forKind(Kind kind, std::string replacement) {
 template <class Form>
 auto forLength(Form form) {
     return [form](const Place& place, std::string_view old) -> std::optional<std::string> {
-        if (!Inspect::is_bytes(place.kind) || place.number > 127) return {};
+        if (!Inspect::is_bytes(place.kind) || place.kind == Kind::stringFixed || place.number > 127) return {};
         return form(static_cast<int>(place.number)) + std::string(old.substr(1));
     };
 }
 
 std::optional<std::string> unknownByte(const Place& place, std::string_view) {
     if (place.kind != Kind::enumeration) return {};
-    for (int byte = 0xFF;; --byte) {
+    for (int byte = 0xFF; byte >= 0; --byte) {
         const auto travelsAs = [&](const Inspect::EnumeratorInfo& it) { return (it.value & 0xFF) == byte; };
         if (std::ranges::none_of(place.value->enumeration->enumerators, travelsAs)) return bytes({byte});
     }
+    return {};
 }
 
 const std::vector<Mutation>& mutations() {
@@ -126,9 +137,7 @@ Expected faultOfCut(const std::vector<Place>& places, std::size_t size) {
     for (const Place& place : places) {
         if (place.end > size) return {Fault::truncated, place.begin, place.path};
         if (place.kind != Kind::vector) continue;
-        const Inspect::TypeInfo* const record = place.value->element->record;
-        const std::size_t least =
-            static_cast<std::size_t>(place.number) * (record != nullptr ? record->minimalSize : 1);
+        const std::size_t least = static_cast<std::size_t>(place.number) * wireForm(*place.value->element).minimal;
         if (size - place.end < least) return {Fault::countBeyondBytes, place.begin, place.path};
     }
     return {Fault::none, size, ""};

@@ -1,8 +1,5 @@
 #include "tools/qlproto/corpus/Vectors.h"
 
-#include <array>
-#include <concepts>
-#include <map>
 #include <memory>
 #include <optional>
 #include <set>
@@ -10,13 +7,14 @@
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
+#include "Capture/Verification.h"
 #include "Inspect/Checked.h"
 #include "Inspect/Json.h"
 #include "Inspect/SafeText.h"
+#include "tools/qlproto/Tool.h"
 #include "tools/qlproto/corpus/Filler.h"
 #include "tools/qlproto/messages/Hex.h"
 #include "tools/qlproto/messages/MessageLine.h"
-#include "tools/qlproto/trading/session/Session.h"
 
 namespace qlproto::corpus {
 
@@ -24,42 +22,33 @@ namespace {
 
 constexpr std::size_t ROOM = 1 << 20; ///< for any of these messages, encoded, rendered or in memory
 
-/// A message made of its field list: what it is, and as what it travels.
+/// A message and as what it travels.
 struct Filled {
     std::string json;
     std::string written;  ///< by write()
-    std::string readable; ///< as read() takes it: the same but for a PadMessage
+    std::string readable; ///< as read() takes it: the same but for pads
 };
 
 /// `filling`: none for the value as constructed.
-template <class T>
-Filled makeFilled(std::optional<Filling> filling) {
+Filled filled(const Inspect::MessageInfo& message, std::optional<Filling> filling) {
     const auto block = std::make_unique_for_overwrite<char[]>(ROOM),
                bytes = std::make_unique_for_overwrite<char[]>(ROOM);
     Velmora::BufferAllocator alloc(block.get(), static_cast<int>(ROOM), "corpus", "message");
-    T message(alloc);
-    if (filling) Filler(*filling).fill(message);
+    Velmora::MsgDescriptor& descriptor = *thisTool.protocol.instance()->getDescriptor(message.id);
+    void* const place = alloc.allocate(descriptor.size());
+    descriptor.construct(place, alloc);
+    if (filling) Inspect::from_json(thisTool.protocol, message.id, filledJson(*message.type, *filling), place);
     Velmora::FastCodec codec(bytes.get(), bytes.get() + ROOM);
-    message.write(codec);
-    Filled filled{Inspect::to_json(message), std::string(bytes.get(), codec.size()), ""};
-    if constexpr (std::same_as<T, Quillon::PadMessage>) {
+    descriptor.write(place, codec);
+    Filled result{Inspect::to_json(thisTool.protocol, message.id, place), std::string(bytes.get(), codec.size()), ""};
+    descriptor.destroy(place);
+
+    if (Capture::isPad(thisTool.protocol, message.id)) {
         codec.reset();
-        codec.write_string(message.padding);
+        codec.write_string(result.written.substr(Capture::PAD_LENGTH));
     }
-    filled.readable.assign(bytes.get(), codec.size());
-    return filled;
-}
-
-using Fill = Filled (*)(std::optional<Filling>);
-
-/// What fills the messages with that identifier.
-Fill findFill(Velmora::MsgType_t id) {
-    Fill fill = nullptr;
-    Quillon::messages([&]<class T>(Velmora::of<T>, const char*) {
-        if (T::ID == id) fill = &makeFilled<T>;
-        return fill == nullptr;
-    });
-    return fill;
+    result.readable.assign(bytes.get(), codec.size());
+    return result;
 }
 
 struct Meaning {
@@ -71,30 +60,12 @@ std::optional<Meaning> meaningOf(Velmora::MsgType_t id, const std::string& body)
     const auto block = std::make_unique_for_overwrite<char[]>(ROOM),
                text = std::make_unique_for_overwrite<char[]>(ROOM);
     Velmora::BufferAllocator alloc(block.get(), static_cast<int>(ROOM), "corpus", "message");
-    const Inspect::Decoded decoded = Inspect::decode_verified(id, body, alloc, Inspect::whole);
+    const Inspect::Decoded decoded = Inspect::decode_verified(thisTool.protocol, id, body, alloc, Inspect::whole);
     if (!decoded) return {};
     const Inspect::Rendered rendered =
-        Inspect::render(id, decoded.object, text.get(), text.get() + ROOM, Inspect::Secrets::show);
-    return Meaning{Inspect::to_json(id, decoded.object), std::string(text.get(), rendered.size)};
+        Inspect::render(thisTool.protocol, id, decoded.object, text.get(), text.get() + ROOM, Inspect::Secrets::show);
+    return Meaning{Inspect::to_json(thisTool.protocol, id, decoded.object), std::string(text.get(), rendered.size)};
 }
-
-/// Up to two different bodies of each message, as they occur in trading.
-class SessionBodies : public Capture::PacketSink {
-  public:
-    SessionBodies() { session::Session(1, 3000, *this).run(); }
-
-    void packet(const Capture::Packet& packet) override {
-        const Velmora::MsgType_t id = Capture::identifierOf(packet.bytes);
-        if (id == Quillon::PadMessage::ID) return; // is written in another form than it is read in
-        std::set<std::string>& bodies = _bodies[id];
-        const std::string_view body = packet.bytes.substr(Capture::IDENTIFIER_SIZE);
-        if (bodies.size() < 2 && (bodies.empty() || body.size() <= 600)) bodies.emplace(body);
-    }
-    const std::set<std::string>& of(Velmora::MsgType_t id) { return _bodies[id]; }
-
-  private:
-    std::map<Velmora::MsgType_t, std::set<std::string>> _bodies;
-};
 
 /// The names of the faults as enumerators, for programs.
 const char* faultName(Inspect::Fault fault) {
@@ -142,7 +113,7 @@ class Lines {
         MessageLineWriter line = begin("golden", name, body, meaning->json);
         // As constructed, enumerations are 0, which is an enumerator of some only.
         const Inspect::Result strict =
-            Inspect::verify(_message.id, body.data(), body.data() + body.size(), Inspect::strict);
+            Inspect::verify(thisTool.protocol, _message.id, body.data(), body.data() + body.size(), Inspect::strict);
         if (!strict) line.member("strict", faultJson({strict.fault, strict.offset, strict.path()}));
         if (written != body) line.member("written", inQuotes(hexFromBytes(written)));
         line.member("text", inQuotes(meaning->text));
@@ -184,7 +155,6 @@ class Lines {
 } // namespace
 
 std::string vectorLines(const Inspect::MessageInfo& message) {
-    static SessionBodies sessionBodies;
     static constexpr std::pair<const char*, std::optional<Filling>> fillings[] = {
         {"zero", {}},
         {"small values", Filling::small},
@@ -194,22 +164,23 @@ std::string vectorLines(const Inspect::MessageInfo& message) {
         {"all bytes in texts", Filling::bytes},
         {"counts of two bytes", Filling::counts},
     };
-    const Fill fill = findFill(message.id);
     Lines lines(message);
     for (const auto& [name, filling] : fillings) {
-        const Filled filled = fill(filling);
-        lines.golden(name, filled.readable, filled.written);
+        const Filled it = filled(message, filling);
+        lines.golden(name, it.readable, it.written);
     }
     int number = 0;
-    for (const std::string& body : sessionBodies.of(message.id))
-        lines.golden(fmt::format("from a session, {}", ++number), body, body);
+    if (thisTool.bodiesOf != nullptr)
+        for (const std::string& body : thisTool.bodiesOf(message.id))
+            lines.golden(fmt::format("from a session, {}", ++number), body, body);
     // What write() takes and read() does not give back: strings never stored, enumerators beyond a byte.
     for (const auto& [name, filling] : {fillings[0], fillings[1]}) {
-        const Filled filled = fill(filling);
-        const std::optional<Meaning> meaning = meaningOf(message.id, filled.readable);
-        if (meaning && meaning->json != filled.json) lines.encode(name, filled.written, filled.json);
+        const Filled it = filled(message, filling);
+        const std::optional<Meaning> meaning = meaningOf(message.id, it.readable);
+        if (meaning && meaning->json != it.json) lines.encode(name, it.written, it.json);
     }
-    for (const Hostile& vector : hostileVectors(*message.type, fill(Filling::small).readable)) lines.hostile(vector);
+    for (const Hostile& vector : hostileVectors(*message.type, filled(message, Filling::small).readable))
+        lines.hostile(vector);
     return lines.text();
 }
 

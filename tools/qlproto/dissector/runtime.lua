@@ -1,14 +1,15 @@
 -- The fixed part of the dissector. In front of it stand, made from the protocol, the tables
 --
+--   protocol      { name = "QLProtocol", prefix = "ql", keys = "names of the fields that tell most" }
 --   enumerations  NAME = { [number] = "ENUMERATOR", ... }
 --   records       NAME = { size = fewest bytes on the wire, { "field", "type" }, ... }
 --   messages      { id = identifier, name = "NAME", { "field", "type", secret = true or absent }, ... }
 --
 -- with types as the protocol's definition spells them: "int64", "Side", "KeyValuePair[]".
 --
--- Filter names: ql.<message>.<field>, the message in lower case without its ending "Message". Where a message holds
+-- Filter names: PREFIX.<message>.<field>, the message in lower case without its ending "Message". Where a message holds
 -- several fields of a name, the names of the records around it stand in front, as few as tell them apart:
--- ql.mktdata.fmID.marketID. A vector v has its number of elements as v.count; v itself names its elements.
+-- PREFIX.mktdata.fmID.marketID. A vector v has its number of elements as v.count; v itself names its elements.
 --
 -- Numbers in Lua are doubles, exact up to 2^53. 64-bit values therefore are pairs of 32 bits, low and high, until they
 -- become an Int64.
@@ -16,29 +17,29 @@
 local byte, char, floor = string.byte, string.char, math.floor
 local bxor = (bit32 or bit).bxor
 
-local ql = Proto("ql", "QLProtocol")
+local PREFIX = protocol.prefix .. "."
+local analyser = Proto(protocol.prefix, protocol.name)
 
 local identifiers = {}
 for _, message in ipairs(messages) do identifiers[message.id] = message.name end
-local idField = ProtoField.uint16("ql.id", "Identifier", base.HEX, identifiers)
-local nameField = ProtoField.string("ql.message", "Message")
+local idField = ProtoField.uint16(PREFIX .. "id", "Identifier", base.HEX, identifiers)
+local nameField = ProtoField.string(PREFIX .. "message", "Message")
 local all = { idField, nameField }
 
 local function expertInfo(name, text)
-    return ProtoExpert.new("ql." .. name, text, expert.group.MALFORMED, expert.severity.ERROR)
+    return ProtoExpert.new(PREFIX .. name, text, expert.group.MALFORMED, expert.severity.ERROR)
 end
 local truncated = expertInfo("truncated", "The body ends inside a value")
 local countBeyondBytes = expertInfo("countbeyondbytes", "More elements than the remaining bytes can hold")
 local trailingBytes = expertInfo("trailingbytes", "Bytes after the last value")
 local unknownIdentifier = expertInfo("unknownidentifier", "No message has this identifier")
-local cutByCapture = ProtoExpert.new("ql.cutbycapture", "The capture holds only a part of the packet",
+local cutByCapture = ProtoExpert.new(PREFIX .. "cutbycapture", "The capture holds only a part of the packet",
                                      expert.group.UNDECODED, expert.severity.WARN)
-ql.experts = { truncated, countBeyondBytes, trailingBytes, unknownIdentifier, cutByCapture }
+analyser.experts = { truncated, countBeyondBytes, trailingBytes, unknownIdentifier, cutByCapture }
 
 -- Fields whose values go into the Info column, unless they are secret or lie in a vector.
 local keyFields = {}
-for name in ([[clOrdID orderID quoteID tradeID execID userID userName marketID feedID side amount price ordStatus status
-               connectionResponse level description]]):gmatch("%w+") do
+for name in protocol.keys:gmatch("[%w_]+") do
     keyFields[name] = true
 end
 local MOST_KEYS = 8
@@ -93,6 +94,18 @@ end
 local function unzigzag(u)
     if u % 2 == 0 then return u / 2 end
     return -(u + 1) / 2
+end
+
+-- `count` bytes as a number, the low one first.
+local function fixed(count)
+    local value = 0
+    for i = 0, count - 1 do value = value + nextByte() * 256 ^ i end
+    return value
+end
+
+local function fixed64()
+    local low = fixed(4)
+    return low, fixed(4)
 end
 
 local function int16() return unzigzag(varint() % 2 ^ 16) end
@@ -208,6 +221,29 @@ local function text(field, tree, length)
     return tree:add_packet_field(field.proto, range(from), ENC_UTF_8)
 end
 
+local function uint64(field, tree)
+    local from = pos
+    local value = UInt64.new(varint())
+    note(field, tostring(value))
+    return tree:add(field.proto, range(from), value)
+end
+
+local function float(size)
+    return function(field, tree)
+        local bytes = range(take(size))
+        note(field, tostring(bytes:le_float()))
+        return tree:add_le(field.proto, bytes)
+    end
+end
+
+local function blob(field, tree) return tree:add(field.proto, range(take(varint() % 2 ^ 16))) end
+
+local function encipheredBlob(field, tree)
+    local from = take(varint() % 2 ^ 16)
+    if pos == from then return tree:add(field.proto, range(from)) end
+    return tree:add(field.proto, ByteArray.new(decipher(data:sub(from, pos - 1)), true):tvb("Deciphered")())
+end
+
 local function enciphered(field, tree)
     local from = take(varint() % 2 ^ 16)
     local plain = decipher(data:sub(from, pos - 1))
@@ -225,14 +261,23 @@ local readers = {
     int16 = number(int16),
     int32 = number(int32),
     int64 = number64(int64),
+    int64_fixed = number64(fixed64),
     price = number64(price),
+    uint8 = number(nextByte),
+    uint16 = number(function() return varint() % 2 ^ 16 end),
+    uint32 = number(function() return (varint()) end),
+    uint64 = uint64,
+    uint16_fixed = number(function() return fixed(2) end),
+    uint32_fixed = number(function() return fixed(4) end),
+    float4 = float(4),
+    float8 = float(8),
+    blob = blob,
+    cryptblob = encipheredBlob,
+    string_fixed = function(field, tree) return text(field, tree, fixed(2)) end,
     string = function(field, tree) return text(field, tree, varint() % 2 ^ 16) end,
     cryptstring = enciphered,
     -- Deliberate: shown as it is written, with a length of two bytes, although it is read with a varint one.
-    padding = function(field, tree)
-        local low = nextByte()
-        return text(field, tree, low + 256 * nextByte())
-    end,
+    padding = function(field, tree) return text(field, tree, fixed(2)) end,
 }
 
 local function enumeration(field, tree)
@@ -280,9 +325,16 @@ end
 
 local protoFields = {
     bool = ProtoField.bool, int8 = ProtoField.int8, int16 = ProtoField.int16, int32 = ProtoField.int32,
+    uint8 = ProtoField.uint8, uint16 = ProtoField.uint16, uint32 = ProtoField.uint32, uint64 = ProtoField.uint64,
+    uint16_fixed = ProtoField.uint16, uint32_fixed = ProtoField.uint32, int64_fixed = ProtoField.int64,
+    float4 = ProtoField.float, float8 = ProtoField.double, blob = ProtoField.bytes, cryptblob = ProtoField.bytes,
+    string_fixed = ProtoField.string,
     int64 = ProtoField.int64, price = ProtoField.int64, string = ProtoField.string, cryptstring = ProtoField.string,
     padding = ProtoField.string,
 }
+
+-- Fewest bytes of what takes more than one.
+local sizes = { uint16_fixed = 2, string_fixed = 2, uint32_fixed = 4, float4 = 4, int64_fixed = 8, float8 = 8 }
 
 -- The fields of a message or record, with the path from the message to each. All that get a filter name are gathered.
 -- `outer` is the field that holds them: what lies in a vector or is secret goes on to all that it holds.
@@ -314,7 +366,7 @@ local function build(entries, path, outer, named)
         field.read = read
         if elementType then
             field.read, field.readElement = vector, read
-            field.elementSize = field.members and records[kind].size or 1
+            field.elementSize = field.members and records[kind].size or sizes[kind] or 1
             field.counted = { path = field.path .. ".count", countOf = field }
             named[#named + 1] = field.counted
         end
@@ -366,13 +418,22 @@ local function register(prefix, named)
     end
 end
 
+-- The name of a message in filters, if no other has it.
+local shortNames = {}
+local function shortName(message)
+    local name = message.name:gsub("Message$", ""):lower()
+    if name == "" or shortNames[name] then name = message.name end
+    shortNames[name] = true
+    return name
+end
+
 local byIdentifier = {}
 for _, message in ipairs(messages) do
     local named = {}
     byIdentifier[message.id] = { name = message.name, fields = build(message, "", {}, named) }
-    register("ql." .. message.name:gsub("Message$", ""):lower() .. ".", named)
+    register(PREFIX .. shortName(message) .. ".", named)
 end
-ql.fields = all
+analyser.fields = all
 
 -- ---------------------------------------------------------------------------------------------------------------------
 
@@ -395,11 +456,11 @@ local function dissect(tree)
     dissectBody(message, tree)
 end
 
-function ql.dissector(buffer, info, root)
+function analyser.dissector(buffer, info, root)
     tvb, pos, summary = buffer, 1, {}
     data = buffer:raw()
-    info.cols.protocol = "QLProtocol"
-    local tree = root:add(ql, buffer())
+    info.cols.protocol = protocol.name
+    local tree = root:add(analyser, buffer())
 
     local fine, problem = pcall(dissect, tree)
     local line = summary.name or "?"
@@ -414,4 +475,4 @@ function ql.dissector(buffer, info, root)
     tvb, data = nil, nil
 end
 
-DissectorTable.get("wtap_encap"):add(wtap.USER0, ql)
+DissectorTable.get("wtap_encap"):add(wtap.USER0, analyser)

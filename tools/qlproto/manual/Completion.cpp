@@ -5,7 +5,7 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
-#include "generated/QLProtocol/QLProtocol.fields.h"
+#include "tools/qlproto/Tool.h"
 
 namespace qlproto {
 
@@ -15,19 +15,14 @@ using Words = std::vector<std::string>;
 
 Words messageNames() {
     Words names;
-    Quillon::messages([&](auto, const char* name) { return names.emplace_back(name), true; });
+    for (const Inspect::MessageInfo& it : thisTool.protocol.messages) names.emplace_back(it.type->name);
     return names;
 }
 
-Words recordNames() {
+/// Of records or enumerations.
+Words namesOf(const auto& types) {
     Words names;
-    Quillon::records([&](auto, const char* name) { return names.emplace_back(name), true; });
-    return names;
-}
-
-Words enumerationNames() {
-    Words names;
-    Quillon::enumerations([&](auto, const char* name) { return names.emplace_back(name), true; });
+    for (const auto* it : types) names.emplace_back(it->name);
     return names;
 }
 
@@ -99,7 +94,8 @@ _{0}() {{
     # The value of an option.
     case "$command $previous" in
 )",
-                    tool.name, joined(messageNames()), joined(recordNames()), joined(enumerationNames()));
+                    tool.name, joined(messageNames()), joined(namesOf(thisTool.protocol.records)),
+                    joined(namesOf(thisTool.protocol.enumerations)));
     for (const CommandNode& it : tool.commands) addBashCases(script, it);
     script += "    esac\n\n    # An option, or what goes by position.\n    [ -n \"$value\" ] || case \"$command "
               "$current\" in\n";
@@ -195,8 +191,8 @@ _{0}() {{
     ((--CURRENT))
     case $words[1] in
 )",
-                                     tool.name, joined(messageNames()), joined(recordNames()),
-                                     joined(enumerationNames()), fmt::join(commands, "\n"));
+                                     tool.name, joined(messageNames()), joined(namesOf(thisTool.protocol.records)),
+                                     joined(namesOf(thisTool.protocol.enumerations)), fmt::join(commands, "\n"));
     for (const CommandNode& it : tool.commands)
         script += fmt::format("    {})\n        _arguments -s \\\n            {}\n        ;;\n", it.name,
                               fmt::join(zshSpecs(it), " \\\n            "));

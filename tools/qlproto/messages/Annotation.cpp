@@ -8,7 +8,7 @@
 #include "Inspect/BodyWalk.h"
 #include "Inspect/Display.h"
 #include "Inspect/SafeText.h"
-#include "generated/QLProtocol/QLProtocol.h"
+#include "tools/qlproto/Tool.h"
 #include "tools/qlproto/messages/Hex.h"
 #include "tools/qlproto/terminal/Table.h"
 
@@ -57,7 +57,7 @@ std::string valueText(const BodyValue& value) {
 
 /// Whether a pad's body has the form that it is written in: a length of two bytes, low byte first, and the text.
 bool isWrittenPad(const Inspect::MessageInfo& message, std::string_view body) {
-    if (!Capture::isPad(message.id) || body.size() < 2) return false;
+    if (!Capture::isPad(thisTool.protocol, message.id) || body.size() < 2) return false;
     return body.size() == 2u + static_cast<unsigned char>(body[0]) + 256u * static_cast<unsigned char>(body[1]);
 }
 
@@ -100,7 +100,8 @@ Annotation annotate(const Inspect::MessageInfo& message, std::string_view body, 
                     Inspect::Secrets secrets) {
     const bool isPad = isWrittenPad(message, body);
     Annotation result;
-    if (!isPad) result.fault = Inspect::verify(message.id, body.data(), body.data() + body.size(), policy);
+    if (!isPad)
+        result.fault = Inspect::verify(thisTool.protocol, message.id, body.data(), body.data() + body.size(), policy);
     const bool isGood = static_cast<bool>(result.fault);
     const std::size_t sound = isGood ? body.size() : result.fault.offset;
 

@@ -2,6 +2,7 @@
 
 #include "Capture/Errors.h"
 #include "Inspect/Reflection.h"
+#include "tools/qlproto/Tool.h"
 #include "tools/qlproto/terminal/TimeText.h"
 
 namespace qlproto {
@@ -18,7 +19,7 @@ std::string cutText(const Capture::Packet& packet, uint64_t originalLength) {
     std::string name = "a message";
     if (packet.bytes.size() >= Capture::IDENTIFIER_SIZE) {
         const Velmora::MsgType_t id = Capture::identifierOf(packet.bytes);
-        const Inspect::TypeInfo* const type = Inspect::reflect(id);
+        const Inspect::TypeInfo* const type = Inspect::reflect(thisTool.protocol, id);
         name = type != nullptr ? std::string(type->name) : fmt::format("message {} (0x{:04X})", id, id);
     }
     return fmt::format("only {} of its {} bytes were captured, {} at {}", packet.bytes.size(), originalLength, name,
@@ -103,9 +104,9 @@ void CaptureScan::note(const Fault& fault) {
     _progress.clear();
     if (_onFault) _onFault(fault.packet, fault.text);
     if (fault.offset == 0)
-        tell(fmt::format("qlproto: after packet {}: {}", fault.packet, fault.text));
+        tellFault(fmt::format("after packet {}: {}", fault.packet, fault.text));
     else
-        tell(fmt::format("qlproto: packet {} at offset {}: {}", fault.packet, fault.offset, fault.text));
+        tellFault(fmt::format("packet {} at offset {}: {}", fault.packet, fault.offset, fault.text));
 }
 
 void CaptureScan::summarize(uint64_t shown) {

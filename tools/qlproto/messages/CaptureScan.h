@@ -18,6 +18,7 @@
 
 #include "Capture/Errors.h"
 #include "Capture/Reader.h"
+#include "tools/qlproto/Tool.h"
 #include "tools/qlproto/messages/MessageReader.h"
 #include "tools/qlproto/messages/OpenCapture.h"
 #include "tools/qlproto/messages/OrderedPipeline.h"

@@ -8,10 +8,10 @@
 
 #include "Backend/Velmora/Wire.h"
 #include "Inspect/Reflection.h"
+#include "tools/qlproto/Tool.h"
 #include "tools/qlproto/commands/Arguments.h"
 #include "tools/qlproto/messages/Names.h"
 #include "tools/qlproto/terminal/TimeText.h"
-#include "tools/qlproto/trading/Family.h"
 
 namespace qlproto {
 
@@ -34,6 +34,13 @@ std::pair<int64_t, int64_t> rangeOf(Inspect::Kind kind) {
     default:
         return {INT64_MIN, INT64_MAX};
     }
+}
+
+/// The family of that message; empty for an identifier that belongs to none.
+std::string_view familyOf(Velmora::MsgType_t id) {
+    for (const Family& family : thisTool.families)
+        if (family.highByte == id >> 8) return family.name;
+    return {};
 }
 
 bool isQuantity(Inspect::Kind kind) { return kind == Inspect::Kind::int64 || kind == Inspect::Kind::price; }
@@ -83,16 +90,17 @@ Condition::Condition(const std::string& text) {
     // A field or an enumerator misspelt would match nothing, and nobody would know why.
     bool isField = false;
     std::vector<Inspect::PathPiece> path;
-    const bool isMeant = std::any_of(
-        Inspect::all_messages().begin(), Inspect::all_messages().end(), [&](const Inspect::MessageInfo& message) {
-            const Inspect::ValueInfo whole{.kind = Inspect::Kind::record, .record = message.type};
-            return anyValue(whole, path, [&](Inspect::Path at_, const Inspect::ValueInfo& info) {
-                if (!concerns(at_)) return false;
-                isField = true;
-                const Inspect::Value value{.kind = info.kind, .text = {}, .enumeration = info.enumeration};
-                return value.is_text() || operand(value).has_value();
-            });
-        });
+    const bool isMeant =
+        std::any_of(Inspect::all_messages(thisTool.protocol).begin(), Inspect::all_messages(thisTool.protocol).end(),
+                    [&](const Inspect::MessageInfo& message) {
+                        const Inspect::ValueInfo whole{.kind = Inspect::Kind::record, .record = message.type};
+                        return anyValue(whole, path, [&](Inspect::Path at_, const Inspect::ValueInfo& info) {
+                            if (!concerns(at_)) return false;
+                            isField = true;
+                            const Inspect::Value value{.kind = info.kind, .text = {}, .enumeration = info.enumeration};
+                            return value.is_text() || operand(value).has_value();
+                        });
+                    });
     if (!isField) throw FilterError(fmt::format("{}: {}", text, noSuchField(text.substr(0, at))));
     if (!isMeant) throw FilterError(fmt::format("{}: {} is no value of that field", text, _operand));
 }
@@ -157,7 +165,7 @@ bool Condition::holds(Velmora::MsgType_t id, const void* message) const {
         }
         const Condition& condition;
     } search(*this);
-    return !Inspect::walk_values(id, message, search);
+    return !Inspect::walk_values(thisTool.protocol, id, message, search);
 }
 
 // --- all together
@@ -165,12 +173,14 @@ bool Condition::holds(Velmora::MsgType_t id, const void* message) const {
 void Filter::addTo(CLI::App& command, Options& options) {
     command.add_option("--message", options.names, "Only messages of this name; * and ? stand for any characters")
         ->type_name(MESSAGE_VALUE);
-    command.add_option("--family", options.families, "Only messages of this family")->check(CLI::IsMember([] {
+    if (!thisTool.families.empty()) {
         std::vector<std::string> names;
-        for (const Family& family : FAMILIES)
+        for (const Family& family : thisTool.families)
             if (std::find(names.begin(), names.end(), family.name) == names.end()) names.emplace_back(family.name);
-        return names;
-    }()));
+        command.add_option("--family", options.families, "Only messages of this family")
+            ->check(CLI::IsMember(names))
+            ->allow_extra_args(false);
+    }
     command.add_option("--id", options.ids, "Only messages of this identifier, decimal or 0x...")
         ->check(isIdentifier());
     command
@@ -187,13 +197,12 @@ void Filter::addTo(CLI::App& command, Options& options) {
     command.add_option("--from", options.from, "Only from this time on: seconds since 1970 or UTC")->check(isTime);
     command.add_option("--to", options.to, "Only up to this time")->check(isTime);
     // Each takes one value, so that what follows is not taken for another one.
-    for (const char* name : {"--message", "--family", "--id", "--where"})
-        command.get_option(name)->allow_extra_args(false);
+    for (const char* name : {"--message", "--id", "--where"}) command.get_option(name)->allow_extra_args(false);
 }
 
 Filter::Filter(const Options& options) {
     _isTaken.fill(false);
-    for (const Inspect::MessageInfo& message : Inspect::all_messages()) {
+    for (const Inspect::MessageInfo& message : Inspect::all_messages(thisTool.protocol)) {
         const std::string name(message.type->name);
         const auto isAny = [](const std::vector<std::string>& alternatives, auto holds) {
             return alternatives.empty() || std::any_of(alternatives.begin(), alternatives.end(), holds);

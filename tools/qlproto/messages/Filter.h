@@ -62,7 +62,7 @@ class Filter {
   public:
     struct Options {
         std::vector<std::string> names;    ///< with * and ?
-        std::vector<std::string> families; ///< as Family.h has them
+        std::vector<std::string> families; ///< as the tool has them
         std::vector<std::string> ids;      ///< decimal or 0x..., of messages
         std::vector<std::string> where;
         std::string from, to; ///< see parseTime

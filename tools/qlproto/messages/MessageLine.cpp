@@ -10,6 +10,7 @@
 #include "Capture/Verification.h"
 #include "Inspect/Checked.h"
 #include "Inspect/JsonCursor.h"
+#include "tools/qlproto/Tool.h"
 #include "tools/qlproto/messages/Hex.h"
 #include "tools/qlproto/messages/Names.h"
 
@@ -35,7 +36,8 @@ constexpr std::array<std::string_view, 15> MEMBERS = {"time",     "message",    
 /// Whether encoding the message gives these bytes.
 bool encodesTo(std::string_view body, Velmora::MsgType_t id, const void* message) {
     std::string bytes(body.size(), '\0');
-    const Inspect::Encoded encoded = Inspect::encode_checked(id, message, bytes.data(), bytes.data() + bytes.size());
+    const Inspect::Encoded encoded =
+        Inspect::encode_checked(thisTool.protocol, id, message, bytes.data(), bytes.data() + bytes.size());
     return encoded && encoded.size == body.size() && bytes == body;
 }
 
@@ -65,14 +67,16 @@ void MessageLineWriter::message(const MessageReader& reader, const Inspect::Disp
     const Velmora::MsgType_t id = reader.descriptor().id();
     message(reader.descriptor().name(), id);
     begin("body");
-    Inspect::append_json(id, reader.message(), Inspect::Integers::strings, display, _text);
-    const bool isRedacted = display.secrets == Inspect::Secrets::hide && Inspect::holds_secret(*Inspect::reflect(id));
+    Inspect::append_json(thisTool.protocol, id, reader.message(), Inspect::Integers::strings, display, _text);
+    const bool isRedacted =
+        display.secrets == Inspect::Secrets::hide && Inspect::holds_secret(*Inspect::reflect(thisTool.protocol, id));
     if (isRedacted) member("redacted", "true");
     if (display.priceScale != 1) member("priceScale", std::to_string(display.priceScale));
     const std::string_view bytes = reader.body();
     // What is strictly sound is what the writer makes, and found so much sooner. A pad is not, by contract.
     const bool isCanonical =
-        !Capture::isPad(id) && Inspect::verify(id, bytes.data(), bytes.data() + bytes.size(), Inspect::strict);
+        !Capture::isPad(thisTool.protocol, id)
+        && Inspect::verify(thisTool.protocol, id, bytes.data(), bytes.data() + bytes.size(), Inspect::strict);
     if (!isRedacted && !isCanonical && !encodesTo(bytes, id, reader.message()))
         member("hex", '"' + hexFromBytes(bytes) + '"');
 }
@@ -126,7 +130,8 @@ MessageLineReader::MessageLineReader(const Inspect::Policy& policy)
     : _block(std::make_unique_for_overwrite<char[]>(BLOCK)),
       _packet(std::make_unique_for_overwrite<char[]>(Capture::MAX_PACKET)),
       _reader(policy) {
-    for (const Inspect::MessageInfo& message : Inspect::all_messages()) _messages[message.type->name] = &message;
+    for (const Inspect::MessageInfo& message : Inspect::all_messages(thisTool.protocol))
+        _messages[message.type->name] = &message;
 }
 
 Capture::Packet MessageLineReader::read(std::string_view text) {
@@ -202,7 +207,7 @@ const Inspect::MessageInfo& MessageLineReader::messageNamed(std::string_view nam
 
 void MessageLineReader::encodeBody(const Inspect::MessageInfo& message, JsonCursor& json) {
     Velmora::BufferAllocator alloc(_block.get(), static_cast<int>(BLOCK), "qlproto", "encode");
-    Velmora::MsgDescriptor& descriptor = *Quillon::__protocol->getDescriptor(message.id);
+    Velmora::MsgDescriptor& descriptor = *thisTool.protocol.instance()->getDescriptor(message.id);
     void* const place = alloc.allocate(descriptor.size());
     descriptor.construct(place, alloc);
     struct Destroy {
@@ -212,12 +217,13 @@ void MessageLineReader::encodeBody(const Inspect::MessageInfo& message, JsonCurs
     } const destroy{descriptor, place};
 
     try {
-        Inspect::from_json(message.id, json, place, "body");
+        Inspect::from_json(thisTool.protocol, message.id, json, place, "body");
     } catch (const Inspect::DoesNotFit& error) {
         throw JsonError(error.path(), "more than fits a packet");
     }
-    const Inspect::Encoded encoded = Inspect::encode_checked(
-        message.id, place, _packet.get() + Capture::IDENTIFIER_SIZE, _packet.get() + Capture::MAX_PACKET);
+    const Inspect::Encoded encoded =
+        Inspect::encode_checked(thisTool.protocol, message.id, place, _packet.get() + Capture::IDENTIFIER_SIZE,
+                                _packet.get() + Capture::MAX_PACKET);
     if (encoded.refusal == Inspect::Refusal::tooSmall)
         throw JsonError("body", fmt::format("{} bytes, more than fit a packet", encoded.size));
     if (!encoded) throw JsonError("body." + encoded.field, encoded.text().substr(0, encoded.text().find(" (")));
@@ -230,7 +236,7 @@ bool MessageLineReader::isOfBody(Velmora::MsgType_t id, std::string_view bytes) 
     if (_reader.read(Capture::identifierBytes(id).append(bytes))) return encodesTo(body, id, _reader.message());
     // A pad that is no packet's, for its length has the form in which it is read.
     Velmora::BufferAllocator alloc(_block.get(), static_cast<int>(BLOCK), "qlproto", "encode");
-    const Inspect::Decoded decoded = Inspect::decode_verified(id, bytes, alloc);
+    const Inspect::Decoded decoded = Inspect::decode_verified(thisTool.protocol, id, bytes, alloc);
     if (!decoded) throw JsonError("hex", decoded.result.text());
     return encodesTo(body, id, decoded.object);
 }

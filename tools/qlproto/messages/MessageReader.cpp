@@ -5,6 +5,7 @@
 #include "Capture/Errors.h"
 #include "Capture/Verification.h"
 #include "Inspect/SizeWalk.h"
+#include "tools/qlproto/Tool.h"
 
 namespace qlproto {
 
@@ -19,17 +20,17 @@ bool MessageReader::read(std::string_view packet) {
         return bad(fmt::format("{} are more than a packet can have", Capture::counted(packet.size(), "byte")));
 
     const Velmora::MsgType_t id = Capture::identifierOf(packet);
-    _descriptor = Quillon::__protocol->getDescriptor(id);
+    _descriptor = thisTool.protocol.instance()->getDescriptor(id);
     if (_descriptor == nullptr) return bad(fmt::format("unknown message identifier {} (0x{:04X})", id, id));
 
     _body = packet.substr(Capture::IDENTIFIER_SIZE);
     _alloc = Velmora::BufferAllocator(_block.get(), static_cast<int>(BLOCK), "qlproto", _descriptor->name());
-    if (!Capture::isPad(id)) {
-        _message = Inspect::decode_verified(id, _body, _alloc, _policy);
-    } else if (_message.result = Capture::verifyBody(id, _body, _policy); _message.result) {
+    if (!Capture::isPad(thisTool.protocol, id)) {
+        _message = Inspect::decode_verified(thisTool.protocol, id, _body, _alloc, _policy);
+    } else if (_message.result = Capture::verifyBody(thisTool.protocol, id, _body, _policy); _message.result) {
         // Reading a pad ends before or after its body, never at the end. It reaches at most a longest string further.
         _pad.assign(_body).append(Inspect::MAX_TEXT, '\0');
-        _message = Inspect::decode_verified(id, _pad, _alloc, Inspect::tolerant);
+        _message = Inspect::decode_verified(thisTool.protocol, id, _pad, _alloc, Inspect::tolerant);
     }
     return _message.result ? true : bad(fmt::format("{}: {}", _descriptor->name(), _message.result.text()));
 }

@@ -9,9 +9,10 @@
 #include <string>
 #include <string_view>
 
+#include "Backend/Velmora/BufferAllocator.h"
+#include "Backend/Velmora/MsgDescriptor.h"
 #include "Capture/Packet.h"
 #include "Inspect/Checked.h"
-#include "generated/QLProtocol/QLProtocol.h"
 
 namespace qlproto {
 

@@ -5,6 +5,7 @@
 
 #include <fmt/format.h>
 
+#include "tools/qlproto/Tool.h"
 #include "tools/qlproto/commands/Arguments.h"
 
 namespace qlproto {
@@ -45,19 +46,21 @@ std::size_t editDistance(std::string_view a, std::string_view b) {
 
 Names messageNames() {
     Names names;
-    for (const Inspect::MessageInfo& message : Inspect::all_messages()) names.push_back(message.type->name);
+    for (const Inspect::MessageInfo& message : Inspect::all_messages(thisTool.protocol))
+        names.push_back(message.type->name);
     return names;
 }
 
 Names typeNames() {
     Names names = messageNames();
-    for (const Inspect::TypeInfo* record : Inspect::all_records()) names.push_back(record->name);
+    for (const Inspect::TypeInfo* record : Inspect::all_records(thisTool.protocol)) names.push_back(record->name);
     return names;
 }
 
 Names enumerationNames() {
     Names names;
-    for (const Inspect::EnumerationInfo* enumeration : Inspect::all_enumerations()) names.push_back(enumeration->name);
+    for (const Inspect::EnumerationInfo* enumeration : Inspect::all_enumerations(thisTool.protocol))
+        names.push_back(enumeration->name);
     return names;
 }
 
@@ -68,8 +71,8 @@ Names fieldNames() {
         for (const Inspect::FieldInfo& field : type.fields)
             if (std::ranges::find(names, field.name) == names.end()) names.push_back(field.name);
     };
-    for (const Inspect::MessageInfo& message : Inspect::all_messages()) add(*message.type);
-    for (const Inspect::TypeInfo* record : Inspect::all_records()) add(*record);
+    for (const Inspect::MessageInfo& message : Inspect::all_messages(thisTool.protocol)) add(*message.type);
+    for (const Inspect::TypeInfo* record : Inspect::all_records(thisTool.protocol)) add(*record);
     return names;
 }
 
@@ -91,20 +94,20 @@ std::string noneNamed(const char* what, std::string_view name, const Names& cand
 
 const Inspect::MessageInfo* findMessage(std::string_view nameOrId) {
     const std::optional<Velmora::MsgType_t> id = numberIn<Velmora::MsgType_t>(nameOrId);
-    for (const Inspect::MessageInfo& message : Inspect::all_messages())
+    for (const Inspect::MessageInfo& message : Inspect::all_messages(thisTool.protocol))
         if (message.type->name == nameOrId || message.id == id) return &message;
     return nullptr;
 }
 
 NamedType findType(std::string_view nameOrId) {
     if (const Inspect::MessageInfo* const message = findMessage(nameOrId)) return {message->type, message->id};
-    for (const Inspect::TypeInfo* record : Inspect::all_records())
+    for (const Inspect::TypeInfo* record : Inspect::all_records(thisTool.protocol))
         if (record->name == nameOrId) return {record, {}};
     return {};
 }
 
 const Inspect::EnumerationInfo* findEnumeration(std::string_view name) {
-    for (const Inspect::EnumerationInfo* enumeration : Inspect::all_enumerations())
+    for (const Inspect::EnumerationInfo* enumeration : Inspect::all_enumerations(thisTool.protocol))
         if (enumeration->name == name) return enumeration;
     return nullptr;
 }

@@ -1,19 +1,21 @@
 #include "tools/qlproto/messages/OpenCapture.h"
 
-#include "generated/QLProtocol/QLProtocol.traits.h"
+#include "tools/qlproto/Tool.h"
 #include "tools/qlproto/terminal/Errors.h"
 
 namespace qlproto {
 
 const Capture::Definition& ownDefinition() {
-    static const Capture::Definition definition = Capture::definitionOf<Quillon::QLProtocolTraits>();
+    static const Capture::Definition definition{std::string(thisTool.protocol.name), thisTool.protocol.version,
+                                                std::string(thisTool.wireSignature),
+                                                std::string(thisTool.namesSignature)};
     return definition;
 }
 
 Capture::Reader openCapture(const std::string& path) {
     const std::string difference = path == "-" ? "" : Capture::differenceOfDefinition(path, ownDefinition());
-    if (!difference.empty()) tell("qlproto: " + difference);
-    return Capture::Reader(path);
+    if (!difference.empty()) tellFault(difference);
+    return Capture::Reader(path, thisTool.protocol);
 }
 
 } // namespace qlproto

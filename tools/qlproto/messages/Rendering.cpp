@@ -4,6 +4,7 @@
 
 #include "Inspect/SafeText.h"
 #include "Inspect/Values.h"
+#include "tools/qlproto/Tool.h"
 #include "tools/qlproto/messages/MessageLine.h"
 
 namespace qlproto {
@@ -66,8 +67,8 @@ void Rendering::append(const Capture::Packet& packet, const MessageReader& reade
 
 void Rendering::appendLine(const MessageReader& reader, std::string& text) {
     const char* const name = reader.descriptor().name();
-    const Inspect::Rendered rendered = Inspect::render(reader.descriptor().id(), reader.message(), _room.get(),
-                                                       _room.get() + LONGEST_LINE, _options.display);
+    const Inspect::Rendered rendered = Inspect::render(thisTool.protocol, reader.descriptor().id(), reader.message(),
+                                                       _room.get(), _room.get() + LONGEST_LINE, _options.display);
     // Of "<Name fields>" the frame is left out: names are then words of their own, for grep and cut.
     std::string_view whole(_room.get(), rendered.size);
     whole.remove_prefix(1 + std::string_view(name).size());
@@ -80,7 +81,7 @@ void Rendering::appendLines(const MessageReader& reader, std::string& text) {
     appendName(reader.descriptor().name(), text);
     text += '\n';
     ValueLines lines(_options.display, text);
-    Inspect::walk_values(reader.descriptor().id(), reader.message(), lines);
+    Inspect::walk_values(thisTool.protocol, reader.descriptor().id(), reader.message(), lines);
 }
 
 void Rendering::appendJson(const Capture::Packet& packet, const MessageReader& reader, std::string& text) {

@@ -18,4 +18,7 @@ inline constexpr int EXIT_IO = 3; ///< a file cannot be opened, read or written,
 /// Nothing can be done if even that fails, so it is not an error.
 void tell(std::string_view line) noexcept;
 
+/// The same of what is wrong, with the name of the program in front.
+void tellFault(std::string_view what) noexcept;
+
 } // namespace qlproto

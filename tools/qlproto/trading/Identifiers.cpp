@@ -3,7 +3,7 @@
 #include <array>
 #include <concepts>
 
-#include "tools/qlproto/analysis/Messages.h"
+#include "tools/qlproto/trading/Messages.h"
 
 namespace qlproto {
 

@@ -12,7 +12,7 @@
 #include <type_traits>
 
 #include "generated/QLProtocol/QLProtocol.fields.h"
-#include "tools/qlproto/analysis/Messages.h"
+#include "tools/qlproto/trading/Messages.h"
 
 namespace qlproto {
 
