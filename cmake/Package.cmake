@@ -43,7 +43,8 @@ set(CPACK_DEBIAN_GENERATOR_PACKAGE_NAME qlgen)
 set(CPACK_DEBIAN_GENERATOR_PACKAGE_SECTION devel)
 set(CPACK_DEBIAN_GENERATOR_PACKAGE_DEPENDS "libqlprotocol-dev (= ${PROJECT_VERSION})")
 ql_describe(GENERATOR "protocol compiler"
-    "This package holds qlgen, which makes the code of a protocol from its\ndefinition and compares definitions.")
+    "This package holds qlgen, which makes the code of a protocol from its\ndefinition and compares definitions, and what tools of such protocols are\nbuilt with.")
+set(CPACK_DEBIAN_GENERATOR_PACKAGE_RECOMMENDS libfmt-dev)
 if(QL_BUILD_GENERATOR)
     list(APPEND CPACK_COMPONENTS_ALL generator)
 endif()
@@ -107,8 +108,8 @@ foreach(component IN LISTS CPACK_COMPONENTS_ALL)
 endforeach()
 # The documents, the definition and the examples lie in the folders they have here, so that what refers to another finds it.
 set(documents ${CMAKE_INSTALL_DATADIR}/doc/libqlprotocol-dev)
-foreach(file docs/definition.md docs/evolution.md docs/wire-format.md docs/trust.md generated/QLProtocol/Catalogue.md
-    protocol/QLProtocol.xml protocol/QLProtocol.xsd)
+foreach(file docs/definition.md docs/evolution.md docs/own-protocol.md docs/wire-format.md docs/trust.md
+    generated/QLProtocol/Catalogue.md protocol/QLProtocol.xml protocol/QLProtocol.xsd)
     cmake_path(GET file PARENT_PATH folder)
     install(FILES ${file} DESTINATION ${documents}/${folder} COMPONENT development)
 endforeach()

@@ -1,12 +1,15 @@
-# ql_add_protocol(TARGET DEFINITION file.xml [COMMITTED folder]): a library with the code of a protocol of one's own.
+# ql_add_protocol(TARGET DEFINITION file.xml [COMMITTED folder] [TOOL name]): a library with the code of a protocol of one's own,
+# and what Inspect needs to work with it.
 #
 #     find_package(QLProtocol REQUIRED)                  # or add_subdirectory(), FetchContent
-#     ql_add_protocol(acme DEFINITION acme.xml)
+#     ql_add_protocol(acme DEFINITION acme.xml TOOL acmeproto)
 #     target_link_libraries(host PRIVATE acme)           # from whichever folder
 #
 # The code is generated into the build folder whenever the definition or qlgen changed, and then only. With COMMITTED it
 # lies in that folder, which ends like the attribute `folder` of the definition, and building fails if it is not what
 # qlgen makes of the definition: run qlgen DEFINITION FOLDER.
+#
+# With TOOL it also makes a program of that name, a tool for captures of the protocol: see its --help.
 #
 # Who links the library includes "STEM.h" or "FOLDER/STEM.h", with stem and folder as the definition names them.
 
@@ -19,7 +22,7 @@ function(_ql_root_attribute variable tag name default)
     set(${variable} "${value}" PARENT_SCOPE)
 endfunction()
 
-# _ql_read_definition(FILE): sets namespace, stem and folder in the caller's scope. What is wrong in the file is told by qlgen.
+# _ql_read_definition(FILE): sets name, version, namespace, stem and folder in the caller's scope. What is wrong in the file is told by qlgen.
 function(_ql_read_definition file)
     set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${file}) # they name outputs
     file(READ ${file} text)
@@ -39,18 +42,32 @@ function(_ql_read_definition file)
         message(FATAL_ERROR "${file}: has no element <protocol>")
     endif()
     set(tag "${CMAKE_MATCH_0}")
+    _ql_root_attribute(name "${tag}" name "")
+    _ql_root_attribute(version "${tag}" version "")
     _ql_root_attribute(namespace "${tag}" namespace Quillon)
     _ql_root_attribute(stem "${tag}" stem QLProtocol)
     _ql_root_attribute(folder "${tag}" folder generated/${stem})
-    set(namespace "${namespace}" PARENT_SCOPE)
-    set(stem "${stem}" PARENT_SCOPE)
-    set(folder "${folder}" PARENT_SCOPE)
+    foreach(attribute IN ITEMS name version namespace stem folder)
+        set(${attribute} "${${attribute}}" PARENT_SCOPE)
+    endforeach()
 endfunction()
 
+# The target QLProtocol::QLTool, whose package is another than that of the library.
+macro(_ql_find_tool)
+    if(NOT TARGET QLProtocol::QLTool AND EXISTS ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/QLProtocolToolTargets.cmake)
+        find_package(fmt REQUIRED)
+        find_package(Threads REQUIRED)
+        include(${CMAKE_CURRENT_FUNCTION_LIST_DIR}/QLProtocolToolTargets.cmake)
+    endif()
+    if(NOT TARGET QLProtocol::QLTool)
+        message(FATAL_ERROR "TOOL needs QLTool: install the package qlgen, or build with QL_BUILD_TOOLS=ON")
+    endif()
+endmacro()
+
 function(ql_add_protocol target)
-    cmake_parse_arguments(arg "" "DEFINITION;COMMITTED" "" ${ARGN})
+    cmake_parse_arguments(arg "" "DEFINITION;COMMITTED;TOOL" "" ${ARGN})
     if(NOT arg_DEFINITION OR arg_UNPARSED_ARGUMENTS OR arg_KEYWORDS_MISSING_VALUES)
-        message(FATAL_ERROR "ql_add_protocol(TARGET DEFINITION file.xml [COMMITTED folder]), not (${target} ${ARGN})")
+        message(FATAL_ERROR "ql_add_protocol(TARGET DEFINITION file.xml [COMMITTED folder] [TOOL name]), not (${target} ${ARGN})")
     endif()
     if(NOT TARGET QLProtocol::qlgen)
         message(FATAL_ERROR "ql_add_protocol needs qlgen: install its package, or build with QL_BUILD_GENERATOR=ON")
@@ -100,4 +117,16 @@ function(ql_add_protocol target)
     target_compile_options(${target} PUBLIC "SHELL:-iquote \"${made}\"")
     target_link_libraries(${target} PUBLIC QLProtocol::QLBackend)
     set_target_properties(${target} PROPERTIES POSITION_INDEPENDENT_CODE ON)
+
+    if(arg_TOOL)
+        _ql_find_tool()
+        string(TOLOWER "${arg_TOOL}" prefix) # of filters in a packet analyser, which knows many protocols already
+        string(REGEX REPLACE "[^a-z0-9]" "" prefix "${prefix}")
+        set(main ${CMAKE_CURRENT_BINARY_DIR}/${target}_protocol/${arg_TOOL}.cpp)
+        configure_file(${CMAKE_CURRENT_FUNCTION_LIST_DIR}/ProtocolTool.cpp.in ${main} @ONLY)
+        add_executable(${arg_TOOL} ${main})
+        target_link_libraries(${arg_TOOL} PRIVATE ${target} QLProtocol::QLTool)
+        # Names of the definition may be those that GNU modes define as macros.
+        set_target_properties(${arg_TOOL} PROPERTIES CXX_EXTENSIONS OFF)
+    endif()
 endfunction()

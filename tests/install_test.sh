@@ -90,6 +90,7 @@ grep -q 'Leon Sorokin' "$prefix/share/doc/qlproto/copyright" # of the chart libr
 "$prefix/bin/qlproto" generate --messages 100 -o - | "$prefix/bin/qlproto" decode - | wc -l | grep -qx 100
 [ "$("$prefix/bin/qlproto" --version)" = "qlproto $version" ]
 [ "$(gzip -dc "$prefix/share/man/man1/qlproto.1.gz" | grep -c '^\.SS decode$')" = 1 ]
+[ "$(gzip -dc "$prefix/share/man/man1/qlgen.1.gz" | grep -c '^\.B qlgen compare$')" -gt 0 ]
 bash -n "$prefix/share/bash-completion/completions/qlproto"
 [ -n "$(find "$prefix/share/zsh" -name _qlproto)" ]
 
@@ -100,7 +101,7 @@ leaks=$(grep -rl "$kind" -F -e "$source" "$prefix") || true
 [ -z "$leaks" ] || fail "names a folder of the build: $leaks"
 
 [ "$(setting QL_HARDENED)" = ON ] || exit 0
-for file in "$prefix/bin/qlproto" "$library"/../lib*.so.*.*.*; do
+for file in "$prefix/bin/qlproto" "$prefix/bin/qlgen" "$library"/../lib*.so.*.*.*; do
     readelf -Wd "$file" | grep -q 'FLAGS_1.*NOW' || fail "$file: not bound at start"
     readelf -Wl "$file" | grep -q GNU_RELRO || fail "$file: relocations stay writable"
     [ "$(readelf -Wh "$file" | awk '$1 == "Type:" { print $2 }')" = DYN ] || fail "$file: has a fixed address"

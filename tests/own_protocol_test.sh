@@ -9,6 +9,7 @@ setting() { sed -n "s/^$1:[A-Z]*=//p" "$build/CMakeCache.txt"; }
 fail() { echo "$*" >&2; exit 1; }
 cmake --install "$build" --prefix "$work/prefix" >/dev/null
 prefix=$work/prefix
+export CMAKE_PREFIX_PATH="$prefix" CXX="$compiler"
 LD_LIBRARY_PATH=$(dirname "$(dirname "$(find "$prefix" -name qlprotocol.pc)")")
 export LD_LIBRARY_PATH
 cd "$work"
@@ -38,8 +39,7 @@ cat >host/elsewhere/main.cpp <<'END'
 #include "protocols/chat/Chat.traits.h"
 int main() { return Chat::ChatTraits::VERSION - 1; }
 END
-cmake -S host -B made -G "$generator" -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_CXX_COMPILER="$compiler" \
-    -DCMAKE_CXX_FLAGS="$(setting CMAKE_CXX_FLAGS) -O0" >log || fail "$(cat log)"
+cmake -S host -B made -G "$generator" -DCMAKE_CXX_FLAGS="$(setting CMAKE_CXX_FLAGS) -O0" >log || fail "$(cat log)"
 build() { cmake --build made -j2 >log 2>&1; }
 works() { grep -cE '(Building|Generating|Checking|Linking) ' log || true; }
 
@@ -47,6 +47,8 @@ build || fail "$(cat log)"
 [ "$(made/chat/talk)" = 'ann joins
 <SayMessage user="ann" text="hello" mood=LOUD>' ] || fail "talk: $(made/chat/talk)"
 made/elsewhere/elsewhere
+echo '{"message": "JoinMessage", "body": {"person": {"name": "ann", "since": 1}, "password": "x"}}' | made/chat/chatproto encode - -o chat.pcap
+made/chat/chatproto decode --redact chat.pcap | grep -q 'JoinMessage .*password=\*\*\*$' || fail "chatproto decode"
 
 build
 [ "$(works)" = 0 ] || fail "built again although nothing changed: $(cat log)"
@@ -61,3 +63,12 @@ build
 sed -i 's/name="text"/name="word"/' host/talk.xml
 ! build || fail "committed code of another definition was taken"
 grep -q 'Talk.h is not current' log || fail "$(cat log)"
+
+# What the document says is typed gives what it says is printed.
+[ "$generator" = Ninja ] || exit 0
+mkdir acme
+cd acme
+awk '/^```/ { n++; next } n == 1' "$prefix/share/doc/libqlprotocol-dev/docs/own-protocol.md" >typed
+awk '/^```/ { n++; next } n == 3' "$prefix/share/doc/libqlprotocol-dev/docs/own-protocol.md" >printed
+CXXFLAGS="$(setting CMAKE_CXX_FLAGS) -O0" sh -eu typed >log 2>errors || fail "$(cat log errors)"
+tail -n 1 log | cmp -s - printed || fail "$(cat log)"
