@@ -4,11 +4,9 @@
 #include <ostream>
 #include <streambuf>
 
+#include "Inspect/Checked.h"
 #include "bench/Measure.h"
 #include "tests/OlderProcessor.h"
-#ifdef QL_BENCH_INSPECT
-#include "Inspect/Verify.h"
-#endif
 
 namespace bench {
 
@@ -84,12 +82,42 @@ void addShape(const Shape<M>& shape) {
         benchmark::DoNotOptimize(message);
     });
 
-#ifdef QL_BENCH_INSPECT
+    // What a host does that faces strangers: everything checked. Messages are left to their blocks, as above.
+    const auto exact = std::make_shared<std::vector<std::vector<char>>>(ours->bodies);
+    measure(shape.name, "safe encode", "QLProtocol",
+            [=](size_t i) { benchmark::DoNotOptimize(Inspect::encode_checked((*ours)[i], begin, end)), (void)out; });
+    measure(shape.name, "safe encode", "QLProtocol into a range of its size", [=](size_t i) {
+        std::vector<char>& range = (*exact)[i];
+        benchmark::DoNotOptimize(Inspect::encode_checked((*ours)[i], range.data(), range.data() + range.size()));
+    });
+    const auto decodeSafely = [=](size_t i) {
+        scratch->restart();
+        const std::string_view body(ours->bodies[i].data(), ours->bodies[i].size());
+        return Inspect::decode_verified<T>(body, scratch->alloc);
+    };
+    measure(shape.name, "safe decode", "QLProtocol", [=](size_t i) {
+        auto decoded = decodeSafely(i);
+        benchmark::DoNotOptimize(decoded);
+        benchmark::DoNotOptimize(decoded.object.release());
+    });
+    measure(shape.name, "safe decode+read", "QLProtocol", [=](size_t i) {
+        Sum sum;
+        auto decoded = decodeSafely(i);
+        show(*decoded, sum);
+        benchmark::DoNotOptimize(decoded.object.release());
+        benchmark::DoNotOptimize(sum.total);
+    });
+    measure(shape.name, "safe decode", "QLProtocol, destroyed",
+            [=](size_t i) { benchmark::DoNotOptimize(decodeSafely(i).needed); });
+    measure(shape.name, "safe decode", "QLProtocol by identifier", [=](size_t i) {
+        scratch->restart();
+        const std::string_view body(ours->bodies[i].data(), ours->bodies[i].size());
+        benchmark::DoNotOptimize(Inspect::decode_verified(T::ID, body, scratch->alloc).release());
+    });
     measure(shape.name, "verify", "QLProtocol", [=](size_t i) {
         const auto& body = ours->bodies[i];
         benchmark::DoNotOptimize(Inspect::verify<T>(body.data(), body.data() + body.size(), Inspect::strict));
     });
-#endif
 
     scratch->restart();
     measure(shape.name, "construct", "QLProtocol",

@@ -5,6 +5,7 @@
 #include <memory>
 #include <ostream>
 
+#include "Inspect/Checked.h"
 #include "bench/Ours.h"
 
 namespace bench {
@@ -30,21 +31,27 @@ void countShape(const Shape<M>& shape) {
     std::vector<char> out(plenty);
     char* const begin = out.data();
     char* const end = begin + plenty;
-    bool keep = false;
+    bool keep = false, refused = false;
 
     const std::string name = shape.name;
     count(name + "/encode", [&](size_t i) {
         Velmora::FastCodec codec(begin, end);
         ours[i].write(codec);
     });
+    count(name + "/safe-encode", [&](size_t i) { refused |= !Inspect::encode_checked(ours[i], begin, end); });
     count(name + "/decode", [&](size_t i) { ours.decode(i, scratch); });
+    count(name + "/safe-decode", [&](size_t i) {
+        scratch.restart();
+        const std::string_view body(ours.bodies[i].data(), ours.bodies[i].size());
+        refused |= Inspect::decode_verified<T>(body, scratch.alloc).object.release() == nullptr;
+    });
     count(name + "/compare", [&](size_t i) { keep ^= ours[i] == others[i]; });
     count(name + "/copy", [&](size_t i) { scratch.fresh<T>() = ours[i]; });
     count(name + "/print", [&](size_t i) {
         Quillon::FastOStream text(begin, end);
         text << ours[i];
     });
-    if (keep) std::abort(); // an even number of equal messages; used, so that no comparison can be left out
+    if (keep || refused) std::abort(); // an even number of equal messages; used, so that nothing can be left out
 }
 
 } // namespace

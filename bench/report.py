@@ -11,6 +11,8 @@ import pathlib
 import statistics
 
 OURS = "QLProtocol"
+# Peers that check what they read, or the bounds of what they write.
+CHECKING = ("protobuf", "msgpack-c", "FlatBuffers", "QLProtocol")
 # What stands before a reader's first field: peers that read in place decode nothing beforehand, so theirs is compared
 # with decoding and reading, too.
 IN_PLACE = ("fixed layout read every field", "FlatBuffers verify and read every field", "Cap'n Proto read every field")
@@ -56,11 +58,14 @@ def table(head, rows):
     return "\n".join(lines + ["| " + " | ".join(row) + " |" for row in rows]) + "\n"
 
 
-def ratio_table(results, operation, base, peers):
+def ratio_table(results, base, peers):
+    """Peers come as (operation, who)."""
     ours = results.row(base, OURS)
     rows = [[f"**{OURS}: {base}, ns**"] + [number(v) for v in ours] + [""]]
-    for who in peers:
+    for operation, who in peers:
         ratio = ratios(results.row(operation, who), ours)
+        if who.startswith(OURS):  # an operation of ours besides the one that all are set against
+            who = f"{operation}: {who}"
         known = [v for v in ratio if v]
         rows.append([who] + [f"{v:.2f}" if v else "" for v in ratio] + [f"{min(known):.2f}" if known else ""])
     return table([""] + results.shapes + ["lowest"], rows)
@@ -85,12 +90,23 @@ def write_table(results, args, path):
     def section(title, body):
         out.append(f"## {title}\n\n{body}")
 
-    encoders = [who for who in results.who("encode") if who != OURS]
-    decoders = [who for who in results.who("decode") if who != OURS]
-    section("Encode: peer’s time ÷ ours", ratio_table(results, "encode", "encode", encoders))
-    section("Decode into a fresh message: peer’s time ÷ ours", ratio_table(results, "decode", "decode", decoders))
-    section("Peers that read in place, time ÷ ours decoded and read",
-            ratio_table(results, "decode", "decode+read", [who for who in IN_PLACE if who in decoders]))
+    def rows_of(base, *operations):
+        return [(o, who) for o in operations for who in results.who(o) if (o, who) != (base, OURS)]
+
+    def checking(rows):
+        return [(o, who) for o, who in rows if who.startswith(CHECKING) and who not in IN_PLACE]
+
+    in_place = [(o, who) for o, who in rows_of("", "decode") if who in IN_PLACE]
+    section("Safe decode into a fresh message: peer’s time ÷ ours",
+            ratio_table(results, "safe decode", checking(rows_of("safe decode", "safe decode", "decode"))))
+    section("Peers that verify and read in place, time ÷ ours safely decoded and read",
+            ratio_table(results, "safe decode+read", [row for row in in_place if "verify" in row[1]]))
+    section("Safe encode: peer’s time ÷ ours",
+            ratio_table(results, "safe encode", checking(rows_of("safe encode", "safe encode", "encode"))))
+    section("Encode: peer’s time ÷ ours", ratio_table(results, "encode", rows_of("encode", "encode")))
+    section("Decode into a fresh message: peer’s time ÷ ours",
+            ratio_table(results, "decode", rows_of("decode", "decode")))
+    section("Peers that read in place, time ÷ ours decoded and read", ratio_table(results, "decode+read", in_place))
 
     sizes = [[who] + [number(results.bytes.get((shape, "encode", who))) for shape in results.shapes]
              for who in results.who("encode") if any((s, "encode", who) in results.bytes for s in results.shapes)]
