@@ -52,14 +52,18 @@ TEST_F(Checked, RefusedBytesLeaveTheBlockAsItWas) {
          "count beyond the remaining bytes at byte 0 (batchesCompleted)"},
         {0xF209, "00", whole, "unknown identifier 61961"},
     };
-    Block block(4096);
+    constexpr size_t size = 1 << 18; // holds the largest count of numbers
+    Block block(size);
     for (const Case& c : cases) {
         const std::string body = unhex(c.body);
+        std::memset(block.begin(), 0xAA, size);
         const Decoded decoded = decode_verified(c.id, body, block.alloc, c.policy);
         EXPECT_FALSE(decoded);
         EXPECT_EQ(decoded.object, nullptr);
         EXPECT_EQ(decoded.result.text(), c.text);
         EXPECT_EQ(block.alloc.used_size(), 0u);
+        const std::string_view rest(block.begin() + 512 + 33 * body.size(), size - 512 - 33 * body.size());
+        EXPECT_EQ(rest.find_first_not_of('\xAA'), rest.npos) << "no more was written than bytes can ask for";
     }
     EXPECT_EQ(decode_verified<Quillon::TimerMessage>({}, block.alloc).result.text(), "truncated at byte 0 (tqid)");
     Velmora::BufferAllocator exhausted = block.alloc;
