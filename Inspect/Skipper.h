@@ -67,7 +67,7 @@ class Skipper {
     }
 
   private:
-    using Reader = Velmora::Reader<Velmora::Baseline>;
+    using Reader = Velmora::Reader<Velmora::Baseline, Velmora::AtRange>;
 
     static unsigned char byte_at(const char* p) { return static_cast<unsigned char>(*p); }
 
@@ -104,19 +104,19 @@ class Skipper {
         return nullptr;
     }
 
-    /// A number of any length by the codec's own reader, once it is known to end in the body.
+    /// A number of any length, by the codec's own reader.
     template <class Read>
     QL_FORCE_INLINE auto longNumber(Read&& read) -> decltype(read(std::declval<Reader&>())) {
-        if (_p == nullptr || after_numbers(_p, _end, 1) == nullptr) {
-            giveUp();
-            return 0;
+        if (_p != nullptr && _p != _end) {
+            // A range is one of mutable bytes, but a reader leaves them as they are.
+            const Velmora::Range range{const_cast<char*>(_p), const_cast<char*>(_end)};
+            Reader in(_p, range);
+            const auto value = read(in);
+            _p = in.p;
+            if (_p <= _end) return value;
         }
-        // A range is one of mutable bytes, but a reader leaves them as they are.
-        const Velmora::Range range{const_cast<char*>(_p), const_cast<char*>(_end)};
-        Reader in(_p, range);
-        const auto value = read(in);
-        _p = in.p;
-        return value;
+        giveUp();
+        return 0;
     }
 
     const char* _p; ///< null: at the end
