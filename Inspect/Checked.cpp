@@ -8,20 +8,20 @@ using namespace Velmora;
 
 namespace detail {
 
-void* decode_judged(const Operations& message, std::string_view bytes, BufferAllocator& block, const Policy& policy,
-                    Result& result, size_t& needed) {
-    result = verify(message, result.id, bytes.data(), bytes.data() + bytes.size(), policy);
+void* decode_judged(const Decoder& decoder, const Verifier& verifier, std::string_view bytes, BufferAllocator& block,
+                    const Policy& policy, Result& result, size_t& needed) {
+    result = verify(verifier, result.id, bytes.data(), bytes.data() + bytes.size(), policy);
     if (!result) return nullptr;
-    needed = message.size + result.blockBytes;
+    needed = decoder.size + result.blockBytes;
     if (needed > block.unused_size()) {
         result.fault = Fault::blockTooSmall;
         return nullptr;
     }
-    if (result.missing == 0) return message.decodeTrusted(bytes, block);
+    if (result.missing == 0) return decoder.trusted(bytes, block);
     std::string filled; // the body with the zeros that stand for its missing last fields
     filled.reserve(bytes.size() + result.missing);
     filled.append(bytes).append(result.missing, '\0');
-    return message.decodeTrusted(filled, block);
+    return decoder.trusted(filled, block);
 }
 
 } // namespace detail
@@ -30,16 +30,17 @@ Decoded decode_verified(const Protocol& protocol, MsgType_t id, std::string_view
                         const Policy& policy) {
     MsgProtocol* const __protocol = protocol.instance(); // called as hosts know it, for the report
     QL_ASSERT(__protocol != nullptr); // there is no descriptor before initialize() nor after finalize()
-    const detail::Operations* const message = protocol.operations_of(id);
-    if (message == nullptr)
+    const detail::Decoder* const decoder = protocol.find(protocol.decoders, id);
+    if (decoder == nullptr)
         return {verify(protocol, id, bytes.data(), bytes.data() + bytes.size(), policy), nullptr, nullptr, 0};
-    return detail::decode(*message, id, bytes, block, policy, [&](const Result& result, void* object, size_t needed) {
-        return Decoded(result, object, __protocol->getDescriptor(id), needed);
-    });
+    return detail::decode(*decoder, *protocol.find(protocol.verifiers, id), id, bytes, block, policy,
+                          [&](const Result& result, void* object, size_t needed) {
+                              return Decoded(result, object, __protocol->getDescriptor(id), needed);
+                          });
 }
 
 Encoded encode_checked(const Protocol& protocol, MsgType_t id, const void* message, char* begin, char* end) {
-    if (const detail::Operations* const found = protocol.operations_of(id))
+    if (const detail::Encoder* const found = protocol.find(protocol.encoders, id))
         return detail::encode(*found, message, begin, end);
     return {.refusal = Refusal::unknownIdentifier, .size = 0, .field = ""};
 }

@@ -103,36 +103,36 @@ struct Encoded {
 namespace detail {
 
 /// Decodes in two walks what the one did not accept, or tells in `result` what is wrong.
-void* decode_judged(const Operations& message, std::string_view bytes, Velmora::BufferAllocator& block,
-                    const Policy& policy, Result& result, size_t& needed);
+void* decode_judged(const Decoder& decoder, const Verifier& verifier, std::string_view bytes,
+                    Velmora::BufferAllocator& block, const Policy& policy, Result& result, size_t& needed);
 
 /// Calls `make` with the outcome: result, message and needed bytes.
 template <class Make>
-QL_FORCE_INLINE auto decode(const Operations& message, Velmora::MsgType_t id, std::string_view bytes,
-                            Velmora::BufferAllocator& block, const Policy& policy, Make make) {
+QL_FORCE_INLINE auto decode(const Decoder& decoder, const Verifier& verifier, Velmora::MsgType_t id,
+                            std::string_view bytes, Velmora::BufferAllocator& block, const Policy& policy, Make make) {
     if (policy.accepts_every_form()) {
-        const Placed placed = message.decode(bytes, block, policy.trailingBytes);
+        const Placed placed = decoder.fresh(bytes, block, policy.trailingBytes);
         if (__builtin_expect(placed.message != nullptr, 1)) {
             const auto needed = static_cast<size_t>(block.end() - static_cast<char*>(placed.message));
             return make(Result{.id = id,
                                .consumed = placed.consumed,
-                               .blockBytes = needed - message.size,
+                               .blockBytes = needed - decoder.size,
                                .begin = bytes.data(),
                                .end = bytes.data() + bytes.size(),
-                               .type = message.type},
+                               .type = decoder.type},
                         placed.message, needed);
         }
     }
     Result result{.id = id};
     size_t needed = 0;
-    void* const object = decode_judged(message, bytes, block, policy, result, needed);
+    void* const object = decode_judged(decoder, verifier, bytes, block, policy, result, needed);
     return make(result, object, needed);
 }
 
-QL_FORCE_INLINE Encoded encode(const Operations& message, const void* value, char* begin, char* end) {
-    if (const char* const last = message.encode(value, begin, end); __builtin_expect(last != nullptr, 1))
+QL_FORCE_INLINE Encoded encode(const Encoder& encoder, const void* value, char* begin, char* end) {
+    if (const char* const last = encoder.within(value, begin, end); __builtin_expect(last != nullptr, 1))
         return {.refusal = Refusal::none, .size = static_cast<size_t>(last - begin), .field = {}};
-    return message.encodeMeasured(value, begin, end);
+    return encoder.measured(value, begin, end);
 }
 
 } // namespace detail
@@ -140,8 +140,8 @@ QL_FORCE_INLINE Encoded encode(const Operations& message, const void* value, cha
 template <class T>
 DecodedMessage<T> decode_verified(std::string_view bytes, Velmora::BufferAllocator& block,
                                   const Policy& policy = whole) {
-    return detail::decode(detail::operations_of<T>(), T::ID, bytes, block, policy,
-                          [](const Result& result, void* message, size_t needed) {
+    return detail::decode(detail::entry_of<T>(&Protocol::decoders), detail::entry_of<T>(&Protocol::verifiers), T::ID,
+                          bytes, block, policy, [](const Result& result, void* message, size_t needed) {
                               using Owner = typename DecodedMessage<T>::Owner;
                               return DecodedMessage<T>{result, Owner(static_cast<T*>(message)), needed};
                           });
@@ -155,7 +155,7 @@ inline Encoded encode_checked(Velmora::MsgType_t id, const void* message, char* 
 
 template <class T>
 Encoded encode_checked(const T& message, char* begin, char* end) {
-    return detail::encode(detail::operations_of<T>(), &message, begin, end);
+    return detail::encode(detail::entry_of<T>(&Protocol::encoders), &message, begin, end);
 }
 
 } // namespace Inspect

@@ -15,6 +15,7 @@
 #include "Backend/Velmora/operations/Validate.h"
 #include "Inspect/Checked.h"
 #include "Inspect/Kernels.h"
+#include "Inspect/MessageTable.h"
 
 namespace Inspect::walk {
 
@@ -212,3 +213,12 @@ void* decode_trusted(std::string_view bytes, Velmora::BufferAllocator& block) {
 }
 
 } // namespace Inspect::walk
+
+namespace Inspect::detail {
+
+template <class T>
+constexpr Decoder entry(Velmora::of<Decoder>, Velmora::of<T>) {
+    return {&tables::type_of<T>(), sizeof(T), &walk::decode_fresh<T>, &walk::decode_trusted<T>};
+}
+
+} // namespace Inspect::detail

@@ -14,6 +14,7 @@
 #include "Backend/Velmora/operations/Validate.h"
 #include "Inspect/Checked.h"
 #include "Inspect/Kernels.h"
+#include "Inspect/MessageTable.h"
 #include "Inspect/SizeWalk.h"
 
 namespace Inspect::walk {
@@ -186,3 +187,12 @@ Encoded encode_measured(const void* message, char* begin, char* end) {
 }
 
 } // namespace Inspect::walk
+
+namespace Inspect::detail {
+
+template <class T>
+constexpr Encoder entry(Velmora::of<Encoder>, Velmora::of<T>) {
+    return {&walk::encode_within<T>, &walk::encode_measured<T>};
+}
+
+} // namespace Inspect::detail

@@ -92,10 +92,10 @@ size_t field_named(std::string_view name, const TypeInfo& type, size_t expected)
 
 namespace {
 
-const detail::Operations& message_of(const Protocol& protocol, Velmora::MsgType_t id) {
-    const detail::Operations* const message = protocol.operations_of(id);
-    if (message == nullptr) throw JsonError("", "unknown identifier " + std::to_string(id));
-    return *message;
+const detail::JsonCoder& coder_of(const Protocol& protocol, Velmora::MsgType_t id) {
+    const detail::JsonCoder* const coder = protocol.find(protocol.jsonCoders, id);
+    if (coder == nullptr) throw JsonError("", "unknown identifier " + std::to_string(id));
+    return *coder;
 }
 
 } // namespace
@@ -109,7 +109,7 @@ std::string to_json(const Protocol& protocol, Velmora::MsgType_t id, const void*
 void append_json(const Protocol& protocol, Velmora::MsgType_t id, const void* message, Integers integers,
                  const Display& display, std::string& text) {
     detail::JsonWriter writer(text, integers, display);
-    message_of(protocol, id).writeJson(message, writer);
+    coder_of(protocol, id).write(message, writer);
 }
 
 std::string json_text(std::string_view bytes) {
@@ -127,7 +127,7 @@ void from_json(const Protocol& protocol, Velmora::MsgType_t id, std::string_view
 
 void from_json(const Protocol& protocol, Velmora::MsgType_t id, JsonCursor& json, void* message,
                std::string_view name) {
-    message_of(protocol, id).readJson(json, message, detail::JsonPath{nullptr, name});
+    coder_of(protocol, id).read(json, message, detail::JsonPath{nullptr, name});
 }
 
 } // namespace Inspect

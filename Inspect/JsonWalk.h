@@ -10,6 +10,7 @@
 #include "Backend/Velmora/Enumeration.h"
 #include "Inspect/Json.h"
 #include "Inspect/JsonCursor.h"
+#include "Inspect/MessageTable.h"
 #include "Inspect/Secrets.h"
 #include "Inspect/TypeInfo.h"
 
@@ -266,6 +267,14 @@ void read(JsonCursor& json, T& v, const ValueInfo& info, const JsonPath& path) {
     } else {
         v = read_integer<T>(json, path);
     }
+}
+
+template <class T>
+constexpr JsonCoder entry(Velmora::of<JsonCoder>, Velmora::of<T>) {
+    return {[](const void* message, JsonWriter& writer) { writer(*static_cast<const T*>(message)); },
+            [](JsonCursor& json, void* message, const JsonPath& path) {
+                read_record(json, *static_cast<T*>(message), tables::type_of<T>(), path);
+            }};
 }
 
 } // namespace Inspect::detail

@@ -4,10 +4,11 @@
 //     const Inspect::Protocol& chat = Inspect::protocol_of<Chat::ChatTraits>();
 //     const Inspect::Result result = Inspect::verify(chat, id, begin, end, Inspect::whole);
 //
-// The table is made by a generated source of the protocol, STEM.inspect.cpp, which a program that asks for it links.
-// Functions that take no protocol mean the default one: that whose definition says so. A program has one at most.
+// The tables are compiled for each protocol in sources of their own, which ql_add_protocol() makes. Functions that take no
+// protocol mean the default one, which is QLProtocol for whoever links QLInspect.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -38,8 +39,11 @@ struct Position {
     size_t blockBytes;
 };
 
-/// What verifies the bodies of one message.
+// How the messages of one type are worked with. What the functions do stands in the headers named ...Walk.h, and so do
+// the tables.
+
 struct Verifier {
+    const TypeInfo* type;
     /// The end of a body whose values all stand in the form that write() gives them; anything else for others.
     Position (*canonical)(const char* begin, const char* end);
     /// The verdict on those others, which takes longer.
@@ -52,23 +56,39 @@ struct Placed {
     size_t consumed;
 };
 
-/// How the messages of one type are worked with. Each operation stands in a header of its own, named ...Walk.h.
-struct Operations {
+struct Decoder {
     const TypeInfo* type;
     size_t size; ///< of a message in memory, without what it owns
-    Verifier verifier;
-    size_t (*encodedSize)(const void* message);
-    /// Encodes in one walk; returns the end of what was written. Null: the range may be too small, or a value too long.
-    const char* (*encode)(const void* message, char* begin, char* end);
-    Encoded (*encodeMeasured)(const void* message, char* begin, char* end); ///< in several walks, to the byte
     /// Decodes in one walk whatever read() decodes. Bytes may follow if `mayTrail`.
-    Placed (*decode)(std::string_view bytes, Velmora::BufferAllocator& block, bool mayTrail);
+    Placed (*fresh)(std::string_view bytes, Velmora::BufferAllocator& block, bool mayTrail);
     /// Decodes what verify() accepted, into a block that has the room.
-    void* (*decodeTrusted)(std::string_view bytes, Velmora::BufferAllocator& block);
-    void (*writeJson)(const void* message, JsonWriter& writer);
-    void (*readJson)(JsonCursor& json, void* message, const JsonPath& path);
+    void* (*trusted)(std::string_view bytes, Velmora::BufferAllocator& block);
+};
+
+struct Encoder {
+    /// Encodes in one walk; returns the end of what was written. Null: the range may be too small, or a value too long.
+    const char* (*within)(const void* message, char* begin, char* end);
+    Encoded (*measured)(const void* message, char* begin, char* end); ///< in several walks, to the byte
+};
+
+struct JsonCoder {
+    void (*write)(const void* message, JsonWriter& writer);
+    void (*read)(JsonCursor& json, void* message, const JsonPath& path);
+};
+
+struct Renderer {
     Rendered (*render)(const void* message, char* begin, char* end, const Display& display);
-    bool (*walkValues)(const void* message, const TypeInfo& type, ValueVisitor& visitor);
+};
+
+struct ValueWalker {
+    bool (*walk)(const void* message, const TypeInfo& type, ValueVisitor& visitor);
+};
+
+/// The same for all messages of a protocol, by INDEX. Each operation has a table of its own, and each table is compiled in
+/// a source of its own: all walks over all types take long.
+template <class Entry, class Traits>
+struct MessageTable {
+    static const std::array<Entry, Traits::MESSAGES> table;
 };
 
 /// Finds the INDEX of a message by its identifier in one step.
@@ -111,13 +131,24 @@ struct Protocol {
     void (*initialize)();
     void (*finalize)();
 
-    const detail::Operations* operations; ///< by INDEX
-    detail::IdIndex index;
+    // Of the definition, whatever it gives as its signature.
+    std::string_view wireSignature;  ///< changes when bodies do
+    std::string_view namesSignature; ///< changes when names do
 
-    /// Null if there is no such message.
-    const detail::Operations* operations_of(Velmora::MsgType_t id) const {
+    detail::IdIndex index;
+    // By INDEX.
+    const detail::Verifier* verifiers;
+    const detail::Decoder* decoders;
+    const detail::Encoder* encoders;
+    const detail::JsonCoder* jsonCoders;
+    const detail::Renderer* renderers;
+    const detail::ValueWalker* valueWalkers;
+
+    /// The entry of a message in one of the tables. Null if there is no such message.
+    template <class Entry>
+    const Entry* find(const Entry* table, Velmora::MsgType_t id) const {
         const detail::IdIndex::Slot* const slot = index.find(id);
-        return slot != nullptr ? operations + slot->index : nullptr;
+        return slot != nullptr ? table + slot->index : nullptr;
     }
 };
 
@@ -125,15 +156,15 @@ namespace detail {
 
 template <class Traits>
 struct ProtocolTable {
-    static const Protocol protocol; ///< defined in ProtocolTables.h
+    static const Protocol protocol;
 };
 
-extern const Protocol* const defaultProtocol; // defined by its generated source
+extern const Protocol* const defaultProtocol;
 
 } // namespace detail
 
 #pragma GCC diagnostic push
-#ifdef __clang__ // the table stands in the generated source alone
+#ifdef __clang__ // the tables stand in sources of their own
 #pragma GCC diagnostic ignored "-Wundefined-var-template"
 #endif
 /// The protocol with these traits.
@@ -141,6 +172,7 @@ template <class Traits>
 constexpr const Protocol& protocol_of() {
     return detail::ProtocolTable<Traits>::protocol;
 }
+
 #pragma GCC diagnostic pop
 
 /// The one that is meant where none is given.
@@ -148,11 +180,12 @@ inline const Protocol& default_protocol() { return *detail::defaultProtocol; }
 
 namespace detail {
 
-/// How messages of type T are worked with.
-template <class T>
-const Operations& operations_of() {
-    return protocol_of<Velmora::ProtocolOf<T>>().operations[T::INDEX];
+/// The entry of message T in one of the tables of its protocol.
+template <class T, class Entry>
+const Entry& entry_of(const Entry* Protocol::*table) {
+    return (protocol_of<Velmora::ProtocolOf<T>>().*table)[T::INDEX];
 }
 
 } // namespace detail
+
 } // namespace Inspect

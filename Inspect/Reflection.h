@@ -18,7 +18,7 @@ namespace Inspect {
 
 /// The message with that identifier, or null.
 inline const TypeInfo* reflect(const Protocol& protocol, Velmora::MsgType_t id) {
-    const detail::Operations* const message = protocol.operations_of(id);
+    const MessageInfo* const message = protocol.find(protocol.messages.data(), id);
     return message != nullptr ? message->type : nullptr;
 }
 inline const TypeInfo* reflect(Velmora::MsgType_t id) { return reflect(default_protocol(), id); }

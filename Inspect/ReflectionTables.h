@@ -27,12 +27,6 @@ template <class H>
 inline constexpr EnumerationInfo enumerationInfo{H::Name, enumeratorTable<H>, typeNotes(of<H>{}).doc,
                                                  typeNotes(of<H>{}).deprecated};
 
-/// A member of a template, so that records can be pointed to before they are defined.
-template <class T>
-struct TypeTable {
-    static const TypeInfo type;
-};
-
 // One overload per pair of type and encoding, as those of Velmora::put.
 constexpr Kind kind_of(of<bool>, plain_t) { return Kind::boolean; }
 constexpr Kind kind_of(of<int8_t>, plain_t) { return Kind::int8; }
@@ -63,7 +57,7 @@ inline constexpr ValueInfo valueInfo = [] {
     else if constexpr (Vector<T>)
         return ValueInfo{.kind = Kind::vector, .element = &valueInfo<typename T::value_type, Encoding>};
     else if constexpr (Composite<T>)
-        return ValueInfo{.kind = Kind::record, .record = &TypeTable<T>::type};
+        return ValueInfo{.kind = Kind::record, .record = &type_of<T>()};
     else
         return ValueInfo{kind_of(of<T>{}, Encoding{})};
 }();

@@ -58,7 +58,7 @@ Rendered render(const Protocol& protocol, Velmora::MsgType_t id, const void* mes
 
 Rendered render(const Protocol& protocol, Velmora::MsgType_t id, const void* message, char* begin, char* end,
                 const Display& display) {
-    if (const detail::Operations* const found = protocol.operations_of(id))
+    if (const detail::Renderer* const found = protocol.find(protocol.renderers, id))
         return found->render(message, begin, end, display);
     detail::BoundedText text(begin, end);
     text.put("<unknown message ");

@@ -9,6 +9,7 @@
 
 #include "Backend/Velmora/Enumeration.h"
 #include "Inspect/Display.h"
+#include "Inspect/MessageTable.h"
 #include "Inspect/SafeText.h"
 #include "Inspect/Secrets.h"
 #include "Inspect/Utf8.h"
@@ -150,5 +151,12 @@ class TextRenderer {
     BoundedText _text;
     const Display& _display;
 };
+
+template <class T>
+constexpr Renderer entry(Velmora::of<Renderer>, Velmora::of<T>) {
+    return {[](const void* message, char* begin, char* end, const Display& display) {
+        return TextRenderer(begin, end, display).message(typeNotes(of<T>{}).name, *static_cast<const T*>(message));
+    }};
+}
 
 } // namespace Inspect::detail

@@ -99,4 +99,24 @@ struct MessageInfo {
     const TypeInfo* type;
 };
 
+namespace tables {
+
+/// A member of a template, so that records can be pointed to before they are defined.
+template <class T>
+struct TypeTable {
+    static const TypeInfo type; ///< defined in ReflectionTables.h
+};
+
+#pragma GCC diagnostic push
+#ifdef __clang__ // compiled in one source of each protocol
+#pragma GCC diagnostic ignored "-Wundefined-var-template"
+#endif
+/// What T consists of.
+template <class T>
+constexpr const TypeInfo& type_of() {
+    return TypeTable<T>::type;
+}
+#pragma GCC diagnostic pop
+
+} // namespace tables
 } // namespace Inspect

@@ -5,6 +5,7 @@
 #include <concepts>
 
 #include "Backend/Velmora/FieldList.h"
+#include "Inspect/MessageTable.h"
 #include "Inspect/Values.h"
 
 namespace Inspect::detail {
@@ -79,5 +80,13 @@ class ValueWalk {
     PathPiece _path[MAX_DEPTH];
     size_t _depth = 0;
 };
+
+template <class T>
+constexpr ValueWalker entry(Velmora::of<ValueWalker>, Velmora::of<T>) {
+    return {[](const void* message, const TypeInfo& type, ValueVisitor& visitor) {
+        static_assert(depth_of<T>() <= MAX_DEPTH);
+        return ValueWalk(visitor).record(*static_cast<const T*>(message), type);
+    }};
+}
 
 } // namespace Inspect::detail

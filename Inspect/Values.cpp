@@ -3,17 +3,18 @@
 #include <charconv>
 
 #include "Inspect/Display.h"
+#include "Inspect/Reflection.h"
 
 namespace Inspect {
 
 bool walk_values(const Protocol& protocol, Velmora::MsgType_t id, const void* message, ValueVisitor& visitor) {
-    const detail::Operations* const found = protocol.operations_of(id);
-    return found == nullptr || found->walkValues(message, *found->type, visitor);
+    const TypeInfo* const type = reflect(protocol, id);
+    return type == nullptr || walk_values(protocol, id, *type, message, visitor);
 }
 
 bool walk_values(const Protocol& protocol, Velmora::MsgType_t id, const TypeInfo& type, const void* message,
                  ValueVisitor& visitor) {
-    return protocol.operations_of(id)->walkValues(message, type, visitor);
+    return protocol.find(protocol.valueWalkers, id)->walk(message, type, visitor);
 }
 
 std::string number_text(const Value& value) {

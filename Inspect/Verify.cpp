@@ -78,9 +78,9 @@ const char* Judge::count(const char* p, size_t& n) {
 
 Result verify(const Protocol& protocol, Velmora::MsgType_t id, const char* begin, const char* end,
               const Policy& policy) {
-    const detail::Operations* const message = protocol.operations_of(id);
-    if (message == nullptr) return {.fault = Fault::unknownIdentifier, .id = id, .begin = begin, .end = end};
-    return detail::verify(*message, id, begin, end, policy);
+    const detail::Verifier* const verifier = protocol.find(protocol.verifiers, id);
+    if (verifier == nullptr) return {.fault = Fault::unknownIdentifier, .id = id, .begin = begin, .end = end};
+    return detail::verify(*verifier, id, begin, end, policy);
 }
 
 std::string Result::path() const {

@@ -102,18 +102,18 @@ struct Result {
 
 namespace detail {
 
-inline Result verify(const Operations& message, Velmora::MsgType_t id, const char* begin, const char* end,
+inline Result verify(const Verifier& verifier, Velmora::MsgType_t id, const char* begin, const char* end,
                      const Policy& policy) {
-    const Position last = message.verifier.canonical(begin, end);
+    const Position last = verifier.canonical(begin, end);
     if (last.p == end && end != nullptr) // refused ones end at null, too
         return {.id = id,
                 .consumed = static_cast<size_t>(end - begin),
                 .blockBytes = last.blockBytes,
                 .begin = begin,
                 .end = end,
-                .type = message.type};
-    Result result = message.verifier.judge(begin, end, policy);
-    result.type = message.type;
+                .type = verifier.type};
+    Result result = verifier.judge(begin, end, policy);
+    result.type = verifier.type;
     return result;
 }
 
@@ -129,7 +129,7 @@ inline Result verify(Velmora::MsgType_t id, const char* begin, const char* end, 
 /// Verifies the body of message T.
 template <class T>
 Result verify(const char* begin, const char* end, const Policy& policy) {
-    return detail::verify(detail::operations_of<T>(), T::ID, begin, end, policy);
+    return detail::verify(detail::entry_of<T>(&Protocol::verifiers), T::ID, begin, end, policy);
 }
 
 } // namespace Inspect

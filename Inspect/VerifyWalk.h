@@ -16,6 +16,7 @@
 #include <cstring>
 #include <string_view>
 
+#include "Inspect/MessageTable.h"
 #include "Inspect/SizeWalk.h"
 #include "Inspect/Verify.h"
 
@@ -435,3 +436,12 @@ Result judge(const char* begin, const char* end, const Policy& policy) {
 }
 
 } // namespace Inspect::walk
+
+namespace Inspect::detail {
+
+template <class T>
+constexpr Verifier entry(Velmora::of<Verifier>, Velmora::of<T>) {
+    return {&tables::type_of<T>(), &walk::canonical<T>, &walk::judge<T>};
+}
+
+} // namespace Inspect::detail

@@ -88,7 +88,6 @@ struct Definition {
     size_t slots = 0;                            ///< of the direct table; no two identifiers are the same modulo this
     size_t entries = 0;                          ///< that the map of descriptors is made for
     std::string definitionText;                  ///< answers those who ask for the compressed definition
-    bool isDefault = false;                      ///< meant by the functions of Inspect that take no protocol
     size_t definitionBytes = 0;                  ///< of the array that is declared for it; 0: there is none
     std::optional<std::set<std::string>> macros; ///< names to be shielded from macros; all, if not given
     std::vector<Enumeration> enumerations;

@@ -193,7 +193,6 @@ std::vector<File> emit(const Definition& definition) {
             {definition.stem + ".fields.h", emitFields(definition)},
             {definition.stem + ".traits.h", emitTraits(definition)},
             {definition.stem + ".cpp", emitSource(definition)},
-            {definition.stem + ".inspect.cpp", emitInspect(definition)},
             {"MsgHandler.h", emitHandlerHeader(definition)},
             {"MsgHandler.cpp", emitHandlerSource(definition)},
             {"AsciiWriter.h", emitWriterHeader(definition)},

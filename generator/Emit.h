@@ -25,7 +25,6 @@ std::string emitHeader(const Definition& definition);        ///< QLProtocol.h
 std::string emitFields(const Definition& definition);        ///< QLProtocol.fields.h
 std::string emitTraits(const Definition& definition);        ///< QLProtocol.traits.h
 std::string emitSource(const Definition& definition);        ///< QLProtocol.cpp
-std::string emitInspect(const Definition& definition);       ///< QLProtocol.inspect.cpp
 std::string emitHandlerHeader(const Definition& definition); ///< MsgHandler.h
 std::string emitHandlerSource(const Definition& definition); ///< MsgHandler.cpp
 std::string emitWriterHeader(const Definition& definition);  ///< AsciiWriter.h

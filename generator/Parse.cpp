@@ -496,7 +496,7 @@ void Reader::checkMacros(Node protocol, const Definition& definition) {
 void Reader::readModule(Node protocol, Definition& definition) {
     checkAttributes(protocol, {"name", "version"},
                     {"namespace", "folder", "stem", "slots", "entries", "signature", "signatureAPI", "signatureStorage",
-                     "definitionText", "definitionBytes", "default", "macros",
+                     "definitionText", "definitionBytes", "macros",
                      // these tell editors where the schema is
                      "xmlns:xsi", "xsi:noNamespaceSchemaLocation"});
     const auto given = [](const std::string& text, const std::string& otherwise) {
@@ -514,7 +514,6 @@ void Reader::readModule(Node protocol, Definition& definition) {
     definition.signatureStorage = signature(protocol, "signatureStorage");
     definition.definitionText = given(line(protocol, "definitionText"), "(Not supported.)");
     definition.definitionBytes = count(protocol, "definitionBytes", UINT16_MAX);
-    definition.isDefault = flag(protocol, "default");
     if (const pugi::xml_attribute macros = protocol.attribute("macros")) {
         definition.macros.emplace();
         std::istringstream names(macros.value());

@@ -120,7 +120,7 @@ void expectCheckedAlike(std::string_view body, const Inspect::Result& told) {
     if (++calls % 2 == 0) older.emplace();
     static Guarded pages;
     if (calls % 8 < 4) body = pages.holdAtBegin(body); // else where the caller has it, mostly at an end
-    const auto decode = Inspect::detail::operations_of<T>().decode;
+    const auto decode = Inspect::detail::entry_of<T>(&Inspect::Protocol::decoders).fresh;
     const size_t needed = sizeof(T) + (told ? told.blockBytes : 33 * body.size());
     const auto expectRefused = [&](size_t size, bool mayTrail) {
         Block block(static_cast<int>(size));

@@ -1,10 +1,10 @@
 #!/bin/sh
-# hostile_test.sh COMPILER ROOT QLGEN LIBRARY...: builds and runs tests/ProtocolsTest.cpp with the protocols of
-# tests/data and examples in the compiler's own dialect, which defines names of the system as macros, and after headers
+# hostile_test.sh COMPILER ROOT QLGEN TABLES LIBRARY...: builds and runs tests/ProtocolsTest.cpp with the protocols of
+# tests/data and examples, and their tables in the folder TABLES, in the compiler's own dialect, which defines names of the system as macros, and after headers
 # that define more of them. Warnings are errors.
 set -eu
-compiler=$1 root=$2 qlgen=$3
-shift 3
+compiler=$1 root=$2 qlgen=$3 tables=$4
+shift 4
 libraries="$*" rpath=""
 for library; do
     rpath="$rpath -Wl,-rpath,$(dirname "$library")"
@@ -22,6 +22,6 @@ for header in assert.h cerrno climits cmath csignal cstdio limits.h linux/limits
 done
 # shellcheck disable=SC2086
 "$compiler" -std=gnu++20 -O0 -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Werror "$@" \
-    -I. -I"$root" "$root/tests/ProtocolsTest.cpp" made/hostile/*.cpp protocols/chat/*.cpp $libraries -lgtest -lgtest_main -lpthread $rpath \
+    -I. -I"$root" "$root/tests/ProtocolsTest.cpp" made/hostile/*.cpp protocols/chat/*.cpp "$tables"/hostile_protocol/tables/*.cpp "$tables"/chat_protocol/tables/*.cpp $libraries -lgtest -lgtest_main -lpthread $rpath \
     -o test
 ./test --gtest_brief=1

@@ -2,8 +2,7 @@
 //
 //     constinit const qlproto::Tool qlproto::thisTool{
 //         .program = "chatproto", .version = "1", .name = "Chat", .filterPrefix = "chat",
-//         .protocol = Inspect::protocol_of<Chat::ChatTraits>(),
-//         .wireSignature = Chat::ChatTraits::WIRE_SIGNATURE, .namesSignature = Chat::ChatTraits::NAMES_SIGNATURE};
+//         .protocol = Inspect::protocol_of<Chat::ChatTraits>()};
 //     int main(int argc, char** argv) { return qlproto::runTool(argc, argv); }
 #pragma once
 
@@ -40,8 +39,6 @@ struct Tool {
     std::string_view name;         ///< of the protocol, as people call it: "QLProtocol"
     std::string_view filterPrefix; ///< of the names of fields in a packet analyser: "ql"
     const Inspect::Protocol& protocol;
-    std::string_view wireSignature;  ///< of the definition; changes when bodies do
-    std::string_view namesSignature; ///< changes when names do
 
     // What cannot be known of any protocol.
     std::string_view title = {};            ///< the name in sentences, if not "the protocol NAME"

@@ -7,8 +7,8 @@ namespace qlproto {
 
 const Capture::Definition& ownDefinition() {
     static const Capture::Definition definition{std::string(thisTool.protocol.name), thisTool.protocol.version,
-                                                std::string(thisTool.wireSignature),
-                                                std::string(thisTool.namesSignature)};
+                                                std::string(thisTool.protocol.wireSignature),
+                                                std::string(thisTool.protocol.namesSignature)};
     return definition;
 }
 

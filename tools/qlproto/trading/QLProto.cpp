@@ -92,8 +92,6 @@ constinit const Tool thisTool{
     .name = "QLProtocol",
     .filterPrefix = "ql",
     .protocol = Inspect::protocol_of<Quillon::QLProtocolTraits>(),
-    .wireSignature = Quillon::QLProtocolTraits::WIRE_SIGNATURE,
-    .namesSignature = Quillon::QLProtocolTraits::NAMES_SIGNATURE,
     .title = "the QLProtocol",
     .families = FAMILIES,
     .examples = EXAMPLES,
