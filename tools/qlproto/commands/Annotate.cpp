@@ -24,7 +24,7 @@ namespace qlproto {
 
 namespace {
 
-struct Options {
+struct AnnotateOptions {
     std::string input;
     std::string type;
     Inspect::Policy policy;
@@ -55,14 +55,14 @@ std::string packetOf(const std::string& path, uint64_t number) {
 }
 
 /// A file where there is one of that name, else hexadecimal text.
-std::string bytesOf(const Options& options) {
+std::string bytesOf(const AnnotateOptions& options) {
     if (options.packet != 0) return packetOf(options.input, options.packet);
     if (options.isRaw) return contentOf(options.input, Capture::MAX_PACKET);
     const bool isFile = options.input == "-" || ::access(options.input.c_str(), F_OK) == 0;
     return bytesFromHex(isFile ? contentOf(options.input, LONGEST_HEX) : options.input);
 }
 
-int annotateBytes(const Options& options, std::string_view bytes) {
+int annotateBytes(const AnnotateOptions& options, std::string_view bytes) {
     const Inspect::MessageInfo* message = nullptr;
     if (!options.type.empty()) {
         message = findMessage(options.type);
@@ -88,7 +88,7 @@ int annotateBytes(const Options& options, std::string_view bytes) {
     return EXIT_BAD_DATA;
 }
 
-int annotateInput(const Options& options) {
+int annotateInput(const AnnotateOptions& options) {
     try {
         return annotateBytes(options, bytesOf(options));
     } catch (const HexError& error) {
@@ -100,7 +100,7 @@ int annotateInput(const Options& options) {
 } // namespace
 
 void addAnnotate(CLI::App& app, Commands& commands) {
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<AnnotateOptions>();
     CLI::App* const command =
         app.add_subcommand("annotate", "Explain every byte of a body: offset, hex, field, type, value");
     command

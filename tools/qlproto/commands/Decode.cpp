@@ -20,7 +20,7 @@ namespace qlproto {
 
 namespace {
 
-struct Options {
+struct DecodeOptions {
     std::string input;
     bool isHex = false;
     bool isRaw = false;
@@ -32,7 +32,7 @@ struct Options {
     Inspect::Policy policy;
 };
 
-int decodeCapture(const Options& options, const Filter& filter) {
+int decodeCapture(const DecodeOptions& options, const Filter& filter) {
     Capture::Output output;
     struct Handle {
         const Filter& filter;
@@ -69,7 +69,7 @@ int decodeCapture(const Options& options, const Filter& filter) {
 /// Bytes that come without a capture: packets, or bodies of a type that is known.
 class Bytes {
   public:
-    Bytes(const Options& options, const Filter& filter)
+    Bytes(const DecodeOptions& options, const Filter& filter)
         : _filter(filter), _left(options.first), _reader(options.policy), _rendering(withoutTime(options.rendering)) {
         if (options.type.empty()) return;
         _identifier = Capture::identifierBytes(findMessage(options.type)->id);
@@ -109,7 +109,7 @@ class Bytes {
     int _exitCode = EXIT_FINE;
 };
 
-int decodeRaw(const Options& options, const Filter& filter) {
+int decodeRaw(const DecodeOptions& options, const Filter& filter) {
     Capture::ByteWindow input(options.input);
     Bytes bytes(options, filter);
     Capture::whileRead([&] {
@@ -119,7 +119,7 @@ int decodeRaw(const Options& options, const Filter& filter) {
     return bytes.exitCode();
 }
 
-int decodeHex(const Options& options, const Filter& filter) {
+int decodeHex(const DecodeOptions& options, const Filter& filter) {
     LineReader lines(options.input, LONGEST_HEX);
     Bytes bytes(options, filter);
     Capture::whileRead([&] {
@@ -140,7 +140,7 @@ int decodeHex(const Options& options, const Filter& filter) {
     return bytes.exitCode();
 }
 
-int decode(Options options) {
+int decode(DecodeOptions options) {
     const Filter filter(options.filter);
     options.rendering.display.secrets = options.redact ? Inspect::Secrets::hide : Inspect::Secrets::show;
     options.rendering.isColoured = options.rendering.format != Format::json && mayHaveColours(STDOUT_FILENO);
@@ -156,7 +156,7 @@ bool isPowerOfTen(std::string_view number) {
 } // namespace
 
 void addDecode(CLI::App& app, Commands& commands) {
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<DecodeOptions>();
     CLI::App* const command = app.add_subcommand("decode", "Print messages as lines of text or JSON");
     command->add_option("input", options->input, "The capture to read; - is standard input")
         ->required()

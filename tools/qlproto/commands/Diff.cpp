@@ -28,7 +28,7 @@ namespace {
 
 using Side = CaptureDiff::Side;
 
-struct Options {
+struct DiffOptions {
     std::string a, b;
     std::vector<std::string> ignored;
     uint64_t first = 20;
@@ -38,7 +38,7 @@ struct Options {
 /// A message without the fields that do not count.
 class Comparer {
   public:
-    explicit Comparer(const Options& options) : _ignored(options.ignored), _reader(options.policy) {}
+    explicit Comparer(const DiffOptions& options) : _ignored(options.ignored), _reader(options.policy) {}
 
     /// What counts of a packet if not all its bytes do: the values that are not ignored. Reading a pad can lose the end of
     /// its text, so that its values do not tell all.
@@ -127,7 +127,7 @@ class Source {
     bool _isDamaged = false;
 };
 
-int diff(const Options& options) {
+int diff(const DiffOptions& options) {
     Comparer comparer(options);
     Source a(options.a, comparer), b(options.b, comparer);
     Capture::Output output;
@@ -163,7 +163,7 @@ int diff(const Options& options) {
 } // namespace
 
 void addDiff(CLI::App& app, Commands& commands) {
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<DiffOptions>();
     CLI::App* const command = app.add_subcommand("diff", "Compare two captures message by message, field by field");
     command->add_option("first capture", options->a, "The one capture; - is standard input")
         ->required()

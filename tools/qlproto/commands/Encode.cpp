@@ -18,7 +18,7 @@ namespace qlproto {
 
 namespace {
 
-struct Options {
+struct EncodeOptions {
     std::string input;
     std::string output = "-";
     std::string format = "capture";
@@ -64,7 +64,7 @@ int encodeLines(LineReader& lines, const Inspect::Policy& policy, auto&& writer)
     return bad == 0 ? EXIT_FINE : EXIT_BAD_DATA;
 }
 
-int encode(const Options& options) {
+int encode(const EncodeOptions& options) {
     LineReader lines(options.input, LONGEST_LINE);
     if (options.format == "capture")
         return encodeLines(lines, options.policy, Capture::Writer(options.output, ownDefinition()));
@@ -74,7 +74,7 @@ int encode(const Options& options) {
 } // namespace
 
 void addEncode(CLI::App& app, Commands& commands) {
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<EncodeOptions>();
     CLI::App* const command = app.add_subcommand("encode", "Make packets of messages in JSON, one a line");
     command->add_option("input", options->input, "The lines, as decode --format json prints them; - is standard input")
         ->required()

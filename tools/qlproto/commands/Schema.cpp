@@ -92,7 +92,7 @@ int schema() {
 void addSchema(CLI::App& app, Commands& commands) {
     CLI::App* const command =
         app.add_subcommand("schema", "Print the protocol as JSON: enumerations, records, messages, fields, encodings");
-    addExamples(*command, "", {"$tool schema", "$tool schema | python3 -m json.tool"});
+    addExamples(*command, "", {"$tool schema", "$tool schema | grep -c secret"});
     commands.push_back({command, schema});
 }
 

@@ -21,7 +21,7 @@ namespace {
 
 using Traffic = TrafficStats::Traffic;
 
-struct Options {
+struct StatsOptions {
     std::string capture;
     bool json = false;
     bool plot = false;
@@ -85,7 +85,7 @@ std::string plotSizes(const Histogram& sizes, std::size_t width) {
     return "\nmessages by size in bytes\n" + plotBars(bars, width);
 }
 
-int stats(const Options& options) {
+int stats(const StatsOptions& options) {
     TrafficStats stats;
     CaptureScan scan(options.policy);
     scan.run(options.capture,
@@ -106,7 +106,7 @@ int stats(const Options& options) {
 } // namespace
 
 void addStats(CLI::App& app, Commands& commands) {
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<StatsOptions>();
     CLI::App* const command = app.add_subcommand("stats", "Count messages and bytes, tell rates and sizes");
     command->add_option("capture", options->capture, "The capture to read; - is standard input")
         ->required()

@@ -19,7 +19,7 @@ namespace qlproto {
 
 namespace {
 
-struct Options {
+struct VerifyOptions {
     std::string capture;
     Inspect::Policy policy = Inspect::whole;
     uint64_t first = 10;
@@ -31,7 +31,7 @@ struct Count {
 
 class Report {
   public:
-    explicit Report(const Options& options) : _options(options) {}
+    explicit Report(const VerifyOptions& options) : _options(options) {}
 
     void add(const Capture::Packet& packet, uint64_t originalLength) {
         ++_packets;
@@ -85,14 +85,14 @@ class Report {
                                           : fmt::format("{}: {}\n", where, what));
     }
 
-    const Options& _options;
+    const VerifyOptions& _options;
     uint64_t _packets = 0, _sound = 0;
     std::map<Velmora::MsgType_t, Count> _byMessage;
     std::map<std::string, uint64_t> _byFault;
     std::vector<std::string> _first;
 };
 
-int verify(const Options& options) {
+int verify(const VerifyOptions& options) {
     Capture::Reader capture = openCapture(options.capture);
     Report report(options);
     Capture::Packet packet;
@@ -108,7 +108,7 @@ int verify(const Options& options) {
 } // namespace
 
 void addVerify(CLI::App& app, Commands& commands) {
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<VerifyOptions>();
     CLI::App* const command = app.add_subcommand("verify", "Check all messages; count by message and by fault");
     command->add_option("capture", options->capture, "The capture to read; - is standard input")
         ->required()

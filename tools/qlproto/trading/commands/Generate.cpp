@@ -13,7 +13,7 @@ namespace qlproto {
 
 namespace {
 
-struct Options {
+struct GenerateOptions {
     uint64_t messages = 10000;
     uint64_t seed = 1;
     std::string profile = "usual";
@@ -21,7 +21,7 @@ struct Options {
     std::string output;
 };
 
-int generate(const Options& options) {
+int generate(const GenerateOptions& options) {
     Capture::Writer writer(options.output, ownDefinition());
     Hostile hostile(options.seed, writer);
     Capture::PacketSink& sink = options.profile == "hostile" ? static_cast<Capture::PacketSink&>(hostile) : writer;
@@ -37,7 +37,7 @@ int generate(const Options& options) {
 } // namespace
 
 void addGenerate(CLI::App& app, Commands& commands) {
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<GenerateOptions>();
     CLI::App* const command = app.add_subcommand("generate", "Write a made-up trading session as a capture");
     addNumber(*command, "--messages", options->messages, "How many messages")->capture_default_str();
     addNumber(*command, "--seed", options->seed, "The same seed gives the same bytes")->capture_default_str();

@@ -19,7 +19,7 @@ namespace {
 
 using Hop = LatencyStats::Hop;
 
-struct Options {
+struct LatencyOptions {
     std::string capture;
     bool json = false;
     Inspect::Policy policy;
@@ -84,7 +84,7 @@ std::string json(const LatencyStats& stats) {
     return json.dump(2) + '\n';
 }
 
-int latency(const Options& options) {
+int latency(const LatencyOptions& options) {
     CaptureScan scan(options.policy);
     const LatencyStats stats = scan.gather<LatencyStats>(options.capture);
     Capture::writeText(options.json ? json(stats) : table(stats));
@@ -95,7 +95,7 @@ int latency(const Options& options) {
 } // namespace
 
 void addLatency(CLI::App& app, Commands& commands) {
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<LatencyOptions>();
     CLI::App* const command = app.add_subcommand("latency", "Tell how long messages took from station to station");
     command->add_option("capture", options->capture, "The capture to read; - is standard input")
         ->required()

@@ -24,7 +24,7 @@ namespace {
 using nlohmann::ordered_json;
 using Traffic = TrafficStats::Traffic;
 
-struct Options {
+struct ReportOptions {
     std::string capture;
     std::string output;
     Inspect::Policy policy;
@@ -156,7 +156,7 @@ std::string page(const std::string& data) {
     return page.append(rest);
 }
 
-int report(const Options& options) {
+int report(const ReportOptions& options) {
     Findings findings;
     CaptureScan scan(options.policy);
     scan.onFault([&](uint64_t packet, const std::string& fault) { findings.faults.add(packet, fault); });
@@ -171,7 +171,7 @@ int report(const Options& options) {
 } // namespace
 
 void addReport(CLI::App& app, Commands& commands) {
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<ReportOptions>();
     CLI::App* const command = app.add_subcommand("report", "Write a page with rates, latencies, orders and faults");
     command->add_option("capture", options->capture, "The capture to read; - is standard input")
         ->required()

@@ -18,7 +18,7 @@ namespace qlproto {
 
 namespace {
 
-struct Options {
+struct TraceOptions {
     std::string capture;
     std::string order;
     std::string quote;
@@ -28,7 +28,7 @@ struct Options {
     Inspect::Policy policy;
 };
 
-int trace(const Options& options) {
+int trace(const TraceOptions& options) {
     const TraceRule rule = !options.order.empty()   ? TraceRule::order()
                            : !options.quote.empty() ? TraceRule::quote()
                                                     : TraceRule::user();
@@ -56,7 +56,7 @@ int trace(const Options& options) {
 } // namespace
 
 void addTrace(CLI::App& app, Commands& commands) {
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<TraceOptions>();
     CLI::App* const command = app.add_subcommand("trace", "Follow one order, quote or user through all messages");
     command->add_option("capture", options->capture, "The capture to read; - is standard input")
         ->required()
