@@ -725,6 +725,11 @@ TEST(Compare, VerdictsHoldForSeveralChangesAtOnce) {
         std::string trace;
         for (int changes = 0; changes < 3;) {
             const RuleInfo& rule = rules()[random.below(rules().size() - 1)];
+            // What two changes make of one thing cannot be told from two things.
+            const auto isAfter = [&](std::string_view start, const char* other) {
+                return std::string_view(rule.name).starts_with(start) && trace.find(other) != trace.npos;
+            };
+            if (isAfter("enumerator-", "enumerator-") || isAfter("field-inlined", "field-wrapped")) continue;
             const std::string place = changer.change(rule.rule);
             if (!place.empty()) ++changes;
             if (!place.empty()) trace += std::string(rule.name) + " " + place + "; ";

@@ -6,6 +6,7 @@
 #include <unordered_map>
 
 #include "generator/compare/Automaton.h"
+#include "generator/compare/RandomBody.h"
 
 namespace qlgen::compare {
 namespace {
@@ -111,22 +112,23 @@ class Search {
           _ownParser(writer, Reader::written),
           _otherParser(reader, kind) {}
 
-    /// Tries single values first, which make the plainest witnesses, then bodies along which both parsers can go.
-    bool run() { return tryValues(_writer) || tryPaths(); }
+    /// Tries single values first, which make the plainest witnesses, then bodies along which both parsers can go, then
+    /// any.
+    bool run() { return tryValues(_writer) || tryPaths() || tryAny(); }
 
     Reading written;
     Reading read;
 
   private:
     // A definition can be so large that to try everything takes minutes.
-    static constexpr size_t MOST_VALUES = 300'000, MOST_NODES = 20'000;
+    static constexpr size_t MOST_VALUES = 300'000, MOST_NODES = 20'000, MOST_RANDOM_VALUES = 300'000;
 
-    bool isTired() const { return _tried > MOST_VALUES; }
+    bool isTired() const { return _tried > _limit; }
 
     /// Whether the body of these values is accepted and misread; kept if so.
     bool isWitness(const Reading& values) { return isWitness(values, encode(values)); }
     bool isWitness(const Reading& values, const std::string& body) {
-        _tried += values.size() + _reader.size();
+        _tried += 1 + values.size() + _reader.size();
         std::optional<Reading> result = decode(_reader, body, _kind);
         if (!result || !(_isOther || differ(values, *result))) return false;
         written = values;
@@ -341,6 +343,17 @@ class Search {
         return true;
     }
 
+    /// Bodies that the parsers' limits and alphabet leave out.
+    bool tryAny() {
+        RandomBody random(_writer);
+        for (_limit = _tried + MOST_RANDOM_VALUES; !isTired();)
+            if (isWitness(random.next())) {
+                shrink();
+                return true;
+            }
+        return false;
+    }
+
     // --- the witness made plainer
 
     void shrink() {
@@ -378,6 +391,7 @@ class Search {
     Automaton _ownParser;
     Automaton _otherParser;
     size_t _tried = 0; // values written and read
+    size_t _limit = MOST_VALUES;
     std::vector<Node> _nodes;
 };
 
