@@ -81,7 +81,7 @@ void OutputFile::createBeside(const struct ::stat* old) {
     static_cast<void>(isHandled);
 
     std::random_device random;
-    _part = fs::path(_target).parent_path() / (".qlproto-" + std::to_string(random()) + std::to_string(random()));
+    _part = fs::path(_target).parent_path() / (".part-" + std::to_string(random()) + std::to_string(random()));
     unfinished = _part.c_str();
     const mode_t mode = old != nullptr ? old->st_mode & 0777 : 0666;
     _fd = open(_part.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);

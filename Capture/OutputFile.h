@@ -1,6 +1,6 @@
 // Where output goes, byte by byte.
 //
-// A regular file is written beside its place, as ".qlproto-..." in the same folder, and renamed when it is complete.
+// A regular file is written beside its place, as ".part-..." in the same folder, and renamed when it is complete.
 // Until then what stands there is left alone, be it the command's own input; and it stays if the disk is full, the
 // command fails or is interrupted. Of a symbolic link the file it leads to is replaced. The new file has the old one's
 // permissions, and its owner and group as far as the user may give them away; other hard links keep the old contents.

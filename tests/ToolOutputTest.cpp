@@ -27,7 +27,7 @@ class ToolOutput : public Module {
     /// Whether a file was left over beside the others.
     bool hasLeftover() const {
         for (const auto& it : fs::directory_iterator(folder.path("")))
-            if (it.path().filename().string().starts_with(".qlproto-")) return true;
+            if (it.path().filename().string().starts_with(".part-")) return true;
         return false;
     }
 

@@ -19,7 +19,7 @@ namespace {
 /// A file that goes when it is closed, in TMPDIR or /tmp.
 std::FILE* openTemporary() {
     std::error_code error;
-    std::string path = (std::filesystem::temp_directory_path(error) / "qlproto-XXXXXX").string();
+    std::string path = (std::filesystem::temp_directory_path(error) / "packets-XXXXXX").string();
     const int fd = error ? -1 : mkstemp(path.data());
     if (fd < 0) throw Capture::IoError(fmt::format("{}: {}", path, error ? error.message() : std::strerror(errno)));
     unlink(path.c_str());
