@@ -19,6 +19,12 @@ struct Display {
     /// What values in the price encoding are divided by: a power of ten, as the protocol fixes no scale. With 1 they
     /// are shown as they are.
     int64_t priceScale = 1;
+
+    /// Appends a time that was taken at a station, for text alone: in JSON it stays a number. Null: as a number there, too.
+    void (*showTime)(int64_t time, std::string& text) = nullptr;
+
+    /// Whether this value of a field that holds times is one: neither unset nor a sentinel.
+    static bool is_time(int64_t value) { return value != 0 && Velmora::sentinelName(value).empty(); }
 };
 
 /// `value` / `scale` exactly, without zeros at the end: "1.0845", "-0.5", "3"; sentinels by name.

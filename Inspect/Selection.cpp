@@ -62,9 +62,13 @@ class Selection::Builder {
 
     void add(const FieldInfo& field, bool isSecret) {
         _path.push_back({field.name});
+        enter(field);
         add(field.value, field.is_secret_in(isSecret));
         _path.pop_back();
     }
+
+    /// What is read next is a value of that field.
+    void enter(const FieldInfo& field) { _isTime = !field.station.empty(); }
 
     /// The steps over the elements of a vector before that one.
     void skip_to(size_t index, const ValueInfo& vector) {
@@ -78,6 +82,7 @@ class Selection::Builder {
             _steps.push_back({.kind = Step::Kind::read,
                               .value = value.kind,
                               .isSecret = isSecret,
+                              .isTime = _isTime,
                               .enumeration = value.enumeration});
         _needed = _steps.size();
     }
@@ -167,6 +172,7 @@ class Selection::Builder {
     std::vector<Step>& _steps;
     const Choose& _choose;
     std::vector<PathPiece> _path;
+    bool _isTime = false;
     size_t _first = 0;  ///< of the steps that belong to the same list as the next one
     size_t _needed = 0; ///< steps up to the last value chosen
 };
@@ -203,6 +209,7 @@ Selection Selection::at(const TypeInfo& type, std::string_view path) {
             std::find_if(fields.begin(), fields.end(), [&](const auto& it) { return it.name == piece.name; });
         if (field == fields.end()) throw none();
         for (auto before = fields.begin(); before != field; ++before) builder.add(*before, isSecret);
+        builder.enter(*field);
         isSecret = field->is_secret_in(isSecret);
         value = &field->value;
     }
@@ -213,7 +220,11 @@ Selection Selection::at(const TypeInfo& type, std::string_view path) {
 }
 
 Value Selection::take(const Step& step, Skipper& at, std::string& room) {
-    Value value{.kind = step.value, .text = {}, .enumeration = step.enumeration, .isSecret = step.isSecret};
+    Value value{.kind = step.value,
+                .text = {},
+                .enumeration = step.enumeration,
+                .isSecret = step.isSecret,
+                .isTime = step.isTime};
     switch (step.value) {
     case Kind::boolean:
         value.number = at.held<uint8_t>() != 0;

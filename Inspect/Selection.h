@@ -62,6 +62,7 @@ class Selection {
         } kind;
         Inspect::Kind value = {};
         bool isSecret = false;
+        bool isTime = false;
         size_t n = 0;
         size_t least = 0;
         size_t index = 0;

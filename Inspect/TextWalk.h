@@ -79,16 +79,16 @@ class TextRenderer {
   private:
     template <class T>
     void show_fields(const T& value) {
-        bool isFirst = true;
+        size_t i = 0;
         fields(of<T>{}, [&](const char* name, auto member, auto encoding) {
-            if (!isFirst) _text.put(" ");
-            isFirst = false;
+            if (i != 0) _text.put(" ");
             _text.put(name);
             _text.put("=");
             if (_display.secrets == Secrets::hide && is_secret<T>(member))
                 _text.put(HIDDEN);
-            else
+            else if (!show_time<T>(i, value.*member))
                 show(encoding, value.*member);
+            ++i;
             return !_text.is_cut();
         });
     }
@@ -107,6 +107,20 @@ class TextRenderer {
         } else {
             show(v);
         }
+    }
+    /// The value of that field of a T. False if it is no time, or times are shown as numbers.
+    template <class T>
+    bool show_time(size_t field, const auto& v) {
+        if constexpr (std::same_as<std::decay_t<decltype(v)>, int64_t>) {
+            if (_display.showTime == nullptr || tables::type_of<T>().fields[field].station.empty()
+                || !Display::is_time(v))
+                return false;
+            std::string text;
+            _display.showTime(v, text);
+            _text.put(text);
+            return true;
+        }
+        return false;
     }
     void show(std::same_as<bool> auto v) { _text.put(v ? "T" : "F"); }
     void show_price(int64_t v) {

@@ -39,31 +39,39 @@ class ValueWalk {
         const FieldInfo* field = type.fields.data();
         const bool goesOn = fields(of<T>{}, [&](const char*, auto member, auto) {
             _path[_depth - 1] = {field->name};
-            const bool isSecretField = field->is_secret_in(isSecret);
-            return value(v.*member, (field++)->value, isSecretField);
+            const Marks marks{field->is_secret_in(isSecret), !field->station.empty()};
+            return value(v.*member, (field++)->value, marks);
         });
         --_depth;
         return goesOn;
     }
 
   private:
+    struct Marks {
+        bool isSecret, isTime;
+    };
+
     template <class T>
-    bool value(const T& v, const ValueInfo& info, bool isSecret) {
+    bool value(const T& v, const ValueInfo& info, Marks marks) {
         if constexpr (Composite<T>) {
-            return record(v, *info.record, isSecret);
+            return record(v, *info.record, marks.isSecret);
         } else if constexpr (Vector<T>) {
             bool goesOn = _visitor.vector(
                 {_path, _depth},
-                {.kind = info.kind, .number = static_cast<int64_t>(v.size()), .text = {}, .isSecret = isSecret});
+                {.kind = info.kind, .number = static_cast<int64_t>(v.size()), .text = {}, .isSecret = marks.isSecret});
             ++_depth;
             for (size_t i = 0; i < v.size() && goesOn; ++i) {
                 _path[_depth - 1] = {{}, i};
-                goesOn = value(v[i], *info.element, isSecret);
+                goesOn = value(v[i], *info.element, marks);
             }
             --_depth;
             return goesOn;
         } else {
-            Value shown{.kind = info.kind, .text = {}, .enumeration = info.enumeration, .isSecret = isSecret};
+            Value shown{.kind = info.kind,
+                        .text = {},
+                        .enumeration = info.enumeration,
+                        .isSecret = marks.isSecret,
+                        .isTime = marks.isTime};
             if constexpr (String<T>) {
                 shown.text = {v.c_str(), v.size()};
                 shown.isStored = !v.empty_();

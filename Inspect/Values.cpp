@@ -45,6 +45,14 @@ std::string number_text(const Value& value) {
     return std::to_string(value.number);
 }
 
+std::string number_text(const Value& value, const Display& display) {
+    if (value.kind == Kind::price) return scaled_text(value.number, display.priceScale);
+    if (!value.isTime || display.showTime == nullptr || !Display::is_time(value.number)) return number_text(value);
+    std::string text;
+    display.showTime(value.number, text);
+    return text;
+}
+
 std::string path_text(Path path) {
     std::string text;
     for (const PathPiece& piece : path) {

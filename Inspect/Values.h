@@ -37,6 +37,7 @@ struct Value {
     bool isStored = true;  ///< of strings: false for one that was never stored
     const EnumerationInfo* enumeration = nullptr; ///< of enumerations
     bool isSecret = false;                        ///< not to be shown in logs
+    bool isTime = false;                          ///< of a field that holds the time at a station
 
     bool is_text() const { return is_bytes(kind); }
 };
@@ -54,6 +55,9 @@ class ValueVisitor {
 
 /// The value of what is no text as people call it: "true", "BID", "NA", "-7"; as a number where it has no name.
 std::string number_text(const Value& value);
+
+/// The same with prices divided and times shown as `display` has it.
+std::string number_text(const Value& value, const Display& display);
 
 /// Shows all values of the message to the visitor; none if the identifier is unknown. False if the visitor ended it.
 bool walk_values(const Protocol& protocol, Velmora::MsgType_t id, const void* message, ValueVisitor& visitor);

@@ -464,7 +464,7 @@ TEST_F(Analysis, DiffTellsWhatIsInOneOnlyAndWhichFieldsDiffer) {
                           "    contents.timeApiClient: 5 -> 6\n"
                           "equal 15, different 4, only in the first 1, only in the second 1\n");
     const std::string ends = "and 5 more\nequal 15, different 4, only in the first 1, only in the second 1\n";
-    EXPECT_TRUE(folder.run("qlproto diff --first 1 a.pcap b.pcap").out.ends_with(ends));
+    EXPECT_TRUE(folder.run("qlproto diff --differences 1 a.pcap b.pcap").out.ends_with(ends));
     EXPECT_TRUE(folder.run("qlproto diff --ignore timeApiClient,quotes a.pcap b.pcap")
                     .out.ends_with("\nequal 16, different 3, only in the first 1, only in the second 1\n"));
 

@@ -81,11 +81,87 @@ TEST_F(Decode, FiltersAsGrepWould) {
         return has(" SubmitOrderMessage ")(line) && isdigit(line[at + 7])
                && std::stoll(line.substr(at + 7)) > 108000000;
     });
+    expect("--where clOrdID~magpie-1", has(" clOrdID=\"magpie-1"));
+    expect("--message SubmitOrderMessage --where 'clOrdID~m*-?2'", [&](const std::string& line) {
+        const size_t at = line.find(" clOrdID=\"m"), end = line.find("\" ", at);
+        return has(" SubmitOrderMessage ")(line) && at != line.npos && line[end - 1] == '2' && line[end - 3] == '-';
+    });
+    expect("--message SubmitOrderMessage --where 'clOrdID!~wren'",
+           [&](const std::string& line) { return has(" SubmitOrderMessage ")(line) && !has(" clOrdID=\"wren")(line); });
+    expect("--message SubmitOrderMessage --where 'timeHandler<=2024-03-04T07:00:01'",
+           [&](const std::string& line) { return has(" SubmitOrderMessage ")(line) && line < "1709535601.000000001"; });
     expect("--where isSnapshot=true", has(" isSnapshot=T"));
     expect("--where request=SECURITYINFO", has(" request=79"));
     const std::string from = all[5000].substr(0, 20), to = all[6000].substr(0, 20);
     expect("--from " + from + " --to " + to,
            [&](const std::string& line) { return line >= from && line.substr(0, 20) <= to; });
+    const auto ofFiveToSix = [](const std::string& line) {
+        return line >= "1709535605" && line.substr(0, 20) <= "1709535606.000000000";
+    };
+    expect("--from 07:00:05 --to 07:00:06", ofFiveToSix);
+    expect("--from 2024-03-04T08:00:05+01:00 --to 2024-03-04T07:00:06Z", ofFiveToSix);
+    const std::string zurich = "decode a.pcap --time Europe/Zurich ";
+    EXPECT_TRUE(_folder.run("qlproto " + zurich + "--from 08:00:05 --to 2024-03-04T08:00:06").out
+                == _folder.run("qlproto " + zurich + "--from 2024-03-04T07:00:05Z --to 08:00:06").out);
+    EXPECT_TRUE(_folder.run("qlproto " + zurich + "--from 23:00 --to 22:00").out.empty()) << "the night after";
+    const std::string scaled = "--price-scale 100000000 --message SubmitOrderMessage --where 'price>1.08' a.pcap";
+    EXPECT_EQ(decode(scaled), decode("--price-scale 100000000 --message SubmitOrderMessage --where 'price>=1.08000001' "
+                                     "a.pcap"));
+    EXPECT_EQ(decode(scaled).size(), decode("--message SubmitOrderMessage --where 'price>108000000' a.pcap").size());
+}
+
+// Whatever a command tells of the messages that a filter takes, it tells of a capture of these alone.
+TEST_F(Decode, AllCommandsTakeTheSameMessages) {
+    generate(20000);
+    for (const char* filter :
+         {"--where feedID=2", "--family orders --where side!=OFR --first 1000", "--from 07:00:02 --to 07:00:03.5",
+          "--message '*Quote*' --where userID=11", "--message PadMessage --where padding~a", "--first 0"}) {
+        const std::string options(filter);
+        _folder.run("qlproto decode --format json a.pcap " + options + " | qlproto encode - -o b.pcap");
+        for (const char* command : {"stats --json", "latency --json", "verify", "report -o /dev/stdout", "decode"}) {
+            const std::string run = "qlproto " + std::string(command);
+            EXPECT_EQ(_folder.run("ln -f a.pcap c.pcap; " + run + " c.pcap " + options).out,
+                      _folder.run("ln -f b.pcap c.pcap; " + run + " c.pcap").out)
+                << command << filter;
+        }
+        const std::string equal = "equal " + std::to_string(decode("b.pcap").size()) + ',';
+        EXPECT_NE(_folder.run("qlproto diff a.pcap b.pcap " + options).out.find(equal), std::string::npos) << filter;
+    }
+}
+
+TEST_F(Decode, TimesAreShownInTheFormThatIsAskedFor) {
+    const auto order = ToolFolder::packet<SubmitOrderMessage>([](SubmitOrderMessage& it) {
+        it.contents.orderID = it.contents.timeHandler = 1709535600'000000042;
+        it.contents.timeApiClient = -1;
+        it.contents.timeApiServer = Velmora::NA;
+    });
+    _folder.store("a.pcap", {{1720000000'000000007, order}});
+    struct Form {
+        const char *name, *packet, *field, *early;
+    };
+    for (const Form& form : {Form{"raw", "1720000000.000000007", "1709535600000000042", "-1"},
+                             Form{"utc", "2024-07-03T09:46:40.000000007Z", "2024-03-04T07:00:00.000000042Z",
+                                  "1969-12-31T23:59:59.999999999Z"},
+                             Form{"America/New_York", "2024-07-03T05:46:40.000000007-04:00",
+                                  "2024-03-04T02:00:00.000000042-05:00", "1969-12-31T18:59:59.999999999-05:00"}})
+        for (const char* command : {"decode", "decode --format lines", "trace --order 1709535600000000042"}) {
+            const std::string shown =
+                _folder.run("qlproto " + std::string(command) + " a.pcap --time " + form.name).out;
+            const std::string_view kind = command;
+            EXPECT_NE(shown.find(form.packet), std::string::npos) << command << shown;
+            if (kind.starts_with("trace")) continue; // tells no times of stations
+            for (const std::string& field : {std::string("timeHandler"), std::string("timeApiClient")}) {
+                const std::string blank = kind == "decode" ? "" : " ";
+                const std::string text =
+                    field + blank + '=' + blank + (field == "timeHandler" ? form.field : form.early);
+                EXPECT_NE(shown.find(text), std::string::npos) << command << shown;
+            }
+            EXPECT_NE(shown.find("timeApiServer"), std::string::npos);
+            EXPECT_NE(shown.find("NA"), std::string::npos);
+            EXPECT_NE(shown.find("1709535600000000042"), std::string::npos) << "an identifier is no time";
+        }
+    EXPECT_NE(_folder.run("TZ=Asia/Tokyo qlproto decode --time local a.pcap").out.find("T18:46:40.000000007+09:00 "),
+              std::string::npos);
 }
 
 TEST_F(Decode, RefusesConditionsThatCannotBeMeant) {
@@ -103,7 +179,13 @@ TEST_F(Decode, RefusesConditionsThatCannotBeMeant) {
                                 "--price-scale 0",
                                 "--format xml",
                                 "--format 2",
-                                "--time local",
+                                "--time Mars",
+                                "--time ../localtime",
+                                "--from 25:00",
+                                "--where userID~1",
+                                "--where price=1.5",
+                                "--price-scale 100 --where 'price>1.085'",
+                                "--where userID=2024-03-04",
                                 "-n -1",
                                 "-n 0x-1",
                                 "-n 1e3",
@@ -281,6 +363,7 @@ TEST_F(Decode, BodiesOfOtherDefinitionsAreReadOnRequest) {
     ASSERT_EQ(lines.size(), 4u);
     EXPECT_NE(lines[0].find("dpdSeqNo=7 timeApiClient=0 timeApiServer=0"), std::string::npos) << lines[0];
     EXPECT_NE(lines[3].find("userID=11 quoteID=\"\""), std::string::npos) << lines[3];
+    EXPECT_EQ(decode("--policy rolling --where timeApiClient=0 a.pcap").size(), 2u) << "what is missing is zero";
     const std::string json = "qlproto decode --policy rolling --format json a.pcap | qlproto encode - -o b.pcap ";
     EXPECT_EQ(_folder.run(json).exitCode, 1) << "such packets are made on request only";
     EXPECT_EQ(_folder.run(json + "--policy rolling && cmp a.pcap b.pcap").exitCode, 0);
@@ -301,7 +384,7 @@ TEST_F(Decode, TimesAreReadAsTheyAreWritten) {
     EXPECT_EQ(parseTime("2024-03-04"), 1709510400'000000000);
     EXPECT_EQ(parseTime("1.5"), 1'500'000'000);
     for (const char* bad :
-         {"", ".", "1.", "1.0000000001", "2024-02-30", "2024-03-04T24:00:00", "2024-03-04T07:00", "x"})
+         {"", ".", "1.", "1.0000000001", "2024-02-30", "2024-03-04T24:00:00", "2024-03-04T07", "12:00", "x"})
         EXPECT_FALSE(parseTime(bad).has_value()) << bad;
 }
 

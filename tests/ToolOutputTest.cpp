@@ -121,7 +121,7 @@ TEST_F(ToolOutput, BadDataIsNotForgottenWhenNobodyReadsOn) {
              {"encode badlines --format hex", 1},
              {"encode badlines", 1},
              {"verify bad.pcap", 1},
-             {"diff --first 0 a.pcap bad.pcap", 1},
+             {"diff --differences 0 a.pcap bad.pcap", 1},
              {"roundtrip bad.pcap", 1},
              {"generate --messages 10000 -o -", 0},
              {"--help", 0},

@@ -18,8 +18,8 @@ using Inspect::Path;
 using Inspect::Value;
 
 /// As JSON has it, in ASCII.
-std::string textOf(const Value& value) {
-    if (!value.is_text()) return Inspect::number_text(value);
+std::string textOf(const Value& value, const Inspect::Display& display) {
+    if (!value.is_text()) return Inspect::number_text(value, display);
     if (!value.isStored) return "null";
     return nlohmann::json::parse(Inspect::json_text(value.text)).dump(-1, ' ', true);
 }
@@ -53,12 +53,13 @@ class Counting : public Inspect::ValueVisitor {
 
 class Lister : public Counting {
   public:
-    using Counting::Counting;
+    Lister(const std::vector<std::string>& ignored, const Inspect::Display& display)
+        : Counting(ignored), _display(display) {}
     std::vector<FlatField> fields;
 
   private:
     void add(Path path, const Value& value) override {
-        std::string text = textOf(value);
+        std::string text = textOf(value, _display);
         const bool isNamed = value.kind == Inspect::Kind::enumeration && text != "0";
         const bool isSet = value.number != 0 || !value.text.empty() || isNamed;
         fields.push_back({Inspect::path_text(path), std::move(text), isSet, value.isSecret});
@@ -66,6 +67,8 @@ class Lister : public Counting {
     void addVector(Path path, const Value& vector) override {
         if (vector.number == 0) fields.push_back({Inspect::path_text(path), "[]", false, vector.isSecret});
     }
+
+    const Inspect::Display& _display;
 };
 
 /// Numbers in groups of seven bits, of which none is the beginning of another, and texts after their length: with type and
@@ -91,8 +94,9 @@ class Packer : public Counting {
 
 } // namespace
 
-std::vector<FlatField> flatFields(Velmora::MsgType_t id, const void* message, const std::vector<std::string>& ignored) {
-    Lister lister(ignored);
+std::vector<FlatField> flatFields(Velmora::MsgType_t id, const void* message, const Inspect::Display& display,
+                                  const std::vector<std::string>& ignored) {
+    Lister lister(ignored, display);
     Inspect::walk_values(thisTool.protocol, id, message, lister);
     return std::move(lister.fields);
 }

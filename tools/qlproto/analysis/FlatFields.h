@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "Backend/Velmora/MsgDescriptor.h"
+#include "Inspect/Display.h"
 
 namespace qlproto {
 
@@ -18,8 +19,8 @@ struct FlatField {
 };
 
 /// The values of the message at `message`, whose identifier is `id`, in declaration order. A vector without elements is
-/// one value, "[]".
-std::vector<FlatField> flatFields(Velmora::MsgType_t id, const void* message,
+/// one value, "[]". Prices and times are as `display` has them.
+std::vector<FlatField> flatFields(Velmora::MsgType_t id, const void* message, const Inspect::Display& display,
                                   const std::vector<std::string>& ignored = {});
 
 /// Bytes that are the same for two messages if and only if these are of one type and equal in all values that are not

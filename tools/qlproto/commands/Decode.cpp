@@ -25,52 +25,40 @@ struct DecodeOptions {
     bool isHex = false;
     bool isRaw = false;
     std::string type; ///< of bodies without identifier
-    Filter::Options filter;
-    uint64_t first = UINT64_MAX;
-    bool redact = false;
+    ScanOptions scan;
     Rendering::Options rendering;
-    Inspect::Policy policy;
 };
 
-int decodeCapture(const DecodeOptions& options, const Filter& filter) {
+int decodeCapture(const DecodeOptions& options) {
     Capture::Output output;
     struct Handle {
-        const Filter& filter;
         std::unique_ptr<Rendering> rendering;
         void operator()(const Capture::Packet& packet, const MessageReader& reader, std::string& text) const {
-            if (filter.takes(packet, reader)) rendering->append(packet, reader, text);
+            rendering->append(packet, reader, text);
         }
     };
     std::vector<Handle> handles;
     for (std::size_t i = 0; i < CaptureScan::workers(); ++i)
-        handles.push_back({filter, std::make_unique<Rendering>(options.rendering)});
+        handles.push_back({std::make_unique<Rendering>(options.rendering)});
 
-    uint64_t left = options.first;
-    CaptureScan scan(options.policy);
-    const auto write = [&](std::string_view text, const std::vector<CaptureScan::Piece>& pieces) {
-        if (pieces.size() < left) {
-            output.append(text);
-            left -= pieces.size();
-            return CaptureScan::MORE;
-        }
-        const CaptureScan::Piece& last = pieces[left - 1];
-        output.append(text.substr(0, last.end));
-        left = 0;
-        return last.packet;
-    };
+    CaptureScan scan(options.scan);
     const bool isRead = Capture::whileRead([&] {
-        if (left != 0) scan.runParallel(options.input, handles, write, [&] { output.flush(); });
+        scan.runParallel(
+            options.input, handles, [&](std::string_view text) { output.append(text); }, [&] { output.flush(); });
         output.close();
     });
-    if (isRead) scan.summarize(options.first - left);
+    if (isRead) scan.summarize();
     return scan.exitCode();
 }
 
 /// Bytes that come without a capture: packets, or bodies of a type that is known.
 class Bytes {
   public:
-    Bytes(const DecodeOptions& options, const Filter& filter)
-        : _filter(filter), _left(options.first), _reader(options.policy), _rendering(withoutTime(options.rendering)) {
+    explicit Bytes(const DecodeOptions& options)
+        : _filter(options.scan),
+          _left(options.scan.first),
+          _reader(options.scan.policy),
+          _rendering(withoutTime(options.rendering)) {
         if (options.type.empty()) return;
         _identifier = Capture::identifierBytes(findMessage(options.type)->id);
     }
@@ -78,7 +66,7 @@ class Bytes {
     void decode(const std::string& where, std::string_view bytes) {
         const std::string packet = _identifier + std::string(bytes);
         if (!_reader.read(packet)) return complain(where, _reader.fault());
-        if (_left == 0 || !_filter.takes({}, _reader)) return;
+        if (_left == 0 || !_filter.takes({.bytes = packet})) return;
         --_left;
         _text.clear();
         _rendering.append({}, _reader, _text);
@@ -99,7 +87,7 @@ class Bytes {
         return options;
     }
 
-    const Filter& _filter;
+    const Filter _filter;
     uint64_t _left;
     std::string _identifier;
     MessageReader _reader;
@@ -109,9 +97,9 @@ class Bytes {
     int _exitCode = EXIT_FINE;
 };
 
-int decodeRaw(const DecodeOptions& options, const Filter& filter) {
+int decodeRaw(const DecodeOptions& options) {
     Capture::ByteWindow input(options.input);
-    Bytes bytes(options, filter);
+    Bytes bytes(options);
     Capture::whileRead([&] {
         bytes.decode(input.name(), input.peek(Capture::MAX_PACKET + 1));
         bytes.finish();
@@ -119,9 +107,9 @@ int decodeRaw(const DecodeOptions& options, const Filter& filter) {
     return bytes.exitCode();
 }
 
-int decodeHex(const DecodeOptions& options, const Filter& filter) {
+int decodeHex(const DecodeOptions& options) {
     LineReader lines(options.input, LONGEST_HEX);
-    Bytes bytes(options, filter);
+    Bytes bytes(options);
     Capture::whileRead([&] {
         for (std::string_view line; lines.next(line);) {
             const std::string where = fmt::format("{}:{}", lines.name(), lines.number());
@@ -141,16 +129,12 @@ int decodeHex(const DecodeOptions& options, const Filter& filter) {
 }
 
 int decode(DecodeOptions options) {
-    const Filter filter(options.filter);
-    options.rendering.display.secrets = options.redact ? Inspect::Secrets::hide : Inspect::Secrets::show;
+    options.rendering.time = options.scan.time;
+    options.rendering.display = options.scan.display;
     options.rendering.isColoured = options.rendering.format != Format::json && mayHaveColours(STDOUT_FILENO);
-    if (options.isRaw) return decodeRaw(options, filter);
-    if (options.isHex) return decodeHex(options, filter);
-    return decodeCapture(options, filter);
-}
-
-bool isPowerOfTen(std::string_view number) {
-    return number.starts_with('1') && number.find_first_not_of('0', 1) == number.npos;
+    if (options.isRaw) return decodeRaw(options);
+    if (options.isHex) return decodeHex(options);
+    return decodeCapture(options);
 }
 
 } // namespace
@@ -170,16 +154,10 @@ void addDecode(CLI::App& app, Commands& commands) {
     addChoice(*command, "--format", options->rendering.format,
               {{"line", Format::line}, {"lines", Format::lines}, {"json", Format::json}},
               "line, lines (a value per line) or json (a line each)");
-    addChoice(*command, "--time", options->rendering.time, {{"raw", TimeForm::raw}, {"utc", TimeForm::utc}},
-              "raw (seconds since 1970) or utc");
-    addNumber(*command, "--price-scale", options->rendering.display.priceScale,
-              "Divide prices and amounts by this power of ten for display; the protocol fixes no scale", 1)
-        ->check([](const std::string& text) { return isPowerOfTen(text) ? "" : text + " is no power of ten"; });
-    command->add_flag("--redact", options->redact, "Hide passwords and other secrets");
-    addPolicy(*command, options->policy);
-    addNumber(*command, "-n,--first", options->first, "Stop after so many messages");
-    Filter::addTo(*command, options->filter);
-    addExamples(*command, "Packets and bodies without a capture have no time. --where compares undivided values.",
+    addScanOptions(*command, options->scan);
+    addExamples(*command,
+                "Packets and bodies without a capture have no time. In JSON the times of stations stay numbers, which\n"
+                "encode reads back.",
                 {"$tool decode session.pcap | grep ' $message '", "$tool decode --message $message session.pcap",
                  "$tool decode --format json --price-scale 100000000 -n 3 session.pcap",
                  "$tool decode --format lines --time utc -n 2 session.pcap",

@@ -31,14 +31,15 @@ using Side = CaptureDiff::Side;
 struct DiffOptions {
     std::string a, b;
     std::vector<std::string> ignored;
-    uint64_t first = 20;
-    Inspect::Policy policy;
+    uint64_t shown = 20; ///< 0: all
+    ScanOptions scan;
 };
 
 /// A message without the fields that do not count.
 class Comparer {
   public:
-    explicit Comparer(const DiffOptions& options) : _ignored(options.ignored), _reader(options.policy) {}
+    explicit Comparer(const DiffOptions& options)
+        : _ignored(options.ignored), _display(options.scan.display), _reader(options.scan.policy) {}
 
     /// What counts of a packet if not all its bytes do: the values that are not ignored. Reading a pad can lose the end of
     /// its text, so that its values do not tell all.
@@ -91,27 +92,35 @@ class Comparer {
         return std::find(_ignored.begin(), _ignored.end(), field) != _ignored.end();
     }
 
-    std::vector<FlatField> fields() const { return flatFields(_reader.descriptor().id(), _reader.message(), _ignored); }
+    std::vector<FlatField> fields() const {
+        return flatFields(_reader.descriptor().id(), _reader.message(), _display, _ignored);
+    }
 
     std::vector<std::string> _ignored;
+    Inspect::Display _display;
     MessageReader _reader;
 };
 
-/// Reads a capture as far as it can be read.
+/// Reads what is taken of a capture, as far as it can be read.
 class Source {
   public:
-    Source(const std::string& path, Comparer& comparer)
-        : _path(path), _capture(openCapture(path)), _comparer(comparer) {}
+    Source(const std::string& path, const ScanOptions& options, Comparer& comparer)
+        : _path(path), _capture(openCapture(path)), _filter(options), _left(options.first), _comparer(comparer) {}
 
     bool next(Side& side) {
+        if (_left == 0) return false;
         Capture::Packet packet;
-        const bool isThere = _capture.next(packet);
-        if (const Capture::Damage* const damage = _capture.damage()) {
-            tellFault(fmt::format("{} after packet {}: {}", _path, _packets, damage->text()));
-            _isDamaged = true;
-        }
-        if (!isThere) return false;
-        side.number = ++_packets;
+        do {
+            const bool isThere = _capture.next(packet);
+            if (const Capture::Damage* const damage = _capture.damage()) {
+                tellFault(fmt::format("{} after packet {}: {}", _path, _packets, damage->text()));
+                _isDamaged = true;
+            }
+            if (!isThere) return false;
+            if (_packets++ == 0) _filter.beginAt(packet.time);
+        } while (!_filter.takes(packet));
+        --_left;
+        side.number = _packets;
         side.packet = packet.bytes;
         side.key = _comparer.key(side.packet);
         return true;
@@ -122,6 +131,8 @@ class Source {
   private:
     std::string _path;
     Capture::Reader _capture;
+    Filter _filter;
+    uint64_t _left;
     Comparer& _comparer;
     uint64_t _packets = 0;
     bool _isDamaged = false;
@@ -129,14 +140,14 @@ class Source {
 
 int diff(const DiffOptions& options) {
     Comparer comparer(options);
-    Source a(options.a, comparer), b(options.b, comparer);
+    Source a(options.a, options.scan, comparer), b(options.b, options.scan, comparer);
     Capture::Output output;
     uint64_t told = 0;
 
     CaptureDiff diff(
         [&](Side& side) { return a.next(side); }, [&](Side& side) { return b.next(side); },
         [&](const Side* inA, const Side* inB) {
-            if (options.first != 0 && told == options.first) return;
+            if (options.shown != 0 && told == options.shown) return;
             ++told;
             if (inB == nullptr) {
                 output.append(visible(fmt::format("< {} {}", inA->number, comparer.name(inA->packet))));
@@ -175,12 +186,13 @@ void addDiff(CLI::App& app, Commands& commands) {
         ->delimiter(',')
         ->check(isField())
         ->allow_extra_args(false);
-    addPolicy(*command, options->policy);
-    addNumber(*command, "--first", options->first, "Show that many messages that differ; 0 shows all")
+    addScanOptions(*command, options->scan);
+    addNumber(*command, "--differences", options->shown, "Show that many messages that differ; 0 shows all")
         ->capture_default_str();
     addExamples(
         *command,
-        "Identifiers and bodies are compared, not the packets' times. A message that is in one capture only is told\n"
+        "Secrets are never shown. Identifiers and bodies are compared, not the packets' times. A message that is in "
+        "one capture only is told\n"
         "as < or > with its packet's number, a pair of the same type that differs as ! with both numbers and the\n"
         "fields that differ. Where the captures part, up to 16,384 packets or 16 MB of each are searched for the "
         "place\n"

@@ -25,7 +25,7 @@ struct StatsOptions {
     std::string capture;
     bool json = false;
     bool plot = false;
-    Inspect::Policy policy;
+    ScanOptions scan;
 };
 
 std::vector<std::string> row(std::string_view name, const Traffic& it, double seconds) {
@@ -87,7 +87,7 @@ std::string plotSizes(const Histogram& sizes, std::size_t width) {
 
 int stats(const StatsOptions& options) {
     TrafficStats stats;
-    CaptureScan scan(options.policy);
+    CaptureScan scan(options.scan);
     scan.run(options.capture,
              [&](const Capture::Packet& packet, const MessageReader& reader) { stats.add(packet, reader); });
 
@@ -111,7 +111,7 @@ void addStats(CLI::App& app, Commands& commands) {
     command->add_option("capture", options->capture, "The capture to read; - is standard input")
         ->required()
         ->type_name(FILE_VALUE);
-    addPolicy(*command, options->policy);
+    addScanOptions(*command, options->scan);
     CLI::Option* const json = command->add_flag("--json", options->json, "As JSON instead of a table");
     command->add_flag("--plot", options->plot, "Draw rate over time and sizes, too")->excludes(json);
     addExamples(*command,

@@ -21,8 +21,8 @@ namespace {
 
 struct VerifyOptions {
     std::string capture;
-    Inspect::Policy policy = Inspect::whole;
-    uint64_t first = 10;
+    ScanOptions scan;
+    uint64_t listed = 10;
 };
 
 struct Count {
@@ -33,17 +33,17 @@ class Report {
   public:
     explicit Report(const VerifyOptions& options) : _options(options) {}
 
-    void add(const Capture::Packet& packet, uint64_t originalLength) {
+    void add(const Capture::Packet& packet, uint64_t number, uint64_t originalLength) {
         ++_packets;
-        const std::string where = fmt::format("packet {} at offset {}", _packets, packet.offset);
+        const auto where = [&] { return fmt::format("packet {} at offset {}", number, packet.offset); };
         if (originalLength != packet.bytes.size()) {
             if (packet.bytes.size() >= Capture::IDENTIFIER_SIZE) ++_byMessage[Capture::identifierOf(packet.bytes)].bad;
-            return fault("cut by the capture", where, cutText(packet, originalLength));
+            return fault("cut by the capture", where(), cutText(packet, originalLength));
         }
-        if (packet.bytes.size() < Capture::IDENTIFIER_SIZE) return fault("no identifier", where, "");
+        if (packet.bytes.size() < Capture::IDENTIFIER_SIZE) return fault("no identifier", where(), "");
         const Velmora::MsgType_t id = Capture::identifierOf(packet.bytes);
-        const Inspect::Result result =
-            Capture::verifyBody(thisTool.protocol, id, packet.bytes.substr(Capture::IDENTIFIER_SIZE), _options.policy);
+        const Inspect::Result result = Capture::verifyBody(
+            thisTool.protocol, id, packet.bytes.substr(Capture::IDENTIFIER_SIZE), _options.scan.policy);
         if (result) {
             ++_sound;
             ++_byMessage[id].sound;
@@ -51,12 +51,12 @@ class Report {
         }
         ++_byMessage[id].bad;
         const Inspect::TypeInfo* const type = Inspect::reflect(thisTool.protocol, id);
-        fault(Inspect::to_string(result.fault), where,
+        fault(Inspect::to_string(result.fault), where(),
               type != nullptr ? fmt::format("{}: {}", type->name, result.text()) : result.text());
     }
 
-    void add(const Capture::Damage& damage) {
-        fault("damaged record", fmt::format("after packet {}", _packets), damage.text());
+    void add(const Capture::Damage& damage, uint64_t after) {
+        fault("damaged record", fmt::format("after packet {}", after), damage.text());
     }
 
     std::string text() const {
@@ -80,7 +80,7 @@ class Report {
   private:
     void fault(const std::string& kind, const std::string& where, const std::string& what) {
         ++_byFault[kind];
-        if (_first.size() < _options.first)
+        if (_first.size() < _options.listed)
             _first.push_back(what.empty() ? fmt::format("{}: {}\n", where, kind)
                                           : fmt::format("{}: {}\n", where, what));
     }
@@ -93,13 +93,19 @@ class Report {
 };
 
 int verify(const VerifyOptions& options) {
+    Filter filter(options.scan);
     Capture::Reader capture = openCapture(options.capture);
     Report report(options);
     Capture::Packet packet;
-    for (bool isThere = true; isThere;) {
-        isThere = capture.next(packet);
-        if (capture.damage() != nullptr) report.add(*capture.damage());
-        if (isThere) report.add(packet, capture.originalLength());
+    uint64_t left = options.scan.first;
+    for (uint64_t number = 1; left != 0; ++number) {
+        const bool isThere = capture.next(packet);
+        if (capture.damage() != nullptr) report.add(*capture.damage(), number - 1);
+        if (!isThere) break;
+        if (number == 1) filter.beginAt(packet.time);
+        if (!filter.takes(packet)) continue;
+        report.add(packet, number, capture.originalLength());
+        --left;
     }
     Capture::writeText(report.text());
     return report.exitCode();
@@ -113,9 +119,9 @@ void addVerify(CLI::App& app, Commands& commands) {
     command->add_option("capture", options->capture, "The capture to read; - is standard input")
         ->required()
         ->type_name(FILE_VALUE);
-    addPolicy(*command, options->policy);
-    addNumber(*command, "--first", options->first, "How many faults to list")->capture_default_str();
-    addExamples(*command, "", {"$tool verify session.pcap", "$tool verify --policy strict --first 3 session.pcap"});
+    addScanOptions(*command, options->scan);
+    addNumber(*command, "--list", options->listed, "How many faults to list")->capture_default_str();
+    addExamples(*command, "", {"$tool verify session.pcap", "$tool verify --policy strict --list 3 session.pcap"});
     commands.push_back({command, [options] { return verify(*options); }});
 }
 

@@ -26,17 +26,29 @@ std::string cutText(const Capture::Packet& packet, uint64_t originalLength) {
                        timeText(packet.time));
 }
 
-/// What is wrong with the packet; empty if the reader holds its message.
-std::string CaptureScan::judge(const Capture::Packet& packet, uint64_t originalLength, MessageReader& reader) {
-    if (originalLength != packet.bytes.size()) return cutText(packet, originalLength);
-    return reader.read(packet.bytes) ? "" : reader.fault();
+/// If the packet is taken, the reader holds its message; if it is bad, `fault` says what is wrong with it.
+CaptureScan::Verdict CaptureScan::judge(const Capture::Packet& packet, uint64_t originalLength, MessageReader& reader,
+                                        std::string& fault) const {
+    if (originalLength != packet.bytes.size()) {
+        fault = cutText(packet, originalLength);
+        return Verdict::bad;
+    }
+    const bool isTaken = _filter.takes(packet);
+    if (isTaken ? reader.read(packet.bytes) : reader.verify(packet.bytes))
+        return isTaken ? Verdict::taken : Verdict::passedOver;
+    fault = reader.fault();
+    return Verdict::bad;
+}
+
+void CaptureScan::beginAt(int64_t time) {
+    _begin = time;
+    _filter.beginAt(time);
 }
 
 bool CaptureScan::fill(Capture::Reader& capture, Batch& batch) {
     batch.bytes.clear();
     batch.items.clear();
     batch.damages.clear();
-    batch.messages = 0;
     batch.faults.clear();
     batch.text.clear();
     batch.pieces.clear();
@@ -53,6 +65,7 @@ bool CaptureScan::fill(Capture::Reader& capture, Batch& batch) {
         }
         if (const Capture::Damage* const damage = capture.damage()) batch.damages.push_back({_read, 0, damage->text()});
         if (!isThere) break;
+        if (_read == 0) beginAt(packet.time);
         batch.items.push_back(
             {packet.time, packet.offset, ++_read, capture.originalLength(), batch.bytes.size(), packet.bytes.size()});
         batch.bytes.append(packet.bytes);
@@ -61,8 +74,8 @@ bool CaptureScan::fill(Capture::Reader& capture, Batch& batch) {
     return !batch.items.empty() || !batch.damages.empty();
 }
 
-/// Counts and tells of what the batch holds up to packet `last`.
-void CaptureScan::settle(const Batch& batch, uint64_t last) {
+/// Counts and tells of what the batch holds up to packet `last`, of which `taken` are taken.
+void CaptureScan::settle(const Batch& batch, uint64_t last, uint64_t taken) {
     auto damage = batch.damages.begin();
     for (const Fault& fault : batch.faults) {
         for (; damage != batch.damages.end() && damage->packet < fault.packet; ++damage)
@@ -72,24 +85,20 @@ void CaptureScan::settle(const Batch& batch, uint64_t last) {
     for (; damage != batch.damages.end(); ++damage)
         if (damage->packet < last) note(*damage);
 
-    uint64_t left = 0;
     for (const Item& item : batch.items) {
-        if (item.number > last) {
-            ++left;
-        } else {
-            ++_packets;
-            _bytes += item.size;
-        }
+        if (item.number > last) break;
+        ++_packets;
+        _bytes += item.size;
     }
-    for (const Fault& fault : batch.faults)
-        if (fault.packet > last) --left;
-    _messages += batch.messages - left;
+    _messages += taken;
+    _left -= taken;
 }
 
 bool CaptureScan::next(Capture::Reader& capture, Capture::Packet& packet) {
     const bool isThere = capture.next(packet);
     if (const Capture::Damage* const damage = capture.damage()) note({_packets, 0, damage->text()});
     if (!isThere) return false;
+    if (_packets == 0) beginAt(packet.time);
     if (++_packets % 1024 == 0) _progress.update(capture.position(), capture.fileSize());
     _bytes += packet.bytes.size();
     _offset = packet.offset;
@@ -109,11 +118,11 @@ void CaptureScan::note(const Fault& fault) {
         tellFault(fmt::format("packet {} at offset {}: {}", fault.packet, fault.offset, fault.text));
 }
 
-void CaptureScan::summarize(uint64_t shown) {
+void CaptureScan::summarize() {
     _progress.clear();
     const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - _start).count();
-    const double rate = seconds > 0 ? static_cast<double>(shown) / seconds : 0;
-    tell(fmt::format("{}, {}, {:.3f} s, {:.0f} messages/s", Capture::counted(shown, "message"),
+    const double rate = seconds > 0 ? static_cast<double>(_messages) / seconds : 0;
+    tell(fmt::format("{}, {}, {:.3f} s, {:.0f} messages/s", Capture::counted(_messages, "message"),
                      Capture::counted(_bytes, "byte"), seconds, rate));
     if (_cut != 0)
         tell(fmt::format("{}, of which {}", Capture::counted(_bad, "fault"), Capture::counted(_cut, "cut packet")));

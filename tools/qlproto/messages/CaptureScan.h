@@ -19,6 +19,7 @@
 #include "Capture/Errors.h"
 #include "Capture/Reader.h"
 #include "tools/qlproto/Tool.h"
+#include "tools/qlproto/messages/Filter.h"
 #include "tools/qlproto/messages/MessageReader.h"
 #include "tools/qlproto/messages/OpenCapture.h"
 #include "tools/qlproto/messages/OrderedPipeline.h"
@@ -32,78 +33,74 @@ std::string cutText(const Capture::Packet& packet, uint64_t originalLength);
 
 class CaptureScan {
   public:
-    explicit CaptureScan(const Inspect::Policy& policy = Inspect::whole) : _policy(policy) {}
+    /// Throws FilterError.
+    explicit CaptureScan(const ScanOptions& options = {})
+        : _policy(options.policy), _filter(options), _left(options.first) {}
 
-    /// Calls `handle(packet, reader)` for each good message of the capture. Bad packets and damaged places are told on
-    /// standard error.
+    /// Calls `handle(packet, reader)` for each good message of the capture that the options take. What they do not take is
+    /// verified, but never decoded. Bad packets and damaged places are told on standard error.
     template <class Handle>
     void run(const std::string& path, Handle&& handle) {
         Capture::Reader capture = openCapture(path);
         MessageReader reader(_policy);
         Capture::Packet packet;
-        while (next(capture, packet)) {
-            const std::string fault = judge(packet, capture.originalLength(), reader);
-            if (!fault.empty()) {
+        std::string fault;
+        while (_left != 0 && next(capture, packet)) {
+            const Verdict verdict = judge(packet, capture.originalLength(), reader, fault);
+            if (verdict == Verdict::bad)
                 note({_packets, _offset, fault, capture.originalLength() != packet.bytes.size()});
-            } else {
-                ++_messages;
-                handle(packet, reader);
-            }
+            if (verdict != Verdict::taken) continue;
+            ++_messages;
+            --_left;
+            handle(packet, reader);
         }
     }
 
     /// As many as runParallel() can use.
     static std::size_t workers() { return std::max(1u, std::thread::hardware_concurrency()); }
 
-    /// What a message became: `text` up to `end`.
-    struct Piece {
-        uint64_t packet; ///< number, from 1
-        std::size_t end;
-    };
-
     /// The same on several threads. `handles[i](packet, reader, text)` is called on thread i with any part of the
-    /// messages; it appends what becomes of the message to `text` and may gather what does not depend on order.
-    /// `write(text, pieces)` gets the texts in order, a batch at a time, on the calling thread, and returns the number
-    /// of the last packet to take: MORE to go on. `flush()` is called before input is waited for.
-    static constexpr uint64_t MORE = UINT64_MAX;
+    /// messages; it appends what becomes of the message to `text`. `write(text)` gets the texts in order, a batch at a
+    /// time, on the calling thread. `flush()` is called before input is waited for.
     template <class Handle, class Write, class Flush>
     void runParallel(const std::string& path, std::vector<Handle>& handles, Write&& write, Flush&& flush) {
         Capture::Reader capture = openCapture(path);
+        if (_left == 0) return;
         std::deque<MessageReader> readers;
         while (readers.size() < handles.size()) readers.emplace_back(_policy);
         OrderedPipeline<Batch> pipeline(handles.size());
-        pipeline.run([&] { return capture.isReady(); },
-                     [&](Batch& batch) {
-                         if (!capture.isReady()) flush();
-                         return fill(capture, batch);
-                     },
-                     [&](Batch& batch, std::size_t worker) {
-                         for (const Item& item : batch.items) {
-                             const Capture::Packet packet = batch.packet(item);
-                             std::string fault = judge(packet, item.originalLength, readers[worker]);
-                             if (!fault.empty()) {
-                                 batch.faults.push_back(
-                                     {item.number, packet.offset, std::move(fault), item.originalLength != item.size});
-                                 continue;
-                             }
-                             ++batch.messages;
-                             const std::size_t before = batch.text.size();
-                             handles[worker](packet, readers[worker], batch.text);
-                             if (batch.text.size() != before) batch.pieces.push_back({item.number, batch.text.size()});
-                         }
-                     },
-                     [&](const Batch& batch) {
-                         uint64_t last = MORE;
-                         try {
-                             last = write(std::string_view(batch.text), batch.pieces);
-                         } catch (const Capture::ClosedPipe&) {
-                             settle(batch, MORE); // nobody reads on, but what is bad has been seen
-                             throw;
-                         }
-                         settle(batch, last);
-                         _progress.update(batch.end, capture.fileSize());
-                         return last == MORE;
-                     });
+        pipeline.run(
+            [&] { return capture.isReady(); },
+            [&](Batch& batch) {
+                if (!capture.isReady()) flush();
+                return fill(capture, batch);
+            },
+            [&](Batch& batch, std::size_t worker) {
+                std::string fault;
+                for (const Item& item : batch.items) {
+                    const Capture::Packet packet = batch.packet(item);
+                    switch (judge(packet, item.originalLength, readers[worker], fault)) {
+                    case Verdict::bad:
+                        batch.faults.push_back({item.number, packet.offset, fault, item.originalLength != item.size});
+                        break;
+                    case Verdict::taken:
+                        handles[worker](packet, readers[worker], batch.text);
+                        batch.pieces.push_back({item.number, batch.text.size()});
+                        break;
+                    case Verdict::passedOver:
+                        break;
+                    }
+                }
+            },
+            [&](const Batch& batch) {
+                const bool isLast = batch.pieces.size() >= _left;
+                const Piece last = isLast ? batch.pieces[_left - 1] : Piece{UINT64_MAX, batch.text.size()};
+                const uint64_t taken = isLast ? _left : batch.pieces.size();
+                settle(batch, last.packet, taken);
+                write(std::string_view(batch.text).substr(0, last.end));
+                _progress.update(batch.end, capture.fileSize());
+                return !isLast;
+            });
     }
 
     /// The same for what does not depend on the order of messages: each thread adds to a Gathered of its own; they are
@@ -117,8 +114,13 @@ class CaptureScan {
             }
         };
         std::vector<Handle> handles(workers());
-        const auto goOn = [](std::string_view, const std::vector<Piece>&) { return MORE; };
-        runParallel(path, handles, goOn, [] {});
+        if (_left != UINT64_MAX) // which are the first is known in their order alone
+            run(path, [&](const Capture::Packet& packet, const MessageReader& reader) {
+                handles[0].gathered.add(packet, reader);
+            });
+        else
+            runParallel(
+                path, handles, [](std::string_view) {}, [] {});
         for (std::size_t i = 1; i < handles.size(); ++i) handles[0].gathered.merge(handles[i].gathered);
         return std::move(handles[0].gathered);
     }
@@ -129,16 +131,22 @@ class CaptureScan {
     /// Tells of something that is wrong with the packet just read. Not for runParallel().
     void complain(const std::string& fault);
 
-    /// One line for people on standard error: messages, bytes, time and rate. The messages are the good ones that were
-    /// read, or `shown` if the command picks some of them.
-    void summarize() { summarize(_messages); }
-    void summarize(uint64_t shown);
+    /// One line for people on standard error: messages that were taken, bytes, time and rate.
+    void summarize();
 
-    uint64_t messages() const { return _messages; } ///< good ones
+    uint64_t messages() const { return _messages; } ///< that were taken
     uint64_t packets() const { return _packets; }
+    int64_t begin() const { return _begin; } ///< time of the first packet; 0 if there is none
     int exitCode() const { return _bad == 0 ? EXIT_FINE : EXIT_BAD_DATA; }
 
   private:
+    enum class Verdict { taken, passedOver, bad };
+
+    /// What a message became: text of its batch up to `end`.
+    struct Piece {
+        uint64_t packet; ///< number, from 1
+        std::size_t end;
+    };
     struct Item {
         int64_t time;
         uint64_t offset;
@@ -157,8 +165,7 @@ class CaptureScan {
         std::vector<Item> items;
         uint64_t end = 0;           ///< offset in the file
         std::vector<Fault> damages; ///< of the capture between packets
-        uint64_t messages = 0;
-        std::vector<Fault> faults; ///< of packets
+        std::vector<Fault> faults;  ///< of packets
         std::string text;
         std::vector<Piece> pieces;
 
@@ -167,14 +174,19 @@ class CaptureScan {
         }
     };
 
-    static std::string judge(const Capture::Packet& packet, uint64_t originalLength, MessageReader& reader);
+    Verdict judge(const Capture::Packet& packet, uint64_t originalLength, MessageReader& reader,
+                  std::string& fault) const;
+    void beginAt(int64_t time);
     bool fill(Capture::Reader& capture, Batch& batch);
-    void settle(const Batch& batch, uint64_t last);
+    void settle(const Batch& batch, uint64_t last, uint64_t taken);
     bool next(Capture::Reader& capture, Capture::Packet& packet);
     void note(const Fault& fault);
 
     const Inspect::Policy _policy;
+    Filter _filter;
+    uint64_t _left; ///< messages that may still be taken
     std::chrono::steady_clock::time_point _start = std::chrono::steady_clock::now();
+    int64_t _begin = 0;
     uint64_t _read = 0; ///< packets read ahead
     uint64_t _packets = 0;
     uint64_t _messages = 0;

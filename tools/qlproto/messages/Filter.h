@@ -1,25 +1,19 @@
 // Which messages a command takes: by name, family, identifier, time and values.
 //
 // Conditions of one kind are alternatives (either name), conditions of several kinds must all hold, and so must all
-// conditions on values.
+// conditions on values. These are read out of the bytes: no message is built to be passed over.
 #pragma once
 
-#include <array>
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
-#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "Capture/Packet.h"
-#include "Inspect/Values.h"
-#include "tools/qlproto/messages/MessageReader.h"
-
-namespace CLI {
-class App;
-}
+#include "Inspect/Selection.h"
+#include "tools/qlproto/messages/ScanOptions.h"
 
 namespace qlproto {
 
@@ -28,61 +22,68 @@ class FilterError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-/// A condition on a value: "side=BID", "contents.price>108000000", "clOrdID!=x".
+/// A condition on a value: "side=BID", "contents.price>1.08", "clOrdID!=x", "text~credit", "clOrdID~heron-*".
 ///
 /// The path is that of the field or the end of it; indices do not belong to it. It holds if it holds for any value of
-/// that path. Values are those of the wire, undivided. Sentinels are names (MAX, NMA, NDA, NA) and never greater or
-/// less than a number; enumerators are names or numbers, booleans true or false; texts compare byte by byte.
+/// that path. Prices are as they are shown, divided by the scale, all other numbers those of the wire. Sentinels are names
+/// (MAX, NMA, NDA, NA) and never greater or less than a number; enumerators are names or numbers, booleans true or false.
+/// Times of stations compare with dates, too. Texts compare byte by byte; "~" takes those that contain the text or, where
+/// it has a * or a ?, are of that pattern, "!~" the others.
 class Condition {
   public:
     /// Throws FilterError.
-    explicit Condition(const std::string& text);
+    explicit Condition(const std::string& text, TimeForm time = TimeForm::utc, int64_t priceScale = 1);
 
-    bool holds(Velmora::MsgType_t id, const void* message) const;
-
-    /// Whether a field of that path and kind can meet it; for the visitor below.
-    bool concerns(Inspect::Path path) const;
+    /// The values that it is about, of each message by INDEX.
+    const std::vector<Inspect::Selection>& values() const { return _values; }
     bool holds(const Inspect::Value& value) const;
 
   private:
-    enum class Relation { equal, unequal, less, lessOrEqual, greater, greaterOrEqual };
+    enum class Relation { equal, unequal, less, lessOrEqual, greater, greaterOrEqual, like, unlike };
 
+    class Search;
+
+    void parse(const std::string& text);
+    bool concerns(Inspect::Path path) const;
+    bool canMeet(const Inspect::ValueInfo& value, bool isTime) const;
+    std::optional<int64_t> operand(Inspect::Kind kind, const Inspect::EnumerationInfo* enumeration) const;
     template <class T>
     bool compare(const T& left, const T& right) const;
-    std::optional<int64_t> operand(const Inspect::Value& value) const;
+    bool isText() const { return _relation == Relation::like || _relation == Relation::unlike; }
 
     std::vector<std::string> _path;
     Relation _relation;
     std::string _operand;
-    std::optional<int64_t> _number;   ///< the operand as a number, if it is one
-    std::optional<int64_t> _sentinel; ///< the operand, if it names one
+    // The operand as what it can be.
+    std::optional<int64_t> _number, _price, _time, _sentinel;
+    std::optional<uint64_t> _unsigned;
+    std::optional<double> _real;
+    std::vector<std::pair<const Inspect::EnumerationInfo*, int64_t>> _enumerators;
+    std::vector<Inspect::Selection> _values;
 };
 
 class Filter {
   public:
-    struct Options {
-        std::vector<std::string> names;    ///< with * and ?
-        std::vector<std::string> families; ///< as the tool has them
-        std::vector<std::string> ids;      ///< decimal or 0x..., of messages
-        std::vector<std::string> where;
-        std::string from, to; ///< see parseTime
-    };
-
-    /// Adds the options to a command.
-    static void addTo(CLI::App& command, Options& options);
-
-    /// Takes everything.
-    Filter() { _isTaken.fill(true); }
-
     /// Throws FilterError.
-    explicit Filter(const Options& options);
+    explicit Filter(const ScanOptions& options);
 
-    bool takes(const Capture::Packet& packet, const MessageReader& reader) const;
+    /// When the capture begins: by then times of day are those of that day.
+    void beginAt(int64_t time);
+
+    /// Of a body that is refused under the policy, whether its values before the fault are taken. Packets of no known
+    /// message are taken.
+    bool takes(const Capture::Packet& packet) const;
 
   private:
-    std::array<bool, 65536> _isTaken; ///< by identifier
+    bool meetsAll(std::string_view body, std::size_t index) const;
+
+    Inspect::Policy _policy;
+    TimeForm _form;
+    std::vector<bool> _isTaken; ///< by INDEX
     std::vector<Condition> _where;
+    bool _takesAll;
     int64_t _from = INT64_MIN, _to = INT64_MAX;
+    std::optional<int64_t> _fromClock, _toClock;
 };
 
 } // namespace qlproto

@@ -12,7 +12,8 @@ namespace qlproto {
 MessageReader::MessageReader(const Inspect::Policy& policy)
     : _policy(policy), _block(std::make_unique_for_overwrite<char[]>(BLOCK)) {}
 
-bool MessageReader::read(std::string_view packet) {
+/// Finds the message by its identifier.
+bool MessageReader::begin(std::string_view packet) {
     _message = {};
     if (packet.size() < Capture::IDENTIFIER_SIZE)
         return bad(fmt::format("{} cannot hold an identifier", Capture::counted(packet.size(), "byte")));
@@ -24,6 +25,18 @@ bool MessageReader::read(std::string_view packet) {
     if (_descriptor == nullptr) return bad(fmt::format("unknown message identifier {} (0x{:04X})", id, id));
 
     _body = packet.substr(Capture::IDENTIFIER_SIZE);
+    return true;
+}
+
+bool MessageReader::verify(std::string_view packet) {
+    if (!begin(packet)) return false;
+    const Inspect::Result result = Capture::verifyBody(thisTool.protocol, _descriptor->id(), _body, _policy);
+    return result ? true : bad(fmt::format("{}: {}", _descriptor->name(), result.text()));
+}
+
+bool MessageReader::read(std::string_view packet) {
+    if (!begin(packet)) return false;
+    const Velmora::MsgType_t id = _descriptor->id();
     _alloc = Velmora::BufferAllocator(_block.get(), static_cast<int>(BLOCK), "qlproto", _descriptor->name());
     if (!Capture::isPad(thisTool.protocol, id)) {
         _message = Inspect::decode_verified(thisTool.protocol, id, _body, _alloc, _policy);

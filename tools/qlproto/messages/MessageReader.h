@@ -25,6 +25,9 @@ class MessageReader {
     /// Decodes the message of a packet. False if it is bad by the policy; fault() then says why and there is no message.
     bool read(std::string_view packet);
 
+    /// The same without decoding it: there is no message then either way.
+    bool verify(std::string_view packet);
+
     /// One line: "TimerMessage: truncated at byte 0 (tqid)"; bytes count from the body's begin.
     const std::string& fault() const { return _fault; }
 
@@ -34,6 +37,7 @@ class MessageReader {
     std::string_view body() const { return _body; }
 
   private:
+    bool begin(std::string_view packet);
     bool bad(std::string fault);
 
     // A verified body takes at most 33 bytes of block for each of its own, besides the object. Pages that no message

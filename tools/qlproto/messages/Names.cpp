@@ -4,6 +4,7 @@
 #include <numeric>
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include "tools/qlproto/Tool.h"
 #include "tools/qlproto/commands/Arguments.h"
@@ -141,7 +142,16 @@ std::string noSuchMessage(std::string_view nameOrId) {
 }
 
 std::string noSuchField(std::string_view name) {
-    return suggesting(fmt::format("no message has a field '{}'", name), name, fieldNames());
+    const std::string_view last = name.substr(name.rfind('.') + 1); // of a path
+    return suggesting(fmt::format("no message has a field '{}'", name), last, fieldNames());
+}
+
+std::string noSuchEnumerator(const Inspect::EnumerationInfo& enumeration, std::string_view name) {
+    Names names;
+    for (const Inspect::EnumeratorInfo& it : enumeration.enumerators) names.push_back(it.name);
+    std::string text = noneNamed(std::string(enumeration.name).c_str(), name, names);
+    if (!text.ends_with('?')) text += fmt::format("; there are {}", fmt::join(names, ", "));
+    return text;
 }
 
 CLI::Validator isMessage() {

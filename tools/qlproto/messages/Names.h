@@ -37,6 +37,9 @@ std::string noSuchMessage(std::string_view nameOrId);
 /// "no message has a field 'timeApiClent'; did you mean timeApiClient?"
 std::string noSuchField(std::string_view name);
 
+/// "no Side is named 'BDI'; did you mean BID?", or else all names that there are.
+std::string noSuchEnumerator(const Inspect::EnumerationInfo& enumeration, std::string_view name);
+
 CLI::Validator isMessage();     ///< a MESSAGE_VALUE, by name or identifier
 CLI::Validator isIdentifier();  ///< a number that is the identifier of a message
 CLI::Validator isType();        ///< a TYPE_VALUE

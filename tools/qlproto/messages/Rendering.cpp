@@ -26,10 +26,8 @@ class ValueLines : public Inspect::ValueVisitor {
             _text += Inspect::HIDDEN;
         else if (value.is_text())
             appendQuoted(value.text);
-        else if (value.kind == Inspect::Kind::price)
-            _text += Inspect::scaled_text(value.number, _display.priceScale);
         else
-            _text += Inspect::number_text(value);
+            _text += Inspect::number_text(value, _display);
         _text += '\n';
         return true;
     }

@@ -20,9 +20,9 @@ bool isStationTime(std::string_view path) {
 }
 
 /// The fields that are set, but for the stations' times: the step's own time and gap tell enough.
-std::string describe(const MessageReader& reader) {
+std::string describe(const MessageReader& reader, const Inspect::Display& display) {
     std::string text;
-    for (const FlatField& field : flatFields(reader.descriptor().id(), reader.message())) {
+    for (const FlatField& field : flatFields(reader.descriptor().id(), reader.message(), display)) {
         if (!field.isSet || isStationTime(field.path)) continue;
         const std::string_view path = field.path;
         constexpr std::string_view usual = "contents.";
@@ -35,29 +35,29 @@ std::string describe(const MessageReader& reader) {
 
 } // namespace
 
-std::string traceTable(const std::vector<Trace::Step>& steps, const Inspect::Policy& policy) {
+std::string traceTable(const std::vector<Trace::Step>& steps, const ScanOptions& options) {
     Table table({"packet", "time", "gap", "message", "fields"}, 5);
-    MessageReader reader(policy);
+    MessageReader reader(options.policy);
     int64_t before = steps.empty() ? 0 : steps.front().time;
     for (const Trace::Step& step : steps) {
         reader.read(step.packet);
-        table.add({std::to_string(step.number), timeText(step.time), '+' + readableDuration(step.time - before),
-                   reader.descriptor().name(), describe(reader)});
+        table.add({std::to_string(step.number), timeText(step.time, options.time),
+                   '+' + readableDuration(step.time - before), reader.descriptor().name(),
+                   describe(reader, options.display)});
         before = step.time;
     }
     return table.text();
 }
 
-std::string traceLines(const std::vector<Trace::Step>& steps, const Inspect::Policy& policy,
-                       const Inspect::Display& display) {
+std::string traceLines(const std::vector<Trace::Step>& steps, const ScanOptions& options) {
     std::string text;
-    MessageReader reader(policy);
+    MessageReader reader(options.policy);
     int64_t before = steps.empty() ? 0 : steps.front().time;
     for (const Trace::Step& step : steps) {
         reader.read(step.packet);
         MessageLineWriter line(text);
-        line.time(step.time, TimeForm::raw);
-        line.message(reader, display);
+        line.time(step.time, options.time);
+        line.message(reader, options.display);
         line.member("packet", std::to_string(step.number));
         line.member("gap", std::to_string(step.time - before));
         line.end();

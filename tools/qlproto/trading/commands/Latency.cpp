@@ -22,7 +22,7 @@ using Hop = LatencyStats::Hop;
 struct LatencyOptions {
     std::string capture;
     bool json = false;
-    Inspect::Policy policy;
+    ScanOptions scan;
 };
 
 void add(Table& table, std::string_view name, const std::vector<Hop>& hops) {
@@ -85,7 +85,7 @@ std::string json(const LatencyStats& stats) {
 }
 
 int latency(const LatencyOptions& options) {
-    CaptureScan scan(options.policy);
+    CaptureScan scan(options.scan);
     const LatencyStats stats = scan.gather<LatencyStats>(options.capture);
     Capture::writeText(options.json ? json(stats) : table(stats));
     scan.summarize();
@@ -100,7 +100,7 @@ void addLatency(CLI::App& app, Commands& commands) {
     command->add_option("capture", options->capture, "The capture to read; - is standard input")
         ->required()
         ->type_name(FILE_VALUE);
-    addPolicy(*command, options->policy);
+    addScanOptions(*command, options->scan);
     command->add_flag("--json", options->json, "As JSON instead of a table, durations in nanoseconds");
     command->footer(
         "Hops are between the stations that stamp their time into a message: exchange, arrival, handler, enhanced,\n"

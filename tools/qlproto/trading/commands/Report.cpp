@@ -27,7 +27,7 @@ using Traffic = TrafficStats::Traffic;
 struct ReportOptions {
     std::string capture;
     std::string output;
-    Inspect::Policy policy;
+    ScanOptions scan;
 };
 
 struct Findings {
@@ -101,14 +101,14 @@ ordered_json faults(const FaultLog& faults) {
     return json;
 }
 
-ordered_json data(const std::string& capture, const Findings& findings) {
+ordered_json data(const std::string& capture, const Findings& findings, TimeForm form) {
     const Traffic overall = findings.traffic.overall();
     const double seconds = overall.overTime.seconds();
     const std::vector<std::size_t> byFrequency = findings.traffic.byFrequency();
 
     ordered_json json;
     json["capture"] = capture == "-" ? "standard input" : capture;
-    json["first"] = overall.overTime.isEmpty() ? "" : timeText(overall.overTime.first());
+    json["first"] = overall.overTime.isEmpty() ? "" : timeText(overall.overTime.first(), form);
     json["seconds"] = seconds;
     json["all"] = trafficJson(overall, seconds);
     json["messages"] = ordered_json::array();
@@ -158,11 +158,11 @@ std::string page(const std::string& data) {
 
 int report(const ReportOptions& options) {
     Findings findings;
-    CaptureScan scan(options.policy);
+    CaptureScan scan(options.scan);
     scan.onFault([&](uint64_t packet, const std::string& fault) { findings.faults.add(packet, fault); });
     scan.run(options.capture,
              [&](const Capture::Packet& packet, const MessageReader& reader) { findings.add(packet, reader); });
-    Capture::writeText(page(embeddable(data(options.capture, findings))), options.output);
+    Capture::writeText(page(embeddable(data(options.capture, findings, options.scan.time))), options.output);
     tellOutOfTime(findings.traffic);
     scan.summarize();
     return scan.exitCode();
@@ -176,7 +176,7 @@ void addReport(CLI::App& app, Commands& commands) {
     command->add_option("capture", options->capture, "The capture to read; - is standard input")
         ->required()
         ->type_name(FILE_VALUE);
-    addPolicy(*command, options->policy);
+    addScanOptions(*command, options->scan);
     command->add_option("-o,--output", options->output, "The page to write, HTML; - is standard output")
         ->required()
         ->type_name(FILE_VALUE);

@@ -24,8 +24,7 @@ struct TraceOptions {
     std::string quote;
     std::optional<int32_t> user;
     bool json = false;
-    bool redact = false;
-    Inspect::Policy policy;
+    ScanOptions scan;
 };
 
 int trace(const TraceOptions& options) {
@@ -36,17 +35,21 @@ int trace(const TraceOptions& options) {
                              : !options.quote.empty() ? options.quote
                                                       : std::to_string(*options.user);
     Trace trace(rule, name, options.user);
-    CaptureScan scan(options.policy);
+    // A message that is not to be shown can be the one that leads to those that are.
+    CaptureScan scan({.policy = options.scan.policy});
+    Filter filter(options.scan);
     scan.run(options.capture, [&](const Capture::Packet& packet, const MessageReader& reader) {
         trace.add(packet, reader, scan.packets());
     });
 
-    const std::vector<Trace::Step> steps = trace.steps();
+    filter.beginAt(scan.begin());
+    std::vector<Trace::Step> steps = trace.steps();
+    std::erase_if(steps, [&](const Trace::Step& it) { return !filter.takes({it.time, it.packet}); });
+    if (options.scan.first < steps.size()) steps.resize(options.scan.first);
     if (options.json)
-        Capture::writeText(traceLines(steps, options.policy,
-                                      {.secrets = options.redact ? Inspect::Secrets::hide : Inspect::Secrets::show}));
+        Capture::writeText(traceLines(steps, options.scan));
     else if (!steps.empty())
-        Capture::writeText(traceTable(steps, options.policy));
+        Capture::writeText(traceTable(steps, options.scan));
     tell(steps.empty() ? fmt::format("nothing is known of {}", name)
                        : fmt::format("{} in {}", Capture::counted(steps.size(), "step"),
                                      readableDuration(steps.back().time - steps.front().time)));
@@ -61,7 +64,7 @@ void addTrace(CLI::App& app, Commands& commands) {
     command->add_option("capture", options->capture, "The capture to read; - is standard input")
         ->required()
         ->type_name(FILE_VALUE);
-    addPolicy(*command, options->policy);
+    addScanOptions(*command, options->scan);
     CLI::Option* const order =
         command->add_option("--order", options->order, "An order, by its clOrdID, orderID or exOrdID")
             ->check(isNotEmpty());
@@ -77,14 +80,12 @@ void addTrace(CLI::App& app, Commands& commands) {
     });
     command->add_flag("--json", options->json,
                       "A line of JSON for each message, as of decode --format json, instead of a table");
-    command->add_flag("--redact", options->redact,
-                      "Hide passwords and other secrets in JSON, as the table always does");
     command->footer(
         "An order is followed from identifier to identifier: clOrdID, orderID and exOrdID, the new clOrdID of a\n"
         "modified order, the cancellation of all orders that canceled it, the acknowledgement of its execution. The\n"
         "capture is read once; messages that may belong are kept until its end, in a temporary file if they are many.\n"
         "Steps are in order of the packets' time, each with the gap to the one before and its fields that are set,\n"
-        "except for the times of the stations.\n\n"
+        "except for the times of the stations. Filters choose among the steps. The table always hides secrets.\n\n"
         "Examples:\n"
         "  qlproto trace session.pcap --order heron-1\n"
         "  qlproto trace session.pcap --quote QR1\n"

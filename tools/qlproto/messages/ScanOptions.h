@@ -1,0 +1,33 @@
+// What all commands that read captures let users choose: which messages they take, and how these are shown.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "Inspect/Display.h"
+#include "Inspect/Verify.h"
+#include "tools/qlproto/terminal/TimeText.h"
+
+namespace CLI {
+class App;
+}
+
+namespace qlproto {
+
+struct ScanOptions {
+    Inspect::Policy policy = Inspect::whole;
+    std::vector<std::string> names = {};    ///< with * and ?
+    std::vector<std::string> families = {}; ///< as the tool has them
+    std::vector<std::string> ids = {};      ///< decimal or 0x..., of messages
+    std::vector<std::string> where = {};    ///< see Condition
+    std::string from = {}, to = {};         ///< see parseTime and parseClock
+    uint64_t first = UINT64_MAX;            ///< messages at most
+    TimeForm time = TimeForm::raw;
+    Inspect::Display display = {};
+};
+
+/// Adds the options to a command.
+void addScanOptions(CLI::App& command, ScanOptions& options);
+
+} // namespace qlproto
