@@ -108,7 +108,7 @@ foreach(component IN LISTS CPACK_COMPONENTS_ALL)
 endforeach()
 # The documents, the definition and the examples lie in the folders they have here, so that what refers to another finds it.
 set(documents ${CMAKE_INSTALL_DATADIR}/doc/libqlprotocol-dev)
-foreach(file docs/definition.md docs/evolution.md docs/own-protocol.md docs/wire-format.md docs/trust.md
+foreach(file docs/definition.md docs/evolution.md docs/framing.md docs/own-protocol.md docs/wire-format.md docs/trust.md
     generated/QLProtocol/Catalogue.md protocol/QLProtocol.xml protocol/QLProtocol.xsd)
     cmake_path(GET file PARENT_PATH folder)
     install(FILES ${file} DESTINATION ${documents}/${folder} COMPONENT development)
