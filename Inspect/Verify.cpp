@@ -53,7 +53,7 @@ const char* Judge::price(const char* p) {
     return next;
 }
 
-const char* Judge::length(const char* p, size_t& n) {
+const char* Judge::string(const char* p, size_t& n) {
     uint64_t value;
     const char* const text = varint(p, p, 16, value);
     if (text == nullptr) {
@@ -61,7 +61,7 @@ const char* Judge::length(const char* p, size_t& n) {
         return nullptr;
     }
     n = value & 0xFFFF;
-    return text;
+    return this->text(text, n, p);
 }
 
 const char* Judge::count(const char* p, size_t& n) {

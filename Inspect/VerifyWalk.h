@@ -14,6 +14,7 @@
 #include <concepts>
 #include <cstdint>
 #include <cstring>
+#include <emmintrin.h>
 #include <string_view>
 
 #include "Inspect/MessageTable.h"
@@ -48,23 +49,29 @@ template <class H>
 QL_FORCE_INLINE bool is_known(unsigned byte) {
     struct Set {
         uint64_t words[4] = {};
+        unsigned lowest = 255, highest = 0, count = 0;
     };
     static constexpr Set known = [] {
         Set set;
-        enumerators(of<H>{},
-                    [&](const char*, auto value) { set.words[(value & 0xFF) >> 6] |= uint64_t{1} << (value & 63); });
+        enumerators(of<H>{}, [&](const char*, auto value) {
+            const unsigned low = static_cast<unsigned>(value) & 0xFF;
+            set.count += (set.words[low >> 6] >> (low & 63) & 1) == 0;
+            set.words[low >> 6] |= uint64_t{1} << (low & 63);
+            set.lowest = std::min(set.lowest, low);
+            set.highest = std::max(set.highest, low);
+        });
         return set;
     }();
-    constexpr uint64_t first = known.words[0];
-    if constexpr ((known.words[1] | known.words[2] | known.words[3]) == 0)
-        return byte < 64 && (first >> byte & 1) != 0; // nearly all; needs no table
+    if constexpr (known.highest - known.lowest + 1 == known.count)
+        return byte - known.lowest <= known.highest - known.lowest; // nearly all; what lies below has wrapped around
     else
         return (known.words[byte >> 6] >> (byte & 63) & 1) != 0;
 }
 
 class Canonical {
   public:
-    Canonical(const char* begin, const char* end) : _end(end), _lastWord(end - begin >= 8 ? end - 8 : nullptr) {}
+    Canonical(const char* begin, const char* end)
+        : _end(end), _afterLook(end - begin >= LOOK ? reinterpret_cast<uintptr_t>(end - LOOK) + 1 : 0) {}
 
     QL_FORCE_INLINE const char* byte(const char* p) const { return p != _end ? p + 1 : refused(); }
     QL_FORCE_INLINE const char* boolean(const char* p) const {
@@ -77,23 +84,28 @@ class Canonical {
 
     template <unsigned Bits>
     QL_FORCE_INLINE const char* varint(const char* p) const {
-        if (p == _end) return refused();
-        return byte_at(p) < 0x80 ? p + 1 : long_varint<Bits>(p);
+        if (isRoomy(p)) return roomy_varint<Bits>(p);
+        return p != _end && signed_at(p) >= 0 ? p + 1 : last_number<Bits>(p);
     }
     QL_FORCE_INLINE const char* price(const char* p) const {
-        if (p == _end) return refused();
+        if (!isRoomy(p)) return last_price(p);
         const unsigned first = byte_at(p);
-        if ((first & 0x83) == 0) return p + 1;
-        if ((first & 0x03) == 0) return long_varint<PRICE>(p);
-        return first == 0x03 || first == 0x05 || first == 0x07 ? p + 1 : refused();
+        if (__builtin_expect((first & 0x83) == 0x80, 1)) return after_more<PRICE>(p);
+        return (first & 0x83) == 0 || is_sentinel(first) ? ended<1>(p) : refused();
     }
-    QL_FORCE_INLINE const char* length(const char* p, size_t& n) const {
+    /// A varint of 16 bits, and `n` characters, which is what it says.
+    QL_FORCE_INLINE const char* string(const char* p, size_t& n) const {
         if (p == _end) return refused();
         n = byte_at(p);
-        if (n < 0x80) return p + 1;
-        const Length length = long_length(p);
-        n = length.value;
-        return length.text;
+        uintptr_t after = reinterpret_cast<uintptr_t>(p) + 1; // a number: it may lie beyond the body
+        if (n >= 0x80) {
+            const Length length = long_length(p);
+            if (length.text == nullptr) return refused();
+            n = length.value;
+            after = reinterpret_cast<uintptr_t>(length.text);
+        }
+        after += n;
+        return after <= reinterpret_cast<uintptr_t>(_end) ? reinterpret_cast<const char*>(after) : refused();
     }
     QL_FORCE_INLINE const char* count(const char* p, size_t& n) const {
         if (p == _end) return refused();
@@ -105,76 +117,86 @@ class Canonical {
     }
     /// `n` bytes in a form that has no other.
     QL_FORCE_INLINE const char* fixed(const char* p, size_t n) const { return remaining(p) >= n ? p + n : refused(); }
-    /// The characters of a string whose length stands at `start`.
-    QL_FORCE_INLINE const char* text(const char* p, size_t n, const char*) const {
-        return remaining(p) >= n ? p + n : refused();
-    }
+    QL_FORCE_INLINE const char* text(const char* p, size_t n, const char*) const { return fixed(p, n); }
     /// Not asked: where elements are missing, the bytes run out.
     QL_FORCE_INLINE static bool can_hold(const char*, size_t, size_t, const char*) { return true; }
 
   private:
+    static constexpr std::ptrdiff_t LOOK = 9; ///< bytes that are looked at without a test
+
     /// No position. The empty statement keeps the compiler from choosing the next position without a branch: it would
     /// then wait for the bytes of this value, where the processor else goes on with the value it expects.
     QL_FORCE_INLINE static const char* refused() {
         __asm__ volatile("");
         return nullptr;
     }
+    /// After a number of N bytes. Each length has a branch of its own, for the same reason.
+    template <unsigned N>
+    QL_FORCE_INLINE static const char* ended(const char* p) {
+        p += N;
+        __asm__("" : "+r"(p));
+        if (p == nullptr) __builtin_unreachable(); // which it cannot know then
+        return p;
+    }
 
     size_t remaining(const char* p) const { return static_cast<size_t>(_end - p); }
+    /// Whether all of any number remains, a rare tenth byte apart.
+    QL_FORCE_INLINE bool isRoomy(const char* p) const {
+        return __builtin_expect(reinterpret_cast<uintptr_t>(p) < _afterLook, 1);
+    }
+
+    static bool is_sentinel(unsigned first) { return first == 0x03 || first == 0x05 || first == 0x07; }
+
+    /// Whether another byte follows each of eight.
+    QL_FORCE_INLINE static bool is_all_more(const char* p) {
+        return _mm_movemask_epi8(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p))) == 0xFF;
+    }
+    /// Negative where another byte follows.
+    static signed char signed_at(const char* p) { return static_cast<signed char>(*p); }
 
     /// The last byte of the longest varint of `Bits` bits is at most this.
     template <unsigned Bits>
-    static constexpr unsigned lastMax = (1u << (Bits - 7 * (longest(Bits) - 1))) - 1;
+    static constexpr int lastMax = (1 << (Bits - 7 * (longest(Bits) - 1))) - 1;
 
-    /// The bytes of a varint whose first eight are in `word`, of which `N` are known to continue; 0 if it is longer or
-    /// not canonical. By branches, not by counting bits: lengths repeat from message to message, so the processor goes
-    /// on to the next value at the length it expects instead of waiting for this one.
+    /// The end of a varint at `p`, of which N bytes continue. All tests are on single bytes: lengths repeat from message to
+    /// message, so the processor goes on to the next value at the length it expects instead of waiting for this one. A last
+    /// byte of zero adds nothing, which no canonical form has.
     template <unsigned Bits, unsigned N = 1>
-    QL_FORCE_INLINE static unsigned length_in_word(uint64_t word) {
-        constexpr unsigned most = longest(Bits);
-        if constexpr (N < 8 && N < most) {
-            const auto byte = static_cast<unsigned char>(word >> 8 * N);
-            if (byte >= 0x80) return length_in_word<Bits, N + 1>(word);
-            if (byte != 0 && (N + 1 < most || byte <= lastMax<Bits>)) return N + 1;
-        }
-        return 0;
-    }
-
-    /// The end of a varint whose first byte continues.
-    template <unsigned Bits>
-    QL_FORCE_INLINE const char* long_varint(const char* p) const {
-        constexpr unsigned most = longest(Bits);
-        uint64_t word;
-        if (p <= _lastWord) {
-            std::memcpy(&word, p, 8);
-        } else if (_lastWord != nullptr) {
-            // The last eight bytes, shifted so that the first is the one at `p`. The zeros that come in look like last
-            // bytes that add nothing, which no canonical form has.
-            std::memcpy(&word, _lastWord, 8);
-            word >>= 8 * (p - _lastWord);
+    QL_FORCE_INLINE const char* after_more(const char* p) const {
+        if constexpr (N + 1 == longest(Bits)) {
+            if (N >= LOOK && p + N == _end) return refused();
+            if (Bits == PRICE && is_all_more(p + 1)) return refused(); // perhaps a sentinel in its long form
+            return signed_at(p + N) > 0 && signed_at(p + N) <= lastMax<Bits> ? ended<N + 1>(p) : refused();
         } else {
-            return short_body<Bits>(p);
+            if (signed_at(p + N) > 0) return ended<N + 1>(p);
+            return signed_at(p + N) != 0 ? after_more<Bits, N + 1>(p) : refused();
         }
-        constexpr uint64_t continues = 0x8080808080808080u;
-        if (most <= 8 || (word & continues) != continues) {
-            const unsigned length = length_in_word<Bits>(word);
-            return length != 0 ? p + length : refused();
-        }
-        // Nine bytes or ten: times, and numbers near the limits.
-        static_assert(most <= 8 || most == 10);
-        if (remaining(p) > 8 && byte_at(p + 8) < 0x80) return byte_at(p + 8) != 0 ? p + 9 : refused();
-        if (remaining(p) < 10) return refused();
-        if (Bits == PRICE && word >> 8 == continues >> 8) return refused(); // perhaps a sentinel in its long form
-        return byte_at(p + 9) != 0 && byte_at(p + 9) <= lastMax<Bits> ? p + 10 : refused();
     }
 
-    /// The same in a body of fewer than eight bytes.
+    /// The end of a varint where nine bytes remain.
     template <unsigned Bits>
-    [[gnu::noinline]] const char* short_body(const char* p) const {
-        uint64_t word = 0;
-        std::memcpy(&word, p, remaining(p));
-        const unsigned length = length_in_word<Bits>(word);
-        return length != 0 ? p + length : refused();
+    QL_FORCE_INLINE const char* roomy_varint(const char* p) const {
+        if constexpr (longest(Bits) > LOOK) {
+            if (__builtin_expect(is_all_more(p), 1)) // times, and numbers near the limits
+                return after_more<Bits, 8>(p);
+        }
+        return signed_at(p) >= 0 ? ended<1>(p) : after_more<Bits>(p);
+    }
+
+    /// The end of a number of which fewer than nine bytes remain.
+    template <unsigned Bits>
+    [[gnu::noinline]] const char* last_number(const char* p) const {
+        for (unsigned n = 1; p != _end; ++n, ++p) {
+            if (signed_at(p) > 0)
+                return n < longest(Bits) || (n == longest(Bits) && signed_at(p) <= lastMax<Bits>) ? p + 1 : nullptr;
+            if (signed_at(p) == 0) return n == 1 ? p + 1 : nullptr;
+        }
+        return nullptr;
+    }
+
+    [[gnu::noinline]] const char* last_price(const char* p) const {
+        if (p == _end || (byte_at(p) & 0x03) == 0) return last_number<PRICE>(p);
+        return is_sentinel(byte_at(p)) ? p + 1 : nullptr;
     }
 
     /// Returned by value: what a call could change through its address would not stay in a register.
@@ -183,7 +205,7 @@ class Canonical {
         size_t value;
     };
     [[gnu::noinline]] Length long_length(const char* p) const {
-        const char* const text = long_varint<16>(p);
+        const char* const text = varint<16>(p);
         if (text == nullptr) return {nullptr, 0};
         size_t value = (byte_at(p) & 0x7Fu) | (byte_at(p + 1) & 0x7Fu) << 7;
         if (text - p == 3) value |= size_t{byte_at(p + 2)} << 14;
@@ -191,7 +213,7 @@ class Canonical {
     }
 
     const char* const _end;
-    const char* const _lastWord; // the last eight bytes of the body; null if it is shorter
+    const uintptr_t _afterLook; ///< the first position from which fewer than nine bytes remain; 0 in a body of so few
 };
 
 class Judge {
@@ -237,8 +259,9 @@ class Judge {
         return varint(p, p, Bits, value);
     }
     const char* price(const char* p);
-    const char* length(const char* p, size_t& n);
+    const char* string(const char* p, size_t& n);
     const char* count(const char* p, size_t& n);
+    /// The characters of a string whose length stands at `start`.
     const char* text(const char* p, size_t n, const char* start) {
         return remaining(p) >= n ? p + n : refuse(Fault::truncated, start);
     }
@@ -314,16 +337,16 @@ QL_FORCE_INLINE void check(of<E>, plain_t, Position& at, Walker& walker) {
 
 template <String T, class Encoding, class Walker>
 QL_FORCE_INLINE void check(of<T>, Encoding, Position& at, Walker& walker) {
-    size_t length;
+    size_t length = 0;
     const char* const start = at.p;
     if constexpr (std::same_as<Encoding, fixed_t>) {
         at.p = walker.fixed(start, 2);
-        if (at.p != nullptr) length = size_t{byte_at(start)} | size_t{byte_at(start + 1)} << 8;
+        if (at.p == nullptr) return;
+        length = size_t{byte_at(start)} | size_t{byte_at(start + 1)} << 8;
+        at.p = walker.text(at.p, length, start);
     } else {
-        at.p = walker.length(start, length);
+        at.p = walker.string(start, length);
     }
-    if (at.p == nullptr) return;
-    at.p = walker.text(at.p, length, start);
     at.blockBytes += length + 1;
 }
 

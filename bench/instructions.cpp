@@ -45,6 +45,10 @@ void countShape(const Shape<M>& shape) {
         const std::string_view body(ours.bodies[i].data(), ours.bodies[i].size());
         refused |= Inspect::decode_verified<T>(body, scratch.alloc).object.release() == nullptr;
     });
+    count(name + "/verify", [&](size_t i) {
+        const std::vector<char>& body = ours.bodies[i];
+        refused |= !Inspect::verify<T>(body.data(), body.data() + body.size(), Inspect::strict);
+    });
     count(name + "/compare", [&](size_t i) { keep ^= ours[i] == others[i]; });
     count(name + "/copy", [&](size_t i) { scratch.fresh<T>() = ours[i]; });
     count(name + "/print", [&](size_t i) {
