@@ -99,8 +99,7 @@ class Canonical {
         n = byte_at(p);
         uintptr_t after = reinterpret_cast<uintptr_t>(p) + 1; // a number: it may lie beyond the body
         if (n >= 0x80) {
-            const Length length = long_length(p);
-            if (length.text == nullptr) return refused();
+            const Length length = long_length(p); // null and 0 where it is refused
             n = length.value;
             after = reinterpret_cast<uintptr_t>(length.text);
         }

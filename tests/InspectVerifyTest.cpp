@@ -32,7 +32,7 @@ class Verify : public Module {
 
 struct Place {
     Velmora::MsgType_t id;
-    const char* before;
+    std::string before;
     std::string after;
     const char* path;
 };
@@ -46,11 +46,13 @@ std::string repeat(const char* text, size_t n) {
 /// The rest of a TradeCaptureMessage after origPrice: zeros, but for the side.
 const std::string behindPrice = repeat("00", 14) + "01" + repeat("00", 7);
 
-const std::map<std::string, Place> places = {
+const std::multimap<std::string, Place> places = {
     {"int16", {Quillon::MemBusConnectMessage::ID, "", "00", "id.appID"}},
     {"int32", {Quillon::TimerMessage::ID, "", "", "tqid"}},
     {"int64", {Quillon::HeartbeatTimerMessage::ID, "", "", "interval_ns"}},
     {"price", {Quillon::TradeCaptureMessage::ID, "00", behindPrice, "origPrice"}},
+    {"price",
+     {Quillon::OrderReceivedMessage::ID, repeat("00", 9) + "0100", "0100", "contents.price"}}, // among the last bytes
     {"string", {Quillon::JsonFromServer::ID, "", "", "contents"}},
     {"padding", {Quillon::PadMessage::ID, "", "", "padding"}},
     {"count", {Quillon::BatchesCompletedMessage::ID, "", "", "batchesCompleted"}},
@@ -122,8 +124,7 @@ TEST_F(Verify, FormsAreJudgedByThePolicyWhereverTheyStand) {
         // counts that the bytes cannot hold, whatever the policy
         {"count", {"01", "7f" + repeat("00", 126), "ffff" + repeat("00", 32766)}, Fault::countBeyondBytes},
     };
-    const auto judge = [&](const Forms& form, const std::string& bytes) {
-        const Place& place = places.at(form.kind);
+    const auto judge = [&](const Forms& form, const std::string& bytes, const Place& place) {
         SCOPED_TRACE(std::string(form.kind) + " " + bytes.substr(0, 40));
         const std::string before = unhex(place.before);
         const std::string body = before + unhex(bytes) + unhex(place.after);
@@ -177,7 +178,8 @@ TEST_F(Verify, FormsAreJudgedByThePolicyWhereverTheyStand) {
             EXPECT_FALSE(verifyWith({body.data(), size}, tolerant)) << size;
     };
     for (const Forms& forms : all)
-        for (const std::string& bytes : forms.bytes) judge(forms, bytes);
+        for (const std::string& bytes : forms.bytes)
+            for (auto [at, end] = places.equal_range(forms.kind); at != end; ++at) judge(forms, bytes, at->second);
 }
 
 TEST_F(Verify, WhatIsNotAValueIsToldToo) {
