@@ -13,16 +13,17 @@
 
 namespace bench {
 
-/// Measures op(i), with i going round all messages of the shape. `op` keeps alive what it works on.
+/// Measures op(i), with i going round all messages of the shape, or `count`. `op` keeps alive what it works on.
 template <class Op>
-void measure(const std::string& shape, const std::string& operation, const std::string& who, Op op, double bytes = 0) {
+void measure(const std::string& shape, const std::string& operation, const std::string& who, Op op, double bytes = 0,
+             size_t count = distinct) {
     const std::string name = shape + "/" + operation + "/" + who;
-    benchmark::RegisterBenchmark(name.c_str(), [op = std::move(op), bytes](benchmark::State& state) mutable {
+    benchmark::RegisterBenchmark(name.c_str(), [op = std::move(op), bytes, count](benchmark::State& state) mutable {
         size_t i = 0;
         for ([[maybe_unused]] auto _ : state) {
             op(i);
             benchmark::ClobberMemory();
-            i = (i + 1) % distinct;
+            if (++i == count) i = 0;
         }
         if (bytes != 0) state.counters["bytes"] = bytes;
     });
@@ -38,6 +39,7 @@ double meanSize(const std::vector<Body>& bodies) {
 
 // Each file that measures something adds it through one of these.
 void addOurs();
+void addSession();
 void addModule();
 void addHostile();
 void addFloors();

@@ -5,7 +5,11 @@
 #include <streambuf>
 
 #include "Inspect/Checked.h"
-#include "bench/Measure.h"
+#include "Inspect/Peek.h"
+#include "Inspect/Reflection.h"
+#include "Inspect/Selection.h"
+#include "bench/Cold.h"
+#include "generated/QLProtocol/QLProtocol.fields.h"
 #include "tests/OlderProcessor.h"
 
 namespace bench {
@@ -22,6 +26,38 @@ class MemoryStream : private std::streambuf, public std::ostream {
     char _text[plenty];
 };
 
+std::optional<int32_t> peekChosen(const SubmitOrderMessage*, std::string_view body) {
+    return Inspect::peek<&Quillon::SubmitOrderMessage::contents, &Quillon::SubmitOrder::marketID>(body);
+}
+std::optional<int32_t> peekChosen(const MktDataMessage*, std::string_view body) {
+    return Inspect::peek<&Quillon::MktDataMessage::mvd, &Quillon::MarketView::fmID, &Quillon::FeedMarketID::marketID>(
+        body);
+}
+const char* chosenPath(const SubmitOrderMessage*) { return "contents.marketID"; }
+const char* chosenPath(const MktDataMessage*) { return "mvd.fmID.marketID"; }
+
+/// One field of a body, without a message.
+template <class M>
+void addPeek(const Shape<M>& shape, const OurMessages<M>& ours) {
+    constexpr const M* type = nullptr;
+    const auto bodies = std::make_shared<std::vector<std::vector<char>>>(ours.bodies);
+    const auto body = [=](size_t i) { return std::string_view((*bodies)[i].data(), (*bodies)[i].size()); };
+    const auto selection = std::make_shared<Inspect::Selection>(
+        Inspect::Selection::at(*Inspect::reflect(OurType<M>::type::ID), chosenPath(type)));
+    const auto select = [=](size_t i) {
+        int64_t found = 0;
+        selection->read(body(i), [&](const Inspect::Value& value) { return found = value.number, true; });
+        return found;
+    };
+    for (size_t i = 0; i < distinct; ++i) {
+        const std::string wanted = std::to_string(chosenField(shape.values[i]));
+        requireSame(shape.name, "peek()", wanted, std::to_string(peekChosen(type, body(i)).value_or(-1)));
+        requireSame(shape.name, "a selection", wanted, std::to_string(select(i)));
+    }
+    measure(shape.name, "peek", "QLProtocol", [=](size_t i) { benchmark::DoNotOptimize(peekChosen(type, body(i))); });
+    measure(shape.name, "peek", "QLProtocol by path text", [=](size_t i) { benchmark::DoNotOptimize(select(i)); });
+}
+
 template <class M>
 void addShape(const Shape<M>& shape) {
     using T = typename OurType<M>::type;
@@ -32,7 +68,8 @@ void addShape(const Shape<M>& shape) {
     char* const end = begin + plenty;
 
     // What every other time of this file contains without being work on a message.
-    measure(shape.name, "harness", "choosing a message", [=](size_t i) { benchmark::DoNotOptimize(&(*ours)[i]); });
+    measureAlsoCold(shape.name, "harness", "choosing a message",
+                    [=](size_t i) { benchmark::DoNotOptimize(&(*ours)[i]); });
 
     measure(
         shape.name, "encode", "QLProtocol",
@@ -84,8 +121,9 @@ void addShape(const Shape<M>& shape) {
 
     // What a host does that faces strangers: everything checked. Messages are left to their blocks, as above.
     const auto exact = std::make_shared<std::vector<std::vector<char>>>(ours->bodies);
-    measure(shape.name, "safe encode", "QLProtocol",
-            [=](size_t i) { benchmark::DoNotOptimize(Inspect::encode_checked((*ours)[i], begin, end)), (void)out; });
+    measureAlsoCold(shape.name, "safe encode", "QLProtocol", [=](size_t i) {
+        benchmark::DoNotOptimize(Inspect::encode_checked((*ours)[i], begin, end)), (void)out;
+    });
     measure(shape.name, "safe encode", "QLProtocol into a range of its size", [=](size_t i) {
         std::vector<char>& range = (*exact)[i];
         benchmark::DoNotOptimize(Inspect::encode_checked((*ours)[i], range.data(), range.data() + range.size()));
@@ -95,12 +133,12 @@ void addShape(const Shape<M>& shape) {
         const std::string_view body(ours->bodies[i].data(), ours->bodies[i].size());
         return Inspect::decode_verified<T>(body, scratch->alloc);
     };
-    measure(shape.name, "safe decode", "QLProtocol", [=](size_t i) {
+    measureAlsoCold(shape.name, "safe decode", "QLProtocol", [=](size_t i) {
         auto decoded = decodeSafely(i);
         benchmark::DoNotOptimize(decoded);
         benchmark::DoNotOptimize(decoded.object.release());
     });
-    measure(shape.name, "safe decode+read", "QLProtocol", [=](size_t i) {
+    measureAlsoCold(shape.name, "safe decode+read", "QLProtocol", [=](size_t i) {
         Sum sum;
         auto decoded = decodeSafely(i);
         show(*decoded, sum);
@@ -118,6 +156,8 @@ void addShape(const Shape<M>& shape) {
         const auto& body = ours->bodies[i];
         benchmark::DoNotOptimize(Inspect::verify<T>(body.data(), body.data() + body.size(), Inspect::strict));
     });
+
+    if constexpr (HasChosenField<M>) addPeek(shape, *ours);
 
     scratch->restart();
     measure(shape.name, "construct", "QLProtocol",

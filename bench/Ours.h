@@ -38,6 +38,19 @@ struct OurType;
 #define END }
 #include "bench/Fields.def"
 
+/// The other way round.
+#define TYPE(T) inline void take(T& to, const Quillon::T& from) {
+#define NUMBER(type, name, Name, lower) to.name = static_cast<type>(from.name);
+#define TEXT(name, Name, lower) to.name.assign(from.name.c_str(), from.name.size());
+#define RECORD(T, name, Name, lower) take(to.name, from.name);
+#define TEXTS(name, Name, lower)                                                                                       \
+    for (const auto& text : from.name) to.name.emplace_back(text.c_str(), text.size());
+#define RECORDS(T, name, Name, lower)                                                                                  \
+    to.name.resize(from.name.size());                                                                                  \
+    for (size_t i = 0; i < from.name.size(); ++i) take(to.name[i], from.name[i]);
+#define END }
+#include "bench/Fields.def"
+
 #define TYPE(T)                                                                                                        \
     template <class Sink>                                                                                              \
     void show(const Quillon::T& from, Sink& sink) {

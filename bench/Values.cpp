@@ -239,6 +239,7 @@ static Shapes makeShapes() {
             shape<SubmitOrderMessage>("SubmitOrder", [&] { return market.submitOrder(); }),
             shape<MktDataMessage>("MktData1", [&] { return market.mktData(1); }),
             shape<MktDataMessage>("MktData20", [&] { return market.mktData(20); }),
+            shape<MktDataMessage>("MktData200", [&] { return market.mktData(200); }),
             shape<TradeCaptureMessage>("TradeCapture", [&] { return market.tradeCapture(); }),
             shape<DropCopyMessage>("DropCopy", [&] { return market.dropCopy(); }),
             shape<TradeLimitDataMessage>("TradeLimitData", [&] { return market.tradeLimitData(); })};

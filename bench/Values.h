@@ -32,7 +32,15 @@ inline constexpr size_t distinct = 32;
 
 using Shapes =
     std::tuple<Shape<RuThereMessage>, Shape<SubmitOrderMessage>, Shape<MktDataMessage>, Shape<MktDataMessage>,
-               Shape<TradeCaptureMessage>, Shape<DropCopyMessage>, Shape<TradeLimitDataMessage>>;
+               Shape<MktDataMessage>, Shape<TradeCaptureMessage>, Shape<DropCopyMessage>, Shape<TradeLimitDataMessage>>;
+
+/// The field of readers that want one alone: in the midst of an order, and the first of market data.
+inline int32_t chosenField(const SubmitOrderMessage& m) { return m.contents.marketID; }
+inline int32_t chosenField(const MktDataMessage& m) { return m.mvd.fmID.marketID; }
+template <class M>
+concept HasChosenField = requires(const M& m) {
+    chosenField(m);
+};
 
 /// All shapes, made at the first call. The values are realistic and the same in every run.
 const Shapes& shapes();

@@ -14,6 +14,7 @@ int main(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
     bench::addOurs();
+    bench::addSession();
     bench::addModule();
     bench::addHostile();
     bench::addFloors();

@@ -1,4 +1,4 @@
-"""Turns build/bench/results.json into table.md and plot.svg beside it.
+"""Turns build/bench/results.json into table.md and plot.svg beside it, and with --record puts both into docs/.
 
 Times are medians of the processor time over all repetitions. A ratio is the peer's time divided by ours: above 1, ours is
 the faster.
@@ -13,6 +13,8 @@ import statistics
 OURS = "QLProtocol"
 # Peers that check what they read, or the bounds of what they write.
 CHECKING = ("protobuf", "msgpack-c", "FlatBuffers", "QLProtocol")
+# What has tables of its own.
+APART = ("module", "session")
 # What stands before a reader's first field: peers that read in place decode nothing beforehand, so theirs is compared
 # with decoding and reading, too.
 IN_PLACE = ("fixed layout read every field", "FlatBuffers verify and read every field", "Cap'n Proto read every field")
@@ -26,18 +28,24 @@ class Results:
         self.context = data["context"]
         self.time, self.bytes, self.spread = {}, {}, []
         for run in sorted(data["benchmarks"], key=lambda run: run["family_index"]):
-            if run.get("aggregate_name") == "cv":
+            if run.get("aggregate_name") == "cv" and not run["run_name"].endswith("/manual_time"):
                 self.spread.append(run["cpu_time"])
             if run.get("aggregate_name") != "median":
                 continue
-            key = tuple(run["run_name"].split("/", 2))
-            self.time[key] = run["cpu_time"]
+            shape, operation, who = run["run_name"].split("/", 2)
+            key = shape, operation, who.removesuffix("/iterations:1/manual_time")
+            # What is timed by hand has a processor time that tells nothing.
+            self.time[key] = run["cpu_time" if key[2] == who else "real_time"]
             if "bytes" in run:
                 self.bytes[key] = run["bytes"]
-        self.shapes = list(dict.fromkeys(shape for shape, _, _ in self.time if shape != "module"))
+        self.shapes = list(dict.fromkeys(shape for shape, _, _ in self.time if shape not in APART))
 
-    def who(self, operation):
-        return list(dict.fromkeys(who for shape, o, who in self.time if o == operation and shape != "module"))
+    def operations(self):
+        return list(dict.fromkeys(o for shape, o, _ in self.time if shape not in APART))
+
+    def who(self, operation, shapes=None):
+        return list(dict.fromkeys(who for shape, o, who in self.time
+                                  if o == operation and shape in (shapes or self.shapes)))
 
     def row(self, operation, who):
         return [self.time.get((shape, operation, who)) for shape in self.shapes]
@@ -78,6 +86,30 @@ def machine():
     return "unknown processor"
 
 
+def summary(results):
+    """Ratios of ours to ours: what safety costs, and what need not be decoded."""
+    rows = []
+    for title, above, below in (
+        ("safe decode ÷ decode", ("safe decode", OURS), ("decode", OURS)),
+        ("safe encode ÷ encode", ("safe encode", OURS), ("encode", OURS)),
+        ("verify ÷ decode", ("verify", OURS), ("decode", OURS)),
+        ("peek ÷ decode", ("peek", OURS), ("decode", OURS)),
+    ):
+        ratio = ratios(results.row(*above), results.row(*below))
+        known = [v for v in ratio if v]
+        if known:
+            rows.append([title] + [f"{v:.2f}" if v else "" for v in ratio]
+                        + [f"{statistics.geometric_mean(known):.2f}", f"{max(known):.2f}"])
+    return table([""] + results.shapes + ["mean", "highest"], rows)
+
+
+def session_table(results):
+    rows = [[who, operation, number(results.time["session", operation, who]),
+             number(results.bytes.get(("session", operation, who)))]
+            for operation in ("safe encode", "safe decode", "print") for who in results.who(operation, ["session"])]
+    return table(["", "", "ns a message", "bytes a message"], rows)
+
+
 def write_table(results, args, path):
     context = results.context
     bmi2 = " bmi2 " in pathlib.Path("/proc/cpuinfo").read_text()
@@ -88,7 +120,7 @@ def write_table(results, args, path):
     ]
 
     def section(title, body):
-        out.append(f"## {title}\n\n{body}")
+        out.append(f"### {title}\n\n{body}")
 
     def rows_of(base, *operations):
         return [(o, who) for o in operations for who in results.who(o) if (o, who) != (base, OURS)]
@@ -97,12 +129,18 @@ def write_table(results, args, path):
         return [(o, who) for o, who in rows if who.startswith(CHECKING) and who not in IN_PLACE]
 
     in_place = [(o, who) for o, who in rows_of("", "decode") if who in IN_PLACE]
+    section("What safety costs, ours ÷ ours", summary(results))
     section("Safe decode into a fresh message: peer’s time ÷ ours",
             ratio_table(results, "safe decode", checking(rows_of("safe decode", "safe decode", "decode"))))
     section("Peers that verify and read in place, time ÷ ours safely decoded and read",
             ratio_table(results, "safe decode+read", [row for row in in_place if "verify" in row[1]]))
     section("Safe encode: peer’s time ÷ ours",
             ratio_table(results, "safe encode", checking(rows_of("safe encode", "safe encode", "encode"))))
+    section("One field of a body: peer’s time ÷ ours", ratio_table(results, "peek", rows_of("peek", "peek")))
+    for operation, others in (("safe decode", "decode"), ("safe decode+read", "decode"), ("safe encode", "encode")):
+        section(f"Caches cold, {operation}: peer’s time ÷ ours",
+                ratio_table(results, f"cold {operation}", rows_of("", f"cold {others}", "cold harness")))
+    section(f"A session, {context['session']}", session_table(results))
     section("Encode: peer’s time ÷ ours", ratio_table(results, "encode", rows_of("encode", "encode")))
     section("Decode into a fresh message: peer’s time ÷ ours",
             ratio_table(results, "decode", rows_of("decode", "decode")))
@@ -112,9 +150,8 @@ def write_table(results, args, path):
              for who in results.who("encode") if any((s, "encode", who) in results.bytes for s in results.shapes)]
     section("Bytes on the wire, mean", table([""] + results.shapes, sizes))
 
-    operations = dict.fromkeys(o for shape, o, _ in results.time if shape != "module")
     rows = [[f"{operation}: {who}"] + [number(v) for v in results.row(operation, who)]
-            for operation in operations for who in results.who(operation)]
+            for operation in results.operations() for who in results.who(operation)]
     section("All times, ns", table([""] + results.shapes, rows))
 
     rows = [[f"{operation}: {who}", f"{t:.1f} ns"] for (shape, operation, who), t in results.time.items() if shape == "module"]
@@ -124,21 +161,26 @@ def write_table(results, args, path):
     path.write_text("\n".join(out))
 
 
-# --- the plot: two panels of ratios over the messages, on a logarithmic scale, ours at 1
+# --- the plot: panels of ratios over the messages, on a logarithmic scale, ours at 1
 
 COLOURS = ["#4c78a8", "#72b7b2", "#f58518", "#54a24b", "#b279a2", "#9d755d", "#e45756"]
-PANEL = {
-    "Encode": ("encode", ["plain byte loop", "fixed layout", "protobuf serialise", "protobuf fill and serialise",
-                          "FlatBuffers build", "Cap'n Proto flat", "msgpack-c pack"]),
-    "Decode into a fresh message": ("decode", ["plain byte loop", "fixed layout read every field",
-                                               "protobuf parse, object reused", "protobuf parse, arena",
-                                               "FlatBuffers verify and read every field",
-                                               "Cap'n Proto read every field", "msgpack-c unpack"]),
-}
+PANEL = (
+    ("Safe decode", "safe decode", "decode",
+     ["protobuf parse, object reused", "protobuf parse, arena", "msgpack-c unpack"]),
+    ("Safe decode, every field read", "safe decode+read", "decode", ["FlatBuffers verify and read every field"]),
+    ("Safe encode", "safe encode", "encode",
+     ["protobuf serialise", "protobuf fill and serialise", "FlatBuffers build", "msgpack-c pack"]),
+    ("Encode, trusting", "encode", "encode",
+     ["plain byte loop", "fixed layout", "protobuf serialise", "protobuf fill and serialise", "FlatBuffers build",
+      "Cap'n Proto flat", "msgpack-c pack"]),
+    ("Decode into a fresh message, trusting", "decode", "decode",
+     ["plain byte loop", "fixed layout read every field", "protobuf parse, object reused", "protobuf parse, arena",
+      "FlatBuffers verify and read every field", "Cap'n Proto read every field", "msgpack-c unpack"]),
+)
 
 
-def panel(results, title, operation, peers, left, top):
-    width, height, low, high = 560, 300, 0.05, 40.0
+def panel(results, title, base, operation, peers, left, top):
+    width, height, low, high = 640, 300, 0.05, 40.0
 
     def y(value):
         share = math.log(value / low) / math.log(high / low)
@@ -153,7 +195,7 @@ def panel(results, title, operation, peers, left, top):
     step = width / max(len(results.shapes), 1)
     for i, shape in enumerate(results.shapes):
         out.append(f'<text x="{left + step * (i + 0.5):.1f}" y="{top + height + 18}" text-anchor="middle">{shape}</text>')
-    ours = results.row(operation, OURS)
+    ours = results.row(base, OURS)
     bar = step * 0.8 / len(peers)
     for k, (who, colour) in enumerate(zip(peers, COLOURS)):
         for i, ratio in enumerate(ratios(results.row(operation, who), ours)):
@@ -179,12 +221,24 @@ def shape_title(shape, who, ratio):
 
 
 def write_plot(results, args, path):
-    out = ['<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 660 850" font-family="sans-serif" font-size="11">',
-           '<rect width="660" height="850" fill="#fff"/>']
-    for i, (title, (operation, peers)) in enumerate(PANEL.items()):
-        out += panel(results, title, operation, peers, 60, 40 + 410 * i)
-    out.append(f'<text x="60" y="838" fill="#666">Bars above 1: {OURS} is faster. {machine()}; {args.compiler}.</text></svg>')
+    height = 410 * len(PANEL) + 30
+    out = [f'<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 740 {height}" font-family="sans-serif" font-size="11">',
+           f'<rect width="740" height="{height}" fill="#fff"/>']
+    for i, what in enumerate(PANEL):
+        out += panel(results, *what, 60, 40 + 410 * i)
+    out.append(f'<text x="60" y="{height - 12}" fill="#666">Bars above 1: {OURS} is faster. {machine()}; {args.compiler}.</text></svg>')
     path.write_text("\n".join(out) + "\n")
+
+
+def record(folder, docs):
+    """Replaces the figures in performance.md, from the heading on to the next one of its level, and the plot."""
+    page = docs / "performance.md"
+    before, rest = page.read_text().split("## Figures\n", 1)
+    after = rest[rest.index("\n## "):]
+    intro, tables = (folder / "table.md").read_text().split("\n", 1)
+    picture = "![Peers' times divided by ours](performance.svg)\n"
+    page.write_text(f"{before}## Figures\n\n{intro}\n\n{picture}{tables}{after}")
+    (docs / "performance.svg").write_text((folder / "plot.svg").read_text())
 
 
 def main():
@@ -193,10 +247,13 @@ def main():
     parser.add_argument("--compiler", default="")
     parser.add_argument("--repetitions", default="")
     parser.add_argument("--text", default="0", help="size of the library's code in bytes")
+    parser.add_argument("--record", type=pathlib.Path, metavar="DOCS", help="the folder of performance.md")
     args = parser.parse_args()
     results = Results(args.folder / "results.json")
     write_table(results, args, args.folder / "table.md")
     write_plot(results, args, args.folder / "plot.svg")
+    if args.record:
+        record(args.folder, args.record)
 
 
 if __name__ == "__main__":

@@ -4,7 +4,7 @@
 #include <cstring>
 
 #include "Messages.capnp.h"
-#include "bench/Measure.h"
+#include "bench/Cold.h"
 #include "bench/Sinks.h"
 
 namespace bench {
@@ -86,7 +86,7 @@ void addShape(const Shape<M>& shape) {
     // used when it goes.
     const auto segment = std::make_shared<std::vector<capnp::word>>(1 << 13);
     std::memset(static_cast<void*>(segment->data()), 0, segment->size() * sizeof(capnp::word));
-    measure(
+    measureAlsoCold(
         shape.name, "encode", "Cap'n Proto flat",
         [=](size_t i) {
             capnp::MallocMessageBuilder builder(kj::arrayPtr(segment->data(), segment->size()));
@@ -94,7 +94,7 @@ void addShape(const Shape<M>& shape) {
             benchmark::DoNotOptimize(builder.getSegmentsForOutput().begin());
         },
         meanSize(*bodies));
-    measure(shape.name, "decode", "Cap'n Proto read every field", [=](size_t i) {
+    measureAlsoCold(shape.name, "decode", "Cap'n Proto read every field", [=](size_t i) {
         capnp::FlatArrayMessageReader reader((*bodies)[i].words);
         Sum sum;
         show(reader.getRoot<Peer>(), sum);

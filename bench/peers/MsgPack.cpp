@@ -1,7 +1,7 @@
 // Records as arrays, which is the compact way: without the names of fields.
 #include <msgpack.hpp>
 
-#include "bench/Measure.h"
+#include "bench/Cold.h"
 #include "bench/Sinks.h"
 
 namespace bench {
@@ -89,7 +89,7 @@ void addShape(const Shape<M>& shape) {
         requireSame(shape.name, "msgpack-c", shape.transcripts[i], transcript.written);
     }
 
-    measure(
+    measureAlsoCold(
         shape.name, "encode", "msgpack-c pack",
         [=](size_t i) {
             buffer->clear();
@@ -98,7 +98,7 @@ void addShape(const Shape<M>& shape) {
             benchmark::DoNotOptimize(buffer->data());
         },
         meanSize(*bodies));
-    measure(shape.name, "decode", "msgpack-c unpack", [=](size_t i) {
+    measureAlsoCold(shape.name, "decode", "msgpack-c unpack", [=](size_t i) {
         const std::vector<char>& body = (*bodies)[i];
         M decoded;
         unpack(msgpack::unpack(body.data(), body.size()).get(), decoded);

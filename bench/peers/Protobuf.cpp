@@ -1,8 +1,8 @@
 #include <google/protobuf/arena.h>
 
 #include "Messages.pb.h"
-#include "bench/Measure.h"
-#include "bench/Sinks.h"
+#include "bench/Cold.h"
+#include "bench/Session.h"
 
 namespace bench {
 namespace {
@@ -73,7 +73,7 @@ void addShape(const Shape<M>& shape) {
         requireSame(shape.name, "protobuf", shape.transcripts[i], transcript.written);
     }
 
-    measure(
+    measureAlsoCold(
         shape.name, "encode", "protobuf serialise",
         [=](size_t i) { benchmark::DoNotOptimize((*filled)[i].SerializeToArray(out->data(), room)); },
         meanSize(*bodies));
@@ -83,7 +83,7 @@ void addShape(const Shape<M>& shape) {
         fill(*reused, (*values)[i]);
         benchmark::DoNotOptimize(reused->SerializeToArray(out->data(), room));
     });
-    measure(shape.name, "decode", "protobuf parse, object reused", [=](size_t i) {
+    measureAlsoCold(shape.name, "decode", "protobuf parse, object reused", [=](size_t i) {
         const std::string& body = (*bodies)[i];
         benchmark::DoNotOptimize(reused->ParseFromArray(body.data(), static_cast<int>(body.size())));
     });
@@ -103,10 +103,52 @@ void addShape(const Shape<M>& shape) {
     });
 }
 
+/// The messages of the session that there is a schema for.
+void addMeasuredSession() {
+    struct Message {
+        std::shared_ptr<google::protobuf::Message> filled;
+        google::protobuf::Message* reused; // one for all of a type
+        std::string body;
+    };
+    const auto messages = std::make_shared<std::vector<Message>>();
+    double bytes = 0;
+    for (const SessionMessage& it : session())
+        visitMeasured(it, [&]<class M>(const M& values, const auto& ours) {
+            using Peer = typename PeerType<M>::type;
+            static Peer reused;
+            const auto filled = std::make_shared<Peer>();
+            fill(*filled, values);
+            messages->push_back({filled, &reused, filled->SerializeAsString()});
+            bytes += static_cast<double>(messages->back().body.size());
+            reused.ParseFromString(messages->back().body);
+            Transcript expected, found;
+            bench::show(ours, expected);
+            show(reused, found);
+            requireSame("session", "protobuf", expected.written, found.written);
+        });
+    const size_t count = messages->size();
+    const auto out = std::make_shared<std::vector<char>>(room);
+    measure(
+        "session", "safe encode", "protobuf serialise, types with a schema",
+        [=](size_t i) { benchmark::DoNotOptimize((*messages)[i].filled->SerializeToArray(out->data(), room)); },
+        bytes / static_cast<double>(count), count);
+    measure(
+        "session", "safe decode", "protobuf parse, object reused, types with a schema",
+        [=](size_t i) {
+            const Message& it = (*messages)[i];
+            benchmark::DoNotOptimize(it.reused->ParseFromArray(it.body.data(), static_cast<int>(it.body.size())));
+        },
+        0, count);
+    measure(
+        "session", "print", "protobuf text, types with a schema",
+        [=](size_t i) { benchmark::DoNotOptimize((*messages)[i].filled->ShortDebugString()); }, 0, count);
+}
+
 } // namespace
 
 void addProtobuf() {
     forEachShape([](const auto& shape) { addShape(shape); });
+    addMeasuredSession();
 }
 
 } // namespace bench
