@@ -72,13 +72,33 @@ std::pair<Definition, std::string> parse(std::string_view text) {
 
 std::string nameOf(const Definition& it) { return it.protocol + ' ' + std::to_string(it.version); }
 
+std::string difference(const std::string& capture, const Definition& theirs, const Definition& own) {
+    const std::string made = capture + ": made with another definition, " + nameOf(theirs);
+    if (theirs.wire != own.wire) return made + ": values may be misread by " + nameOf(own) + ", which is built in";
+    if (theirs.names != own.names) return made + ": its bodies are the same, its names are not";
+    return "";
+}
+
 } // namespace
 
+std::string textOf(const Definition& it) {
+    return "{\"protocol\": \"" + it.protocol + "\", \"version\": " + std::to_string(it.version) + ", \"wire\": \""
+           + it.wire + "\", \"names\": \"" + it.names + "\"}";
+}
+
 void noteDefinition(const std::string& capture, const Definition& it) {
-    writeText("{\"protocol\": \"" + it.protocol + "\", \"version\": " + std::to_string(it.version) + ", \"wire\": \""
-                  + it.wire + "\", \"names\": \"" + it.names
-                  + "\", \"size\": " + std::to_string(std::filesystem::file_size(capture)) + "}\n",
-              fileBeside(capture));
+    std::string text = textOf(it);
+    text.pop_back();
+    writeText(text + ", \"size\": " + std::to_string(std::filesystem::file_size(capture)) + "}\n", fileBeside(capture));
+}
+
+std::string differenceOfDefinition(const std::string& capture, const std::string& text, const Definition& own) {
+    if (text.empty()) return "";
+    try {
+        return difference(capture, parse(text).first, own);
+    } catch (const std::exception& e) {
+        return capture + ": does not tell its definition: " + e.what();
+    }
 }
 
 std::string differenceOfDefinition(const std::string& capture, const Definition& own) {
@@ -88,10 +108,7 @@ std::string differenceOfDefinition(const std::string& capture, const Definition&
         const auto [theirs, size] = parse(*text);
         std::error_code error;
         if (size != std::to_string(std::filesystem::file_size(capture, error)) || error) return "";
-        const std::string made = capture + ": made with another definition, " + nameOf(theirs);
-        if (theirs.wire != own.wire) return made + ": values may be misread by " + nameOf(own) + ", which is built in";
-        if (theirs.names != own.names) return made + ": its bodies are the same, its names are not";
-        return "";
+        return difference(capture, theirs, own);
     } catch (const std::exception& e) {
         return fileBeside(capture) + ": does not tell the capture's definition: " + e.what();
     }

@@ -25,7 +25,8 @@ inline constexpr std::size_t MAX_PACKET = 262144;
 struct Packet {
     int64_t time = 0;       ///< nanoseconds since 1970
     std::string_view bytes; ///< valid until the next packet
-    uint64_t offset = 0;    ///< of its record in the capture it was read from
+    uint64_t offset = 0;    ///< of its record in the capture it was read from, decompressed
+    uint64_t original = 0;  ///< bytes that it had if a capture holds only the first of them; 0 says that these are all
 };
 
 /// Takes packets one by one, in the order of time.

@@ -1,61 +1,54 @@
-// Reads capture files: pcap with times in nanoseconds and link type USER0, one message a packet.
+// Reads captures: pcap, pcapng and ERF, plain or compressed, one message a packet.
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
-#include <string_view>
 
 #include "Capture/ByteWindow.h"
+#include "Capture/Container.h"
 #include "Capture/Packet.h"
-#include "Capture/RecordFinder.h"
-#include "Capture/RecordForm.h"
+#include "Inspect/Protocol.h"
 
 namespace Capture {
 
-/// Damage to a capture's records. A damaged body alone is not: its packet comes out and is found bad by its reader.
-struct Damage {
-    uint64_t offset = 0;  ///< of the record's header in the file
-    uint64_t skipped = 0; ///< bytes that belong to no record that could be told; 0 if the packet came out all the same
-    std::string reason;   ///< what is wrong with the header
-
-    std::string text() const;
-};
-
 /// Reads captures, even damaged ones: the usual library ends at the first record whose header is damaged, and a damaged
-/// length would make it swallow or misread the good packets after it. Either byte order, times in micro- or
-/// nanoseconds.
+/// length would make it swallow or misread the good packets after it. What the file is, is told by its contents: gzip and
+/// Zstandard (Decompression.h has the limits), pcap (Pcap.h), pcapng (Pcapng.h), ERF (Erf.h).
 class Reader {
   public:
     /// Opens the capture; "-" is standard input. What is damaged is searched for messages of the protocol. Throws IoError,
     /// or DamagedCapture if it is none of ours.
     explicit Reader(const std::string& path, const Inspect::Protocol& protocol = Inspect::default_protocol());
 
-    /// Reads the next packet; false at the end. Its bytes are valid until the next call. Throws IoError.
+    /// Reads the next packet; false at the end. Its bytes are valid until the next call. Throws IoError, or DamagedCapture
+    /// if its packets turn out to be none of ours, or to be compressed beyond the limits.
     bool next(Packet& packet);
 
     /// What was wrong between the packet before and this one, or the end. Null if nothing was.
-    const Damage* damage() const { return _damage ? &*_damage : nullptr; }
+    const Damage* damage() const { return _fileDamage ? &*_fileDamage : _container->damage(); }
 
     /// Whether the next packet can be had without waiting for its writer.
-    bool isReady();
+    bool isReady() const { return _window->isFile() || _container->isReady(); }
+
+    /// What the capture's writer says of the definition that it was made with (Definition.h). Empty if he says nothing, or
+    /// no packet was read yet.
+    const std::string& definition() const { return _container->definition(); }
 
     /// Bytes that the last packet had before it was cut to what the capture holds of it; as many as it has if it was
     /// not.
     uint64_t originalLength() const { return _originalLength; }
 
-    uint64_t position() const { return _window.position(); } ///< offset in the file up to which all was read
-    uint64_t fileSize() const { return _window.fileSize(); } ///< 0 if it is not known
+    uint64_t position() const { return _window->filePosition(); } ///< offset in the file up to which all was read
+    uint64_t fileSize() const { return _window->fileSize(); }     ///< 0 if it is not known
 
   private:
-    RecordForm readFileHeader();
-    std::string describe(std::string_view header) const;
+    void noteFault();
 
-    ByteWindow _window;
-    const RecordForm _form;
-    RecordFinder _finder;
-    std::optional<RecordFinder::Found> _found; ///< the record that came out last, still at the window's position
-    std::optional<Damage> _damage;
+    std::unique_ptr<ByteWindow> _window;
+    std::unique_ptr<Container> _container;
+    std::optional<Damage> _fileDamage; ///< with that of the container, if there is any
     uint64_t _originalLength = 0;
 };
 

@@ -1,4 +1,5 @@
-// Tells the records of a capture from what damage has left of them.
+// Tells the records of a capture from what damage has left of them, in containers whose records are a header and a packet
+// (pcap, ERF), which say of each other no more than where the next one begins.
 //
 // A record is looked for where the one before it ends, and believed for one of three reasons:
 //
@@ -20,21 +21,25 @@
 #include <string_view>
 
 #include "Capture/ByteWindow.h"
-#include "Capture/RecordForm.h"
 #include "Inspect/Protocol.h"
 
 namespace Capture {
 
+/// For the forms PcapForm and ErfForm.
+template <class Form>
 class RecordFinder {
   public:
+    using Record = typename Form::Record;
+
     struct Found {
+        Record record;           ///< its header, as it stands there
         uint32_t length = 0;     ///< of the packet
         bool isSound = false;    ///< it is known to be whole
         bool isFollowed = false; ///< the record is known to be followed
     };
 
     /// Works at the position of the window. REQUIRES: the window outlives this.
-    RecordFinder(ByteWindow& window, const RecordForm& form, const Inspect::Protocol& protocol)
+    RecordFinder(ByteWindow& window, const Form& form, const Inspect::Protocol& protocol)
         : _window(window), _form(form), _protocol(protocol), _longest(form.longest) {}
 
     /// The record at the position, if there is one; the window then holds all of it. Waits for no input after a sound
@@ -49,19 +54,21 @@ class RecordFinder {
     bool pass(const Found& found);
 
   private:
+    std::size_t sizeOf(const Found& found);
     std::optional<std::size_t> overlapping(const Found& found);
     std::string_view peek(std::size_t at, std::size_t size);
+    std::string_view peekHeader(std::size_t at, std::size_t more = 0);
     bool isWholeHeader(std::string_view bytes) const;
-    bool isKnown(const RecordHeader& header, std::string_view packet) const;
+    bool isKnown(const Record& record, std::string_view bytes) const;
     bool isRecord(std::size_t at);
-    bool isFollowed(std::size_t at, const RecordHeader& header);
+    bool isFollowed(std::size_t at, std::size_t size, const Record& record);
     bool isSound(std::size_t at, uint32_t length);
     void noteTime(uint32_t seconds);
     bool leadsTo(std::size_t size);
     bool holdsRecord(std::size_t size);
 
     ByteWindow& _window;
-    const RecordForm _form;
+    const Form _form;
     const Inspect::Protocol& _protocol;
     std::optional<uint32_t> _seconds; ///< about the time of the records here
     uint32_t _lastSeconds = 0;        ///< of the last record, right or wrong

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "Capture/FileHeader.h"
+#include "Capture/Pcap.h"
 
 namespace Capture {
 

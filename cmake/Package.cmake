@@ -36,6 +36,9 @@ set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME qlproto)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION net)
 ql_describe(TOOLS "tool"
     "This package holds the command-line tool qlproto, which makes up, shows,\nverifies, compares and measures captures of messages.")
+if(QL_BUILD_CAPTURE) # programs that read captures need them, others do not
+    set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_RECOMMENDS "libzstd-dev, zlib1g-dev")
+endif()
 if(QL_BUILD_TOOLS)
     list(APPEND CPACK_COMPONENTS_ALL tools)
 endif()
@@ -44,7 +47,7 @@ set(CPACK_DEBIAN_GENERATOR_PACKAGE_SECTION devel)
 set(CPACK_DEBIAN_GENERATOR_PACKAGE_DEPENDS "libqlprotocol-dev (= ${PROJECT_VERSION})")
 ql_describe(GENERATOR "protocol compiler"
     "This package holds qlgen, which makes the code of a protocol from its\ndefinition and compares definitions, and what tools of such protocols are\nbuilt with.")
-set(CPACK_DEBIAN_GENERATOR_PACKAGE_RECOMMENDS libfmt-dev)
+set(CPACK_DEBIAN_GENERATOR_PACKAGE_RECOMMENDS "libfmt-dev, libzstd-dev, zlib1g-dev")
 if(QL_BUILD_GENERATOR)
     list(APPEND CPACK_COMPONENTS_ALL generator)
 endif()

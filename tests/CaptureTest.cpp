@@ -18,6 +18,13 @@
 namespace {
 
 using CaptureFile = Module;
+struct InEachContainer : Module, testing::WithParamInterface<CaptureForm::Container> {
+    const CaptureForm form{.container = GetParam()};
+};
+constexpr const char* CONTAINERS[] = {"pcap", "pcapng", "erf"};
+INSTANTIATE_TEST_SUITE_P(CaptureFile, InEachContainer,
+                         testing::Values(CaptureForm::pcap, CaptureForm::pcapng, CaptureForm::erf),
+                         [](const auto& it) { return CONTAINERS[it.param]; });
 
 constexpr size_t FILE_HEADER = 24, HEADER = 16;
 
@@ -55,10 +62,10 @@ Outcome read(const std::string& bytes) {
 
 /// A session as a capture, with the places of its records.
 struct Original {
-    explicit Original(uint64_t seed, uint64_t messages) : bytes(CaptureForm().header()) {
+    explicit Original(uint64_t seed, uint64_t messages, const CaptureForm& form = {}) : bytes(form.header()) {
         for (const Sent& it : session(seed, messages)) {
             packets[bytes.size()] = it;
-            bytes += CaptureForm().record(it);
+            bytes += form.record(it);
         }
     }
     std::string bytes;
@@ -67,35 +74,40 @@ struct Original {
 
 TEST_F(CaptureFile, OfEitherByteOrderAndResolutionIsRead) {
     const std::vector<Sent> sent = session(1, 300);
-    for (const bool swapped : {false, true}) {
-        for (const uint32_t perSecond : {1'000'000u, 1'000'000'000u}) {
-            const CaptureForm form{perSecond, swapped};
-            std::string bytes = form.header();
-            for (const Sent& it : sent) bytes += form.record(it);
-            const Outcome outcome = read(bytes);
-            EXPECT_TRUE(outcome.faults.empty());
-            ASSERT_EQ(outcome.packets.size(), sent.size());
-            size_t i = 0;
-            for (const auto& [offset, packet] : outcome.packets) {
-                EXPECT_EQ(packet.bytes, sent[i].bytes);
-                EXPECT_EQ(packet.time, sent[i].time - sent[i].time % (1'000'000'000 / perSecond));
-                ++i;
-            }
+    for (int variant = 0; variant < 9; ++variant) {
+        const uint32_t perSecond = variant % 2 != 0 ? 1'000'000 : 1'000'000'000;
+        const CaptureForm form{perSecond, variant / 2 % 2 != 0, 147, CaptureForm::Container(variant / 4)};
+        std::string bytes = form.header();
+        for (const Sent& it : sent) bytes += form.record(it);
+        const Outcome outcome = read(bytes);
+        EXPECT_TRUE(outcome.faults.empty()) << variant;
+        ASSERT_EQ(outcome.packets.size(), sent.size()) << variant;
+        size_t i = 0;
+        for (const auto& [offset, packet] : outcome.packets) {
+            EXPECT_EQ(packet.bytes, sent[i].bytes);
+            EXPECT_EQ(packet.time, sent[i].time - sent[i].time % (1'000'000'000 / perSecond));
+            ++i;
         }
     }
     EXPECT_THROW(read(std::string("\x0A\x0D\x0D\x0A", 4) + std::string(40, 0)), Capture::DamagedCapture);
 }
 
-TEST_F(CaptureFile, DamagedInAHundredPlacesLosesNoGoodPacket) {
+TEST_P(InEachContainer, DamagedInAHundredPlacesLosesNoGoodPacket) {
     for (uint64_t seed = 1; seed <= 40; ++seed) {
-        const Original original(seed, 2000);
+        const Original original(seed, 2000, form);
+        const auto isLength = [&](size_t at) { // a place in a record
+            if (form.container == CaptureForm::pcapng) return at < 8 || (at >= 20 && at < 28);
+            return at < HEADER && at >= (form.container == CaptureForm::erf ? 14 : 8);
+        };
+        const size_t headers = form.header().size() + (form.container == CaptureForm::erf ? HEADER : 0);
         std::string bytes = original.bytes;
         qlproto::session::Rng rng(seed);
         std::map<uint64_t, bool>
             damagedRecords; ///< by offset: whether it must be told, as it does not just alter a value
         for (int i = 0; i < 100; ++i) {
             // Single bytes, and now and then several in a row, alternately anywhere and in headers alone.
-            auto at = static_cast<size_t>(rng.between(FILE_HEADER, static_cast<int64_t>(bytes.size()) - 1));
+            auto at =
+                static_cast<size_t>(rng.between(static_cast<int64_t>(headers), static_cast<int64_t>(bytes.size()) - 1));
             if (i % 2 == 0)
                 at = std::prev(original.packets.upper_bound(at))->first
                      + static_cast<size_t>(rng.between(0, HEADER - 1));
@@ -105,7 +117,7 @@ TEST_F(CaptureFile, DamagedInAHundredPlacesLosesNoGoodPacket) {
                 const auto hit = std::prev(original.packets.upper_bound(k));
                 if (bytes[k] == original.bytes[k]) continue;
                 const size_t inRecord = k - hit->first;
-                damagedRecords[hit->first] |= inRecord >= 8 && inRecord < HEADER;
+                damagedRecords[hit->first] |= isLength(inRecord);
             }
         }
         const Outcome outcome = read(bytes);
@@ -120,10 +132,10 @@ TEST_F(CaptureFile, DamagedInAHundredPlacesLosesNoGoodPacket) {
         for (const auto& [offset, packet] : outcome.packets) ASSERT_TRUE(original.packets.contains(offset)) << offset;
         for (const auto& [offset, mustBeTold] : damagedRecords) {
             if (!mustBeTold) continue;
+            // A record in a gap, or right after it, is told with the record at which the gap begins.
             bool isTold = false;
-            for (const uint64_t fault : outcome.faults) isTold |= fault == offset;
-            // A record in the middle of a gap is told with the record at which the gap begins.
-            isTold |= !outcome.packets.contains(offset) && outcome.skipped != 0;
+            for (const uint64_t fault : outcome.faults)
+                isTold |= fault <= offset && outcome.packets.lower_bound(fault) == outcome.packets.lower_bound(offset);
             EXPECT_TRUE(isTold) << "seed " << seed << " at " << offset;
         }
     }
@@ -131,10 +143,11 @@ TEST_F(CaptureFile, DamagedInAHundredPlacesLosesNoGoodPacket) {
 
 /// Bytes are replaced, put in or taken out. What was not hit comes out as what it is, whole or cut, and nothing comes
 /// out but where a record begins: one that was hit, perhaps a little before or after its place.
-TEST_F(CaptureFile, CutToALengthAndDamagedLosesNothingAndInventsNothing) {
+TEST_P(InEachContainer, CutToALengthAndDamagedLosesNothingAndInventsNothing) {
     constexpr unsigned most = 18; // bytes of one damage: fewer than any record has, of which one could take the place
-    for (const size_t length : {20u, 40u, 96u, 200u, 262144u}) {
-        for (int damages = 0; damages < 400; damages += 20) {
+    for (size_t length : {20u, 40u, 96u, 200u, 65000u}) {
+        if (form.container == CaptureForm::erf) length = (length + 7) / 8 * 8; // the container knows no others
+        for (int damages = 0; damages < 400; damages += form.container == CaptureForm::pcap ? 20 : 40) {
             SCOPED_TRACE(testing::Message() << "length " << length << ", damages " << damages);
             qlproto::session::Rng rng(length + static_cast<uint64_t>(damages));
             std::vector<Sent> sent = session(length + static_cast<uint64_t>(damages), 3000);
@@ -144,12 +157,12 @@ TEST_F(CaptureFile, CutToALengthAndDamagedLosesNothingAndInventsNothing) {
                 const size_t original = it.bytes.size();
                 isCut.push_back(original > length);
                 it.bytes.resize(std::min(original, length));
-                records.push_back(CaptureForm().record(it, original));
+                records.push_back(form.record(it, original));
             }
             for (int i = 0; i < damages; ++i) {
                 const auto hit = static_cast<size_t>(rng.between(0, 2999));
                 std::string& record = records[hit];
-                if (isHit[hit]) continue;
+                if (isHit[hit] || (hit == 0 && form.container == CaptureForm::erf)) continue; // tells what the file is
                 isHit[hit] = true;
                 const auto anywhere = static_cast<int64_t>(record.size()) - 1;
                 const auto at = static_cast<size_t>(rng.between(0, i % 2 == 0 ? 15 : anywhere));
@@ -157,7 +170,7 @@ TEST_F(CaptureFile, CutToALengthAndDamagedLosesNothingAndInventsNothing) {
                 for (char& c : junk) c = static_cast<char>(rng.between(0, 255));
                 if (at < record.size()) record.replace(at, i % 3 == 0 ? 0 : junk.size(), i % 3 == 1 ? "" : junk);
             }
-            std::string bytes = CaptureForm().header();
+            std::string bytes = form.header();
             std::map<uint64_t, size_t> places;
             for (size_t i = 0; i < records.size(); ++i) {
                 places[bytes.size()] = i;
@@ -182,7 +195,7 @@ TEST_F(CaptureFile, CutToALengthAndDamagedLosesNothingAndInventsNothing) {
                 EXPECT_TRUE(isDamaged) << "invented at " << offset;
             }
             EXPECT_TRUE(damages != 0 || outcome.faults.size() == cut);
-            EXPECT_EQ(cut != 0, length < 262144);
+            EXPECT_EQ(cut != 0, length < 65000);
         }
     }
 }
@@ -384,6 +397,115 @@ TEST_F(CaptureFile, OfRandomBytesEndsInOneFault) {
     EXPECT_TRUE(outcome.packets.empty());
     EXPECT_EQ(outcome.faults, std::vector<uint64_t>{FILE_HEADER});
     EXPECT_EQ(outcome.skipped, 3'000'000u);
+}
+
+/// What one interface of many says of its packets holds for them alone, and what is no packet of ours is passed over.
+TEST_F(CaptureFile, OfBlocksOfManyKindsGivesItsMessagesWithTheirTimes) {
+    for (const bool isSwapped : {false, true}) {
+        const CaptureForm form{.isSwapped = isSwapped, .container = CaptureForm::pcapng};
+        const auto halves = [&](uint32_t first, uint32_t second) {
+            return form.word(isSwapped ? first << 16 | second : second << 16 | first);
+        };
+        const auto option = [&](uint32_t code, std::string value) {
+            const auto size = static_cast<uint32_t>(value.size());
+            return halves(code, size) + value.append(-size % 4, '\0');
+        };
+        const auto interface = [&](uint32_t link, const std::string& options) {
+            return form.block(1, halves(link, 0) + form.word(0) + options);
+        };
+        const auto packet = [&](uint32_t number, uint64_t time, const std::string& options = "") {
+            return form.block(6, form.word(number) + form.word(time >> 32) + form.word(time) + form.word(3)
+                                     + form.word(3) + std::string("\x24\xD0\x80\0", 4) + options);
+        };
+        const std::string comment = option(1, "by \"hand\"");
+        const std::string offset = form.word(isSwapped ? 0 : 5) + form.word(isSwapped ? 5 : 0); // 64 bits
+        const std::string seconds = form.header().substr(0, form.header().size() - 32) +        // of no interface yet
+                                    interface(147, "") + interface(147, option(9, "\x8A") + option(14, offset))
+                                    + interface(1, "") + interface(147, comment + option(9, "\x0C") + form.word(0));
+        const std::string bytes = seconds + packet(0, 7'000'001) + form.block(0xBAD, form.word(32473))
+                                  + packet(1, 3 * 1024 + 512, comment) + packet(2, 1) + packet(2, 1)
+                                  + packet(3, 9'000'000'001'000, comment + form.word(0)) + form.block(4, form.word(0))
+                                  + form.block(3, form.word(3) + std::string("\x24\xD0\x80\0", 4))
+                                  + form.block(2, halves(1, 9) + packet(0, 1024).substr(12, 20)) + form.header()
+                                  + packet(0, 42) + packet(7, 43);
+        const Folder folder;
+        Capture::Reader capture(folder.write("a.pcapng", bytes));
+        std::vector<int64_t> times;
+        std::vector<std::string> told;
+        for (Capture::Packet it; capture.next(it);) {
+            EXPECT_EQ(it.bytes, std::string_view("\x24\xD0\x80"));
+            times.push_back(it.time);
+            if (capture.damage() != nullptr) told.push_back(capture.damage()->text());
+        }
+        EXPECT_EQ(times, (std::vector<int64_t>{7'000'001'000, 8'500'000'000, 9'000'000'001, 9'000'000'001,
+                                               6'000'000'000, 42, 43}));
+        ASSERT_EQ(told.size(), 2u);
+        EXPECT_NE(told[0].find("its interface has link type 1 instead of USER0 (147): all packets of it"),
+                  told[0].npos);
+        EXPECT_NE(told[1].find("its interface, 7, is not described"), told[1].npos);
+        Capture::Reader others(folder.write("b.pcapng", form.header().substr(0, form.header().size() - 32)
+                                                            + interface(1, "") + packet(0, 1)));
+        Capture::Packet it;
+        EXPECT_THROW(others.next(it), Capture::DamagedCapture);
+    }
+}
+
+/// A compressed file of several parts, as the usual programs make it: damage to one loses nothing of the others, and of that
+/// one no more than comes after.
+TEST_F(CaptureFile, CompressedInPartsLosesNoneButTheDamagedOne) {
+    const Folder folder;
+    const std::vector<Sent> sent = session(9, 8000);
+    std::vector<std::string> parts(8);
+    for (size_t i = 0; i < sent.size(); ++i)
+        parts[i / 1000].append(i == 0 ? CaptureForm().header() : "").append(CaptureForm().record(sent[i]));
+    for (const std::string command : {"gzip -c", "zstd -qc"}) {
+        std::vector<std::string> packed;
+        for (const std::string& part : parts) {
+            folder.write("part", part);
+            packed.push_back(folder.run(command + " part").out);
+        }
+        for (int what = 0; what < 6;
+             ++what) { // nothing, a byte, the start, the end of a part, the end of the file, junk
+            SCOPED_TRACE(testing::Message() << command << ' ' << what);
+            std::string bytes, skippable("\x5A\x2A\x4D\x18\5\0\0\0\x28\xB5\x2F\xFD\0", 13);
+            for (size_t i = 0; i < packed.size(); ++i) {
+                std::string part = packed[i];
+                if (i == 3 && what == 1) part[part.size() / 2] ^= 0x55;
+                if (i == 3 && what == 2) part[1] ^= 0x55;
+                if ((i == 3 && what == 3) || (i == 7 && what == 4)) part.resize(part.size() - 20);
+                bytes += part;
+                if (i == 3 && what == 5) bytes += "no part";
+                if (command[0] == 'z') bytes += skippable;
+            }
+            const Outcome outcome = read(bytes + std::string(600, '\0'));
+            const size_t good = what == 0 || what == 5 ? 8000 : 7000;
+            EXPECT_EQ(outcome.faults.empty(), what == 0);
+            EXPECT_GE(outcome.packets.size(), good);
+            EXPECT_EQ(outcome.packets.size() == 8000, good == 8000);
+            std::vector<Sent> found;
+            for (const auto& it : outcome.packets) found.push_back(it.second);
+            const size_t before = what == 4 ? 7000 : 3000, after = what == 4 ? 0 : 4000;
+            EXPECT_TRUE(std::equal(sent.begin(), sent.begin() + static_cast<int>(before), found.begin()));
+            EXPECT_TRUE(
+                std::equal(sent.end() - static_cast<int>(after), sent.end(), found.end() - static_cast<int>(after)));
+        }
+    }
+}
+
+/// Little that becomes much is refused, and a window that takes much memory; what becomes much in good measure is not.
+TEST_F(CaptureFile, CompressedBeyondMeasureIsRefused) {
+    const Folder folder;
+    const auto readAll = [&](const std::string& command) {
+        EXPECT_EQ(folder.run(command + " >packed").exitCode, 0);
+        Capture::ByteWindow window(folder.path("packed"));
+        while (const size_t size = window.peek(1).size()) window.skip(size);
+        return window.hasFault() ? "" : std::to_string(window.position());
+    };
+    EXPECT_EQ(readAll("head -c 250M /dev/zero | zstd -q"), std::to_string(250 << 20));
+    EXPECT_THROW(readAll("head -c 300M /dev/zero | zstd -q"), Capture::DamagedCapture);
+    EXPECT_THROW(readAll("head -c 300M /dev/zero | gzip"), Capture::DamagedCapture);
+    EXPECT_EQ(readAll("head -c 1M /dev/urandom | zstd -q --long=27"), std::to_string(1 << 20));
+    EXPECT_EQ(readAll("head -c 300M /dev/zero | zstd -q --long=28"), "");
 }
 
 } // namespace

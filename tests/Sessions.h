@@ -28,24 +28,49 @@ inline std::vector<Sent> session(uint64_t seed, uint64_t messages) {
 
 /// The bytes of captures.
 struct CaptureForm {
+    enum Container { pcap, pcapng, erf };
+
     uint32_t perSecond = 1'000'000'000; ///< fractions that times are told in
     bool isSwapped = false;             ///< the other byte order
     uint32_t linkType = 147;
+    Container container = pcap;
 
     std::string header() const {
-        return word(perSecond == 1'000'000 ? 0xA1B2C3D4 : 0xA1B23C4D) + word(isSwapped ? 0x00020004 : 0x00040002)
-               + word(0) + word(0) + word(262144) + word(linkType);
+        const std::string version = word(isSwapped ? 0x00020004 : 0x00040002);
+        if (container == erf) return "";
+        if (container == pcap)
+            return word(perSecond == 1'000'000 ? 0xA1B2C3D4 : 0xA1B23C4D) + version + word(0) + word(0) + word(262144)
+                   + word(linkType);
+        const std::string resolution =
+            word(isSwapped ? 0x00090001 : 0x00010009) + (perSecond == 1'000'000 ? '\6' : '\x9') + std::string(3, '\0');
+        return block(0x0A0D0D0A, word(0x1A2B3C4D) + word(isSwapped ? 0x00010000 : 1) + word(-1) + word(-1))
+               + block(1, word(isSwapped ? linkType << 16 : linkType) + word(262144) + resolution + word(0));
     }
 
     /// A record; `cutFrom` are the bytes that the packet had before it was cut.
     std::string record(const Sent& it, size_t cutFrom = 0) const {
-        const size_t size = it.bytes.size();
-        const int64_t second = 1'000'000'000;
-        return word(it.time / second) + word(it.time % second / (second / perSecond)) + word(size)
-               + word(cutFrom != 0 ? cutFrom : size) + it.bytes;
+        const size_t size = it.bytes.size(), original = cutFrom != 0 ? cutFrom : size;
+        const int64_t second = 1'000'000'000, fraction = it.time % second;
+        if (container == pcap)
+            return word(it.time / second) + word(fraction / (second / perSecond)) + word(size) + word(original)
+                   + it.bytes;
+        const std::string zeros(7, '\0');
+        if (container == pcapng) {
+            const int64_t time = it.time / (second / perSecond);
+            return block(6, word(0) + word(time >> 32) + word(time) + word(size) + word(original) + it.bytes
+                                + zeros.substr(0, -size % 4));
+        }
+        const size_t length = (16 + size + 7) / 8 * 8;
+        const auto half = [](size_t number) { return std::string{char(number >> 8), char(number)}; };
+        return word(((fraction << 32) + second / 2) / second) + word(it.time / second) + "\x18\x04" + half(length)
+               + half(0) + half(original) + it.bytes + zeros.substr(0, length - 16 - size);
     }
 
-  private:
+    std::string block(uint32_t type, const std::string& body) const {
+        const std::string size = word(body.size() + 12);
+        return word(type) + size + body + size;
+    }
+
     std::string word(auto number) const {
         auto value = static_cast<uint32_t>(number);
         if (isSwapped) value = __builtin_bswap32(value);

@@ -34,6 +34,40 @@ std::string timer(int32_t tqid) {
     return ToolFolder::packet<TimerMessage>([&](TimerMessage& it) { it.tqid = tqid; });
 }
 
+// --- containers
+
+/// One session in every container that is read, plain and compressed, as made by other programs: from a file and on a pipe.
+TEST_F(Analysis, OfOneSessionIsTheSameInEveryContainer) {
+    folder.run("qlproto generate --messages 3000 -o a.pcap");
+    const std::vector<Sent> sent = session(1, 3000);
+    for (const auto& [name, form] : {std::pair("swapped.pcap", CaptureForm{.isSwapped = true}),
+                                     {"swapped.pcapng", {.isSwapped = true, .container = CaptureForm::pcapng}},
+                                     {"card.erf", {.container = CaptureForm::erf}}}) {
+        std::string bytes = form.header();
+        for (const Sent& it : sent) bytes += form.record(it);
+        folder.write(name, bytes);
+    }
+    const ToolFolder::Result made =
+        folder.run("editcap -F pcapng a.pcap b.pcapng && gzip -k a.pcap && zstd -q a.pcap b.pcapng card.erf"
+                   " && gzip -k b.pcapng && editcap -F pcap a.pcap coarse.pcap"
+                   " && editcap -F pcapng coarse.pcap coarse.pcapng"
+                   " && gzip -k coarse.pcap && editcap -F nsecpcap swapped.pcapng again.pcap");
+    ASSERT_EQ(made.exitCode, 0) << made.err;
+    const auto facts = [&](const std::string& name) {
+        const std::string all = "qlproto stats --json $it; qlproto decode $it; it=-; qlproto stats --json $it <";
+        const ToolFolder::Result result =
+            folder.run("it=" + name + "; " + all + name + " 2>told; grep -v messages/s told");
+        EXPECT_EQ(result.lines(), 2 * linesOf(folder.run("qlproto stats --json a.pcap").out).size() + 3000) << name;
+        return result.out;
+    };
+    const std::string fine = facts("a.pcap"), coarse = facts("coarse.pcap");
+    EXPECT_NE(fine, coarse);
+    for (const char* name : {"swapped.pcap", "swapped.pcapng", "card.erf", "b.pcapng", "a.pcap.gz", "a.pcap.zst",
+                             "b.pcapng.gz", "b.pcapng.zst", "card.erf.zst", "again.pcap"})
+        EXPECT_EQ(facts(name), fine) << name;
+    for (const char* name : {"coarse.pcapng", "coarse.pcap.gz"}) EXPECT_EQ(facts(name), coarse) << name;
+}
+
 // --- pages
 
 /// The data in a report's page.

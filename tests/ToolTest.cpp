@@ -400,6 +400,7 @@ TEST_F(Tool, NamesBadPacketsAndGoesOn) {
         {header.substr(0, 20), 1, 0, "not a capture"},
         {"", 1, 0, "not a capture"},
         {"1709535600.000000042 TimerMessage tqid=7\n", 1, 0, "not a capture"},
+        {std::string("\0\0\0\0\x60\x75\xE5\x65\2\4\0\x10\0\0\0\0", 16), 1, 0, "type 2 instead of RAW_LINK (24)"},
     };
     for (const Case& it : cases) {
         write("a.pcap", it.bytes);

@@ -24,6 +24,9 @@ constexpr std::string_view NOTES =
 stands there is left alone. Beside a capture comes a file CAPTURE.definition, which tells the definition it was made with;
 commands that read the capture warn if theirs is another.
 
+Captures: pcap, pcapng and ERF are read, as they are or compressed by gzip or zstd: the contents tell. Offsets are those of
+the decompressed capture. What is compressed more than a thousand times is refused, beyond 256 MB.
+
 Exit status: 0 fine, 1 bad data found, 2 usage, 3 input or output failed or the system lacks memory or threads.)";
 
 struct Module {

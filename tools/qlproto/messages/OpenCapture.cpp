@@ -13,9 +13,11 @@ const Capture::Definition& ownDefinition() {
 }
 
 Capture::Reader openCapture(const std::string& path) {
-    const std::string difference = path == "-" ? "" : Capture::differenceOfDefinition(path, ownDefinition());
+    std::string difference = path == "-" ? "" : Capture::differenceOfDefinition(path, ownDefinition());
+    Capture::Reader capture(path, thisTool.protocol);
+    if (difference.empty()) difference = Capture::differenceOfDefinition(path, capture.definition(), ownDefinition());
     if (!difference.empty()) tellFault(difference);
-    return Capture::Reader(path, thisTool.protocol);
+    return capture;
 }
 
 } // namespace qlproto
