@@ -1,5 +1,9 @@
 // What a process that exchanges messages needs: blocks that threads share, frames on a stream.
 #include <atomic>
+#include <csignal>
+#include <cstring>
+#include <deque>
+#include <fstream>
 #include <map>
 #include <mutex>
 #include <random>
@@ -7,11 +11,15 @@
 #include <thread>
 
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include "Host/Frames.h"
+#include "Host/MemRing.h"
 #include "Host/MsgBlockPool.h"
 #include "Host/SharedMessage.h"
 #include "Inspect/Sizes.h"
+#include "tests/Folder.h"
 #include "tests/Hex.h"
 #include "tests/Samples.h"
 
@@ -268,6 +276,198 @@ TEST_F(Frames, OfImpossibleLengthsAreRefusedBeforeTheyCome) {
     const Inspect::Encoded refused = writer.append(Inspect::default_protocol(), SubmitOrderMessage::ID, &*order);
     EXPECT_EQ(refused.refusal, Inspect::Refusal::tooSmall);
     EXPECT_TRUE(writer.bytes().empty());
+}
+
+/// What a publisher puts into the ring, known by its seed.
+std::string ringBody(uint64_t seed) {
+    std::string body(8 + seed * 37 % 400, static_cast<char>(seed));
+    std::memcpy(body.data(), &seed, sizeof seed);
+    return body;
+}
+uint64_t seedOf(std::string_view body) {
+    uint64_t seed = 0;
+    EXPECT_GE(body.size(), sizeof seed);
+    std::memcpy(&seed, body.data(), std::min(sizeof seed, body.size()));
+    EXPECT_EQ(body, ringBody(seed)) << "torn";
+    return seed;
+}
+
+class Ring : public testing::Test {
+  protected:
+    const Folder folder;
+    const std::string path = folder.path("ring");
+    Host::MemRing ring = Host::MemRing::open(path, 1);
+    Host::RingRecord record;
+
+    void publish(uint64_t seed) { ring.publish({.id = 7, .body = ringBody(seed), .time = static_cast<int64_t>(seed)}); }
+};
+
+TEST_F(Ring, ReadersGetWhatIsThereAndAreToldWhatIsNot) {
+    Host::RingReader fast(ring), slow(ring);
+    for (uint64_t i = 1; i <= 3000; ++i) {
+        publish(i);
+        ASSERT_TRUE(fast.next(record));
+        ASSERT_EQ(seedOf(record.body), i);
+        ASSERT_EQ(record.sequence, i);
+        ASSERT_EQ(record.time, static_cast<int64_t>(i));
+        ASSERT_EQ(record.lost, 0u);
+        ASSERT_FALSE(fast.next(record));
+    }
+    const Host::MemRing again = Host::MemRing::open(path, 1 << 20); // as another process sees it
+    EXPECT_EQ(again.size(), ring.size());
+    Host::RingReader oldest(again, Host::RingReader::From::oldest), late(again);
+    EXPECT_FALSE(late.next(record));
+    uint64_t read = 0;
+    for (; slow.next(record); ++read) EXPECT_EQ(seedOf(record.body), record.sequence);
+    EXPECT_EQ(record.sequence, 3000u);
+    EXPECT_EQ(slow.lost() + read, 3000u);
+    EXPECT_GT(read * 230, ring.size() * 3 / 4) << "most of what the ring holds";
+    for (uint64_t i = 0; i < read; ++i) ASSERT_TRUE(oldest.next(record));
+    EXPECT_EQ(oldest.lost(), 0u) << "it asked for no more than there is";
+    publish(1);
+    ASSERT_TRUE(late.next(record));
+    EXPECT_EQ(record.sequence, 3001u);
+    EXPECT_THROW(ring.publish({.id = 1, .body = std::string(ring.longestBody() + 1, 'x')}), std::length_error);
+    for (int i = 0; i < 20; ++i) {
+        const std::string longest(ring.longestBody() - static_cast<size_t>(i), 'x');
+        ring.publish({.id = 1, .body = longest});
+        ASSERT_TRUE(late.next(record));
+        ASSERT_EQ(record.body, longest);
+    }
+}
+
+TEST_F(Ring, EncodesMessages) {
+    Quillon::initialize();
+    Host::RingReader reader(ring);
+    for (const Filling filling : {Filling::typical, Filling::extreme}) {
+        InBlock<SubmitOrderMessage> order;
+        Sample(filling).fill(*order);
+        uint64_t sequence = 0;
+        EXPECT_TRUE(ring.publish(Inspect::default_protocol(), SubmitOrderMessage::ID, &*order, 5, sequence));
+        ASSERT_TRUE(reader.next(record));
+        EXPECT_EQ(record.sequence, sequence);
+        EXPECT_EQ(record.id, SubmitOrderMessage::ID);
+        EXPECT_EQ(record.body, bodyOf(*order));
+        EXPECT_EQ(ring.publish(Inspect::default_protocol(), 0x1234, &*order, 5, sequence).refusal,
+                  Inspect::Refusal::unknownIdentifier);
+        EXPECT_FALSE(reader.next(record));
+    }
+    Quillon::finalize();
+}
+
+TEST_F(Ring, ForeignFilesAreRefused) {
+    const std::string bytes = folder.content("ring");
+    const auto expectRefused = [&](size_t at, char byte, const std::string& reason) {
+        std::string changed = bytes;
+        changed.resize(std::max(changed.size(), at + 1));
+        changed[at] = byte;
+        try {
+            Host::MemRing::open(folder.write("other", changed));
+            ADD_FAILURE() << reason;
+        } catch (const Host::RingError& error) {
+            EXPECT_NE(std::string(error.what()).find(reason), std::string::npos) << error.what();
+        }
+    };
+    expectRefused(0, 'x', "is no ring");
+    expectRefused(8, 2, "layout 2, not 1");
+    expectRefused(17, 1, "another size");
+    expectRefused(bytes.size(), 1, "another size");
+    EXPECT_THROW(Host::MemRing::open(folder.write("short", bytes.substr(0, 100))), Host::RingError);
+    EXPECT_THROW(Host::MemRing::open(folder.path("none/ring")), Host::RingError);
+    EXPECT_THROW(Host::MemRing::open("/dev/null"), Host::RingError);
+
+    // Lengths that no publisher writes, by a process that runs wild.
+    Host::RingReader reader(ring);
+    publish(1);
+    for (const auto& [at, byte] :
+         {std::pair(3, '\x7f'), std::pair(3, '\xff'), std::pair(3, '\0'), std::pair(1, '\1')}) {
+        std::fstream file(path, std::ios::in | std::ios::out | std::ios::binary);
+        file.seekp(static_cast<std::streamoff>(bytes.size() - ring.size()) + at);
+        file.put(byte).flush();
+        if (byte == 0) continue; // what was there
+        EXPECT_THROW(reader.next(record), Host::RingError);
+    }
+}
+
+TEST_F(Ring, WaitersAreWoken) {
+    Host::RingReader reader(ring);
+    EXPECT_FALSE(reader.wait(1));
+    std::thread other([&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(30));
+        publish(1);
+    });
+    EXPECT_TRUE(reader.wait(100'000)) << "by the message, long before that time";
+    other.join();
+    EXPECT_TRUE(reader.wait(100'000)) << "it has not been read yet";
+}
+
+// Publishers and readers at once, the readers at paces of their own.
+TEST_F(Ring, ManyPublishAndReadAtOnce) {
+    constexpr uint64_t EACH = 30000, PUBLISHERS = 3;
+    std::vector<std::thread> threads;
+    std::atomic<bool> isOver = false;
+    std::deque<Host::RingReader> places;
+    for (int i = 0; i < 2; ++i) places.emplace_back(ring);
+    for (uint64_t publisher = 0; publisher < PUBLISHERS; ++publisher)
+        threads.emplace_back([&, publisher] {
+            for (uint64_t i = 1; i <= EACH; ++i) publish(publisher << 32 | i);
+        });
+    std::vector<std::thread> readers;
+    for (Host::RingReader& reader : places)
+        readers.emplace_back([&] {
+            const int pause = &reader == &places[0] ? 0 : 200;
+            Host::RingRecord it;
+            std::map<uint64_t, uint64_t> last; // of each publisher
+            uint64_t read = 0, sequence = 0;
+            for (bool wasOver = false;;) {
+                if (!reader.next(it)) {
+                    if (wasOver) break;
+                    wasOver = isOver; // one more look: what was published before it was over
+                    reader.wait(5);
+                    continue;
+                }
+                const uint64_t seed = seedOf(it.body);
+                ASSERT_GT(seed, last[seed >> 32]);
+                last[seed >> 32] = seed;
+                ASSERT_EQ(it.sequence, sequence + it.lost + 1);
+                sequence = it.sequence;
+                if (++read % 500 == 0) std::this_thread::sleep_for(std::chrono::microseconds(pause));
+            }
+            EXPECT_EQ(sequence, EACH * PUBLISHERS);
+            EXPECT_EQ(reader.lost() + read, EACH * PUBLISHERS);
+        });
+    for (std::thread& thread : threads) thread.join();
+    isOver = true;
+    for (std::thread& thread : readers) thread.join();
+}
+
+// Of processes that are killed nothing remains but what they had published.
+TEST_F(Ring, NobodyIsHeldUpByTheDead) {
+    Host::RingReader reader(ring);
+    uint64_t read = 0, sequence = 0;
+    const auto readAll = [&] {
+        while (reader.next(record)) {
+            seedOf(record.body);
+            ASSERT_EQ(record.sequence, sequence + record.lost + 1);
+            sequence = record.sequence;
+            ++read;
+        }
+    };
+    std::mt19937 random(3);
+    for (int round = 0; round < 20; ++round) {
+        const pid_t child = fork();
+        if (child == 0)
+            for (uint64_t i = 0;; ++i) publish(i);
+        ASSERT_GT(child, 0);
+        for (int i = 0; i < 20; ++i) readAll(), publish(random());
+        std::this_thread::sleep_for(std::chrono::microseconds(random() % 3000));
+        ASSERT_EQ(kill(child, SIGKILL), 0);
+        ASSERT_EQ(waitpid(child, nullptr, 0), child);
+        publish(random());
+        readAll();
+    }
+    EXPECT_EQ(reader.lost() + read, sequence);
+    EXPECT_GT(read, 400u);
 }
 
 } // namespace
