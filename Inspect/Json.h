@@ -64,8 +64,8 @@ inline std::string to_json(Velmora::MsgType_t id, const void* message, Integers 
     return to_json(default_protocol(), id, message, integers);
 }
 
-/// The same after what `text` holds, as people want to see it. Hidden secrets are "***" and divided prices strings of
-/// decimal digits and a point; neither can be read back. Throws JsonError for an unknown identifier.
+/// The same after what `text` holds, as people want to see it. Hidden secrets are "***" and divided prices decimal digits
+/// and a point, in strings where integers are; neither can be read back. Throws JsonError for an unknown identifier.
 void append_json(const Protocol& protocol, Velmora::MsgType_t id, const void* message, Integers integers,
                  const Display& display, std::string& text);
 inline void append_json(Velmora::MsgType_t id, const void* message, Integers integers, const Display& display,

@@ -107,6 +107,8 @@ class JsonWriter {
     void price(int64_t v) {
         if (_display.priceScale == 1)
             (*this)(v);
+        else if (_integers == Integers::numbers && sentinelName(v).empty())
+            _text += scaled_text(v, _display.priceScale);
         else
             quote(scaled_text(v, _display.priceScale));
     }

@@ -588,6 +588,129 @@ TEST_F(Analysis, ReportCountsOrdersByOutcome) {
                                                  {"name": "accepted", "orders": 1},
                                                  {"name": "timed out", "orders": 1},
                                                  {"name": "unanswered", "orders": 1}])"));
+    const json totals = json::parse(folder.run("qlproto orders --totals --json a.pcap").out)["totals"]["outcome"];
+    for (const json& it : data["orders"]) EXPECT_EQ(totals[it["name"].get<std::string>()]["count"], it["orders"]);
+}
+
+TEST_F(Analysis, OrdersAndQuotesAreTellingRowsOfTheirOwn) {
+    std::vector<ToolFolder::Packet> packets;
+    const auto tell = [&]<class Message>(Velmora::of<Message>, int64_t time, auto fill) {
+        packets.emplace_back(time, ToolFolder::packet<Message>([&](Message& it) {
+                                 it.contents.feedID = 2;
+                                 it.contents.marketID = 7;
+                                 fill(it.contents);
+                             }));
+    };
+    const auto order = [&]<class Message>(Velmora::of<Message> of, int64_t time, int64_t id, auto fill) {
+        tell(of, time, [&](auto& it) {
+            it.orderID = id;
+            it.clOrdID = "a,\"b";
+            fill(it);
+        });
+    };
+    const auto trade = [](int64_t amount) { return [=](auto& it) { it.amount = amount; }; };
+    order(Velmora::of<TradeCaptureMessage>{}, 1500, 1, trade(150)); // comes early
+    order(Velmora::of<SubmitOrderMessage>{}, 1000, 1, [](auto& it) {
+        it.side = Side::OFR;
+        it.amount = 400;
+        it.price = 105;
+    });
+    order(Velmora::of<OrderSubmittedMessage>{}, 1200, 1, [](auto& it) { it.exOrdID = "E"; });
+    order(Velmora::of<TradeCaptureMessage>{}, 1600, 1, trade(INT64_MAX)); // from a stranger
+    order(Velmora::of<OrderRejectedMessage>{}, 1700, 2, [](auto& it) {
+        it.feedID = 3;
+        it.reason = RejectReason::CREDIT_LOW;
+        it.text = "no credit";
+    });
+    order(Velmora::of<OrderDoneMessage>{}, 2500, 1, [](auto&) {});
+    const auto quote = [](const char* id, const char* client) {
+        return [=](auto& it) {
+            if constexpr (requires { it.quoteReqID; }) it.quoteReqID = id;
+            if constexpr (requires { it.clOrdID; }) it.clOrdID = client;
+        };
+    };
+    tell(Velmora::of<QuoteRequestMessage>{}, 100, quote("Q1", ""));
+    tell(Velmora::of<MassQuoteMessage>{}, 150, quote("Q1", ""));
+    tell(Velmora::of<NewOrderMessage>{}, 200, quote("Q1", "c"));
+    tell(Velmora::of<OrderTimeoutMessage>{}, 300, quote("", "c")); // names the order alone
+    tell(Velmora::of<QuoteRequestMessage>{}, 400, quote("Q2", ""));
+    folder.store("a.pcap", packets);
+
+    const std::string all = folder.run("qlproto orders --csv --price-scale 100 a.pcap").out;
+    EXPECT_EQ(all,
+              "orderID,clOrdID,exOrdID,user,feed,market,side,amount,filled,price,outcome,reason,text,packet,time,"
+              "submitted,received,accepted,traded,ended,duration\n"
+              "1,\"a,\"\"b\",E,,2,7,OFR,4,92233720368547758.07,1.05,filled,,,1,0.000001500,0.000001000,,0.000001200,"
+              "0.000001500,0.000002500,1000\n"
+              "2,\"a,\"\"b\",,,3,7,,0,0,0,rejected,CREDIT_LOW,no credit,5,0.000001700,,,,,0.000001700,0\n");
+    const std::string rejected = linesOf(all)[2];
+    for (const char* filter :
+         {"--outcome rejected", "--where feedID=3", "--message OrderRejectedMessage", "--where 'text~credit'",
+          "--where reason=CREDIT_LOW", "--from 0.0000017 --to 0.0000018", "--sort time --where feedID!=2"})
+        EXPECT_EQ(linesOf(folder.run("qlproto orders --csv a.pcap " + std::string(filter)).out)[1], rejected) << filter;
+    EXPECT_EQ(linesOf(folder.run("qlproto orders --csv --sort duration --first 1 a.pcap").out).size(), 2u);
+    EXPECT_EQ(folder.run("qlproto orders --outcome lost a.pcap").exitCode, 2);
+    const auto quotes = linesOf(folder.run("qlproto quotes --csv a.pcap").out);
+    EXPECT_TRUE(quotes.size() == 3 && quotes[0].ends_with(",time,requested,quoted,ordered,answered,ended,duration"));
+    EXPECT_EQ(quotes[1], "Q1,c,,,2,7,,0,0,0,order timed out,,,7,0.000000100,0.000000100,0.000000150,0.000000200,"
+                         "0.000000300,,200");
+    EXPECT_EQ(quotes[2], "Q2,,,,2,7,,0,0,0,requested,,,11,0.000000400,0.000000400,,,,,0");
+}
+
+// By a field whose value each message has but once: the same as of the messages with that value alone.
+TEST_F(Analysis, GroupsAreWhatFiltersTake) {
+    ASSERT_EQ(folder.run("qlproto generate --messages 20000 --seed 7 -o a.pcap").exitCode, 0);
+    const auto told = [&](const std::string& command) {
+        return json::parse(folder.run("qlproto " + command + " a.pcap").out);
+    };
+    for (const char* command : {"stats --json ", "latency --json "}) {
+        const json by = told(std::string(command) + "--by contents.feedID");
+        EXPECT_GE(by["groups"].size(), 3u);
+        for (const auto& [feed, group] : by["groups"].items()) {
+            if (feed.starts_with('(')) continue;
+            json alone = told(command + ("--where contents.feedID=" + feed))["all"], grouped = group;
+            if (alone.is_object()) alone.erase("perSecond"), grouped.erase("perSecond");
+            EXPECT_EQ(grouped, alone) << command << feed;
+        }
+    }
+    const json all = told("stats --json --by contents.timeApiClient");
+    EXPECT_GT(all["groups"]["(others)"]["count"], 0) << "there are more times than groups";
+    uint64_t sum = 0;
+    for (const json& group : all["groups"]) sum += group["count"].get<uint64_t>();
+    EXPECT_EQ(sum, all["all"]["count"]);
+
+    const auto rows = linesOf(folder.run("qlproto latency --by feedID --sort p99 --csv a.pcap").out);
+    EXPECT_EQ(rows[0], "feedID,hop,count,p50,p90,p99,p99.9,max,unset,negative,lowest");
+    const auto p99 = [](const std::string& row) {
+        std::istringstream cells(row);
+        std::string cell;
+        for (int i = 0; i < 6; ++i) std::getline(cells, cell, ',');
+        return std::stoll(cell);
+    };
+    for (size_t i = 2; i < rows.size() && !rows[i].starts_with("all,"); ++i) EXPECT_GE(p99(rows[i - 1]), p99(rows[i]));
+    EXPECT_EQ(folder.run("qlproto stats --by fedID a.pcap").exitCode, 2);
+}
+
+TEST_F(Analysis, SlowestPacketsAreNamed) {
+    std::vector<ToolFolder::Packet> packets;
+    for (const auto& [client, server, handler] : std::vector<std::array<int64_t, 3>>{{1000, 1100, 1500},
+                                                                                     {1000, 2500, 2600},
+                                                                                     {1000, 0, 9000},
+                                                                                     {1000, 5000, 900},
+                                                                                     {0, 0, 7},
+                                                                                     {INT64_MIN, 1, INT64_MAX}})
+        packets.emplace_back(5, ToolFolder::packet<SubmitOrderMessage>([&](SubmitOrderMessage& it) {
+                                 it.userID = static_cast<int32_t>(packets.size());
+                                 it.contents.timeApiClient = client;
+                                 it.contents.timeApiServer = server;
+                                 it.contents.timeHandler = handler;
+                             }));
+    folder.store("a.pcap", packets);
+    EXPECT_EQ(folder.run("qlproto latency --slowest 2 --by userID --csv a.pcap").out,
+              "packet,time,message,way,took,slowest hop,it took,userID\n"
+              "3,0.000000005,SubmitOrderMessage,client->handler,8000,client->handler,8000,2\n"
+              "2,0.000000005,SubmitOrderMessage,client->handler,1600,client->server,1500,1\n");
+    EXPECT_EQ(json::parse(folder.run("qlproto latency --slowest 9 --json a.pcap").out)["slowest"].size(), 3u);
 }
 
 // The page in a browser: what its tables say, and that its charts have been drawn.

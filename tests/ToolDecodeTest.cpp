@@ -23,6 +23,7 @@ class Decode : public Module {
         ASSERT_EQ(_folder.run("qlproto generate --seed 7 -o a.pcap --messages " + std::to_string(messages)).exitCode,
                   0);
     }
+    const std::string timer{"\x24\xD0\x0E", 3};
     ToolFolder _folder;
 };
 
@@ -179,6 +180,9 @@ TEST_F(Decode, RefusesConditionsThatCannotBeMeant) {
                                 "--price-scale 0",
                                 "--format xml",
                                 "--format 2",
+                                "--format csv",
+                                "--format json --fields side",
+                                "--format csv --fields sied",
                                 "--time Mars",
                                 "--time ../localtime",
                                 "--from 25:00",
@@ -229,6 +233,29 @@ TEST_F(Decode, WritesJsonThatAgreesWithTheText) {
                                   + nlohmann::ordered_json::parse(json[i])["body"].begin().key() + '=';
         EXPECT_EQ(text[i].substr(0, start.size()), start);
     }
+}
+
+TEST_F(Decode, RowsHoldTheValuesOfJson) {
+    generate(5000);
+    const std::string orders = " --price-scale 100000000 --time utc --message SubmitOrderMessage a.pcap";
+    const auto rows = decode("--format csv --fields time,id,userID,contents.clOrdID,price,stopPrice" + orders);
+    const auto json = decode("--format json --numbers" + orders);
+    ASSERT_EQ(rows.size(), json.size() + 1);
+    EXPECT_EQ(rows[0], "time,id,userID,contents.clOrdID,price,stopPrice");
+    for (size_t i = 0; i < json.size(); ++i) {
+        const nlohmann::json line = nlohmann::json::parse(json[i]), body = line["body"], contents = body["contents"];
+        EXPECT_TRUE(contents["price"].is_number_float() && contents["orderID"].is_number_integer()) << json[i];
+        EXPECT_EQ(rows[i + 1], line["time"].get<std::string>() + ",61673," + body["userID"].dump() + ','
+                                   + contents["clOrdID"].get<std::string>() + ',' + contents["price"].dump() + ",NA");
+    }
+    const std::string quote = ToolFolder::packet<MassQuoteMessage>([](MassQuoteMessage& it) {
+        for (const char* id : {"a\n\"", "b,c"}) it.contents.quotes.add_back().quoteID = id;
+        it.contents.timeHandler = 1709535600'000000042;
+    });
+    _folder.store("a.pcap", {{1, timer}, {2, quote}});
+    EXPECT_EQ(decode("--format csv --time utc --fields message,quoteID,timeHandler a.pcap"),
+              (std::vector<std::string>{"message,quoteID,timeHandler", "TimerMessage,,",
+                                        "MassQuoteMessage,\"a\\n\"\" b,c\",2024-03-04T07:00:00.000000042Z"}));
 }
 
 TEST_F(Decode, DividesPricesAndHidesSecretsInEveryForm) {
@@ -333,7 +360,6 @@ TEST_F(Decode, SurvivesDamage) {
 }
 
 TEST_F(Decode, VerifyCountsByMessageAndFault) {
-    const std::string timer("\x24\xD0\x0E", 3);
     _folder.store("a.pcap", {{1, timer}, {2, timer + "x"}, {3, std::string("\x24\xD0\x8E\x00", 4)}, {4, "\x03\x01"}});
     const auto result = _folder.run("qlproto verify a.pcap");
     EXPECT_EQ(result.exitCode, 1);

@@ -28,6 +28,7 @@ inline constexpr const char* FOLDER_VALUE = "FOLDER";
 inline constexpr const char* MESSAGE_VALUE = "MESSAGE"; ///< a message by name or identifier
 inline constexpr const char* TYPE_VALUE = "TYPE";       ///< a message or a record
 inline constexpr const char* ENUMERATION_VALUE = "ENUMERATION";
+inline constexpr const char* FIELD_VALUE = "FIELD"; ///< a name or a path of a field
 inline constexpr const char* NUMBER_VALUE = "N";
 
 /// The number that the whole text is: decimal, or hexadecimal digits after "0x". Nothing if it is none or does not fit.
@@ -79,6 +80,23 @@ CLI::Option* addChoice(CLI::App& command, const std::string& name, T& value,
     return command.add_option_function<std::string>(name, choose, description)
         ->check(CLI::IsMember(names))
         ->default_str(names.front());
+}
+
+enum class TableForm { table, csv, json };
+
+/// Adds --format, and --csv and --json for short.
+inline void addTableForm(CLI::App& command, TableForm& form) {
+    CLI::Option* const all = addChoice(
+        command, "--format", form, {{"table", TableForm::table}, {"csv", TableForm::csv}, {"json", TableForm::json}},
+        "A table for people, or lines of CSV or JSON for programs, with durations in nanoseconds");
+    CLI::Option* const csv = command.add_flag_callback(
+        "--csv", [&form] { form = TableForm::csv; }, "The same as --format csv");
+    command
+        .add_flag_callback(
+            "--json", [&form] { form = TableForm::json; }, "The same as --format json")
+        ->excludes(all)
+        ->excludes(csv);
+    csv->excludes(all);
 }
 
 /// Adds --policy: which bodies are sound.

@@ -44,6 +44,8 @@ void addGenerate(CLI::App& app, Commands& commands);
 void addLatency(CLI::App& app, Commands& commands);
 void addManual(CLI::App& app, Commands& commands); ///< adds manpage and completion
 void addMessages(CLI::App& app, Commands& commands);
+void addOrders(CLI::App& app, Commands& commands);
+void addQuotes(CLI::App& app, Commands& commands);
 void addReport(CLI::App& app, Commands& commands);
 void addRoundTrip(CLI::App& app, Commands& commands);
 void addSchema(CLI::App& app, Commands& commands);

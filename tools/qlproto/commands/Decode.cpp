@@ -43,6 +43,7 @@ int decodeCapture(const DecodeOptions& options) {
 
     CaptureScan scan(options.scan);
     const bool isRead = Capture::whileRead([&] {
+        if (options.rendering.format == Format::csv) output.append(handles.front().rendering->header());
         scan.runParallel(
             options.input, handles, [&](std::string_view text) { output.append(text); }, [&] { output.flush(); });
         output.close();
@@ -78,6 +79,9 @@ class Bytes {
         _exitCode = EXIT_BAD_DATA;
     }
 
+    void begin(Format format) {
+        if (format == Format::csv) _output.append(_rendering.header());
+    }
     void finish() { _output.close(); }
     int exitCode() const { return _exitCode; }
 
@@ -101,6 +105,7 @@ int decodeRaw(const DecodeOptions& options) {
     Capture::ByteWindow input(options.input);
     Bytes bytes(options);
     Capture::whileRead([&] {
+        bytes.begin(options.rendering.format);
         bytes.decode(input.name(), input.peek(Capture::MAX_PACKET + 1));
         bytes.finish();
     });
@@ -111,6 +116,7 @@ int decodeHex(const DecodeOptions& options) {
     LineReader lines(options.input, LONGEST_HEX);
     Bytes bytes(options);
     Capture::whileRead([&] {
+        bytes.begin(options.rendering.format);
         for (std::string_view line; lines.next(line);) {
             const std::string where = fmt::format("{}:{}", lines.name(), lines.number());
             if (line.find_first_not_of(" \t\r") == line.npos) continue;
@@ -131,7 +137,7 @@ int decodeHex(const DecodeOptions& options) {
 int decode(DecodeOptions options) {
     options.rendering.time = options.scan.time;
     options.rendering.display = options.scan.display;
-    options.rendering.isColoured = options.rendering.format != Format::json && mayHaveColours(STDOUT_FILENO);
+    options.rendering.isColoured = options.rendering.format < Format::json && mayHaveColours(STDOUT_FILENO);
     if (options.isRaw) return decodeRaw(options);
     if (options.isHex) return decodeHex(options);
     return decodeCapture(options);
@@ -152,8 +158,21 @@ void addDecode(CLI::App& app, Commands& commands) {
                      "With --hex or --raw: the input is bodies of this message, without the identifier in front")
         ->check(isMessage());
     addChoice(*command, "--format", options->rendering.format,
-              {{"line", Format::line}, {"lines", Format::lines}, {"json", Format::json}},
-              "line, lines (a value per line) or json (a line each)");
+              {{"line", Format::line}, {"lines", Format::lines}, {"json", Format::json}, {"csv", Format::csv}},
+              "line, lines (a value per line), json (a line each) or csv (a row each, of --fields)");
+    command
+        ->add_option("--fields", options->rendering.fields,
+                     "The columns of CSV: time, message, id, and names or paths of fields, with commas between them")
+        ->delimiter(',')
+        ->type_name(FIELD_VALUE)
+        ->allow_extra_args(false);
+    command->add_flag_callback(
+        "--numbers", [options] { options->rendering.integers = Inspect::Integers::numbers; },
+        "In JSON, write integers of 64 bits as numbers, which many readers round, and divided prices, too");
+    command->final_callback([options] {
+        if ((options->rendering.format == Format::csv) == options->rendering.fields.empty())
+            throw CLI::ValidationError("--fields", "CSV is written of the fields that it names, and nothing else is");
+    });
     addScanOptions(*command, options->scan);
     addExamples(*command,
                 "Packets and bodies without a capture have no time. In JSON the times of stations stay numbers, which\n"

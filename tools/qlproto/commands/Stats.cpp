@@ -1,6 +1,7 @@
 // qlproto stats: how much of what a capture holds.
 #include <algorithm>
 #include <memory>
+#include <optional>
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
@@ -8,12 +9,15 @@
 #include "Capture/Output.h"
 #include "Inspect/Reflection.h"
 #include "tools/qlproto/Tool.h"
+#include "tools/qlproto/analysis/Groups.h"
 #include "tools/qlproto/analysis/TrafficStats.h"
 #include "tools/qlproto/commands/Arguments.h"
 #include "tools/qlproto/commands/Commands.h"
 #include "tools/qlproto/messages/CaptureScan.h"
+#include "tools/qlproto/messages/FieldPath.h"
 #include "tools/qlproto/terminal/Plot.h"
 #include "tools/qlproto/terminal/Table.h"
+#include "tools/qlproto/terminal/Terminal.h"
 
 namespace qlproto {
 
@@ -23,17 +27,50 @@ using Traffic = TrafficStats::Traffic;
 
 struct StatsOptions {
     std::string capture;
-    bool json = false;
+    TableForm form;
     bool plot = false;
+    std::string by;
+    std::string sort;
     ScanOptions scan;
 };
 
-std::vector<std::string> row(std::string_view name, const Traffic& it, double seconds) {
+/// What is told of together: a message, or a value of a field.
+struct StatsRow {
+    std::string name;
+    const Traffic* traffic;
+};
+using StatsRows = std::vector<StatsRow>;
+
+/// By what rows can be sorted, the greatest first.
+struct StatsOrder {
+    const char* name;
+    uint64_t (*key)(const Traffic& it);
+};
+constexpr StatsOrder STATS_ORDERS[] = {
+    {"count", [](const Traffic& it) { return it.sizes.count(); }},
+    {"bytes", [](const Traffic& it) { return it.bytes; }},
+    {"median", [](const Traffic& it) { return static_cast<uint64_t>(it.sizes.percentile(50)); }},
+    {"p99", [](const Traffic& it) { return static_cast<uint64_t>(it.sizes.percentile(99)); }},
+    {"max", [](const Traffic& it) { return static_cast<uint64_t>(it.sizes.max()); }},
+};
+
+void sort(StatsRows& rows, const std::string& by) {
+    std::erase_if(rows, [](const StatsRow& it) { return it.traffic->sizes.count() == 0; });
+    const auto order = std::ranges::find(STATS_ORDERS, by, &StatsOrder::name);
+    if (order == std::end(STATS_ORDERS)) { // by name
+        std::ranges::stable_sort(rows, {}, &StatsRow::name);
+        return;
+    }
+    std::ranges::stable_sort(rows, std::ranges::greater{}, [&](const StatsRow& it) { return order->key(*it.traffic); });
+}
+
+std::vector<Cell> row(const std::string& name, const Traffic& it, double seconds) {
     const Histogram& sizes = it.sizes;
-    const std::string perSecond =
-        seconds > 0 ? fmt::format("{:.1f}", static_cast<double>(sizes.count()) / seconds) : "-";
-    if (sizes.count() == 0) return {std::string(name), "0", "0", "-", "-", "-", "-", "-"};
-    return {std::string(name),
+    const Cell perSecond =
+        seconds > 0 ? fmt::format("{:.1f}", static_cast<double>(sizes.count()) / seconds) : Cell::none();
+    if (sizes.count() == 0)
+        return {name, "0", "0", Cell::none(), Cell::none(), Cell::none(), Cell::none(), Cell::none()};
+    return {name,
             std::to_string(sizes.count()),
             std::to_string(it.bytes),
             perSecond,
@@ -43,24 +80,22 @@ std::vector<std::string> row(std::string_view name, const Traffic& it, double se
             std::to_string(sizes.max())};
 }
 
-std::string table(const TrafficStats& stats, const Traffic& overall) {
+Table table(const std::string& by, const StatsRows& rows, const Traffic& overall) {
     const double seconds = overall.overTime.seconds();
-    Table table({"message", "count", "bytes", "per s", "min", "median", "p99", "max"});
-    for (std::size_t i : stats.byFrequency())
-        table.add(row(Inspect::all_messages(thisTool.protocol)[i].type->name, stats.byMessage()[i], seconds));
+    Table table({by.empty() ? "message" : by, "count", "bytes", "per s", "min", "median", "p99", "max"});
+    for (const StatsRow& it : rows) table.add(row(it.name, *it.traffic, seconds));
     table.add(row("all", overall, seconds));
-    return table.text();
+    return table;
 }
 
-std::string json(const TrafficStats& stats, const Traffic& overall) {
+std::string json(const std::string& by, const StatsRows& rows, const Traffic& overall) {
     const double seconds = overall.overTime.seconds();
     nlohmann::ordered_json json;
     json["seconds"] = seconds;
     json["all"] = trafficJson(overall, seconds);
-    json["messages"] = nlohmann::ordered_json::object();
-    for (std::size_t i : stats.byFrequency())
-        json["messages"][std::string(Inspect::all_messages(thisTool.protocol)[i].type->name)] =
-            trafficJson(stats.byMessage()[i], seconds);
+    if (!by.empty()) json["by"] = by;
+    nlohmann::ordered_json& groups = json[by.empty() ? "messages" : "groups"] = nlohmann::ordered_json::object();
+    for (const StatsRow& it : rows) groups[visible(it.name)] = trafficJson(*it.traffic, seconds);
     return json.dump(2) + '\n';
 }
 
@@ -86,13 +121,31 @@ std::string plotSizes(const Histogram& sizes, std::size_t width) {
 }
 
 int stats(const StatsOptions& options) {
+    constexpr std::size_t mostGroups = 1000;
     TrafficStats stats;
+    Groups<Traffic> groups(mostGroups);
+    const std::optional<FieldValue> by = options.by.empty() ? std::nullopt : std::optional<FieldValue>(options.by);
     CaptureScan scan(options.scan);
-    scan.run(options.capture,
-             [&](const Capture::Packet& packet, const MessageReader& reader) { stats.add(packet, reader); });
+    scan.run(options.capture, [&](const Capture::Packet& packet, const MessageReader& reader) {
+        stats.add(packet, reader);
+        if (!by) return;
+        Traffic& group = groups[by->of(reader, options.scan.display)];
+        group.bytes += packet.bytes.size();
+        group.sizes.add(static_cast<int64_t>(packet.bytes.size()));
+    });
 
+    StatsRows rows;
+    if (by)
+        groups.forEach([&](std::string_view name, const Traffic& it) { rows.push_back({std::string(name), &it}); });
+    else
+        for (std::size_t i = 0; i < stats.byMessage().size(); ++i)
+            rows.push_back(
+                {std::string(Inspect::all_messages(thisTool.protocol)[i].type->name), &stats.byMessage()[i]});
+    sort(rows, options.sort);
     const Traffic overall = stats.overall();
-    std::string text = options.json ? json(stats, overall) : table(stats, overall);
+    std::string text = options.form == TableForm::json  ? json(options.by, rows, overall)
+                       : options.form == TableForm::csv ? table(options.by, rows, overall).csv()
+                                                        : table(options.by, rows, overall).text();
     if (options.plot && !overall.overTime.isEmpty()) {
         const std::size_t width = terminalWidth();
         text += plotRate(overall.overTime, width) + plotSizes(overall.sizes, width);
@@ -112,13 +165,27 @@ void addStats(CLI::App& app, Commands& commands) {
         ->required()
         ->type_name(FILE_VALUE);
     addScanOptions(*command, options->scan);
-    CLI::Option* const json = command->add_flag("--json", options->json, "As JSON instead of a table");
-    command->add_flag("--plot", options->plot, "Draw rate over time and sizes, too")->excludes(json);
-    addExamples(*command,
-                "Sizes are in bytes of identifier and body; the rate is over the time from the first message to the\n"
-                "last. Percentiles are exact up to 2047 bytes, and within 0.05 % beyond.",
-                {"$tool stats session.pcap", "$tool stats --plot session.pcap",
-                 "$tool stats --json session.pcap | grep -A 10 $message"});
+    addTableForm(*command, options->form);
+    CLI::Option* const plot = command->add_flag("--plot", options->plot, "Draw rate over time and sizes, too");
+    for (const char* other : {"--json", "--csv", "--format"}) plot->excludes(command->get_option(other));
+    command->add_option("--by", options->by, "By the values of this field, a name or a path, instead of by message")
+        ->type_name(FIELD_VALUE)
+        ->check(isNotEmpty());
+    addChoice(*command, "--sort", options->sort,
+              {{"count", "count"},
+               {"bytes", "bytes"},
+               {"median", "median"},
+               {"p99", "p99"},
+               {"max", "max"},
+               {"name", "name"}},
+              "The rows with the most of this first");
+    addExamples(
+        *command,
+        "Sizes are in bytes of identifier and body; the rate is over the time from the first message to the\n"
+        "last. Percentiles are exact up to 2047 bytes, and within 0.05 % beyond. By a field, the first value of\n"
+        "each message counts, and from 1,000 values on further ones are told together, as (others).",
+        {"$tool stats session.pcap", "$tool stats --plot session.pcap",
+         "$tool stats --json session.pcap | grep -A 10 $message"});
     commands.push_back({command, [options] { return stats(*options); }});
 }
 

@@ -65,10 +65,9 @@ class Lines {
   public:
     /// Bytes of the body and what they are. Those that do not fit a line go on in further ones.
     void add(std::size_t offset, std::string_view bytes, std::string path, std::string type, std::string value) {
-        std::vector<std::string> explanation = {std::move(path), std::move(type), std::move(value)};
+        std::vector<Cell> explanation = {std::move(path), std::move(type), std::move(value)};
         do {
-            std::vector<std::string> row = {fmt::format("{}", offset),
-                                            hexFromBytes(bytes.substr(0, BYTES_A_LINE), " ")};
+            std::vector<Cell> row = {fmt::format("{}", offset), hexFromBytes(bytes.substr(0, BYTES_A_LINE), " ")};
             row.insert(row.end(), explanation.begin(), explanation.end());
             _table.add(std::move(row));
             explanation.clear();

@@ -41,8 +41,8 @@ CaptureScan::Verdict CaptureScan::judge(const Capture::Packet& packet, uint64_t 
 }
 
 void CaptureScan::beginAt(int64_t time) {
-    _begin = time;
     _filter.beginAt(time);
+    if (_onBegin) _onBegin(time);
 }
 
 bool CaptureScan::fill(Capture::Reader& capture, Batch& batch) {

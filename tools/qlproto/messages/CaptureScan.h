@@ -128,6 +128,9 @@ class CaptureScan {
     /// `listener(packet, fault)` is told of each fault, too. Packets count from 1.
     void onFault(std::function<void(uint64_t, const std::string&)> listener) { _onFault = std::move(listener); }
 
+    /// `listener(time)` is told when the capture begins, before any of its messages.
+    void onBegin(std::function<void(int64_t)> listener) { _onBegin = std::move(listener); }
+
     /// Tells of something that is wrong with the packet just read. Not for runParallel().
     void complain(const std::string& fault);
 
@@ -136,7 +139,6 @@ class CaptureScan {
 
     uint64_t messages() const { return _messages; } ///< that were taken
     uint64_t packets() const { return _packets; }
-    int64_t begin() const { return _begin; } ///< time of the first packet; 0 if there is none
     int exitCode() const { return _bad == 0 ? EXIT_FINE : EXIT_BAD_DATA; }
 
   private:
@@ -186,7 +188,6 @@ class CaptureScan {
     Filter _filter;
     uint64_t _left; ///< messages that may still be taken
     std::chrono::steady_clock::time_point _start = std::chrono::steady_clock::now();
-    int64_t _begin = 0;
     uint64_t _read = 0; ///< packets read ahead
     uint64_t _packets = 0;
     uint64_t _messages = 0;
@@ -195,6 +196,7 @@ class CaptureScan {
     uint64_t _cut = 0;           ///< of the bad ones
     uint64_t _offset = 0;        ///< of the packet just read
     std::exception_ptr _failure; ///< of reading ahead
+    std::function<void(int64_t)> _onBegin;
     std::function<void(uint64_t, const std::string&)> _onFault;
     Progress _progress;
 };

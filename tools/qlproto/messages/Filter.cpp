@@ -4,7 +4,6 @@
 #include <charconv>
 #include <span>
 
-#include <CLI/CLI.hpp>
 #include <fmt/format.h>
 #include <fnmatch.h>
 
@@ -112,7 +111,7 @@ class Condition::Search {
 
     void add(const Inspect::TypeInfo& message) {
         _condition._values.emplace_back(message, [&](Inspect::Path path, const Inspect::ValueInfo& value) {
-            if (value.kind == Inspect::Kind::vector || !_condition.concerns(path)) return false;
+            if (value.kind == Inspect::Kind::vector || !_condition._path.isEndOf(path)) return false;
             isField = true;
             hasPrices |= value.kind == Inspect::Kind::price;
             hasTexts |= Inspect::is_bytes(value.kind);
@@ -183,17 +182,8 @@ void Condition::parse(const std::string& text) {
             && signs.find(rest[found->first.size()]) != signs.npos))
         throw FilterError(fmt::format("{}: not of the form FIELD=VALUE (or !=, <, <=, >, >=, ~, !~)", text));
     _relation = found->second;
-    _path = CLI::detail::split(text.substr(0, at), '.');
+    _path = FieldPath(text.substr(0, at));
     _operand = rest.substr(found->first.size());
-}
-
-bool Condition::concerns(Inspect::Path path) const {
-    auto piece = path.rbegin();
-    for (auto name = _path.rbegin(); name != _path.rend(); ++name, ++piece) {
-        while (piece != path.rend() && piece->name.empty()) ++piece; // elements have no names
-        if (piece == path.rend() || piece->name != *name) return false;
-    }
-    return true;
 }
 
 /// Whether a value of that kind can meet the condition.

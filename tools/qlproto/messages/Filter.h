@@ -6,21 +6,16 @@
 
 #include <cstdint>
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "Capture/Packet.h"
 #include "Inspect/Selection.h"
+#include "tools/qlproto/messages/FieldPath.h"
 #include "tools/qlproto/messages/ScanOptions.h"
 
 namespace qlproto {
-
-/// A condition that cannot be meant: no such message, field or enumerator.
-class FilterError : public std::runtime_error {
-    using std::runtime_error::runtime_error;
-};
 
 /// A condition on a value: "side=BID", "contents.price>1.08", "clOrdID!=x", "text~credit", "clOrdID~heron-*".
 ///
@@ -44,14 +39,13 @@ class Condition {
     class Search;
 
     void parse(const std::string& text);
-    bool concerns(Inspect::Path path) const;
     bool canMeet(const Inspect::ValueInfo& value, bool isTime) const;
     std::optional<int64_t> operand(Inspect::Kind kind, const Inspect::EnumerationInfo* enumeration) const;
     template <class T>
     bool compare(const T& left, const T& right) const;
     bool isText() const { return _relation == Relation::like || _relation == Relation::unlike; }
 
-    std::vector<std::string> _path;
+    FieldPath _path{""};
     Relation _relation;
     std::string _operand;
     // The operand as what it can be.

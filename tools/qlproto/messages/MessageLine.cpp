@@ -63,11 +63,12 @@ void MessageLineWriter::message(std::string_view name, Velmora::MsgType_t id) {
     fmt::format_to(std::back_inserter(_text), R"("{}","id":{})", name, id);
 }
 
-void MessageLineWriter::message(const MessageReader& reader, const Inspect::Display& display) {
+void MessageLineWriter::message(const MessageReader& reader, const Inspect::Display& display,
+                                Inspect::Integers integers) {
     const Velmora::MsgType_t id = reader.descriptor().id();
     message(reader.descriptor().name(), id);
     begin("body");
-    Inspect::append_json(thisTool.protocol, id, reader.message(), Inspect::Integers::strings, display, _text);
+    Inspect::append_json(thisTool.protocol, id, reader.message(), integers, display, _text);
     const bool isRedacted =
         display.secrets == Inspect::Secrets::hide && Inspect::holds_secret(*Inspect::reflect(thisTool.protocol, id));
     if (isRedacted) member("redacted", "true");

@@ -39,7 +39,8 @@ class MessageLineWriter {
 
     void time(int64_t time, TimeForm form);
     /// Name, identifier and body of a message, and its bytes where they would else be lost.
-    void message(const MessageReader& reader, const Inspect::Display& display = {});
+    void message(const MessageReader& reader, const Inspect::Display& display = {},
+                 Inspect::Integers integers = Inspect::Integers::strings);
     /// Name and identifier alone.
     void message(std::string_view name, Velmora::MsgType_t id);
     /// A member of that name, whose value is `json`.

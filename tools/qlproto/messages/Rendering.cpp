@@ -6,6 +6,7 @@
 #include "Inspect/Values.h"
 #include "tools/qlproto/Tool.h"
 #include "tools/qlproto/messages/MessageLine.h"
+#include "tools/qlproto/terminal/Table.h"
 
 namespace qlproto {
 
@@ -46,11 +47,26 @@ class ValueLines : public Inspect::ValueVisitor {
 } // namespace
 
 Rendering::Rendering(const Options& options)
-    : _options(options), _room(std::make_unique_for_overwrite<char[]>(LONGEST_LINE)) {}
+    : _options(options), _room(std::make_unique_for_overwrite<char[]>(LONGEST_LINE)) {
+    for (const std::string& it : options.fields)
+        _columns.push_back(it == "time" || it == "message" || it == "id" ? std::nullopt
+                                                                         : std::optional<FieldValue>(it));
+}
+
+std::string Rendering::header() const {
+    std::string row;
+    for (const std::string& it : _options.fields) {
+        if (!row.empty()) row += ',';
+        appendCsv(it, row);
+    }
+    return row + '\n';
+}
 
 void Rendering::append(const Capture::Packet& packet, const MessageReader& reader, std::string& text) {
     if (_options.format == Format::json) {
         appendJson(packet, reader, text);
+    } else if (_options.format == Format::csv) {
+        appendRow(packet, reader, text);
     } else {
         if (_options.hasTime) {
             appendTime(packet.time, _options.time, text);
@@ -85,8 +101,31 @@ void Rendering::appendLines(const MessageReader& reader, std::string& text) {
 void Rendering::appendJson(const Capture::Packet& packet, const MessageReader& reader, std::string& text) {
     MessageLineWriter line(text);
     if (_options.hasTime) line.time(packet.time, _options.time);
-    line.message(reader, _options.display);
+    line.message(reader, _options.display, _options.integers);
     line.end();
+}
+
+/// Several values of a column stand in one cell, with blanks between them.
+void Rendering::appendRow(const Capture::Packet& packet, const MessageReader& reader, std::string& text) {
+    std::string cell;
+    for (std::size_t i = 0; i < _columns.size(); ++i) {
+        if (i != 0) text += ',';
+        cell.clear();
+        if (_columns[i])
+            _columns[i]->each(reader, [&](const Inspect::Value& value) {
+                if (!cell.empty()) cell += ' ';
+                Inspect::append_visible(shownText(value, _options.display), cell);
+                return true;
+            });
+        else if (_options.fields[i] == "message")
+            cell = reader.descriptor().name();
+        else if (_options.fields[i] == "id")
+            cell = std::to_string(reader.descriptor().id());
+        else if (_options.hasTime)
+            appendTime(packet.time, _options.time, cell);
+        appendCsv(cell, text);
+    }
+    text += '\n';
 }
 
 void Rendering::appendName(const char* name, std::string& text) const {

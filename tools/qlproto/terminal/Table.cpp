@@ -17,26 +17,51 @@ std::size_t width(const std::string& text) {
 
 } // namespace
 
-void Table::add(std::vector<std::string> row) {
-    for (std::string& cell : row) cell = visible(cell);
+void Table::add(std::vector<Cell> row) {
+    for (Cell& cell : row) {
+        cell.text = visible(cell.text);
+        cell.plain = visible(cell.plain);
+    }
     _rows.push_back(std::move(row));
 }
 
 std::string Table::text(std::size_t indent) const {
     std::vector<std::size_t> widths(_columns.size());
     for (const auto& row : _rows)
-        for (std::size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], width(row[i]));
+        for (std::size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], width(row[i].text));
 
     std::string text;
     for (const auto& row : _rows) {
         std::string line(indent, ' ');
         for (std::size_t i = 0; i < row.size(); ++i) {
             if (i != 0) line += "  ";
-            const std::string padding(widths[i] - width(row[i]), ' ');
-            line += _columns[i] == Align::left ? row[i] + padding : padding + row[i];
+            const std::string padding(widths[i] - width(row[i].text), ' ');
+            line += _columns[i] == Align::left ? row[i].text + padding : padding + row[i].text;
         }
         line.resize(line.find_last_not_of(' ') + 1);
         text += line + '\n';
+    }
+    return text;
+}
+
+void appendCsv(std::string_view value, std::string& line) {
+    if (value.find_first_of(",\"") == value.npos) {
+        line += value;
+        return;
+    }
+    line += '"';
+    for (const char c : value) line.append(c == '"' ? 2 : 1, c);
+    line += '"';
+}
+
+std::string Table::csv() const {
+    std::string text;
+    for (const auto& row : _rows) {
+        for (std::size_t i = 0; i < row.size(); ++i) {
+            if (i != 0) text += ',';
+            appendCsv(row[i].plain, text);
+        }
+        text += '\n';
     }
     return text;
 }

@@ -42,6 +42,9 @@ class LatencyStats {
     /// the message tells of no way.
     const std::array<std::vector<Hop>, MESSAGE_COUNT>& byMessage() const { return _hops; }
 
+    /// The same of one message, to keep.
+    std::vector<Hop>&& takeHops(std::size_t index) { return std::move(_hops[index]); }
+
     /// Hops between the same stations of all messages together, inwards first.
     std::vector<Hop> overall() const;
 

@@ -14,7 +14,7 @@
 #include "tools/qlproto/terminal/Duration.h"
 #include "tools/qlproto/terminal/TimeText.h"
 #include "tools/qlproto/trading/LatencyStats.h"
-#include "tools/qlproto/trading/OrderOutcomes.h"
+#include "tools/qlproto/trading/Orders.h"
 #include "tools/qlproto/trading/report/Assets.h"
 
 namespace qlproto {
@@ -33,13 +33,14 @@ struct ReportOptions {
 struct Findings {
     TrafficStats traffic;
     LatencyStats latency;
-    OrderOutcomes orders;
+    Orders orders{ORDERS}, newOrders{NEW_ORDERS};
     FaultLog faults;
 
     void add(const Capture::Packet& packet, const MessageReader& reader) {
         traffic.add(packet, reader);
         latency.add(packet, reader);
-        orders.add(packet, reader);
+        orders.add(packet, reader, 0);
+        newOrders.add(packet, reader, 0);
     }
 };
 
@@ -88,9 +89,9 @@ ordered_json latency(const LatencyStats& latency) {
     return json;
 }
 
-ordered_json outcomes(const std::vector<OrderOutcomes::Outcome>& outcomes) {
+ordered_json outcomes(const Orders& orders) {
     ordered_json json = ordered_json::array();
-    for (const auto& it : outcomes) json.push_back({{"name", it.name}, {"orders", it.orders}});
+    for (const Orders::Count& it : orders.outcomes()) json.push_back({{"name", it.name}, {"orders", it.orders}});
     return json;
 }
 
@@ -122,8 +123,8 @@ ordered_json data(const std::string& capture, const Findings& findings, TimeForm
     for (const SizeClass& it : sizeClasses(overall.sizes))
         json["sizes"].push_back({{"low", it.low}, {"high", it.high}, {"count", it.count}});
     json["latency"] = latency(findings.latency);
-    json["orders"] = outcomes(findings.orders.orderFlow());
-    json["newOrders"] = outcomes(findings.orders.newOrders());
+    json["orders"] = outcomes(findings.orders);
+    json["newOrders"] = outcomes(findings.newOrders);
     json["faults"] = faults(findings.faults);
     return json;
 }
@@ -181,7 +182,7 @@ void addReport(CLI::App& app, Commands& commands) {
         ->required()
         ->type_name(FILE_VALUE);
     command->footer("The page needs no network and no other files: it can be archived and sent as it is.\n"
-                    "Memory grows with the number of orders, by some 50 bytes and the client's identifier each.\n\n"
+                    "Memory grows with the number of orders, by some 400 bytes each.\n\n"
                     "Example:\n"
                     "  qlproto report session.pcap -o report.html");
     commands.push_back({command, [options] { return report(*options); }});

@@ -38,11 +38,11 @@ int trace(const TraceOptions& options) {
     // A message that is not to be shown can be the one that leads to those that are.
     CaptureScan scan({.policy = options.scan.policy});
     Filter filter(options.scan);
+    scan.onBegin([&](int64_t time) { filter.beginAt(time); });
     scan.run(options.capture, [&](const Capture::Packet& packet, const MessageReader& reader) {
         trace.add(packet, reader, scan.packets());
     });
 
-    filter.beginAt(scan.begin());
     std::vector<Trace::Step> steps = trace.steps();
     std::erase_if(steps, [&](const Trace::Step& it) { return !filter.takes({it.time, it.packet}); });
     if (options.scan.first < steps.size()) steps.resize(options.scan.first);
