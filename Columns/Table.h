@@ -1,0 +1,84 @@
+// The messages of one type as columns: one row a message, in the layout that Arrow describes (Arrow.h).
+//
+//     Columns::Table orders(*Inspect::reflect(id), {});
+//     orders.add(packet, time, body);            // of a body that verify() accepts
+//     ArrowSchema schema; orders.exportSchema(schema);
+//     ArrowArray batch;   orders.exportBatch(batch);
+//
+// In front stand `_packet` (uint64, its number in the capture) and `_time` (timestamp in nanoseconds, without a zone), then the
+// fields of the message in their order:
+//
+//   record                 struct
+//   vector                 list
+//   bool, integers, floats the type of that width
+//   time at a station      timestamp in nanoseconds, without a zone; null where it is zero: no time was taken
+//   price                  int64, null where it is a sentinel; which one tells a column beside it, NAME_sentinel, which is null
+//                          where it is none
+//   enumeration            dictionary of names; a value without a name stands there as its number
+//   string                 utf8; bytes that are none, and the backslash, as in the strings of JSON (Inspect/Json.h)
+//   padding, blob          binary
+//
+// Secrets are null unless they are asked for. Nothing is decoded but what was chosen.
+#pragma once
+
+#include <functional>
+#include <string_view>
+#include <vector>
+
+#include "Columns/Column.h"
+#include "Inspect/Selection.h"
+
+namespace Columns {
+
+struct Options {
+    bool showsSecrets = false;
+    /// Whether a field of the message, by its name, becomes a column. All do if this is empty.
+    std::function<bool(std::string_view)> takes = {};
+};
+
+class Table {
+  public:
+    /// `type` is that of a message.
+    Table(const Inspect::TypeInfo& type, const Options& options);
+    Table(const Table&) = delete; // the steps refer to the columns
+    Table& operator=(const Table&) = delete;
+
+    /// Adds a row. REQUIRES: verify() accepts the body; the texts of a batch have less than 2 GB together.
+    void add(uint64_t packet, int64_t time, std::string_view body);
+
+    size_t rows() const { return _table.length(); }
+    size_t bytes() const { return _table.bytes(); } ///< that the rows take
+
+    /// What the columns are. The caller releases it.
+    void exportSchema(ArrowSchema& to) const { _table.exportSchema(to); }
+    /// Hands over the rows since the last time. The caller releases them, whether this object lives or not.
+    void exportBatch(ArrowArray& to) { _table.exportArray(to); }
+
+  private:
+    /// What is done with a value, in the order in which values travel.
+    struct Step {
+        enum class Kind : uint8_t {
+            value,
+            time,
+            secret,
+            vector,
+            row, ///< no value comes: the record is at its end
+        } kind;
+        Column* column;
+        Column* sentinel = nullptr; ///< of a price
+        size_t end = 0;             ///< of a vector: the step after those of its elements
+    };
+
+    void plan(std::vector<Column>& columns, size_t& at, const Inspect::FieldInfo& field, bool isSecret);
+    void plan(Column& column, Column* sentinel, const Inspect::ValueInfo& value, const Inspect::FieldInfo& field,
+              bool isSecret);
+    static void addColumn(Column& to, const Inspect::FieldInfo& field);
+    class Filling;
+
+    const bool _showsSecrets;
+    Column _table;
+    std::vector<Step> _steps;
+    Inspect::Selection _values;
+};
+
+} // namespace Columns
