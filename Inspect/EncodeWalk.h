@@ -3,7 +3,8 @@
 // Numbers take a bounded number of bytes, and so do texts short enough to be written in place. Where all that may follow
 // up to the next test is certain to fit, no test is needed on the way; tests stand before and after each element of a
 // vector, and at each longer text. A walk gives up where it is not certain. So it does within the last bytes of a range:
-// then the message is looked through for what cannot travel, measured, and written.
+// then a short message is written elsewhere and copied, a longer one looked through for what cannot travel, measured, and
+// written.
 #pragma once
 
 #include <algorithm>
@@ -115,25 +116,32 @@ QL_FORCE_INLINE void put(BoundedWriter<Kernel>& out, Velmora::plain_t, E v, cons
 }
 
 template <class Kernel, Velmora::Message T>
-QL_FORCE_INLINE const char* encode_by(const T* value, char* begin, char* end) {
+QL_FORCE_INLINE const char* encode_by(const T* value, char* begin, char* end, size_t allowed) {
     return Kernel::run(
-        [](const T* v, char* first, char* last) QL_FORCE_INLINE_LAMBDA -> const char* {
+        [](const T* v, char* first, char* last, size_t most) QL_FORCE_INLINE_LAMBDA -> const char* {
             constexpr auto stretch = static_cast<std::ptrdiff_t>(longest_stretch<T>());
             if (last - first < stretch) return nullptr;
             Room room{last - stretch};
             const char* const written = Velmora::writeFields<BoundedWriter<Kernel>, T, false>(*v, first, &room);
-            if (__builtin_expect(room.hasUnknown, 0) && written != nullptr) report_unknown(*v);
+            if (__builtin_expect(room.hasUnknown, 0) && written != nullptr
+                && static_cast<size_t>(written - first) <= most)
+                report_unknown(*v);
             return written;
         },
-        value, begin, end);
+        value, begin, end, allowed);
 }
 
-/// Encodes `message`, a T, from `begin` on. Returns the end of what was written, or null where the walk gave up.
+/// Encodes `message`, a T, from `begin` on. Returns the end of what was written, or null where the walk gave up. One of more
+/// than `allowed` bytes is not reported to the hook.
+template <Velmora::Message T>
+const char* encode_up_to(const void* message, char* begin, char* end, size_t allowed) {
+    const T* const value = static_cast<const T*>(message);
+    return has_fast_kernel() ? encode_by<Velmora::Bmi2>(value, begin, end, allowed)
+                             : encode_by<Velmora::Baseline>(value, begin, end, allowed);
+}
 template <Velmora::Message T>
 const char* encode_within(const void* message, char* begin, char* end) {
-    const T* const value = static_cast<const T*>(message);
-    return has_fast_kernel() ? encode_by<Velmora::Bmi2>(value, begin, end)
-                             : encode_by<Velmora::Baseline>(value, begin, end);
+    return encode_up_to<T>(message, begin, end, SIZE_MAX);
 }
 
 // --- where one walk does not do
@@ -166,18 +174,32 @@ Refusal find_unencodable(const T& value, std::string& path) {
     return Refusal::none;
 }
 
-/// Encodes in three walks, to the byte: whether it fits is found out before anything is written.
+/// Encodes to the byte: whether it fits is found out before anything is written. A short message by one walk into memory
+/// of its own, where it has the room that such a walk needs; others in three walks.
 template <class T>
 Encoded encode_measured(const void* message, char* begin, char* end) {
     const T& value = *static_cast<const T*>(message);
+    const auto room = static_cast<size_t>(end - begin);
     Encoded result;
+    constexpr size_t SHORT = 1024;
+    if (room <= SHORT) {
+        char draft[SHORT + longest_stretch<T>()];
+        if (const char* const last = encode_up_to<T>(message, draft, draft + sizeof draft, room)) {
+            result.size = static_cast<size_t>(last - draft);
+            if (result.size <= room)
+                std::copy_n(draft, result.size, begin);
+            else
+                result.refusal = Refusal::tooSmall;
+            return result;
+        }
+    }
     result.refusal = find_unencodable(value, result.field);
     if (!result) {
         result.field.erase(0, 1);
         return result;
     }
     result.size = encoded_size(value);
-    if (result.size > static_cast<size_t>(end - begin)) {
+    if (result.size > room) {
         result.refusal = Refusal::tooSmall;
         return result;
     }

@@ -147,7 +147,7 @@ template <class T>
 void expectEncodedWithin(const T& value) {
     static Guarded pages(1 << 19);
     const std::string bytes = encoded(value);
-    for (size_t room = bytes.size() - std::min<size_t>(bytes.size(), 40); room < bytes.size() + 1000; ++room) {
+    for (size_t room = bytes.size() - std::min<size_t>(bytes.size(), 250); room < bytes.size() + 1000; ++room) {
         std::optional<OlderProcessor> older;
         if (room % 2 == 0) older.emplace();
         char* const begin = pages.end() - room;

@@ -51,6 +51,7 @@ constexpr bool fields(Velmora::of<Pair>, Visit&& visit) {
 struct Painting {
     static constexpr Velmora::MsgType_t ID = 1;
     explicit Painting(Velmora::BufferAllocator& alloc) : pairs(alloc) {}
+    void write(Velmora::FastCodec& codec) const { Velmora::encode(*this, codec); }
     Color::Type frame{};
     bufstl::bufvector<Pair> pairs;
 };
@@ -102,6 +103,13 @@ TEST(Hook, IsToldWhatIsAcceptedAndNothingOfWhatIsRefused) {
             Inspect::walk::encode_within<Painting>(placed.message, written, written + sizeof written);
         EXPECT_EQ(std::string_view(written, static_cast<size_t>(end - written)), std::string_view(bytes, sizeof bytes));
         EXPECT_EQ(reported, expected);
+        for (const size_t room : {sizeof bytes, sizeof bytes - 1}) { // by way of memory with room for one walk
+            reported.clear();
+            const bool isAccepted =
+                bool(Inspect::walk::encode_measured<Painting>(placed.message, written, written + room));
+            EXPECT_EQ(isAccepted, room == sizeof bytes);
+            EXPECT_EQ(reported, isAccepted ? expected : decltype(expected){});
+        }
         reported.clear();
         auto& pairs = static_cast<Painting*>(placed.message)->pairs;
         pairs.resize(100, pairs[0]);

@@ -197,6 +197,18 @@ TEST_F(Protocols, EveryValueOfEveryTypeComesBack) {
     });
 }
 
+// Such elements are written in one piece, longer than what else is written from one test of the range to the next.
+TEST_F(Protocols, ElementsThatTravelAsHeldStayInTheRange) {
+    InBlock<Odd::Types> value(1 << 19);
+    value->vectors.resize(1);
+    value->vectors[0].int64_fixeds.resize(5000, -1);
+    expectEncodedWithin(*value);
+    value->vectors[0].int64_fixeds.resize(32768);
+    char range[1 << 15];
+    EXPECT_EQ(Inspect::encode_checked(*value, range, range + sizeof range).text(),
+              "too many elements (vectors[0].int64_fixeds)");
+}
+
 // A table of worked bytes: one field of each type, then the vectors.
 TEST_F(Protocols, EveryLogicalTypeHasItsWireForm) {
     InBlock<Odd::Types> value;
