@@ -48,7 +48,7 @@ TEST_F(Decode, KeepsTheOrderOfACaptureOfManyBatches) {
 TEST_F(Decode, CountsWhatItPrints) {
     generate(20000);
     for (const char* options : {"", "-n 0", "-n 5000", "--message TimerMessage", "--message '*Order*' -n 7"}) {
-        const auto result = _folder.run("qlproto decode a.pcap " + std::string(options));
+        const auto result = _folder.run("qlproto decode --verbose a.pcap " + std::string(options));
         EXPECT_TRUE(result.err.starts_with(std::to_string(result.lines()) + " message")) << options << result.err;
     }
 }
@@ -327,7 +327,7 @@ TEST_F(Decode, SurvivesDamage) {
             static_cast<char>(rng.between(0, 255));
     _folder.write("b.pcap", bytes);
     const std::vector<std::string> whole = linesOf(_folder.run("qlproto decode a.pcap").out);
-    const auto result = _folder.run("qlproto decode b.pcap");
+    const auto result = _folder.run("qlproto decode --faults all b.pcap");
     EXPECT_EQ(result.exitCode, 1);
     const std::vector<std::string> left = linesOf(result.out);
     const std::multiset<std::string> found(left.begin(), left.end());
@@ -340,7 +340,7 @@ TEST_F(Decode, SurvivesDamage) {
     const std::string summary = std::to_string(left.size()) + " messages, ";
     for (const char* command : {"decode --format json b.pcap", "decode --format lines b.pcap", "roundtrip b.pcap",
                                 "stats b.pcap", "latency b.pcap", "report b.pcap -o b.html"}) {
-        const auto other = _folder.run(std::string("qlproto ") + command);
+        const auto other = _folder.run(std::string("qlproto ") + command + " --faults all --verbose");
         EXPECT_EQ(other.exitCode, 1) << command;
         EXPECT_NE(other.err.find(summary), std::string::npos) << command << other.err;
         for (const std::string& fault : linesOf(result.err))
@@ -359,15 +359,58 @@ TEST_F(Decode, SurvivesDamage) {
     EXPECT_NE(verified.out.find(" at offset "), std::string::npos);
 }
 
+// Of many faults a few are told one by one, and all by kind; of those in messages that cannot matter, their number.
+TEST_F(Decode, FaultsDoNotBuryTheAnswer) {
+    const std::string order = ToolFolder::packet<SubmitOrderMessage>([](SubmitOrderMessage& it) {
+        it.contents.clOrdID = "x";
+        it.contents.orderID = 1;
+    });
+    _folder.store("a.pcap",
+                  {{1, timer + "x"}, {2, order + "x"}, {3, timer + "x"}, {4, "\x03\x01"}, {5, order}, {6, order}});
+    const std::string of = "qlproto: packet 1 at offset 24 of 0.000000001: TimerMessage: trailing bytes at byte 1\n",
+                      inOrder = "of 0.000000002: SubmitOrderMessage: trailing bytes at byte ";
+    const struct {
+        const char *command, *last;
+        size_t lines;
+        bool tellsOfAny, tellsOfOrder;
+    } cases[] = {
+        {"stats a.pcap", "4 faults: 3 trailing bytes, 1 unknown identifier", 4, true, true},
+        {"stats a.pcap --faults 1", "4 faults: 3 trailing bytes, 1 unknown identifier", 2, true, false},
+        {"decode a.pcap --faults all", "4 faults: 3 trailing bytes, 1 unknown identifier", 5, true, true},
+        {"latency a.pcap --faults 0 --verbose", "4 faults: 3 trailing bytes, 1 unknown identifier", 2, false, false},
+        {"report a.pcap -o /dev/null --quiet", "", 0, false, false},
+        {"orders a.pcap", "4 faults: 1 trailing bytes, 3 in other messages", 2, false, true},
+        {"trace a.pcap --order x", "2 steps in 1ns", 3, false, true},
+        {"trace a.pcap --order x --quiet", "", 0, false, false},
+    };
+    for (const auto& it : cases) {
+        const auto result = _folder.run("qlproto " + std::string(it.command));
+        const auto lines = linesOf(result.err);
+        EXPECT_EQ(result.exitCode, 1) << it.command;
+        EXPECT_EQ(lines.size(), it.lines) << it.command << result.err;
+        EXPECT_EQ(lines.empty() ? "" : lines.back(), it.last) << it.command;
+        EXPECT_EQ(result.err.find(of) != std::string::npos, it.tellsOfAny) << it.command << result.err;
+        EXPECT_EQ(result.err.find(inOrder) != std::string::npos, it.tellsOfOrder) << it.command << result.err;
+    }
+    EXPECT_EQ(_folder.run("qlproto stats a.pcap --faults some").exitCode, 2);
+}
+
 TEST_F(Decode, VerifyCountsByMessageAndFault) {
     _folder.store("a.pcap", {{1, timer}, {2, timer + "x"}, {3, std::string("\x24\xD0\x8E\x00", 4)}, {4, "\x03\x01"}});
     const auto result = _folder.run("qlproto verify a.pcap");
     EXPECT_EQ(result.exitCode, 1);
     for (const char* piece : {"TimerMessage                             2           1\n", "0x0103",
                               "all packets                              2           2\n", "trailing bytes",
-                              "packet 2 at offset 43: TimerMessage: trailing bytes at byte 1\n",
-                              "packet 4 at offset 83: unknown identifier 259\n"})
+                              "packet 2 at offset 43 of 0.000000002: TimerMessage: trailing bytes at byte 1\n",
+                              "packet 4 at offset 83 of 0.000000004: unknown identifier 259\n"})
         EXPECT_NE(result.out.find(piece), std::string::npos) << piece << " is not in: " << result.out;
+    EXPECT_EQ(nlohmann::json::parse(_folder.run("qlproto verify --json --faults 1 a.pcap").out),
+              nlohmann::json::parse(R"({
+        "all": {"sound": 2, "bad": 2},
+        "messages": {"TimerMessage": {"sound": 2, "bad": 1}, "0x0103": {"sound": 0, "bad": 1}},
+        "faults": {"trailing bytes": 1, "unknown identifier": 1},
+        "first": [{"packet": 2, "offset": 43, "time": "0.000000002", "message": "TimerMessage",
+                   "kind": "trailing bytes", "text": "TimerMessage: trailing bytes at byte 1"}]})"));
     EXPECT_NE(_folder.run("qlproto verify --policy strict a.pcap").out.find("non-minimal form"), std::string::npos);
     EXPECT_NE(
         _folder.run("qlproto verify --policy tolerant a.pcap").out.find("all packets                              3"),

@@ -379,19 +379,23 @@ TEST_F(Tool, NamesBadPacketsAndGoesOn) {
         {header, 0, 0, "0 messages, "},
         {header + record(timer), 0, 1, "1 message, 3 bytes, "},
         {header + record(std::string("\x03\x00", 2)) + record(timer), 1, 1,
-         "packet 1 at offset 24: unknown message identifier 3"},
+         "packet 1 at offset 24 of 1709535600.000000042: unknown message identifier 3"},
         {header + record(timer) + record("\x24") + record(timer), 1, 2,
-         "packet 2 at offset 43: 1 byte cannot hold an identifier"},
+         "packet 2 at offset 43 of 1709535600.000000042: 1 byte cannot hold an identifier"},
         {header + record("") + record("") + record("") + record(timer), 1, 1,
-         "packet 3 at offset 56: 0 bytes cannot hold an identifier\n1 message, "},
-        {header + record(""), 1, 0, "packet 1 at offset 24: 0 bytes cannot hold an identifier"},
-        {header + record(timer + "x"), 1, 0, "packet 1 at offset 24: TimerMessage: trailing bytes at byte 1"},
-        {header + record("\x24\xD0"), 1, 0, "packet 1 at offset 24: TimerMessage: truncated at byte 0 (tqid)"},
-        {header + record("\x24\xD0\x80"), 1, 0, "packet 1 at offset 24: TimerMessage: truncated at byte 0 (tqid)"},
+         "packet 3 at offset 56 of 1709535600.000000042: 0 bytes cannot hold an identifier\n1 message, "},
+        {header + record(""), 1, 0, "packet 1 at offset 24 of 1709535600.000000042: 0 bytes cannot hold an identifier"},
+        {header + record(timer + "x"), 1, 0,
+         "packet 1 at offset 24 of 1709535600.000000042: TimerMessage: trailing bytes at byte 1"},
+        {header + record("\x24\xD0"), 1, 0,
+         "packet 1 at offset 24 of 1709535600.000000042: TimerMessage: truncated at byte 0 (tqid)"},
+        {header + record("\x24\xD0\x80"), 1, 0,
+         "packet 1 at offset 24 of 1709535600.000000042: TimerMessage: truncated at byte 0 (tqid)"},
         {header + record(timer, 100) + record(timer), 1, 1,
-         "packet 1 at offset 24: only 3 of its 100 bytes were captured, TimerMessage at 1709535600.000000042\n"
+         "packet 1 at offset 24 of 1709535600.000000042: only 3 of its 100 bytes were captured, TimerMessage at "
+         "1709535600.000000042\n"
          "1 message, 6 bytes, "},
-        {header + record(timer, 100) + record(""), 1, 0, "2 faults, of which 1 cut packet\n"},
+        {header + record(timer, 100) + record(""), 1, 0, "2 faults: 1 cut by the capture, 1 no identifier\n"},
         {header + record(timer) + record(timer).substr(0, 18), 1, 1,
          "after packet 1: damaged record at offset 43: the capture ends inside its 3 bytes; 18 bytes skipped"},
         {header + record(timer) + record(timer).substr(0, 7), 1, 1,
@@ -404,7 +408,7 @@ TEST_F(Tool, NamesBadPacketsAndGoesOn) {
     };
     for (const Case& it : cases) {
         write("a.pcap", it.bytes);
-        const Result result = run("qlproto decode a.pcap");
+        const Result result = run("qlproto decode --verbose a.pcap");
         EXPECT_EQ(result.exitCode, it.exitCode) << it.complaint;
         EXPECT_EQ(result.lines(), it.lines) << it.complaint;
         EXPECT_NE(result.err.find(it.complaint), std::string::npos) << it.complaint << " is not in: " << result.err;
@@ -482,9 +486,9 @@ TEST_F(Tool, FindsBytesThatDoNotComeBack) {
     const Result result = run("qlproto roundtrip a.pcap");
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_NE(result.out.find("different 1\n"), std::string::npos) << result.out;
-    EXPECT_NE(
-        result.err.find("packet 1 at offset 24: TimerMessage: encodes to 1 byte instead of 2, different from offset 0"),
-        std::string::npos)
+    EXPECT_NE(result.err.find("packet 1 at offset 24 of 1709535600.000000042: TimerMessage: encodes to 1 byte instead "
+                              "of 2, different from offset 0"),
+              std::string::npos)
         << result.err;
 }
 

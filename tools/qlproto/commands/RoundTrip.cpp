@@ -61,15 +61,15 @@ std::string_view cutField(const Inspect::TypeInfo& type) {
     return {};
 }
 
-int roundtrip(const std::string& capture) {
+int roundtrip(const std::string& capture, const ScanOptions& options) {
     struct Count {
         uint64_t all = 0, changed = 0;
     };
     std::map<Velmora::MsgType_t, Count> counts;
     uint64_t identical = 0, different = 0;
     MessageWriter writer;
-    CaptureScan scan;
-    scan.run(capture, [&](const Capture::Packet&, const MessageReader& reader) {
+    CaptureScan scan(options);
+    scan.run(capture, [&](const Capture::Packet& packet, const MessageReader& reader) {
         const std::string_view again = writer.write(reader);
         const bool same = again == reader.body();
         const Velmora::MsgType_t id = reader.descriptor().id();
@@ -78,7 +78,9 @@ int roundtrip(const std::string& capture) {
         count.changed += !same;
         if (Capture::isPad(thisTool.protocol, id)) return;
         ++(same ? identical : different);
-        if (!same) scan.complain(fmt::format("{}: {}", reader.descriptor().name(), difference(reader.body(), again)));
+        if (!same)
+            scan.complain(packet, "other bytes",
+                          fmt::format("{}: {}", reader.descriptor().name(), difference(reader.body(), again)));
     });
 
     std::string pads, cut;
@@ -105,8 +107,10 @@ void addRoundTrip(CLI::App& app, Commands& commands) {
     command->add_option("capture", *capture, "The capture to read; - is standard input")
         ->required()
         ->type_name(FILE_VALUE);
+    const auto options = std::make_shared<ScanOptions>();
+    addTelling(*command, *options);
     addExamples(*command, "", {"$tool roundtrip session.pcap"});
-    commands.push_back({command, [capture] { return roundtrip(*capture); }});
+    commands.push_back({command, [capture, options] { return roundtrip(*capture, *options); }});
 }
 
 } // namespace qlproto

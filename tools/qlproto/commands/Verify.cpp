@@ -3,6 +3,7 @@
 #include <memory>
 
 #include <fmt/format.h>
+#include <nlohmann/json.hpp>
 
 #include "Capture/Output.h"
 #include "Capture/Reader.h"
@@ -14,6 +15,7 @@
 #include "tools/qlproto/messages/CaptureScan.h"
 #include "tools/qlproto/messages/OpenCapture.h"
 #include "tools/qlproto/terminal/Errors.h"
+#include "tools/qlproto/terminal/Table.h"
 
 namespace qlproto {
 
@@ -21,8 +23,8 @@ namespace {
 
 struct VerifyOptions {
     std::string capture;
+    TableForm form;
     ScanOptions scan;
-    uint64_t listed = 10;
 };
 
 struct Count {
@@ -31,71 +33,116 @@ struct Count {
 
 class Report {
   public:
-    explicit Report(const VerifyOptions& options) : _options(options) {}
+    explicit Report(const ScanOptions& options) : _options(options) {}
 
     void add(const Capture::Packet& packet, uint64_t number, uint64_t originalLength) {
         ++_packets;
-        const auto where = [&] { return fmt::format("packet {} at offset {}", number, packet.offset); };
+        Fault fault{.packet = number, .offset = packet.offset, .time = timeText(packet.time, _options.time)};
+        const bool hasIdentifier = packet.bytes.size() >= Capture::IDENTIFIER_SIZE;
+        const Velmora::MsgType_t id = hasIdentifier ? Capture::identifierOf(packet.bytes) : Velmora::MsgType_t{};
+        if (const Inspect::TypeInfo* const type = Inspect::reflect(thisTool.protocol, id); hasIdentifier && type)
+            fault.message = type->name;
         if (originalLength != packet.bytes.size()) {
-            if (packet.bytes.size() >= Capture::IDENTIFIER_SIZE) ++_byMessage[Capture::identifierOf(packet.bytes)].bad;
-            return fault("cut by the capture", where(), cutText(packet, originalLength));
+            if (hasIdentifier) ++_byMessage[id].bad;
+            fault.what = cutText(packet, originalLength);
+            return note("cut by the capture", std::move(fault));
         }
-        if (packet.bytes.size() < Capture::IDENTIFIER_SIZE) return fault("no identifier", where(), "");
-        const Velmora::MsgType_t id = Capture::identifierOf(packet.bytes);
-        const Inspect::Result result = Capture::verifyBody(
-            thisTool.protocol, id, packet.bytes.substr(Capture::IDENTIFIER_SIZE), _options.scan.policy);
+        if (!hasIdentifier) return note("no identifier", std::move(fault));
+        const Inspect::Result result =
+            Capture::verifyBody(thisTool.protocol, id, packet.bytes.substr(Capture::IDENTIFIER_SIZE), _options.policy);
         if (result) {
             ++_sound;
             ++_byMessage[id].sound;
             return;
         }
         ++_byMessage[id].bad;
-        const Inspect::TypeInfo* const type = Inspect::reflect(thisTool.protocol, id);
-        fault(Inspect::to_string(result.fault), where(),
-              type != nullptr ? fmt::format("{}: {}", type->name, result.text()) : result.text());
+        fault.field = result.path();
+        fault.what = fault.message.empty() ? result.text() : fmt::format("{}: {}", fault.message, result.text());
+        note(Inspect::to_string(result.fault), std::move(fault));
     }
 
     void add(const Capture::Damage& damage, uint64_t after) {
-        fault("damaged record", fmt::format("after packet {}", after), damage.text());
+        note("damaged record", {.packet = after, .offset = damage.offset, .what = damage.text(), .isBetween = true});
     }
 
     std::string text() const {
         std::string text = fmt::format("{:<30}{:>12}{:>12}\n", "message", "sound", "bad");
-        for (const auto& [id, count] : _byMessage) {
-            const Inspect::TypeInfo* const type = Inspect::reflect(thisTool.protocol, id);
-            const std::string name = type != nullptr ? std::string(type->name) : fmt::format("0x{:04X}", id);
-            text += fmt::format("{:<30}{:>12}{:>12}\n", name, count.sound, count.bad);
-        }
+        for (const auto& [id, count] : _byMessage)
+            text += fmt::format("{:<30}{:>12}{:>12}\n", nameOf(id), count.sound, count.bad);
         text += fmt::format("{:<30}{:>12}{:>12}\n", "all packets", _sound, _packets - _sound);
         if (_byFault.empty()) return text;
         text += fmt::format("\n{:<42}{:>12}\n", "fault", "count");
         for (const auto& [name, number] : _byFault) text += fmt::format("{:<42}{:>12}\n", name, number);
-        text += "\nfirst faults\n";
-        for (const std::string& line : _first) text += line;
+        if (!_first.empty()) text += "\nfirst faults\n";
+        for (const Fault& it : _first)
+            text += it.isBetween ? fmt::format("after packet {}: {}\n", it.packet, it.what)
+                                 : fmt::format("packet {} at offset {} of {}: {}\n", it.packet, it.offset, it.time,
+                                               it.what.empty() ? it.kind : it.what);
         return text;
+    }
+
+    std::string csv() const {
+        Table table({"message", "sound", "bad"});
+        for (const auto& [id, count] : _byMessage)
+            table.add({nameOf(id), std::to_string(count.sound), std::to_string(count.bad)});
+        table.add({"all packets", std::to_string(_sound), std::to_string(_packets - _sound)});
+        return table.csv();
+    }
+
+    std::string json() const {
+        using nlohmann::ordered_json;
+        ordered_json json{{"all", {{"sound", _sound}, {"bad", _packets - _sound}}},
+                          {"messages", ordered_json::object()},
+                          {"faults", ordered_json::object()},
+                          {"first", ordered_json::array()}};
+        for (const auto& [id, count] : _byMessage)
+            json["messages"][nameOf(id)] = {{"sound", count.sound}, {"bad", count.bad}};
+        for (const auto& [name, number] : _byFault) json["faults"][name] = number;
+        for (const Fault& it : _first) {
+            ordered_json fault{{it.isBetween ? "afterPacket" : "packet", it.packet}, {"offset", it.offset}};
+            for (const auto& [name, value] : {std::pair{"time", it.time},
+                                              {"message", it.message},
+                                              {"field", it.field},
+                                              {"kind", it.kind},
+                                              {"text", it.what}})
+                if (!value.empty()) fault[name] = value;
+            json["first"].push_back(std::move(fault));
+        }
+        return json.dump(2) + '\n';
     }
 
     int exitCode() const { return _byFault.empty() ? EXIT_FINE : EXIT_BAD_DATA; }
 
   private:
-    void fault(const std::string& kind, const std::string& where, const std::string& what) {
-        ++_byFault[kind];
-        if (_first.size() < _options.listed)
-            _first.push_back(what.empty() ? fmt::format("{}: {}\n", where, kind)
-                                          : fmt::format("{}: {}\n", where, what));
+    struct Fault {
+        uint64_t packet;
+        uint64_t offset;
+        std::string time = {}, message = {}, field = {}, kind = {}, what = {};
+        bool isBetween = false; ///< after the packet
+    };
+
+    static std::string nameOf(Velmora::MsgType_t id) {
+        const Inspect::TypeInfo* const type = Inspect::reflect(thisTool.protocol, id);
+        return type != nullptr ? std::string(type->name) : fmt::format("0x{:04X}", id);
     }
 
-    const VerifyOptions& _options;
+    void note(const std::string& kind, Fault fault) {
+        ++_byFault[kind];
+        fault.kind = kind;
+        if (_first.size() < _options.faults) _first.push_back(std::move(fault));
+    }
+
+    const ScanOptions& _options;
     uint64_t _packets = 0, _sound = 0;
     std::map<Velmora::MsgType_t, Count> _byMessage;
     std::map<std::string, uint64_t> _byFault;
-    std::vector<std::string> _first;
+    std::vector<Fault> _first;
 };
 
 int verify(const VerifyOptions& options) {
     Filter filter(options.scan);
     Capture::Reader capture = openCapture(options.capture);
-    Report report(options);
+    Report report(options.scan);
     Capture::Packet packet;
     uint64_t left = options.scan.first;
     for (uint64_t number = 1; left != 0; ++number) {
@@ -107,7 +154,9 @@ int verify(const VerifyOptions& options) {
         report.add(packet, number, capture.originalLength());
         --left;
     }
-    Capture::writeText(report.text());
+    Capture::writeText(options.form == TableForm::json  ? report.json()
+                       : options.form == TableForm::csv ? report.csv()
+                                                        : report.text());
     return report.exitCode();
 }
 
@@ -119,9 +168,10 @@ void addVerify(CLI::App& app, Commands& commands) {
     command->add_option("capture", options->capture, "The capture to read; - is standard input")
         ->required()
         ->type_name(FILE_VALUE);
+    addTableForm(*command, options->form);
+    options->scan.faults = 10;
     addScanOptions(*command, options->scan);
-    addNumber(*command, "--list", options->listed, "How many faults to list")->capture_default_str();
-    addExamples(*command, "", {"$tool verify session.pcap", "$tool verify --policy strict --list 3 session.pcap"});
+    addExamples(*command, "", {"$tool verify session.pcap", "$tool verify --policy strict --faults 3 session.pcap"});
     commands.push_back({command, [options] { return verify(*options); }});
 }
 

@@ -1,5 +1,9 @@
 #include "tools/qlproto/messages/CaptureScan.h"
 
+#include <algorithm>
+
+#include <unistd.h>
+
 #include "Capture/Errors.h"
 #include "Inspect/Reflection.h"
 #include "tools/qlproto/Tool.h"
@@ -12,6 +16,8 @@ namespace {
 // Large enough that threads seldom meet, small enough for the caches.
 constexpr std::size_t BATCH_BYTES = 512 * 1024;
 constexpr std::size_t BATCH_PACKETS = 4096;
+
+constexpr const char* DAMAGED = "damaged record";
 
 } // namespace
 
@@ -63,7 +69,8 @@ bool CaptureScan::fill(Capture::Reader& capture, Batch& batch) {
             _failure = std::current_exception(); // what was read before comes first
             break;
         }
-        if (const Capture::Damage* const damage = capture.damage()) batch.damages.push_back({_read, 0, damage->text()});
+        if (const Capture::Damage* const damage = capture.damage())
+            batch.damages.push_back({_read, 0, 0, DAMAGED, damage->text()});
         if (!isThere) break;
         if (_read == 0) beginAt(packet.time);
         batch.items.push_back(
@@ -96,38 +103,64 @@ void CaptureScan::settle(const Batch& batch, uint64_t last, uint64_t taken) {
 
 bool CaptureScan::next(Capture::Reader& capture, Capture::Packet& packet) {
     const bool isThere = capture.next(packet);
-    if (const Capture::Damage* const damage = capture.damage()) note({_packets, 0, damage->text()});
+    if (const Capture::Damage* const damage = capture.damage()) note({_packets, 0, 0, DAMAGED, damage->text()});
     if (!isThere) return false;
     if (_packets == 0) beginAt(packet.time);
     if (++_packets % 1024 == 0) _progress.update(capture.position(), capture.fileSize());
     _bytes += packet.bytes.size();
-    _offset = packet.offset;
     return true;
 }
 
-void CaptureScan::complain(const std::string& fault) { note({_packets, _offset, fault}); }
+void CaptureScan::complain(const Capture::Packet& packet, const std::string& kind, const std::string& fault) {
+    note({_packets, packet.offset, packet.time, kind, fault});
+}
+
+CaptureScan::Fault CaptureScan::faultOf(const Numbered& it, uint64_t originalLength, const MessageReader& reader,
+                                        std::string text) const {
+    const bool isCut = originalLength != it.packet.bytes.size();
+    const bool hasIdentifier = it.packet.bytes.size() >= Capture::IDENTIFIER_SIZE;
+    return {it.number,       it.packet.offset,
+            it.packet.time,  isCut ? "cut by the capture" : reader.faultKind(),
+            std::move(text), _isConcerned && hasIdentifier && !_isConcerned(Capture::identifierOf(it.packet.bytes))};
+}
 
 void CaptureScan::note(const Fault& fault) {
     ++_bad;
-    _cut += fault.isCut;
-    _progress.clear();
     if (_onFault) _onFault(fault.packet, fault.text);
+    if (fault.isElsewhere) {
+        ++_elsewhere;
+        return;
+    }
+    ++_kinds[fault.kind];
+    if (_told == 0) return;
+    --_told;
+    _progress.clear();
     if (fault.offset == 0)
         tellFault(fmt::format("after packet {}: {}", fault.packet, fault.text));
     else
-        tellFault(fmt::format("packet {} at offset {}: {}", fault.packet, fault.offset, fault.text));
+        tellFault(fmt::format("packet {} at offset {} of {}: {}", fault.packet, fault.offset,
+                              timeText(fault.time, _form), fault.text));
 }
 
 void CaptureScan::summarize() {
     _progress.clear();
-    const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - _start).count();
-    const double rate = seconds > 0 ? static_cast<double>(_messages) / seconds : 0;
-    tell(fmt::format("{}, {}, {:.3f} s, {:.0f} messages/s", Capture::counted(_messages, "message"),
-                     Capture::counted(_bytes, "byte"), seconds, rate));
-    if (_cut != 0)
-        tell(fmt::format("{}, of which {}", Capture::counted(_bad, "fault"), Capture::counted(_cut, "cut packet")));
-    else if (_bad != 0)
-        tell(Capture::counted(_bad, "fault"));
+    if (_isQuiet) return;
+    if (_isVerbose || isatty(STDERR_FILENO) == 1) {
+        const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - _start).count();
+        const double rate = seconds > 0 ? static_cast<double>(_messages) / seconds : 0;
+        tell(fmt::format("{}, {}, {:.3f} s, {:.0f} messages/s", Capture::counted(_messages, "message"),
+                         Capture::counted(_bytes, "byte"), seconds, rate));
+    }
+    if (_bad == 0) return;
+    // The most frequent first.
+    std::vector<std::pair<uint64_t, std::string>> kinds;
+    for (const auto& [kind, count] : _kinds) kinds.emplace_back(count, kind);
+    std::ranges::stable_sort(kinds, std::ranges::greater{}, [](const auto& it) { return it.first; });
+    if (_elsewhere != 0) kinds.emplace_back(_elsewhere, "in other messages");
+    std::string line = Capture::counted(_bad, "fault");
+    for (std::size_t i = 0; i < kinds.size(); ++i)
+        line += fmt::format("{}{} {}", i == 0 ? ": " : ", ", kinds[i].first, kinds[i].second);
+    tell(line);
 }
 
 } // namespace qlproto

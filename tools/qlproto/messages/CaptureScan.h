@@ -7,6 +7,7 @@
 #include <deque>
 #include <exception>
 #include <functional>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -35,7 +36,13 @@ class CaptureScan {
   public:
     /// Throws FilterError.
     explicit CaptureScan(const ScanOptions& options = {})
-        : _policy(options.policy), _filter(options), _left(options.first) {}
+        : _policy(options.policy),
+          _filter(options),
+          _left(options.first),
+          _form(options.time),
+          _told(options.isQuiet ? 0 : options.faults),
+          _isQuiet(options.isQuiet),
+          _isVerbose(options.isVerbose) {}
 
     /// Calls `handle(packet, reader)` for each good message of the capture that the options take. What they do not take is
     /// verified, but never decoded. Bad packets and damaged places are told on standard error.
@@ -47,8 +54,7 @@ class CaptureScan {
         std::string fault;
         while (_left != 0 && next(capture, packet)) {
             const Verdict verdict = judge(packet, capture.originalLength(), reader, fault);
-            if (verdict == Verdict::bad)
-                note({_packets, _offset, fault, capture.originalLength() != packet.bytes.size()});
+            if (verdict == Verdict::bad) note(faultOf({_packets, packet}, capture.originalLength(), reader, fault));
             if (verdict != Verdict::taken) continue;
             ++_messages;
             --_left;
@@ -69,38 +75,38 @@ class CaptureScan {
         std::deque<MessageReader> readers;
         while (readers.size() < handles.size()) readers.emplace_back(_policy);
         OrderedPipeline<Batch> pipeline(handles.size());
-        pipeline.run(
-            [&] { return capture.isReady(); },
-            [&](Batch& batch) {
-                if (!capture.isReady()) flush();
-                return fill(capture, batch);
-            },
-            [&](Batch& batch, std::size_t worker) {
-                std::string fault;
-                for (const Item& item : batch.items) {
-                    const Capture::Packet packet = batch.packet(item);
-                    switch (judge(packet, item.originalLength, readers[worker], fault)) {
-                    case Verdict::bad:
-                        batch.faults.push_back({item.number, packet.offset, fault, item.originalLength != item.size});
-                        break;
-                    case Verdict::taken:
-                        handles[worker](packet, readers[worker], batch.text);
-                        batch.pieces.push_back({item.number, batch.text.size()});
-                        break;
-                    case Verdict::passedOver:
-                        break;
-                    }
-                }
-            },
-            [&](const Batch& batch) {
-                const bool isLast = batch.pieces.size() >= _left;
-                const Piece last = isLast ? batch.pieces[_left - 1] : Piece{UINT64_MAX, batch.text.size()};
-                const uint64_t taken = isLast ? _left : batch.pieces.size();
-                settle(batch, last.packet, taken);
-                write(std::string_view(batch.text).substr(0, last.end));
-                _progress.update(batch.end, capture.fileSize());
-                return !isLast;
-            });
+        pipeline.run([&] { return capture.isReady(); },
+                     [&](Batch& batch) {
+                         if (!capture.isReady()) flush();
+                         return fill(capture, batch);
+                     },
+                     [&](Batch& batch, std::size_t worker) {
+                         std::string fault;
+                         for (const Item& item : batch.items) {
+                             const Capture::Packet packet = batch.packet(item);
+                             switch (judge(packet, item.originalLength, readers[worker], fault)) {
+                             case Verdict::bad:
+                                 batch.faults.push_back(
+                                     faultOf({item.number, packet}, item.originalLength, readers[worker], fault));
+                                 break;
+                             case Verdict::taken:
+                                 handles[worker](packet, readers[worker], batch.text);
+                                 batch.pieces.push_back({item.number, batch.text.size()});
+                                 break;
+                             case Verdict::passedOver:
+                                 break;
+                             }
+                         }
+                     },
+                     [&](const Batch& batch) {
+                         const bool isLast = batch.pieces.size() >= _left;
+                         const Piece last = isLast ? batch.pieces[_left - 1] : Piece{UINT64_MAX, batch.text.size()};
+                         const uint64_t taken = isLast ? _left : batch.pieces.size();
+                         settle(batch, last.packet, taken);
+                         write(std::string_view(batch.text).substr(0, last.end));
+                         _progress.update(batch.end, capture.fileSize());
+                         return !isLast;
+                     });
     }
 
     /// The same for what does not depend on the order of messages: each thread adds to a Gathered of its own; they are
@@ -131,10 +137,14 @@ class CaptureScan {
     /// `listener(time)` is told when the capture begins, before any of its messages.
     void onBegin(std::function<void(int64_t)> listener) { _onBegin = std::move(listener); }
 
-    /// Tells of something that is wrong with the packet just read. Not for runParallel().
-    void complain(const std::string& fault);
+    /// Faults of messages for which it does not hold are counted, but people are not told of them one by one.
+    void concerns(std::function<bool(Velmora::MsgType_t)> isConcerned) { _isConcerned = std::move(isConcerned); }
 
-    /// One line for people on standard error: messages that were taken, bytes, time and rate.
+    /// Tells of something that is wrong with the packet just read, a fault of that kind. Not for runParallel().
+    void complain(const Capture::Packet& packet, const std::string& kind, const std::string& fault);
+
+    /// At the end, for people on standard error: on a terminal, or if asked to, messages that were taken, bytes, time and
+    /// rate; and the faults by kind.
     void summarize();
 
     uint64_t messages() const { return _messages; } ///< that were taken
@@ -159,8 +169,13 @@ class CaptureScan {
     struct Fault {
         uint64_t packet;
         uint64_t offset; ///< 0 if it is after the packet
-        std::string text;
-        bool isCut = false; ///< the packet, by whoever captured it
+        int64_t time;    ///< of the packet
+        std::string kind, text;
+        bool isElsewhere = false; ///< in a message that is of no concern
+    };
+    struct Numbered {
+        uint64_t number;
+        const Capture::Packet& packet;
     };
     struct Batch {
         std::string bytes;
@@ -182,6 +197,7 @@ class CaptureScan {
     bool fill(Capture::Reader& capture, Batch& batch);
     void settle(const Batch& batch, uint64_t last, uint64_t taken);
     bool next(Capture::Reader& capture, Capture::Packet& packet);
+    Fault faultOf(const Numbered& it, uint64_t originalLength, const MessageReader& reader, std::string text) const;
     void note(const Fault& fault);
 
     const Inspect::Policy _policy;
@@ -192,9 +208,13 @@ class CaptureScan {
     uint64_t _packets = 0;
     uint64_t _messages = 0;
     uint64_t _bytes = 0;
+    const TimeForm _form;
+    uint64_t _told; ///< faults that people may still be told of
+    const bool _isQuiet, _isVerbose;
     uint64_t _bad = 0;
-    uint64_t _cut = 0;           ///< of the bad ones
-    uint64_t _offset = 0;        ///< of the packet just read
+    uint64_t _elsewhere = 0;                ///< of the bad ones
+    std::map<std::string, uint64_t> _kinds; ///< the others
+    std::function<bool(Velmora::MsgType_t)> _isConcerned;
     std::exception_ptr _failure; ///< of reading ahead
     std::function<void(int64_t)> _onBegin;
     std::function<void(uint64_t, const std::string&)> _onFault;

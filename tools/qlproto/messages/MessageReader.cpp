@@ -16,13 +16,17 @@ MessageReader::MessageReader(const Inspect::Policy& policy)
 bool MessageReader::begin(std::string_view packet) {
     _message = {};
     if (packet.size() < Capture::IDENTIFIER_SIZE)
-        return bad(fmt::format("{} cannot hold an identifier", Capture::counted(packet.size(), "byte")));
+        return bad("no identifier",
+                   fmt::format("{} cannot hold an identifier", Capture::counted(packet.size(), "byte")));
     if (packet.size() > Capture::MAX_PACKET)
-        return bad(fmt::format("{} are more than a packet can have", Capture::counted(packet.size(), "byte")));
+        return bad("too long",
+                   fmt::format("{} are more than a packet can have", Capture::counted(packet.size(), "byte")));
 
     const Velmora::MsgType_t id = Capture::identifierOf(packet);
     _descriptor = thisTool.protocol.instance()->getDescriptor(id);
-    if (_descriptor == nullptr) return bad(fmt::format("unknown message identifier {} (0x{:04X})", id, id));
+    if (_descriptor == nullptr)
+        return bad(Inspect::to_string(Inspect::Fault::unknownIdentifier),
+                   fmt::format("unknown message identifier {} (0x{:04X})", id, id));
 
     _body = packet.substr(Capture::IDENTIFIER_SIZE);
     return true;
@@ -31,7 +35,7 @@ bool MessageReader::begin(std::string_view packet) {
 bool MessageReader::verify(std::string_view packet) {
     if (!begin(packet)) return false;
     const Inspect::Result result = Capture::verifyBody(thisTool.protocol, _descriptor->id(), _body, _policy);
-    return result ? true : bad(fmt::format("{}: {}", _descriptor->name(), result.text()));
+    return result ? true : bad(result);
 }
 
 bool MessageReader::read(std::string_view packet) {
@@ -45,10 +49,15 @@ bool MessageReader::read(std::string_view packet) {
         _pad.assign(_body).append(Inspect::MAX_TEXT, '\0');
         _message = Inspect::decode_verified(thisTool.protocol, id, _pad, _alloc, Inspect::tolerant);
     }
-    return _message.result ? true : bad(fmt::format("{}: {}", _descriptor->name(), _message.result.text()));
+    return _message.result ? true : bad(_message.result);
 }
 
-bool MessageReader::bad(std::string fault) {
+bool MessageReader::bad(const Inspect::Result& result) {
+    return bad(Inspect::to_string(result.fault), fmt::format("{}: {}", _descriptor->name(), result.text()));
+}
+
+bool MessageReader::bad(std::string kind, std::string fault) {
+    _faultKind = std::move(kind);
     _fault = std::move(fault);
     return false;
 }

@@ -28,6 +28,9 @@ class MessageReader {
     /// The same without decoding it: there is no message then either way.
     bool verify(std::string_view packet);
 
+    /// What kind of fault, as in "truncated".
+    const std::string& faultKind() const { return _faultKind; }
+
     /// One line: "TimerMessage: truncated at byte 0 (tqid)"; bytes count from the body's begin.
     const std::string& fault() const { return _fault; }
 
@@ -38,7 +41,8 @@ class MessageReader {
 
   private:
     bool begin(std::string_view packet);
-    bool bad(std::string fault);
+    bool bad(std::string kind, std::string fault);
+    bool bad(const Inspect::Result& result);
 
     // A verified body takes at most 33 bytes of block for each of its own, besides the object. Pages that no message
     // touches cost nothing.
@@ -51,7 +55,7 @@ class MessageReader {
     Inspect::Decoded _message;
     std::string_view _body;
     std::string _pad; ///< the last pad and what reading it may reach after its end
-    std::string _fault;
+    std::string _fault, _faultKind;
 };
 
 } // namespace qlproto

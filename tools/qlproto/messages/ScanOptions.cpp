@@ -83,10 +83,33 @@ void addHow(CLI::App& command, ScanOptions& options) {
 
 } // namespace
 
+void addTelling(CLI::App& command, ScanOptions& options) {
+    const auto choose = [&options](const std::string& text) {
+        options.faults = text == "all" ? UINT64_MAX : numberIn<uint64_t>(text).value();
+    };
+    command
+        .add_option_function<std::string>(
+            "--faults", choose, "Tell of so many faults one by one, or of all; their kinds are counted in any case")
+        ->check(CLI::Validator(
+            [](std::string& text) {
+                if (text == "all" || numberIn<uint64_t>(text)) return std::string();
+                return fmt::format("'{}' is neither a number nor all", text);
+            },
+            "N"))
+        ->default_str(std::to_string(options.faults));
+    CLI::Option* const quiet =
+        command.add_flag("--quiet", options.isQuiet, "Tell nothing on standard error; the exit status tells of faults");
+    command
+        .add_flag("--verbose", options.isVerbose,
+                  "Tell how much was read and how fast, as on a terminal, wherever standard error goes")
+        ->excludes(quiet);
+}
+
 void addScanOptions(CLI::App& command, ScanOptions& options) {
     addPolicy(command, options.policy);
     addWhich(command, options);
     addHow(command, options);
+    addTelling(command, options);
 }
 
 } // namespace qlproto

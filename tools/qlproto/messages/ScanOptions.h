@@ -23,9 +23,24 @@ struct ScanOptions {
     std::vector<std::string> where = {};    ///< see Condition
     std::string from = {}, to = {};         ///< see parseTime and parseClock
     uint64_t first = UINT64_MAX;            ///< messages at most
+    uint64_t faults = 3;                    ///< of which people are told, one by one
+    bool isQuiet = false;                   ///< people are told of nothing
+    bool isVerbose = false;                 ///< people are told how much was read, also if they do not watch
     TimeForm time = TimeForm::raw;
     Inspect::Display display = {};
+
+    /// The same without what chooses among messages.
+    ScanOptions ofAll() const {
+        ScanOptions all = *this;
+        all.names = all.families = all.ids = all.where = {};
+        all.from = all.to = {};
+        all.first = UINT64_MAX;
+        return all;
+    }
 };
+
+/// Adds the options about what people are told, which are among those below.
+void addTelling(CLI::App& command, ScanOptions& options);
 
 /// Adds the options to a command.
 void addScanOptions(CLI::App& command, ScanOptions& options);

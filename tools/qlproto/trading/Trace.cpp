@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <numeric>
 
+#include "Inspect/Reflection.h"
+
 namespace qlproto {
 
 namespace {
@@ -11,7 +13,21 @@ bool contains(const std::vector<IdKind>& kinds, IdKind kind) {
     return std::find(kinds.begin(), kinds.end(), kind) != kinds.end();
 }
 
+bool mayTellOf(const TraceRule& rule, const Inspect::TypeInfo& type) {
+    return std::ranges::any_of(type.fields, [&](const Inspect::FieldInfo& field) {
+        const Inspect::ValueInfo& value = field.value.element != nullptr ? *field.value.element : field.value;
+        if (value.record != nullptr) return mayTellOf(rule, *value.record);
+        const auto id = std::ranges::find(ID_FIELDS, field.name, &IdField::field);
+        return id != std::end(ID_FIELDS) && (contains(rule.names, id->kind) || contains(rule.followUps, id->kind));
+    });
+}
+
 } // namespace
+
+bool mayTellOf(const TraceRule& rule, Velmora::MsgType_t id) {
+    const Inspect::TypeInfo* const type = Inspect::reflect(id);
+    return type != nullptr && mayTellOf(rule, *type);
+}
 
 // A cancellation of all orders names none of them: it belongs to those that were canceled by its cxlID, which in turn
 // does not tie these together. The acknowledgement of an execution is found the same way.

@@ -30,6 +30,9 @@ struct TraceRule {
     static TraceRule user();
 };
 
+/// Whether a message with that identifier has fields for such identifiers.
+bool mayTellOf(const TraceRule& rule, Velmora::MsgType_t id);
+
 class Trace {
   public:
     struct Step {

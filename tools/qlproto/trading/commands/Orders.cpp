@@ -10,6 +10,7 @@
 #include "Capture/Errors.h"
 #include "Capture/Output.h"
 #include "Inspect/Display.h"
+#include "Inspect/Reflection.h"
 #include "tools/qlproto/commands/Arguments.h"
 #include "tools/qlproto/commands/Commands.h"
 #include "tools/qlproto/messages/CaptureScan.h"
@@ -189,8 +190,13 @@ int listOrders(const OrderKind& kind, const OrdersOptions& options) {
     Orders orders(kind);
     // A message that the filter does not take can tell of an order that is listed.
     Filter filter(options.scan);
-    ScanOptions all{.policy = options.scan.policy, .names = {kind.messages.begin(), kind.messages.end()}};
+    ScanOptions all = options.scan.ofAll();
+    all.names = {kind.messages.begin(), kind.messages.end()};
     CaptureScan scan(all);
+    scan.concerns([&](Velmora::MsgType_t id) {
+        const Inspect::TypeInfo* const type = Inspect::reflect(id);
+        return type != nullptr && std::ranges::find(kind.messages, type->name) != kind.messages.end();
+    });
     scan.onBegin([&](int64_t time) { filter.beginAt(time); });
     scan.run(options.capture, [&](const Capture::Packet& packet, const MessageReader& reader) {
         orders.add(packet, reader, scan.packets(), filter.takes(packet));
@@ -233,7 +239,8 @@ void add(CLI::App& app, Commands& commands, const OrderKind& kind, const std::st
     addScanOptions(*command, options->scan);
     command->footer(
         "Listed is what has a message that the filters take, with all that is known of it; --first counts the\n"
-        "rows. Times of steps are told from the first message on, in CSV and JSON as they are. Memory grows by\n"
+        "rows. Times of steps are told from the first message on, in CSV and JSON as they are. Faults are told\n"
+        "of in such messages; others are counted. Memory grows by\n"
         "some 300 bytes for each.\n\n"
         + footer);
     commands.push_back({command, [&kind, options] { return listOrders(kind, *options); }});

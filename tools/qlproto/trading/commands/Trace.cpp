@@ -36,7 +36,8 @@ int trace(const TraceOptions& options) {
                                                       : std::to_string(*options.user);
     Trace trace(rule, name, options.user);
     // A message that is not to be shown can be the one that leads to those that are.
-    CaptureScan scan({.policy = options.scan.policy});
+    CaptureScan scan(options.scan.ofAll());
+    scan.concerns([&](Velmora::MsgType_t id) { return mayTellOf(rule, id); });
     Filter filter(options.scan);
     scan.onBegin([&](int64_t time) { filter.beginAt(time); });
     scan.run(options.capture, [&](const Capture::Packet& packet, const MessageReader& reader) {
@@ -50,6 +51,8 @@ int trace(const TraceOptions& options) {
         Capture::writeText(traceLines(steps, options.scan));
     else if (!steps.empty())
         Capture::writeText(traceTable(steps, options.scan));
+    scan.summarize();
+    if (options.scan.isQuiet) return scan.exitCode();
     tell(steps.empty() ? fmt::format("nothing is known of {}", name)
                        : fmt::format("{} in {}", Capture::counted(steps.size(), "step"),
                                      readableDuration(steps.back().time - steps.front().time)));
@@ -85,7 +88,8 @@ void addTrace(CLI::App& app, Commands& commands) {
         "modified order, the cancellation of all orders that canceled it, the acknowledgement of its execution. The\n"
         "capture is read once; messages that may belong are kept until its end, in a temporary file if they are many.\n"
         "Steps are in order of the packets' time, each with the gap to the one before and its fields that are set,\n"
-        "except for the times of the stations. Filters choose among the steps. The table always hides secrets.\n\n"
+        "except for the times of the stations. Faults are told of in messages that may be steps; others are counted. "
+        "Filters choose among the steps. The table always hides secrets.\n\n"
         "Examples:\n"
         "  qlproto trace session.pcap --order heron-1\n"
         "  qlproto trace session.pcap --quote QR1\n"
