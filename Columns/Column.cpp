@@ -134,7 +134,7 @@ OwnedSchema& own(ArrowSchema& to, std::string format, std::string name, size_t c
 } // namespace
 
 Column::Column(std::string name, const Inspect::ValueInfo& value)
-    : _name(std::move(name)), _format(formatOf(value.kind)), _kind(value.kind), _enumeration(value.enumeration) {
+    : _name(std::move(name)), _format(formatOf(value.kind)), _kind(value.kind) {
     reset();
 }
 

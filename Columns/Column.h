@@ -46,7 +46,6 @@ class Column {
     std::string _name;
     std::string _format;
     Inspect::Kind _kind;
-    const Inspect::EnumerationInfo* _enumeration = nullptr;
     std::vector<Column> _columns;
 
     size_t _length = 0, _nulls = 0;

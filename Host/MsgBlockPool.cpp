@@ -17,7 +17,7 @@ namespace {
 
 constexpr size_t LINE = 64; // of the processor's cache: no two headers share one
 
-constexpr cas_t load(const cas_t& word) { return __atomic_load_n(&word, __ATOMIC_SEQ_CST); }
+cas_t load(const cas_t& word) { return __atomic_load_n(&word, __ATOMIC_SEQ_CST); }
 
 } // namespace
 

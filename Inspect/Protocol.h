@@ -104,10 +104,15 @@ class IdIndex {
         : _slots(slots), _modulus(modulus), _reciprocal(UINT32_MAX / modulus + 1) {}
 
     /// Null if there is no such message.
-    constexpr const Slot* find(Velmora::MsgType_t id) const {
-        // The remainder without a division: the fractional part of id / modulus, times modulus.
-        const Slot& slot = _slots[uint64_t{_reciprocal * id} * _modulus >> 32];
+    const Slot* find(Velmora::MsgType_t id) const {
+        const Slot& slot = _slots[position(id)];
         return slot.id == id ? &slot : nullptr;
+    }
+
+    /// Of the only slot that can hold the message.
+    constexpr size_t position(Velmora::MsgType_t id) const {
+        // The remainder without a division: the fractional part of id / modulus, times modulus.
+        return uint64_t{_reciprocal * id} * _modulus >> 32;
     }
 
   private:

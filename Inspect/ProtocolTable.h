@@ -24,8 +24,8 @@ struct Tables {
     }();
     static constexpr IdIndex index{slots.data(), Traits::MODULUS};
     static_assert(Traits::messages([]<class T>(of<T>, const char*) {
-        const IdIndex::Slot* const slot = index.find(T::ID);
-        return slot != nullptr && slot->index == T::INDEX;
+        const IdIndex::Slot& slot = slots[index.position(T::ID)];
+        return slot.id == T::ID && slot.index == T::INDEX;
     }));
 
     static constexpr auto messages = [] {

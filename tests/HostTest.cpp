@@ -246,12 +246,13 @@ TEST_F(Frames, HaveTheFormThatIsWrittenDown) {
 
 TEST_F(Frames, OfImpossibleLengthsAreRefusedBeforeTheyCome) {
     const std::string good("\3\0\0\0\x24\xd0\x0e", 7);
-    for (const auto& [length, isGood] : std::vector<std::pair<std::string, bool>>{{{"\0\0\0\0", 4}, false},
-                                                                                  {{"\1\0\0\0", 4}, false},
-                                                                                  {{"\x02\0\0\0", 4}, true},
-                                                                                  {{"\x0c\0\0\0", 4}, true},
-                                                                                  {{"\x0d\0\0\0", 4}, false},
-                                                                                  {{"\xff\xff\xff\xff", 4}, false}}) {
+    for (const auto& [bytes, isGood] : std::vector<std::pair<std::string, bool>>{{{"\0\0\0\0", 4}, false},
+                                                                                 {{"\1\0\0\0", 4}, false},
+                                                                                 {{"\x02\0\0\0", 4}, true},
+                                                                                 {{"\x0c\0\0\0", 4}, true},
+                                                                                 {{"\x0d\0\0\0", 4}, false},
+                                                                                 {{"\xff\xff\xff\xff", 4}, false}}) {
+        const std::string& length = bytes; // older compilers do not capture parts
         Host::FrameReader reader(10);
         const auto readAll = [&] { return read(reader, good + length, [] { return size_t{1}; }).size(); };
         if (isGood) {
