@@ -3,9 +3,11 @@
 #include <map>
 
 #include <fcntl.h>
+#include <sys/mman.h>
 #include <termios.h>
 #include <unistd.h>
 
+#include "Capture/CaptureWriter.h"
 #include "Capture/Errors.h"
 #include "Capture/Reader.h"
 #include "tests/Folder.h"
@@ -489,6 +491,45 @@ TEST_F(CaptureFile, CompressedInPartsLosesNoneButTheDamagedOne) {
             EXPECT_TRUE(
                 std::equal(sent.end() - static_cast<int>(after), sent.end(), found.end() - static_cast<int>(after)));
         }
+    }
+}
+
+/// Whatever a host's capture is written as, who looks on sees whole packets, and all of them after a flush.
+TEST_F(CaptureFile, WrittenByAHostEndsWithAWholePacketAtAnyTime) {
+    const std::vector<Sent> sent = session(2, 9000);
+    for (const char* name : {"a.pcap", "a.pcapng", "a.pcap.zst", "a.pcapng.zst"}) {
+        for (const bool isFlushed : {false, true}) {
+            const int fd = memfd_create("capture", 0);
+            const std::string path = "/proc/self/fd/" + std::to_string(fd);
+            Capture::CaptureWriter writer(path, {.form = Capture::WriterForm::of(name), .isFlushed = isFlushed});
+            size_t written = 0;
+            for (const Sent& it : sent) {
+                writer.packet({it.time, it.bytes});
+                if (++written % 3000 != (isFlushed ? 7 : 0)) continue;
+                if (lseek(fd, 0, SEEK_END) == 0) continue; // nothing has gathered
+                Capture::Reader reader(path);
+                size_t found = 0;
+                for (Capture::Packet packet; reader.next(packet); ++found) ASSERT_EQ(packet.bytes, sent[found].bytes);
+                EXPECT_EQ(reader.damage(), nullptr) << name << reader.damage()->text();
+                EXPECT_TRUE(isFlushed ? found == written : found <= written && found + 12000 > written);
+                if (isFlushed && written > 3000) break; // what is flushed so often is slow
+            }
+            close(fd);
+        }
+    }
+    const Folder folder;
+    Capture::CaptureWriter writer(folder.path("h.pcapng"), {.rotateTime = 1'000'000'000});
+    for (const Sent& it : sent) writer.packet({it.time, it.bytes});
+    writer.close();
+    size_t next = 0;
+    for (int number = 1; next < sent.size(); ++number) {
+        Capture::Reader reader(folder.path("h-0000" + std::to_string(number) + ".pcapng"));
+        const int64_t first = sent[next].time;
+        for (Capture::Packet packet; reader.next(packet); ++next) {
+            ASSERT_EQ(packet.bytes, sent[next].bytes);
+            EXPECT_LT(packet.time, first + 1'000'000'000);
+        }
+        ASSERT_TRUE(next == sent.size() || sent[next].time >= first + 1'000'000'000);
     }
 }
 

@@ -68,6 +68,72 @@ TEST_F(Analysis, OfOneSessionIsTheSameInEveryContainer) {
     for (const char* name : {"coarse.pcapng", "coarse.pcap.gz"}) EXPECT_EQ(facts(name), coarse) << name;
 }
 
+/// What convert, slice and merge write is what other programs make of it, packet by packet.
+TEST_F(Analysis, CapturesAreWrittenAsOtherProgramsReadThem) {
+    for (const char* command :
+         {"qlproto generate --messages 12000 -o a.pcap && qlproto generate --messages 12000 -o a.pcapng.zst",
+          "qlproto convert a.pcap -o b.pcapng && editcap -F nsecpcap b.pcapng c.pcap && cmp a.pcap c.pcap",
+          "qlproto convert - -o - --container pcapng --zstd <a.pcap | cmp - a.pcapng.zst",
+          "zstd -dqc a.pcapng.zst | cmp - b.pcapng && zstd -lv a.pcapng.zst | grep -q 'Zstandard Frames: 2'",
+          "tshark -r b.pcapng -T fields -e frame.time_epoch -e frame.len >d && test $(wc -l <d) = 12000",
+          "editcap -F nsecpcap -s 40 a.pcap cut.pcap && qlproto convert cut.pcap -o cut.pcapng.zst",
+          "qlproto convert cut.pcapng.zst -o e.pcap && cmp <(tail -c +25 cut.pcap) <(tail -c +25 e.pcap)",
+          "qlproto convert a.pcap -o r.pcap --rotate-size 1 && ls -s --block-size=1 r-*.pcap && test -f r-00002.pcap",
+          "test $(cat r-*.pcap | wc -c) = $(($(wc -c <a.pcap) + 24)) && test $(wc -c <r-00001.pcap) -le 1000000",
+          "mergecap -F nsecpcap -w m.pcap r-*.pcap && cmp m.pcap a.pcap && qlproto merge r-*.pcap -o n.pcap && cmp "
+          "n.pcap a.pcap",
+          "qlproto slice a.pcapng.zst -o s.pcapng --message 'Submit*' && diff <(qlproto decode s.pcapng) "
+          "<(qlproto decode a.pcap --message 'Submit*') && test $(tshark -r s.pcapng | wc -l) -gt 100",
+          "test -z \"$(qlproto stats --first 1 b.pcapng 2>&1 >/dev/null | grep definition)\"",
+          "sed 's/\"wire\": \"./\"wire\": \"X/' b.pcapng >x.pcapng; qlproto stats x.pcapng 2>&1 | grep -q 'made with "
+          "another'"}) {
+        const ToolFolder::Result result = folder.run("set -o pipefail; " + std::string(command));
+        EXPECT_EQ(result.exitCode, 0) << command << result.out << result.err;
+    }
+}
+
+/// Two taps, each of which lost packets, and whose clocks differ: what either has seen is there once, in either's order.
+TEST_F(Analysis, TapsMergedGiveWhatEitherHasSeenAndTellWhatEachLacks) {
+    const std::vector<Sent> sent = session(3, 6000);
+    for (const int64_t skew : {0, 300'000}) {
+        std::mt19937 random(1);
+        std::string bytes[2] = {CaptureForm().header(), CaptureForm().header()};
+        std::map<std::string, int> expected;
+        size_t lacks[2] = {}, gaps[2] = {}, count = 0, common = 0;
+        bool isLost[2] = {};
+        for (const Sent& it : sent) {
+            const bool isSeen[2] = {random() % 10 < 7, random() % 10 < 7};
+            for (const int tap : {0, 1}) {
+                if (isSeen[tap]) bytes[tap] += CaptureForm().record({it.time + tap * skew, it.bytes});
+                if (!isSeen[0] && !isSeen[1]) continue;
+                lacks[tap] += !isSeen[tap];
+                gaps[tap] += !isSeen[tap] && !isLost[tap];
+                isLost[tap] = !isSeen[tap];
+            }
+            common += isSeen[0] && isSeen[1];
+            count += isSeen[0] || isSeen[1];
+            if (isSeen[0] || isSeen[1]) ++expected[it.bytes];
+        }
+        for (const int tap : {0, 1}) folder.write(std::to_string(tap) + ".pcap", bytes[tap]);
+        const ToolFolder::Result result = folder.run("qlproto merge 0.pcap 1.pcap -o u.pcap --window 310 --gaps");
+        EXPECT_EQ(result.exitCode, 0);
+        Capture::Reader merged(folder.path("u.pcap"));
+        int64_t last = 0;
+        for (Capture::Packet it; merged.next(it); last = it.time) {
+            EXPECT_GE(it.time, last);
+            --expected[std::string(it.bytes)];
+        }
+        for (const auto& [packet, left] : expected) EXPECT_EQ(left, 0);
+        EXPECT_NE(result.err.find(fmt::format("0.pcap: {} packets, of which ", common + lacks[1])), std::string::npos);
+        if (skew != 0) continue; // the order in which packets come out is another than that in which they were sent
+        for (const int tap : {0, 1})
+            EXPECT_NE(result.err.find(fmt::format("lacks {} in {} gaps\n", lacks[tap], gaps[tap])), std::string::npos)
+                << result.err.substr(result.err.size() - 300);
+        EXPECT_EQ(linesOf(result.err).size(), gaps[0] + gaps[1] + 3);
+        EXPECT_NE(result.err.find(fmt::format("\n{} packets\n", count)), std::string::npos);
+    }
+}
+
 // --- pages
 
 /// The data in a report's page.

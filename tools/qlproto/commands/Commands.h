@@ -33,6 +33,7 @@ using AddCommand = void (*)(CLI::App& app, Commands& commands);
 int runTool(int argc, char** argv, std::span<const AddCommand> all);
 
 void addAnnotate(CLI::App& app, Commands& commands);
+void addConvert(CLI::App& app, Commands& commands);
 void addCorpus(CLI::App& app, Commands& commands);
 void addDecode(CLI::App& app, Commands& commands);
 void addDescribe(CLI::App& app, Commands& commands);
@@ -43,12 +44,14 @@ void addEnum(CLI::App& app, Commands& commands);
 void addGenerate(CLI::App& app, Commands& commands);
 void addLatency(CLI::App& app, Commands& commands);
 void addManual(CLI::App& app, Commands& commands); ///< adds manpage and completion
+void addMerge(CLI::App& app, Commands& commands);
 void addMessages(CLI::App& app, Commands& commands);
 void addOrders(CLI::App& app, Commands& commands);
 void addQuotes(CLI::App& app, Commands& commands);
 void addReport(CLI::App& app, Commands& commands);
 void addRoundTrip(CLI::App& app, Commands& commands);
 void addSchema(CLI::App& app, Commands& commands);
+void addSlice(CLI::App& app, Commands& commands);
 void addStats(CLI::App& app, Commands& commands);
 void addTrace(CLI::App& app, Commands& commands);
 void addVerify(CLI::App& app, Commands& commands);

@@ -1,0 +1,39 @@
+// Zstandard in frames that can be sought: each holds some 1 MB of whole records and is read without the others. A frame that
+// readers skip ends the file and tells the lengths of all, as the seekable format has it.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "Capture/Output.h"
+
+struct ZSTD_CCtx_s; // of <zstd.h>
+
+namespace Capture {
+
+class ZstdFrames {
+  public:
+    /// REQUIRES: the output outlives this.
+    explicit ZstdFrames(Output& output);
+
+    /// Throws as the output does.
+    void append(std::string_view record);
+
+    void endFrame(); ///< if it holds anything
+    void close();    ///< ends the file
+
+  private:
+    struct Free {
+        void operator()(ZSTD_CCtx_s* context) const;
+    };
+
+    Output& _output;
+    const std::unique_ptr<ZSTD_CCtx_s, Free> _context;
+    std::string _content; ///< of the frame
+    std::string _frame;   ///< compressed
+    std::string _table;   ///< of the lengths of all frames
+};
+
+} // namespace Capture

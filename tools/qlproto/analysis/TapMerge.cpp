@@ -1,0 +1,68 @@
+#include "tools/qlproto/analysis/TapMerge.h"
+
+#include <algorithm>
+
+namespace qlproto {
+
+namespace {
+constexpr std::size_t OVERHEAD = 1024; ///< bytes that a packet is held with, at most
+}
+
+bool TapMerge::take(const Capture::Packet& packet, std::size_t tap) {
+    while (!_held.empty() && packet.time - _held.front().time > _window) release();
+    while (_bytes > HELD) {
+        _isOverfull = true;
+        release();
+    }
+    ++_sides[tap].packets;
+    auto it = _alike.find(packet.bytes);
+    if (it == _alike.end()) it = _alike.emplace(packet.bytes, Alike{{}, std::vector<uint64_t>(_sides.size())}).first;
+    Alike& alike = it->second;
+    const auto unseen = std::lower_bound(alike.numbers.begin(), alike.numbers.end(), alike.next[tap]);
+    if (unseen != alike.numbers.end()) {
+        alike.next[tap] = *unseen + 1;
+        _held[*unseen - _first].seenBy |= uint64_t(1) << tap;
+        ++_sides[tap].duplicates;
+        return false;
+    }
+    const uint64_t number = _first + _held.size();
+    _held.push_back({packet.time, uint64_t(1) << tap, &it->first});
+    alike.numbers.push_back(number);
+    alike.next[tap] = number + 1;
+    _bytes += packet.bytes.size() + OVERHEAD;
+    return true;
+}
+
+/// Lets the oldest packet go: no tap will see it any more.
+void TapMerge::release() {
+    const Held held = _held.front();
+    for (std::size_t tap = 0; tap < _sides.size(); ++tap) {
+        Gap& gap = _open[tap];
+        if ((held.seenBy >> tap & 1) == 0) {
+            if (gap.packets++ == 0) gap = {tap, held.time, held.time, 1};
+            gap.to = held.time;
+            ++_sides[tap].missing;
+        } else if (gap.packets != 0) {
+            ++_sides[tap].gaps;
+            _onGap(gap);
+            gap.packets = 0;
+        }
+    }
+    _bytes -= held.bytes->size() + OVERHEAD;
+    const auto it = _alike.find(*held.bytes);
+    it->second.numbers.pop_front();
+    if (it->second.numbers.empty()) _alike.erase(it);
+    _held.pop_front();
+    ++_first;
+}
+
+void TapMerge::finish() {
+    while (!_held.empty()) release();
+    for (const Gap& gap : _open) {
+        if (gap.packets == 0) continue;
+        ++_sides[gap.tap].gaps;
+        _onGap(gap);
+    }
+}
+
+} // namespace qlproto
