@@ -62,10 +62,10 @@ class Lister : public Counting {
         std::string text = textOf(value, _display);
         const bool isNamed = value.kind == Inspect::Kind::enumeration && text != "0";
         const bool isSet = value.number != 0 || !value.text.empty() || isNamed;
-        fields.push_back({Inspect::path_text(path), std::move(text), isSet, value.isSecret});
+        fields.push_back({Inspect::path_text(path), std::move(text), isSet, value.isSecret, value.isTime});
     }
     void addVector(Path path, const Value& vector) override {
-        if (vector.number == 0) fields.push_back({Inspect::path_text(path), "[]", false, vector.isSecret});
+        if (vector.number == 0) fields.push_back({Inspect::path_text(path), "[]", false, vector.isSecret, false});
     }
 
     const Inspect::Display& _display;

@@ -16,6 +16,7 @@ struct FlatField {
     std::string text; ///< as JSON has it, but enumerators without quotes; characters beyond ASCII as \uXXXX
     bool isSet;       ///< neither zero, false nor empty
     bool isSecret;    ///< not to be shown
+    bool isTime;      ///< at a station
 };
 
 /// The values of the message at `message`, whose identifier is `id`, in declaration order. A vector without elements is

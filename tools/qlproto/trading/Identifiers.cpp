@@ -3,6 +3,7 @@
 #include <array>
 #include <concepts>
 
+#include "generated/QLProtocol/QLProtocol.traits.h"
 #include "tools/qlproto/trading/Messages.h"
 
 namespace qlproto {
@@ -11,22 +12,27 @@ namespace {
 
 using namespace Velmora;
 
-constexpr IdKind kindOf(std::string_view field) {
-    for (const IdField& it : ID_FIELDS)
-        if (it.field == field) return it.kind;
-    return IdKind::none;
-}
+/// Of the fields of T, in their order.
+template <class T>
+constexpr auto ID_KINDS = [] {
+    constexpr auto notes = fieldNotes(of<T>{});
+    std::array<IdKind, notes.size()> kinds{};
+    for (std::size_t i = 0; i < notes.size(); ++i) kinds[i] = idKindOf(notes[i].identifies);
+    return kinds;
+}();
 
 template <class T>
 consteval bool holdsIdentifiers() {
-    if constexpr (Vector<T>)
+    if constexpr (Vector<T>) {
         return holdsIdentifiers<typename T::value_type>();
-    else if constexpr (Composite<T>)
-        return !fields(of<T>{}, [](const char* name, auto member, auto) {
-            return kindOf(name) == IdKind::none && !holdsIdentifiers<MemberType<decltype(member)>>();
+    } else if constexpr (Composite<T>) {
+        std::size_t i = 0;
+        return !fields(of<T>{}, [&](const char*, auto member, auto) {
+            return ID_KINDS<T>[i++] == IdKind::none && !holdsIdentifiers<MemberType<decltype(member)>>();
         });
-    else
+    } else {
         return false;
+    }
 }
 
 template <class T>
@@ -36,12 +42,13 @@ void collect(const T& value, std::vector<Identifier>& to) {
     } else if constexpr (Vector<T>) {
         for (std::size_t i = 0; i < value.size(); ++i) collect(value[i], to);
     } else {
-        fields(of<T>{}, [&](const char* name, auto member, auto) {
+        std::size_t i = 0;
+        fields(of<T>{}, [&](const char*, auto member, auto) {
             using Field = MemberType<decltype(member)>;
+            const IdKind kind = ID_KINDS<T>[i++];
             if constexpr (Composite<Field> || Vector<Field>) {
                 collect(value.*member, to);
             } else if constexpr (String<Field> || std::integral<Field>) {
-                const IdKind kind = kindOf(name);
                 if (kind == IdKind::none) return true;
                 if constexpr (String<Field>) {
                     if (!(value.*member).empty())

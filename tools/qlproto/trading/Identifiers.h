@@ -1,11 +1,12 @@
-// What messages are known by: the identifiers of orders, quotes, users and sessions in them, found by name in the field
-// lists.
+// What messages are known by: the identifiers of orders, quotes, users and sessions in them, which the definition marks.
+// One kind of identifier can travel under several names.
 #pragma once
 
 #include <compare>
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace qlproto {
@@ -23,19 +24,23 @@ enum class IdKind : uint8_t {
     session
 };
 
-/// Which fields carry identifiers. One kind of identifier can travel under several names.
-struct IdField {
-    std::string_view field;
-    IdKind kind;
-};
-inline constexpr IdField ID_FIELDS[] = {
-    {"orderID", IdKind::order},         {"clOrdID", IdKind::clientOrder},
-    {"clNewID", IdKind::clientOrder}, // replaces the clOrdID of a modified order
-    {"exOrdID", IdKind::exchangeOrder}, {"cxlID", IdKind::cancel},
-    {"execID", IdKind::execution},      {"quoteReqID", IdKind::quoteRequest},
-    {"quoteID", IdKind::quote},         {"userID", IdKind::user},
-    {"sessionID", IdKind::session},
-};
+/// What a field with that mark in the definition identifies; none if it has no mark, or one of another kind.
+constexpr IdKind idKindOf(std::string_view mark) {
+    constexpr std::pair<std::string_view, IdKind> kinds[] = {
+        {"order", IdKind::order},
+        {"clientOrder", IdKind::clientOrder},
+        {"exchangeOrder", IdKind::exchangeOrder},
+        {"cancel", IdKind::cancel},
+        {"execution", IdKind::execution},
+        {"quoteRequest", IdKind::quoteRequest},
+        {"quote", IdKind::quote},
+        {"user", IdKind::user},
+        {"session", IdKind::session},
+    };
+    for (const auto& [name, kind] : kinds)
+        if (name == mark) return kind;
+    return IdKind::none;
+}
 
 struct Identifier {
     IdKind kind;

@@ -1,6 +1,6 @@
 // The stations between exchange and API client, and which of them each message was stamped at.
 //
-// A record's time fields are found by name in its field list. On its way in, a message passes the stations in the order
+// A record's time fields are found by the marks of the definition. On its way in, a message passes the stations in the order
 // of the table; on its way out, in the opposite one. Records on their way out are those that declare the API client's
 // time before all others.
 #pragma once
@@ -11,24 +11,14 @@
 #include <string_view>
 #include <type_traits>
 
-#include "generated/QLProtocol/QLProtocol.fields.h"
+#include "generated/QLProtocol/QLProtocol.traits.h"
 #include "tools/qlproto/trading/Messages.h"
 
 namespace qlproto {
 
-struct Station {
-    std::string_view field; ///< that holds the time, in nanoseconds; 0 if the message was not stamped here
-    std::string_view name;
-};
-
-inline constexpr std::array<Station, 6> STATIONS{{
-    {"timeExchange", "exchange"},
-    {"timeArrival", "arrival"},
-    {"timeHandler", "handler"},
-    {"timeEnhanced", "enhanced"},
-    {"timeApiServer", "server"},
-    {"timeApiClient", "client"},
-}};
+/// As the definition marks the fields that hold their times, in nanoseconds; 0 if the message was not stamped there.
+inline constexpr std::array<std::string_view, 6> STATIONS{"exchange", "arrival", "handler",
+                                                          "enhanced", "server",  "client"};
 
 /// What a message tells of its way.
 struct Way {
@@ -51,10 +41,13 @@ template <class T>
 consteval TimeFields<T> findTimeFields() {
     std::array<int64_t T::*, STATIONS.size()> found{};
     std::size_t first = STATIONS.size(); // declared before all others
-    fields(Velmora::of<T>{}, [&](const char* name, auto member, auto) {
+    constexpr auto notes = fieldNotes(Velmora::of<T>{});
+    std::size_t field = 0;
+    fields(Velmora::of<T>{}, [&](const char*, auto member, auto) {
+        const std::string_view mark = notes[field++].station;
         if constexpr (std::is_same_v<decltype(member), int64_t T::*>) {
             for (std::size_t i = 0; i < STATIONS.size(); ++i) {
-                if (STATIONS[i].field != name) continue;
+                if (STATIONS[i] != mark) continue;
                 found[i] = member;
                 if (first == STATIONS.size()) first = i;
             }

@@ -17,8 +17,8 @@ bool mayTellOf(const TraceRule& rule, const Inspect::TypeInfo& type) {
     return std::ranges::any_of(type.fields, [&](const Inspect::FieldInfo& field) {
         const Inspect::ValueInfo& value = field.value.element != nullptr ? *field.value.element : field.value;
         if (value.record != nullptr) return mayTellOf(rule, *value.record);
-        const auto id = std::ranges::find(ID_FIELDS, field.name, &IdField::field);
-        return id != std::end(ID_FIELDS) && (contains(rule.names, id->kind) || contains(rule.followUps, id->kind));
+        const IdKind kind = idKindOf(field.identifies);
+        return contains(rule.names, kind) || contains(rule.followUps, kind);
     });
 }
 

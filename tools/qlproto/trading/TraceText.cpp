@@ -9,21 +9,16 @@
 #include "tools/qlproto/terminal/Duration.h"
 #include "tools/qlproto/terminal/Table.h"
 #include "tools/qlproto/terminal/TimeText.h"
-#include "tools/qlproto/trading/Stations.h"
 
 namespace qlproto {
 
 namespace {
 
-bool isStationTime(std::string_view path) {
-    return std::any_of(STATIONS.begin(), STATIONS.end(), [&](const Station& it) { return path.ends_with(it.field); });
-}
-
 /// The fields that are set, but for the stations' times: the step's own time and gap tell enough.
 std::string describe(const MessageReader& reader, const Inspect::Display& display) {
     std::string text;
     for (const FlatField& field : flatFields(reader.descriptor().id(), reader.message(), display)) {
-        if (!field.isSet || isStationTime(field.path)) continue;
+        if (!field.isSet || field.isTime) continue;
         const std::string_view path = field.path;
         constexpr std::string_view usual = "contents.";
         text +=

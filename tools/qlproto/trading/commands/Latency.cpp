@@ -58,9 +58,7 @@ Cell duration(const Hop& hop, int64_t time) {
     return hop.times.count() != 0 ? Cell::of(readableDuration(time), std::to_string(time)) : Cell::none();
 }
 
-std::string hopName(std::size_t from, std::size_t to) {
-    return fmt::format("{}->{}", STATIONS[from].name, STATIONS[to].name);
-}
+std::string hopName(std::size_t from, std::size_t to) { return fmt::format("{}->{}", STATIONS[from], STATIONS[to]); }
 
 Table table(const std::string& by, const std::vector<LatencyRow>& rows) {
     std::vector<std::string> header{by.empty() ? "message" : by, "hop", "count"};
@@ -85,8 +83,8 @@ nlohmann::ordered_json toJson(const std::vector<Hop>& hops) {
     nlohmann::ordered_json json = nlohmann::ordered_json::array();
     for (const Hop& hop : hops) {
         if (!hop.occurs()) continue;
-        nlohmann::ordered_json it{{"from", STATIONS[hop.from].name},
-                                  {"to", STATIONS[hop.to].name},
+        nlohmann::ordered_json it{{"from", STATIONS[hop.from]},
+                                  {"to", STATIONS[hop.to]},
                                   {"count", hop.times.count()},
                                   {"unset", hop.unset},
                                   {"negative", hop.negative}};
@@ -142,8 +140,8 @@ std::string json(const LatencyOptions& options, const std::vector<SlowestMessage
         nlohmann::ordered_json told{{"packet", it.number},
                                     {"time", timeText(it.time, options.scan.time)},
                                     {"message", Inspect::all_messages()[it.index].type->name},
-                                    {"from", STATIONS[it.from].name},
-                                    {"to", STATIONS[it.to].name},
+                                    {"from", STATIONS[it.from]},
+                                    {"to", STATIONS[it.to]},
                                     {"took", it.took},
                                     {"slowestHop", hopName(it.slowFrom, it.slowTo)},
                                     {"slowestHopTook", it.slowest}};

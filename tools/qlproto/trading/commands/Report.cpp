@@ -77,8 +77,8 @@ ordered_json latency(const LatencyStats& latency) {
         ordered_json values = ordered_json::array();
         for (double percent : CURVE_PERCENTILES)
             if (hop.times.count() != 0) values.push_back(hop.times.percentile(percent));
-        json["hops"].push_back({{"from", STATIONS[hop.from].name},
-                                {"to", STATIONS[hop.to].name},
+        json["hops"].push_back({{"from", STATIONS[hop.from]},
+                                {"to", STATIONS[hop.to]},
                                 {"isInwards", hop.from < hop.to},
                                 {"count", hop.times.count()},
                                 {"unset", hop.unset},
