@@ -119,6 +119,9 @@ TEST_F(Manual, OfTheToolIsSound) {
     const std::set<std::string> submit{"SubmitOrderMessage"};
     for (const char* option : {"decode --message", "decode --type", "annotate --type"})
         EXPECT_EQ(offered("qlproto " + std::string(option) + " Submit", 3), submit) << option;
+    for (const char* option : {"decode --where", "stats --by", "diff --ignore"})
+        EXPECT_EQ(offered("qlproto " + std::string(option) + " timeApiC", 3), std::set<std::string>{"timeApiClient"})
+            << option;
     EXPECT_EQ(offered("qlproto decode --format l", 3), (std::set<std::string>{"line", "lines"}));
     EXPECT_EQ(offered("qlproto trace --order pa", 3), std::set<std::string>{}) << "no file";
     // What the parser calls types and ranges is nothing for people.

@@ -416,6 +416,7 @@ TEST_F(Tool, NamesBadPacketsAndGoesOn) {
 }
 
 TEST_F(Tool, TellsUsageFromInputAndOutputErrors) {
+    EXPECT_EQ(run("qlproto decde a.pcap").err, "qlproto: no command is named 'decde'; did you mean decode?\n");
     struct Case {
         const char* command;
         int exitCode;

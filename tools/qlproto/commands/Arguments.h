@@ -28,7 +28,8 @@ inline constexpr const char* FOLDER_VALUE = "FOLDER";
 inline constexpr const char* MESSAGE_VALUE = "MESSAGE"; ///< a message by name or identifier
 inline constexpr const char* TYPE_VALUE = "TYPE";       ///< a message or a record
 inline constexpr const char* ENUMERATION_VALUE = "ENUMERATION";
-inline constexpr const char* FIELD_VALUE = "FIELD"; ///< a name or a path of a field
+inline constexpr const char* FIELD_VALUE = "FIELD";         ///< a name or a path of a field
+inline constexpr const char* CONDITION_VALUE = "CONDITION"; ///< begins with one
 inline constexpr const char* NUMBER_VALUE = "N";
 
 /// The number that the whole text is: decimal, or hexadecimal digits after "0x". Nothing if it is none or does not fit.

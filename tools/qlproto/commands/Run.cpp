@@ -1,4 +1,5 @@
 // The command line of a tool: its commands, what they have in common, and how it ends.
+#include <algorithm>
 #include <csignal>
 #include <sstream>
 
@@ -13,6 +14,7 @@
 #include "tools/qlproto/corpus/Filler.h"
 #include "tools/qlproto/manual/HelpFormatter.h"
 #include "tools/qlproto/messages/Filter.h"
+#include "tools/qlproto/messages/Names.h"
 #include "tools/qlproto/terminal/Errors.h"
 
 namespace qlproto {
@@ -75,7 +77,13 @@ int runCommand(int argc, char** argv, std::span<const AddCommand> all) {
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        return answer(app, error);
+        std::vector<std::string_view> names;
+        for (const Command& command : commands) names.push_back(command.app->get_name());
+        const std::string_view first = argc > 1 ? argv[1] : "";
+        if (first.empty() || first.starts_with('-') || std::ranges::find(names, first) != names.end())
+            return answer(app, error);
+        tellFault(noneNamed("command", first, names));
+        return EXIT_USAGE;
     }
 
     const Module module;

@@ -6,6 +6,7 @@
 #include <fmt/ranges.h>
 
 #include "tools/qlproto/Tool.h"
+#include "tools/qlproto/messages/Names.h"
 
 namespace qlproto {
 
@@ -55,6 +56,8 @@ std::string bashOffer(const Argument& it) {
         return "words+=\" $messages $records\"";
     case Value::enumeration:
         return "words+=\" $enumerations\"";
+    case Value::field:
+        return "words+=\" $fields\"";
     case Value::none:
     case Value::opaque:
         break;
@@ -82,6 +85,7 @@ _{0}() {{
     local messages='{1}'
     local records='{2}'
     local enumerations='{3}'
+    local fields='{4}'
     local current=${{COMP_WORDS[COMP_CWORD]}} previous=${{COMP_WORDS[COMP_CWORD - 1]}}
     local command= words= files= value= i
     for ((i = 1; i < COMP_CWORD; ++i)); do
@@ -95,7 +99,7 @@ _{0}() {{
     case "$command $previous" in
 )",
                     tool.name, joined(messageNames()), joined(namesOf(thisTool.protocol.records)),
-                    joined(namesOf(thisTool.protocol.enumerations)));
+                    joined(namesOf(thisTool.protocol.enumerations)), fmt::join(fieldNames(), " "));
     for (const CommandNode& it : tool.commands) addBashCases(script, it);
     script += "    esac\n\n    # An option, or what goes by position.\n    [ -n \"$value\" ] || case \"$command "
               "$current\" in\n";
@@ -145,6 +149,8 @@ std::string zshAction(const Argument& it) {
         return "($messages $records)";
     case Value::enumeration:
         return "($enumerations)";
+    case Value::field:
+        return "($fields)";
     case Value::none:
     case Value::opaque:
         break;
@@ -180,8 +186,9 @@ _{0}() {{
     local messages='{1}'
     local records='{2}'
     local enumerations='{3}'
+    local fields='{4}'
     local -a commands=(
-{4}
+{5}
     )
     if ((CURRENT == 2)); then
         _describe command commands
@@ -192,7 +199,8 @@ _{0}() {{
     case $words[1] in
 )",
                                      tool.name, joined(messageNames()), joined(namesOf(thisTool.protocol.records)),
-                                     joined(namesOf(thisTool.protocol.enumerations)), fmt::join(commands, "\n"));
+                                     joined(namesOf(thisTool.protocol.enumerations)), fmt::join(fieldNames(), " "),
+                                     fmt::join(commands, "\n"));
     for (const CommandNode& it : tool.commands)
         script += fmt::format("    {})\n        _arguments -s \\\n            {}\n        ;;\n", it.name,
                               fmt::join(zshSpecs(it), " \\\n            "));

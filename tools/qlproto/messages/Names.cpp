@@ -65,18 +65,6 @@ Names enumerationNames() {
     return names;
 }
 
-/// Of all messages and records, each once.
-Names fieldNames() {
-    Names names;
-    const auto add = [&](const Inspect::TypeInfo& type) {
-        for (const Inspect::FieldInfo& field : type.fields)
-            if (std::ranges::find(names, field.name) == names.end()) names.push_back(field.name);
-    };
-    for (const Inspect::MessageInfo& message : Inspect::all_messages(thisTool.protocol)) add(*message.type);
-    for (const Inspect::TypeInfo* record : Inspect::all_records(thisTool.protocol)) add(*record);
-    return names;
-}
-
 /// What is wrong with a name, and which others may be meant.
 std::string suggesting(std::string text, std::string_view name, const Names& candidates) {
     const Names nearest = nearestNames(name, candidates);
@@ -87,11 +75,22 @@ std::string suggesting(std::string text, std::string_view name, const Names& can
     return nearest.empty() ? text : text + "?";
 }
 
+} // namespace
+
 std::string noneNamed(const char* what, std::string_view name, const Names& candidates) {
     return suggesting(fmt::format("no {} is named '{}'", what, name), name, candidates);
 }
 
-} // namespace
+Names fieldNames() {
+    Names names;
+    const auto add = [&](const Inspect::TypeInfo& type) {
+        for (const Inspect::FieldInfo& field : type.fields)
+            if (std::ranges::find(names, field.name) == names.end()) names.push_back(field.name);
+    };
+    for (const Inspect::MessageInfo& message : Inspect::all_messages(thisTool.protocol)) add(*message.type);
+    for (const Inspect::TypeInfo* record : Inspect::all_records(thisTool.protocol)) add(*record);
+    return names;
+}
 
 const Inspect::MessageInfo* findMessage(std::string_view nameOrId) {
     const std::optional<Velmora::MsgType_t> id = numberIn<Velmora::MsgType_t>(nameOrId);
@@ -179,7 +178,7 @@ CLI::Validator isField() {
                 const Names names = fieldNames();
                 return std::ranges::find(names, text) != names.end() ? "" : noSuchField(text);
             },
-            "FIELD"};
+            FIELD_VALUE};
 }
 
 CLI::Validator isEnumeration() {

@@ -31,6 +31,12 @@ const Inspect::EnumerationInfo* findEnumeration(std::string_view name);
 /// a part of a name is near to it.
 std::vector<std::string_view> nearestNames(std::string_view name, const std::vector<std::string_view>& candidates);
 
+/// "no command is named 'decde'; did you mean decode?"
+std::string noneNamed(const char* what, std::string_view name, const std::vector<std::string_view>& candidates);
+
+/// The names of the fields of all messages and records, each once.
+std::vector<std::string_view> fieldNames();
+
 /// "no message is named 'Order'; did you mean A, B or C?"
 std::string noSuchMessage(std::string_view nameOrId);
 

@@ -31,7 +31,7 @@ void addWhich(CLI::App& command, ScanOptions& options) {
                     "Only messages with such a value: FIELD=VALUE, also !=, <, <=, >, >=; FIELD~TEXT for texts that "
                     "contain it or, with * or ?, are of that pattern, !~ for others. FIELD is a name or a path with "
                     "dots, VALUE a number, a name, a text, or a date where the field is a station's time")
-        ->type_name("CONDITION");
+        ->type_name(CONDITION_VALUE);
     const CLI::Validator isTime(
         [](std::string& text) {
             if (parseTime(text) || parseClock(text)) return std::string();
