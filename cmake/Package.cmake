@@ -34,6 +34,7 @@ ql_describe(DEVELOPMENT "development"
     "This package holds what programs are built with, the definition, the wire\nformat, the catalogue of messages and examples.")
 set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME qlproto)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION net)
+set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS tzdata) # for times in zones
 ql_describe(TOOLS "tool"
     "This package holds the command-line tool qlproto, which makes up, shows,\nverifies, compares and measures captures of messages.")
 if(QL_BUILD_CAPTURE) # programs that read captures need them, others do not
@@ -64,7 +65,7 @@ if(BUILD_SHARED_LIBS)
     set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR} ${PROJECT_BINARY_DIR}/Inspect
         ${PROJECT_BINARY_DIR}/Capture)
     set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "${runtime} (= ${PROJECT_VERSION})")
-    set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "${runtime} (= ${PROJECT_VERSION})")
+    set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "${runtime} (= ${PROJECT_VERSION}), tzdata")
 endif()
 include(CPack)
 

@@ -53,9 +53,10 @@ TEST_F(Secrets, AreHiddenByEveryCommand) {
         {"dissector", "secret"},
         {"schema", "secret"},
     };
-    // Those that show no packets, and the one whose texts are asked for below.
-    std::set<std::string> tested = {"completion", "corpus",  "encode",   "enum",
-                                    "generate",   "manpage", "messages", "trace"};
+    // Those that show no packets but may copy them, and the one whose texts are asked for below.
+    std::set<std::string> tested = {"completion", "convert", "corpus", "encode",   "enum", "generate",
+                                    "manpage",    "merge",   "slice",  "messages", "trace"};
+    EXPECT_EQ(folder.run("qlproto slice --redact a.pcap -o c.pcap").exitCode, 2) << "it would not";
     for (const auto& it : cases) {
         tested.insert(it.command.substr(0, it.command.find(' ')));
         const ToolFolder::Result result = folder.run("qlproto " + it.command);

@@ -62,7 +62,7 @@ int answer(const CLI::App& app, const CLI::ParseError& error) {
 }
 
 int runCommand(int argc, char** argv, std::span<const AddCommand> all) {
-    CLI::App app(fmt::format("Writes and reads captures of {}: pcap files with one message a packet.", title()),
+    CLI::App app(fmt::format("Writes and reads captures of {}: files of packets with one message each.", title()),
                  std::string(thisTool.program));
     app.formatter(std::make_shared<HelpFormatter>()); // for all commands that are added after it
     addExamples(app, "",
