@@ -47,7 +47,10 @@ void SlowestMessages::add(const Capture::Packet& packet, const MessageReader& re
         std::pop_heap(_heap.begin(), _heap.end(), isSlower);
         _heap.pop_back();
     }
-    if (valueOf) it.value = valueOf();
+    if (const std::optional<std::string> value = valueOf ? valueOf() : std::nullopt) {
+        it.hasValue = true;
+        it.value = *value;
+    }
     _heap.push_back(std::move(it));
     std::push_heap(_heap.begin(), _heap.end(), isSlower);
 }

@@ -22,7 +22,8 @@ class SlowestMessages {
         int64_t took = 0;                     ///< nanoseconds
         std::size_t slowFrom = 0, slowTo = 0; ///< of the hop that took most of it
         int64_t slowest = -1;
-        std::optional<std::string> value = {}; ///< for whoever wants to tell more of it
+        bool hasValue = false; ///< for whoever wants to tell more of it
+        std::string value = {};
     };
 
     explicit SlowestMessages(std::size_t most) : _most(most) {}

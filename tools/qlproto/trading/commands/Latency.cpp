@@ -128,7 +128,7 @@ Table table(const LatencyOptions& options, const std::vector<SlowestMessages::Me
                               Cell::of(readableDuration(it.took), std::to_string(it.took)),
                               hopName(it.slowFrom, it.slowTo),
                               Cell::of(readableDuration(it.slowest), std::to_string(it.slowest))};
-        if (!options.by.empty()) row.push_back(it.value ? Cell(*it.value) : Cell::none());
+        if (!options.by.empty()) row.push_back(it.hasValue ? Cell(it.value) : Cell::none());
         table.add(std::move(row));
     }
     return table;
@@ -145,7 +145,7 @@ std::string json(const LatencyOptions& options, const std::vector<SlowestMessage
                                     {"took", it.took},
                                     {"slowestHop", hopName(it.slowFrom, it.slowTo)},
                                     {"slowestHopTook", it.slowest}};
-        if (it.value) told[options.by] = visible(*it.value);
+        if (it.hasValue) told[options.by] = visible(it.value);
         json["slowest"].push_back(std::move(told));
     }
     return json.dump(2) + '\n';
