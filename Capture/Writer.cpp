@@ -15,12 +15,16 @@ namespace {
 constexpr int64_t NANOSECONDS = 1'000'000'000;
 
 /// In the byte order of this machine: readers tell it by the first words.
-std::string words(std::initializer_list<std::size_t> numbers) {
-    std::string bytes;
+void appendWords(std::string& to, std::initializer_list<std::size_t> numbers) {
     for (const std::size_t number : numbers) {
         const auto word = static_cast<uint32_t>(number);
-        bytes.append(reinterpret_cast<const char*>(&word), sizeof(word));
+        to.append(reinterpret_cast<const char*>(&word), sizeof(word));
     }
+}
+
+std::string words(std::initializer_list<std::size_t> numbers) {
+    std::string bytes;
+    appendWords(bytes, numbers);
     return bytes;
 }
 
@@ -71,21 +75,15 @@ Writer::~Writer() = default;
 void Writer::packet(const Packet& packet) {
     const std::size_t size = packet.bytes.size(), original = packet.original != 0 ? packet.original : size;
     const auto time = static_cast<uint64_t>(packet.time);
-    const auto put = [&](std::initializer_list<std::size_t> numbers) {
-        for (const std::size_t number : numbers) {
-            const auto word = static_cast<uint32_t>(number);
-            _record.append(reinterpret_cast<const char*>(&word), sizeof(word));
-        }
-    };
     _record.clear();
     if (_form.container == WriterForm::Container::pcapng) {
         const std::size_t whole = Block::EMPTY_PACKET + BlockFinder::padded(size);
-        put({Block::PACKET, whole, 0, time >> 32, time, size, original});
+        appendWords(_record, {Block::PACKET, whole, 0, time >> 32, time, size, original});
         _record += packet.bytes;
         fillUp(_record);
-        put({whole});
+        appendWords(_record, {whole});
     } else {
-        put({time / NANOSECONDS, time % NANOSECONDS, size, original});
+        appendWords(_record, {time / NANOSECONDS, time % NANOSECONDS, size, original});
         _record += packet.bytes;
     }
     append(_record);

@@ -1,5 +1,5 @@
 // The Arrow C data and stream interfaces: structures of a published ABI by which libraries hand each other columns without a
-// copy. Nothing of Arrow is needed; the specification asks for these very declarations and guards.
+// copy. Nothing of Arrow is needed: whoever uses the interfaces copies these declarations and guards.
 #pragma once
 
 #include <cstdint>

@@ -178,7 +178,7 @@ void Column::append(T value) {
     std::memcpy(_values.data() + at, &value, sizeof value);
 }
 
-void Column::number(int64_t value) {
+void Column::put(int64_t value) {
     switch (_format[0]) {
     case 'b':
         if (_length % 8 == 0) _values.push_back(0);
@@ -194,11 +194,16 @@ void Column::number(int64_t value) {
         break;
     case 'i':
     case 'I':
+    case 'f': // only the zero that stands for a null
         append(static_cast<int32_t>(value));
         break;
     default:
         append(value);
     }
+}
+
+void Column::number(int64_t value) {
+    put(value);
     valid(true);
 }
 
@@ -238,14 +243,11 @@ void Column::value(const Inspect::Value& value) {
 }
 
 void Column::null() {
-    if (!_offsets.empty()) {
+    if (!_offsets.empty())
         _offsets.push_back(_offsets.back());
-        valid(false);
-    } else {
-        number(0);
-        --_length;
-        valid(false);
-    }
+    else
+        put(0);
+    valid(false);
 }
 
 void Column::elements(size_t count) {

@@ -38,6 +38,7 @@ class Column {
   private:
     template <class T>
     void append(T value);
+    void put(int64_t value);
     void text(std::string_view bytes);
     void name(const Inspect::Value& value);
     void valid(bool isValid);

@@ -12,7 +12,6 @@
 #include <fcntl.h>
 #include <linux/futex.h>
 #include <pthread.h>
-#include <sys/file.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
@@ -111,8 +110,8 @@ class File {
     int _number;
 };
 
-/// Makes the ring under another name first: nobody sees it before it is whole. False if the name is taken by then.
-bool make(const std::string& path, size_t size) {
+/// Makes the ring under another name first: nobody sees it before it is whole. Another one may have the name by then.
+void make(const std::string& path, size_t size) {
     std::random_device random;
     const std::string part = path + ".part-" + std::to_string(random());
     const File file(::open(part.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0660));
@@ -146,7 +145,6 @@ bool make(const std::string& path, size_t size) {
     ::unlink(part.c_str());
     errno = reason;
     if (!isNamed && (!isDone || reason != EEXIST)) failBySystem(path);
-    return isNamed;
 }
 
 } // namespace

@@ -36,8 +36,7 @@ void addSlice(CLI::App& app, Commands& commands) {
         ->required()
         ->type_name(FILE_VALUE);
     addCaptureOutput(*command, options->output);
-    addScanOptions(*command, options->scan);
-    command->remove_option(command->get_option("--redact")); // messages are copied as they are
+    addSelectionOptions(*command, options->scan);
     addExamples(*command, fmt::format("Bad packets are told and left out.\n{}", ROTATION_REMARK),
                 {"$tool slice session.pcap -o few.pcap --first 100",
                  "$tool slice session.pcap -o some.pcapng.zst --message $message"});

@@ -295,10 +295,10 @@ bool Filter::takes(const Capture::Packet& packet) const {
     const std::string_view body = packet.bytes.substr(Capture::IDENTIFIER_SIZE);
     if (meetsAll(body, slot->index)) return true;
     // What reads as zero, or is read of a pad, is not in the body.
-    if (!_policy.missingLastFields && !Capture::isPad(thisTool.protocol, id)) return false;
-    const std::size_t zeros = Capture::isPad(thisTool.protocol, id)
-                                  ? Inspect::MAX_TEXT
-                                  : Capture::verifyBody(thisTool.protocol, id, body, _policy).missing;
+    const bool isPad = Capture::isPad(thisTool.protocol, id);
+    if (!_policy.missingLastFields && !isPad) return false;
+    const std::size_t zeros =
+        isPad ? Inspect::MAX_TEXT : Capture::verifyBody(thisTool.protocol, id, body, _policy).missing;
     return zeros != 0 && meetsAll(std::string(body).append(zeros, '\0'), slot->index);
 }
 

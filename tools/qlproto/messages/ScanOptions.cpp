@@ -76,9 +76,6 @@ void addHow(CLI::App& command, ScanOptions& options) {
             const bool isPower = text.starts_with('1') && text.find_first_not_of('0', 1) == text.npos;
             return isPower ? "" : text + " is no power of ten";
         });
-    command.add_flag_callback(
-        "--redact", [&options] { options.display.secrets = Inspect::Secrets::hide; },
-        "Hide passwords and other secrets");
 }
 
 } // namespace
@@ -105,11 +102,18 @@ void addTelling(CLI::App& command, ScanOptions& options) {
         ->excludes(quiet);
 }
 
-void addScanOptions(CLI::App& command, ScanOptions& options) {
+void addSelectionOptions(CLI::App& command, ScanOptions& options) {
     addPolicy(command, options.policy);
     addWhich(command, options);
     addHow(command, options);
     addTelling(command, options);
+}
+
+void addScanOptions(CLI::App& command, ScanOptions& options) {
+    addSelectionOptions(command, options);
+    command.add_flag_callback(
+        "--redact", [&options] { options.display.secrets = Inspect::Secrets::hide; },
+        "Hide passwords and other secrets");
 }
 
 } // namespace qlproto

@@ -45,4 +45,7 @@ void addTelling(CLI::App& command, ScanOptions& options);
 /// Adds the options to a command.
 void addScanOptions(CLI::App& command, ScanOptions& options);
 
+/// Those of them that make sense where messages are copied as they are: none hides secrets.
+void addSelectionOptions(CLI::App& command, ScanOptions& options);
+
 } // namespace qlproto
