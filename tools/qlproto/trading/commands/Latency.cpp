@@ -170,13 +170,13 @@ void tellHops(const LatencyOptions& options, const std::optional<FieldValue>& by
     std::vector<Hop> overall;
     if (by) {
         Groups<LatencyStats> found(mostGroups);
-        LatencyStats all;
         scan.run(options.capture, [&](const Capture::Packet& packet, const MessageReader& reader) {
             if (WAYS[static_cast<std::size_t>(reader.descriptor().index())].length < 2) return;
-            all.add(packet, reader);
             found[by->of(reader, options.scan.display)].add(packet, reader);
         });
+        LatencyStats all;
         found.forEach([&](std::string_view name, const LatencyStats& it) {
+            all.merge(it);
             groups.push_back({std::string(name), it.overall()});
         });
         overall = all.overall();
