@@ -1,6 +1,9 @@
 // Whether the bytes of a packet are those of a message.
 #pragma once
 
+#include <cstdint>
+#include <optional>
+#include <string>
 #include <string_view>
 
 #include "Capture/Packet.h"
@@ -18,5 +21,22 @@ bool isPad(const Inspect::Protocol& protocol, Velmora::MsgType_t id);
 /// written form.
 Inspect::Result verifyBody(const Inspect::Protocol& protocol, Velmora::MsgType_t id, std::string_view body,
                            const Inspect::Policy& policy);
+
+/// The bytes that the values of a sound body are read from: zeros go on after a pad and after fields that are missing. They
+/// stand in `room` if there are any.
+std::string_view readableBody(const Inspect::Protocol& protocol, const Inspect::Result& result, std::string_view body,
+                              std::string& room);
+
+/// What is wrong with a packet.
+struct PacketFault {
+    std::string kind;       ///< as in "truncated"
+    std::string reason;     ///< as in "truncated at byte 17 (contents.clOrdID)"; bytes count from the body's begin
+    std::string field = {}; ///< the path of the value; empty if it belongs to none
+    std::optional<size_t> byte = {}; ///< of the body
+};
+
+/// Nothing if the packet, which had `originalLength` bytes before it was captured, holds a message with a sound body.
+std::optional<PacketFault> verifyPacket(const Inspect::Protocol& protocol, std::string_view packet,
+                                        uint64_t originalLength, const Inspect::Policy& policy);
 
 } // namespace Capture

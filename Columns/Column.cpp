@@ -133,8 +133,9 @@ OwnedSchema& own(ArrowSchema& to, std::string format, std::string name, size_t c
 
 } // namespace
 
-Column::Column(std::string name, const Inspect::ValueInfo& value)
+Column::Column(std::string name, const Inspect::ValueInfo& value, std::optional<int> decimals)
     : _name(std::move(name)), _format(formatOf(value.kind)), _kind(value.kind) {
+    if (decimals && _kind == Kind::price) _format = "d:19," + std::to_string(*decimals); // 19 digits hold any
     reset();
 }
 
@@ -197,6 +198,10 @@ void Column::put(int64_t value) {
     case 'f': // only the zero that stands for a null
         append(static_cast<int32_t>(value));
         break;
+    case 'd': // of 128 bits
+        append(value);
+        append(value < 0 ? int64_t{-1} : int64_t{0});
+        break;
     default:
         append(value);
     }
@@ -223,10 +228,20 @@ void Column::text(std::string_view bytes) {
     valid(true);
 }
 
+void Column::word(size_t number_, std::string_view text_) {
+    if (number_ >= _indices.size()) _indices.resize(number_ + 1, -1);
+    int16_t& index = _indices[number_];
+    if (index < 0) {
+        index = static_cast<int16_t>(_names.size());
+        _names.emplace_back(text_);
+    }
+    number(index);
+}
+
 void Column::name(const Inspect::Value& value) {
-    const auto [found, isNew] = _indices.emplace(value.number, static_cast<int16_t>(_names.size()));
-    if (isNew) _names.push_back(Inspect::number_text(value));
-    number(found->second);
+    const auto number_ = static_cast<size_t>(value.number); // a byte
+    const bool isKnown = number_ < _indices.size() && _indices[number_] >= 0;
+    word(number_, isKnown ? std::string() : Inspect::number_text(value));
 }
 
 void Column::value(const Inspect::Value& value) {

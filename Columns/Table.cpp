@@ -1,5 +1,7 @@
 #include "Columns/Table.h"
 
+#include <algorithm>
+
 #include "Backend/Velmora/Wire.h"
 
 namespace Columns {
@@ -13,49 +15,86 @@ namespace {
 
 constexpr const char* TIMESTAMP = "tsn:"; // in nanoseconds, without a zone
 
+constexpr ValueInfo TEXT{.kind = Kind::string}, WORD{.kind = Kind::enumeration};
+
 Inspect::Selection chosen(const TypeInfo& type, const Options& options) {
-    return Inspect::Selection(
-        type, [&](Inspect::Path path, const ValueInfo&) { return !options.takes || options.takes(path.front().name); });
+    if (!options.takes) return {type, [](Inspect::Path, const ValueInfo&) { return true; }};
+    return {type, [&](Inspect::Path path, const ValueInfo&) {
+                // What a vector holds is taken with it.
+                const auto element = std::ranges::find_if(path, [](const auto& piece) { return piece.name.empty(); });
+                return options.takes(path.first(static_cast<size_t>(element - path.begin())));
+            }};
 }
 
 bool isTime(const FieldInfo& field) { return !field.station.empty() && field.value.kind == Kind::int64; }
 
 } // namespace
 
-Table::Table(const TypeInfo& type, const Options& options)
-    : _showsSecrets(options.showsSecrets),
+Table::Table(Velmora::MsgType_t id, const TypeInfo& type, const Options& options)
+    : _id(id),
+      _options(options),
       _table("", ValueInfo{.kind = Kind::record, .record = &type}),
       _values(chosen(type, options)) {
-    _table.within(Column("_packet", "L"));
-    _table.within(Column("_time", TIMESTAMP));
-    std::vector<const FieldInfo*> taken;
+    const auto inFront = [&](const char* name, const auto&... how) {
+        const Inspect::PathPiece piece{name};
+        const bool isTaken = !_options.takes || _options.takes({&piece, 1});
+        if (isTaken) _table.within(Column(name, how...));
+        return isTaken;
+    };
+    const bool hasPacket = inFront("_packet", "L"), hasTime = inFront("_time", TIMESTAMP), hasId = inFront("_id", "S"),
+               hasCapture = !options.captures.empty() && inFront("_capture", WORD);
     for (const FieldInfo& field : type.fields)
-        if (!options.takes || options.takes(field.name)) {
-            taken.push_back(&field);
-            addColumn(_table, field);
-        }
-    size_t at = 2;
-    for (const FieldInfo* field : taken) plan(_table.columns(), at, *field, false);
+        if (takes(field)) addColumn(_table, field);
+    // Now they stay where they are.
+    size_t at = 0;
+    const auto next = [&](bool isThere) { return isThere ? &_table.columns()[at++] : nullptr; };
+    _packet = next(hasPacket);
+    _time = next(hasTime);
+    _identifier = next(hasId);
+    _capture = next(hasCapture);
+    for (const FieldInfo& field : type.fields)
+        if (takes(field)) plan(_table.columns(), at, field, false);
 }
 
-/// The column of a field, with all within; of a price followed by that of its sentinels.
+/// Whether the field, which stands in the record at hand, becomes a column.
+bool Table::takes(const FieldInfo& field) {
+    if (!_options.takes || _vectors != 0) return true;
+    _path.push_back({field.name});
+    const bool isTaken =
+        field.value.kind == Kind::record
+            ? std::ranges::any_of(field.value.record->fields, [&](const auto& it) { return takes(it); })
+            : _options.takes(_path);
+    _path.pop_back();
+    return isTaken;
+}
+
+/// The column of a field, with all within that is taken; of a price followed by that of its sentinels.
 void Table::addColumn(Column& to, const FieldInfo& field) {
     const std::string name(field.name);
     const std::function<void(Column&, const ValueInfo&)> fill = [&](Column& column, const ValueInfo& value) {
-        if (value.kind == Kind::record)
-            for (const FieldInfo& inner : value.record->fields) addColumn(column, inner);
-        else if (value.kind == Kind::vector)
-            fill(column.within(Column("item", *value.element)), *value.element);
+        if (value.kind == Kind::record) {
+            for (const FieldInfo& inner : value.record->fields)
+                if (takes(inner)) addColumn(column, inner);
+        } else if (value.kind == Kind::vector) {
+            ++_vectors;
+            fill(column.within(Column("item", *value.element, _options.decimals)), *value.element);
+            --_vectors;
+        }
     };
-    fill(to.within(isTime(field) ? Column(name, TIMESTAMP) : Column(name, field.value)), field.value);
-    if (field.value.kind == Kind::price) to.within(Column(name + "_sentinel", ValueInfo{.kind = Kind::string}));
+    _path.push_back({field.name});
+    fill(to.within(isTime(field) ? Column(name, TIMESTAMP) : Column(name, field.value, _options.decimals)),
+         field.value);
+    _path.pop_back();
+    if (field.value.kind == Kind::price) to.within(Column(name + "_sentinel", TEXT));
 }
 
 /// Plans what fills the columns of a field, which stand from `at` on. The columns must not move any more.
 void Table::plan(std::vector<Column>& columns, size_t& at, const FieldInfo& field, bool isSecret) {
     Column& column = columns[at++];
     Column* const sentinel = field.value.kind == Kind::price ? &columns[at++] : nullptr;
+    _path.push_back({field.name});
     plan(column, sentinel, field.value, field, field.is_secret_in(isSecret));
+    _path.pop_back();
 }
 
 void Table::plan(Column& column, Column* sentinel, const ValueInfo& value, const FieldInfo& field, bool isSecret) {
@@ -64,15 +103,18 @@ void Table::plan(Column& column, Column* sentinel, const ValueInfo& value, const
         const size_t begin = _steps.size();
         step.kind = Step::Kind::vector;
         _steps.push_back(step);
+        ++_vectors;
         plan(column.columns()[0], nullptr, *value.element, field, isSecret);
+        --_vectors;
         _steps[begin].end = _steps.size();
         return;
     }
     if (value.kind == Kind::record) {
         size_t at = 0;
-        for (const FieldInfo& inner : value.record->fields) plan(column.columns(), at, inner, isSecret);
+        for (const FieldInfo& inner : value.record->fields)
+            if (takes(inner)) plan(column.columns(), at, inner, isSecret);
         step.kind = Step::Kind::row;
-    } else if (isSecret && !_showsSecrets) {
+    } else if (isSecret && !_options.showsSecrets) {
         step.kind = Step::Kind::secret;
     } else if (isTime(field)) {
         step.kind = Step::Kind::time;
@@ -149,9 +191,11 @@ class Table::Filling {
     std::vector<Loop> _loops;
 };
 
-void Table::add(uint64_t packet, int64_t time, std::string_view body) {
-    _table.columns()[0].number(static_cast<int64_t>(packet));
-    _table.columns()[1].number(time);
+void Table::add(const Origin& origin, std::string_view body) {
+    if (_packet != nullptr) _packet->number(static_cast<int64_t>(origin.packet));
+    if (_time != nullptr) _time->number(origin.time);
+    if (_identifier != nullptr) _identifier->number(_id);
+    if (_capture != nullptr) _capture->word(origin.capture, _options.captures[origin.capture]);
     Filling filling(_steps);
     _values.read(body, [&](const Inspect::Value& value) {
         filling.take(value);

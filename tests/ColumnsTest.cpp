@@ -1,16 +1,20 @@
 // Messages as columns: what the arrays hold is what JSON says, for every type and every kind of value.
+#include "Columns/Scan.h"
 #include "Columns/Table.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <bit>
 #include <nlohmann/json.hpp>
 
+#include "Capture/Writer.h"
 #include "Inspect/Checked.h"
 #include "Inspect/Json.h"
 #include "Inspect/Sizes.h"
 #include "generated/QLProtocol/QLProtocol.traits.h"
 #include "made/hostile/index.traits.h"
+#include "tests/Folder.h"
 #include "tests/Samples.h"
 
 #pragma GCC diagnostic ignored "-Wdeprecated-declarations" // some of what is tested is deprecated
@@ -69,6 +73,11 @@ class ArrowReader {
         case 'L':
             return at<uint64_t>(array, i);
         default:
+            if (format.starts_with("d:19,")) {
+                const auto low = at<int64_t>(array, 2 * i);
+                EXPECT_EQ(at<int64_t>(array, 2 * i + 1), low < 0 ? -1 : 0);
+                return {{"decimals", std::stoi(format.substr(5))}, {"number", low}};
+            }
             EXPECT_TRUE(format == "l" || format == "tsn:") << format;
             return at<int64_t>(array, i);
         }
@@ -80,6 +89,24 @@ class ArrowReader {
         return static_cast<const T*>(array.buffers[1])[i];
     }
 };
+
+std::vector<Json> rowsOf(const ArrowSchema& schema, const ArrowArray& array) {
+    std::vector<Json> rows;
+    for (int64_t i = 0; i < array.length; ++i)
+        rows.push_back(ArrowReader::value(schema, array, static_cast<size_t>(i)));
+    return rows;
+}
+
+std::vector<Json> rowsOf(Columns::Table& table) {
+    ArrowSchema schema;
+    ArrowArray array;
+    table.exportSchema(schema);
+    table.exportBatch(array);
+    std::vector<Json> rows = rowsOf(schema, array);
+    schema.release(&schema);
+    array.release(&array);
+    return rows;
+}
 
 /// What columns tell, as JSON has it.
 Json asJson(const Inspect::ValueInfo& info, const Json& column, std::string_view sentinel, bool isTime) {
@@ -148,7 +175,7 @@ TYPED_TEST_SUITE(ColumnsOf, Protocols);
 /// In two batches. Returns the number of rows.
 size_t expectSame(const Inspect::Protocol& protocol, Velmora::MsgType_t id, const std::vector<std::string>& bodies) {
     const Inspect::TypeInfo& type = *Inspect::reflect(protocol, id);
-    Columns::Table table(type, {.showsSecrets = true});
+    Columns::Table table(id, type, {.showsSecrets = true});
     size_t rows = 0;
     for (const int64_t batch : {0, 1}) {
         std::vector<Json> expected;
@@ -157,7 +184,7 @@ size_t expectSame(const Inspect::Protocol& protocol, Velmora::MsgType_t id, cons
             const auto decoded = Inspect::decode_verified(protocol, id, bytes, block.alloc);
             if (!decoded) continue; // a pad, which is written in another form than it is read in
             expected.push_back(Json::parse(Inspect::to_json(protocol, id, decoded.object, Inspect::Integers::numbers)));
-            table.add(expected.size(), batch - 1, bytes);
+            table.add({expected.size(), batch - 1}, bytes);
         }
         EXPECT_EQ(table.rows(), expected.size());
         ArrowSchema schema;
@@ -198,27 +225,45 @@ TEST_F(ColumnsTest, OnlyChosenFieldsAndSecretsOnRequest) {
     const Inspect::TypeInfo& type = *Inspect::reflect(Message::ID);
     const std::string bytes = body<Message>(Filling::typical, 5);
     const auto read = [&](const Columns::Options& options) {
-        Columns::Table table(type, options);
-        table.add(1, 2, bytes);
-        ArrowSchema schema;
-        ArrowArray array;
-        table.exportSchema(schema);
-        table.exportBatch(array);
-        const Json row = ArrowReader::value(schema, array, 0);
-        schema.release(&schema);
-        array.release(&array);
-        return row;
+        Columns::Table table(Message::ID, type, options);
+        table.add({1, 2}, bytes);
+        return rowsOf(table).front();
     };
     const Json all = read({.showsSecrets = true}), without = read({});
     size_t secrets = 0;
     for (const Inspect::FieldInfo& field : type.fields) {
         const std::string name(field.name);
-        const Json one = read({.showsSecrets = true, .takes = [&](std::string_view it) { return it == name; }});
-        EXPECT_EQ(one, Json({{"_packet", 1}, {"_time", 2}, {name, all[name]}}));
+        const Json one =
+            read({.showsSecrets = true, .takes = [&](Inspect::Path path) { return path[0].name == name; }});
+        EXPECT_EQ(one, Json({{name, all[name]}}));
         if (without[name] != all[name]) ++secrets;
     }
     EXPECT_GT(secrets, 0u);
     EXPECT_EQ(without.dump().find(all.dump()), std::string::npos);
+}
+
+TEST_F(ColumnsTest, PartsOfRecordsAndDecimals) {
+    using Message = Quillon::SubmitOrderMessage;
+    const auto read = [&](const Columns::Options& options) {
+        Columns::Table table(Message::ID, *Inspect::reflect(Message::ID), options);
+        for (unsigned seed = 0; seed < 9; ++seed)
+            table.add({seed, 2, seed % 2}, body<Message>(static_cast<Filling>(seed % 3), seed));
+        return rowsOf(table);
+    };
+    const std::vector<Json> all = read({});
+    const std::vector<Json> part = read({.decimals = 3, .captures = {"a", "b"}, .takes = [](Inspect::Path path) {
+                                             const std::string text = Inspect::path_text(path);
+                                             return text == "contents.side" || text == "contents.price"
+                                                    || text == "contents.parameters" || text == "_capture";
+                                         }});
+    for (size_t i = 0; i < all.size(); ++i) {
+        Json expected{{"_capture", i % 2 == 0 ? "a" : "b"}};
+        for (const char* name : {"side", "price", "price_sentinel", "parameters"})
+            expected["contents"][name] = all[i]["contents"][name];
+        Json& price = expected["contents"]["price"];
+        if (!price.is_null()) price = {{"decimals", 3}, {"number", price}};
+        EXPECT_EQ(part[i], expected);
+    }
 }
 
 // Consumers move columns out of what they are given, and release in any order.
@@ -227,8 +272,8 @@ TEST_F(ColumnsTest, PartsLiveOnTheirOwn) {
     ArrowSchema schema;
     ArrowArray array, again;
     {
-        Columns::Table table(*Inspect::reflect(Message::ID), {});
-        table.add(1, 2, body<Message>(Filling::typical, 3));
+        Columns::Table table(Message::ID, *Inspect::reflect(Message::ID), {});
+        table.add({1, 2}, body<Message>(Filling::typical, 3));
         table.exportSchema(schema);
         table.exportBatch(array);
         table.exportBatch(again);
@@ -246,6 +291,141 @@ TEST_F(ColumnsTest, PartsLiveOnTheirOwn) {
     again.release(&again);
     column.release(&column);
     columnSchema.release(&columnSchema);
+}
+
+// --- whole captures
+
+/// What a stream hands over; the sizes of its batches go to `sizes`.
+std::vector<Json> rowsOf(ArrowArrayStream& stream, std::vector<int64_t>* sizes = nullptr) {
+    std::vector<Json> rows;
+    ArrowSchema schema;
+    EXPECT_EQ(stream.get_schema(&stream, &schema), 0);
+    for (ArrowArray array; stream.get_next(&stream, &array) == 0 && array.release != nullptr; array.release(&array)) {
+        std::ranges::move(rowsOf(schema, array), std::back_inserter(rows));
+        if (sizes != nullptr) sizes->push_back(array.length);
+    }
+    schema.release(&schema);
+    return rows;
+}
+
+class ColumnsOfCaptures : public ColumnsTest {
+  protected:
+    using Market = Quillon::MktDataMessage;
+    using Order = Quillon::SubmitOrderMessage;
+
+    ColumnsOfCaptures() {
+        std::string bytes;
+        {
+            Capture::Writer writer(folder.path("good"));
+            for (unsigned i = 0; i < 500; ++i)
+                writer.packet({1000 + i, i % 3 == 0 ? packet<Order>(i) : packet<Market>(i)});
+            writer.close();
+            bytes = folder.content("good");
+        }
+        Capture::Writer writer(folder.path("bad"));
+        writer.packet({1, packet<Order>(1)});
+        writer.packet({2, packet<Order>(1).substr(0, 20)});
+        writer.packet({3, "\x34\x12"});
+        writer.packet({4, "x"});
+        writer.packet({5, packet<Market>(3), 0, 5000});
+        writer.packet({6, Capture::identifierBytes(Quillon::PadMessage::ID) + std::string("\3\0abc", 5)});
+        writer.packet({7, packet<Order>(2)});
+        writer.close();
+    }
+
+    template <class Message>
+    static std::string packet(unsigned seed) {
+        return Capture::identifierBytes(Message::ID) + body<Message>(static_cast<Filling>(seed % 3), seed);
+    }
+
+    std::vector<Json> read(const std::vector<std::string>& names, Columns::Request request,
+                           std::vector<int64_t>* sizes = nullptr) const {
+        std::vector<std::string> paths;
+        for (const std::string& name : names) paths.push_back(folder.path(name));
+        ArrowArrayStream stream;
+        Columns::exportStream(paths, Inspect::default_protocol(), std::move(request), stream);
+        std::vector<Json> rows = rowsOf(stream, sizes);
+        stream.release(&stream);
+        EXPECT_EQ(stream.release, nullptr);
+        return rows;
+    }
+
+    const Folder folder;
+};
+
+TEST_F(ColumnsOfCaptures, EachMessageOnceInOrderInBatchesOfTheSizeAskedFor) {
+    for (const char* name : {"MktDataMessage", "SubmitOrderMessage", "messages"}) {
+        std::vector<int64_t> sizes;
+        const std::vector<Json> all = read({"good", "good"}, {.table = name}),
+                                few = read({"good", "good"}, {.table = name, .batchRows = 7}, &sizes);
+        EXPECT_EQ(all, few);
+        EXPECT_EQ(all.size(), name[0] == 'S' ? 334u : name[0] == 'M' ? 666u : 1000u);
+        EXPECT_LE(std::ranges::count_if(sizes, [](int64_t size) { return size != 7; }), 2) << "the last of a capture";
+        uint64_t last = 0;
+        for (size_t i = 0; i < all.size() / 2; ++i) {
+            const bool isPlain = name[0] == 'm';
+            const uint64_t number = all[i][isPlain ? "packet" : "_packet"];
+            EXPECT_GT(number, std::exchange(last, number));
+            EXPECT_EQ(all[i][isPlain ? "time" : "_time"], 999 + number);
+            EXPECT_EQ(all[i][isPlain ? "capture" : "_capture"], folder.path("good"));
+            if (isPlain) {
+                EXPECT_EQ(all[i]["name"], (number - 1) % 3 == 0 ? "SubmitOrderMessage" : "MktDataMessage");
+                EXPECT_TRUE(all[i]["fault"].is_null());
+            }
+        }
+    }
+    const std::vector<Json> part = read({"good"}, {.table = "SubmitOrderMessage", .from = 1003, .to = 1009});
+    EXPECT_EQ(part.size(), 3u);
+    EXPECT_EQ(part.at(1)["_id"], Order::ID);
+}
+
+TEST_F(ColumnsOfCaptures, WhatIsBadStandsInFaultsAndTheRestArrives) {
+    const std::vector<Json> faults = read({"bad"}, {.table = "faults"});
+    std::vector<Json> told;
+    for (const Json& it : faults) told.push_back({it["packet"], it["kind"], it["name"], it["field"], it["byte"]});
+    EXPECT_EQ(Json(told), Json::parse(R"([[2,"truncated","SubmitOrderMessage","onBehalfOfCompID",13],
+        [3,"unknown identifier",null,null,null],[4,"no identifier",null,null,null],
+        [5,"cut by the capture","MktDataMessage",null,null]])"));
+    for (const Json& it : faults) EXPECT_GT(it["offset"], 24);
+    EXPECT_EQ(read({"bad"}, {.table = "SubmitOrderMessage"}).size(), 2u);
+    EXPECT_EQ(read({"bad"}, {.table = "MktDataMessage"}).size(), 0u);
+    const std::vector<Json> pads = read({"bad"}, {.table = "PadMessage"});
+    ASSERT_EQ(pads.size(), 1u);
+    EXPECT_EQ(pads[0].back().dump(), R"("\u0000ab")") << "as it is read";
+    size_t bad = 0;
+    for (const Json& it : read({"bad"}, {.table = "messages"})) bad += it["fault"].is_string();
+    EXPECT_EQ(bad, 4u);
+}
+
+TEST_F(ColumnsOfCaptures, ErrorsComeAfterWhatWasReadBefore) {
+    ArrowArrayStream stream;
+    Columns::exportStream({folder.path("good"), folder.path("none")}, Inspect::default_protocol(),
+                          {.table = "SubmitOrderMessage", .batchRows = 10}, stream);
+    EXPECT_EQ(rowsOf(stream).size(), 167u);
+    EXPECT_NE(std::string(stream.get_last_error(&stream)).find("none: No such file"), std::string::npos);
+    ArrowSchema schema;
+    EXPECT_EQ(stream.get_schema(&stream, &schema), 0);
+    schema.release(&schema);
+    stream.release(&stream);
+    EXPECT_THROW(Columns::exportStream({}, Inspect::default_protocol(), {.table = "Order"}, stream),
+                 std::invalid_argument);
+}
+
+// A consumer may go at any time and keep what it has.
+TEST_F(ColumnsOfCaptures, BatchesOutliveTheirStream) {
+    ArrowArrayStream stream;
+    Columns::exportStream({folder.path("good")}, Inspect::default_protocol(),
+                          {.table = "MktDataMessage", .batchRows = 5}, stream);
+    ArrowSchema schema;
+    ArrowArray first, second;
+    ASSERT_EQ(stream.get_schema(&stream, &schema), 0);
+    ASSERT_EQ(stream.get_next(&stream, &first), 0);
+    ASSERT_EQ(stream.get_next(&stream, &second), 0);
+    stream.release(&stream);
+    first.release(&first);
+    EXPECT_EQ(rowsOf(schema, second).at(0)["_packet"], 9);
+    second.release(&second);
+    schema.release(&schema);
 }
 
 } // namespace

@@ -4,7 +4,6 @@
 
 #include "Capture/Errors.h"
 #include "Capture/Verification.h"
-#include "Inspect/SizeWalk.h"
 #include "tools/qlproto/Tool.h"
 
 namespace qlproto {
@@ -45,9 +44,8 @@ bool MessageReader::read(std::string_view packet) {
     if (!Capture::isPad(thisTool.protocol, id)) {
         _message = Inspect::decode_verified(thisTool.protocol, id, _body, _alloc, _policy);
     } else if (_message.result = Capture::verifyBody(thisTool.protocol, id, _body, _policy); _message.result) {
-        // Reading a pad ends before or after its body, never at the end. It reaches at most a longest string further.
-        _pad.assign(_body).append(Inspect::MAX_TEXT, '\0');
-        _message = Inspect::decode_verified(thisTool.protocol, id, _pad, _alloc, Inspect::tolerant);
+        const std::string_view pad = Capture::readableBody(thisTool.protocol, _message.result, _body, _pad);
+        _message = Inspect::decode_verified(thisTool.protocol, id, pad, _alloc, Inspect::tolerant);
     }
     return _message.result ? true : bad(_message.result);
 }
