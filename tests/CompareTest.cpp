@@ -741,6 +741,71 @@ TEST(Compare, VerdictsHoldForSeveralChangesAtOnce) {
     }
 }
 
+// ------- what the random changes rarely meet
+
+TEST(Compare, BodiesAreShownAsPeopleReadThemAndWrittenBack) {
+    const Definition definition = parseDefinition(R"(<protocol name="Test" version="1">
+<enumeration name="Side" doc="s"><enumerator name="BID" value="1"/><enumerator name="LAST" value="200"/></enumeration>
+<record name="Box" doc="b"><field name="n" type="int16" doc="n"/></record>
+<message name="M" id="1" doc="m">
+  <field name="prices" type="price[]" doc="p"/><field name="sides" type="Side[]" doc="s"/>
+  <field name="flag" type="bool" doc="f"/><field name="name" type="string" doc="n"/>
+  <field name="real" type="float4" doc="r"/><field name="boxes" type="Box[]" doc="b"/>
+</message></protocol>)",
+                                                  "test.xml");
+    const Model model(definition);
+    const Sequence items = flatten(model.messages[0]);
+    const std::string head = "0603050704802af8ffffffffffffffff07" // NMA, NDA, NA, 1, 1344 and -2
+                             "03010200"                           // an enumerator, and two without a name
+                             "01"
+                             "0361220a"
+                             "0000c03f";
+    for (const size_t boxes : {0u, 127u, 128u}) {
+        std::string body = unhex(head) + (boxes == 128 ? std::string("\x80\x80") : std::string(1, char(boxes)));
+        for (size_t i = 0; i < boxes; ++i) body += '\3'; // -2
+        const auto reading = compare::decode(items, body, Reader::written);
+        ASSERT_TRUE(reading) << boxes;
+        EXPECT_EQ(hex(compare::encode(*reading)), hex(body));
+        std::vector<std::string> texts;
+        for (const Place& place : *reading) texts.push_back(place.path() + ' ' + place.text());
+        std::vector<std::string> expected{"prices 6 elements",   "prices[0] NMA",  "prices[1] NDA", "prices[2] NA",
+                                          "prices[3] 1",         "prices[4] 1344", "prices[5] -2",  "sides 3 elements",
+                                          "sides[0] BID",        "sides[1] 2",     "sides[2] 0",    "flag 1",
+                                          "name \"a\\\"\\x0a\"", "real 1.5"};
+        expected.push_back("boxes " + std::to_string(boxes) + " elements");
+        for (size_t i = 0; i < boxes; ++i) expected.push_back("boxes[" + std::to_string(i) + "].n -2");
+        EXPECT_EQ(texts, expected);
+        EXPECT_FALSE(compare::decode(items, body.substr(0, body.size() - 1), Reader::whole));
+        EXPECT_FALSE(compare::decode(items, body + '\0', Reader::whole));
+        EXPECT_TRUE(compare::decode(items, body + '\0', Reader::rolling));
+    }
+}
+
+// A message keeps its identity under another name only if identifier and doc say so, and its name is not another's.
+TEST(Compare, MessagesAreRenamedIfIdentifierAndDocStay) {
+    const auto messages = [](const std::string& list) {
+        return parseDefinition("<protocol name=\"Test\" version=\"1\">" + list + "</protocol>", "test.xml");
+    };
+    const auto message = [](const char* name, int id, const char* doc) {
+        return "<message name=\"" + std::string(name) + "\" id=\"" + std::to_string(id) + "\" doc=\"" + doc
+               + "\"><field name=\"n\" type=\"int32\" doc=\"n\"/></message>";
+    };
+    using Rules = std::multiset<Rule>;
+    const std::string both = message("A", 1, "a") + message("B", 2, "b");
+    for (const auto& [after, expected] : std::vector<std::pair<std::string, Rules>>{
+             {message("C", 1, "a") + message("B", 2, "b"), {Rule::messageRenamed}},
+             {message("C", 1, "c") + message("B", 2, "b"),
+              {Rule::messageRemoved, Rule::messageAdded, Rule::identifierTakenOver}},
+             {message("C", 3, "a") + message("B", 2, "b"), {Rule::messageRemoved, Rule::messageAdded}},
+             {message("B", 1, "a"),
+              {Rule::messageRemoved, Rule::identifierChanged, Rule::messageMoved, Rule::identifierTakenOver}}}) {
+        Rules found;
+        const Comparison comparison = compare::compare(messages(both), messages(after));
+        for (const Difference& it : comparison.differences) found.insert(it.rule);
+        EXPECT_EQ(found, expected) << asText(comparison, Level::wire);
+    }
+}
+
 // ------- the protocol of this project, and the program
 
 const std::string ROOT = QL_ROOT;
