@@ -21,16 +21,16 @@ class Walk {
             const size_t length = _path.size();
             if (!_path.empty()) _path += '.';
             _path += field.name;
-            if (!value(field.value, field.is_secret_in(isSecret))) return false;
+            if (!value(field.value, field, field.is_secret_in(isSecret))) return false;
             _path.resize(length);
         }
         return true;
     }
 
   private:
-    bool value(const ValueInfo& info, bool isSecret) {
+    bool value(const ValueInfo& info, const FieldInfo& field, bool isSecret) {
         if (info.kind == Kind::record) return record(*info.record, isSecret);
-        BodyValue value{info, _path, _at, 0, 0, {}, isSecret};
+        BodyValue value{info, field, _path, _at, 0, 0, {}, isSecret};
         if (info.kind == Kind::float4)
             value.real = std::bit_cast<float>(static_cast<uint32_t>(read_fixed(4)));
         else if (info.kind == Kind::float8)
@@ -43,14 +43,14 @@ class Walk {
         }
         value.end = _at;
         if (!_visit(value)) return false;
-        return info.kind != Kind::vector || elements(*info.element, value.number, isSecret);
+        return info.kind != Kind::vector || elements(*info.element, field, value.number, isSecret);
     }
 
-    bool elements(const ValueInfo& element, int64_t count, bool isSecret) {
+    bool elements(const ValueInfo& element, const FieldInfo& field, int64_t count, bool isSecret) {
         const size_t length = _path.size();
         for (int64_t i = 0; i < count; ++i) {
             _path += '[' + std::to_string(i) + ']';
-            if (!value(element, isSecret)) return false;
+            if (!value(element, field, isSecret)) return false;
             _path.resize(length);
         }
         return true;

@@ -23,6 +23,7 @@ namespace Inspect {
 /// A value that has bytes of its own: a number, a string, the count of a vector. A record has none besides its fields.
 struct BodyValue {
     const ValueInfo& value;
+    const FieldInfo& field; ///< whose value it is, or in whose vector
     std::string_view path;  ///< as in "contents.parameters[3].value"; valid during the call
     size_t begin;           ///< offset of its first byte
     size_t end;             ///< after its last byte

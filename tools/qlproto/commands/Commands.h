@@ -51,6 +51,7 @@ void addQuotes(CLI::App& app, Commands& commands);
 void addReport(CLI::App& app, Commands& commands);
 void addRoundTrip(CLI::App& app, Commands& commands);
 void addSchema(CLI::App& app, Commands& commands);
+void addScrub(CLI::App& app, Commands& commands);
 void addSlice(CLI::App& app, Commands& commands);
 void addStats(CLI::App& app, Commands& commands);
 void addTrace(CLI::App& app, Commands& commands);
