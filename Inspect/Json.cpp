@@ -50,6 +50,12 @@ std::string JsonPath::text() const {
     return before.append(name);
 }
 
+JsonReading& JsonPath::whole() const {
+    const JsonPath* it = this;
+    while (it->outer != nullptr) it = it->outer;
+    return *it->reading;
+}
+
 static std::string unescaped(std::string_view text, const JsonPath& path) {
     std::string bytes;
     for (size_t i = 0; i < text.size(); ++i) {
@@ -79,6 +85,12 @@ void read_string(JsonCursor& json, bufstl::bufstring& v, const JsonPath& path) {
     std::string bytes;
     if (text.find('\\') != text.npos) text = bytes = unescaped(text, path);
     grow(path, [&] { v.assign(text.data(), text.size()); });
+}
+
+void find_missing(const std::bitset<MAX_FIELDS>& given, const TypeInfo& type, const JsonPath& path) {
+    if (given.count() == type.fields.size() || path.whole().isPartial) return;
+    for (size_t i = 0; i < type.fields.size(); ++i)
+        if (!given[i]) path.whole().keep(JsonError(JsonPath{&path, type.fields[i].name}.text(), "missing"));
 }
 
 size_t field_named(std::string_view name, const TypeInfo& type, size_t expected) {
@@ -119,15 +131,29 @@ std::string json_text(std::string_view bytes) {
     return text;
 }
 
+void JsonReading::keep(const JsonError& error) {
+    if (errors.size() + 1 >= mostErrors) throw JsonError(error);
+    errors.push_back(error);
+}
+
+void JsonReading::keep(const JsonError& error, JsonCursor& json, size_t start) {
+    if (error.path().empty()) throw JsonError(error);
+    keep(error);
+    json.go_back(start);
+    json.next();
+    json.skip();
+}
+
 void from_json(const Protocol& protocol, Velmora::MsgType_t id, std::string_view json, void* message) {
     JsonCursor cursor(json);
-    from_json(protocol, id, cursor, message);
+    JsonReading reading;
+    from_json(protocol, id, cursor, message, reading);
     cursor.end();
 }
 
-void from_json(const Protocol& protocol, Velmora::MsgType_t id, JsonCursor& json, void* message,
+void from_json(const Protocol& protocol, Velmora::MsgType_t id, JsonCursor& json, void* message, JsonReading& reading,
                std::string_view name) {
-    coder_of(protocol, id).read(json, message, detail::JsonPath{nullptr, name});
+    coder_of(protocol, id).read(json, message, detail::JsonPath{.outer = nullptr, .name = name, .reading = &reading});
 }
 
 } // namespace Inspect

@@ -20,6 +20,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "Inspect/Display.h"
 #include "Inspect/Protocol.h"
@@ -56,6 +57,19 @@ class DoesNotFit : public std::out_of_range {
 
 class JsonCursor; // Inspect/JsonCursor.h
 
+/// How a text is read, and what is found wrong with it: for people, who leave out what does not matter to them and want to
+/// know of all their errors at once.
+struct JsonReading {
+    bool isPartial = false;             ///< whether fields may be missing: they stay zero, strings never stored
+    size_t mostErrors = 1;              ///< the last of them is thrown
+    std::vector<JsonError> errors = {}; ///< those before it; what is missing comes at the end of its record
+
+    /// Keeps an error, so that reading goes on. Throws it if it is the last.
+    void keep(const JsonError& error);
+    /// The same of the value that begins at `start`, which is passed over. Also throws what says that the text is no JSON.
+    void keep(const JsonError& error, JsonCursor& json, size_t start);
+};
+
 /// The message as JSON on one line, in which no character ends a line or steers a terminal. Throws JsonError for an
 /// unknown identifier.
 std::string to_json(const Protocol& protocol, Velmora::MsgType_t id, const void* message,
@@ -88,11 +102,13 @@ inline void from_json(Velmora::MsgType_t id, std::string_view json, void* messag
     from_json(default_protocol(), id, json, message);
 }
 
-/// The same from the next value of a longer text, in whose errors paths begin with `name`, as in "body.tqid".
-void from_json(const Protocol& protocol, Velmora::MsgType_t id, JsonCursor& json, void* message,
+/// The same from the next value of a longer text, in whose errors paths begin with `name`, as in "body.tqid". When it
+/// returns, the message is whole only if no errors were kept.
+void from_json(const Protocol& protocol, Velmora::MsgType_t id, JsonCursor& json, void* message, JsonReading& reading,
                std::string_view name = {});
-inline void from_json(Velmora::MsgType_t id, JsonCursor& json, void* message, std::string_view name = {}) {
-    from_json(default_protocol(), id, json, message, name);
+inline void from_json(Velmora::MsgType_t id, JsonCursor& json, void* message, JsonReading& reading,
+                      std::string_view name = {}) {
+    from_json(default_protocol(), id, json, message, reading, name);
 }
 
 template <class T>

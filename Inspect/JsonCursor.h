@@ -61,6 +61,7 @@ class JsonCursor {
     void end();
 
     size_t position() const { return static_cast<size_t>(_at - _begin); } ///< of the next character
+    void go_back(size_t position) { _at = _begin + position; }            ///< to where it has been
 
     [[noreturn]] void fail(const char* reason) const;
 

@@ -132,7 +132,9 @@ struct JsonPath {
     const JsonPath* outer;
     std::string_view name; ///< empty for an element
     size_t index = 0;
+    JsonReading* reading = nullptr; ///< of the whole
 
+    JsonReading& whole() const;
     std::string text() const;
     [[noreturn]] void fail(const std::string& reason) const { throw JsonError(text(), reason); }
 };
@@ -214,6 +216,9 @@ void read_string(JsonCursor& json, bufstl::bufstring& v, const JsonPath& path);
 /// there is none.
 size_t field_named(std::string_view name, const TypeInfo& type, size_t expected);
 
+/// Keeps an error for each field that was not given, unless that is allowed.
+void find_missing(const std::bitset<MAX_FIELDS>& given, const TypeInfo& type, const JsonPath& path);
+
 template <class T>
 void read(JsonCursor& json, T& v, const ValueInfo& info, const JsonPath& path);
 
@@ -222,7 +227,7 @@ void read_record(JsonCursor& json, T& v, const TypeInfo& type, const JsonPath& p
     if (json.next() != Next::object) path.fail("not an object");
     std::bitset<MAX_FIELDS> given;
     size_t expected = 0;
-    json.object([&](std::string_view name) {
+    const auto member = [&](std::string_view name) {
         const size_t at = field_named(name, type, expected);
         if (at == type.fields.size()) JsonPath{&path, name.substr(0, MAX_SHOWN_NAME)}.fail("unknown name");
         const FieldInfo& field = type.fields[at];
@@ -231,14 +236,21 @@ void read_record(JsonCursor& json, T& v, const TypeInfo& type, const JsonPath& p
         given[at] = true;
         expected = at + 1;
         size_t i = 0;
-        fields(of<T>{}, [&](const char*, auto member, auto) {
+        fields(of<T>{}, [&](const char*, auto field_, auto) {
             if (i++ != at) return true;
-            read(json, v.*member, field.value, inner);
+            read(json, v.*field_, field.value, inner);
             return false;
         });
+    };
+    json.object([&](std::string_view name) {
+        const size_t start = json.position();
+        try {
+            member(name);
+        } catch (const JsonError& error) {
+            path.whole().keep(error, json, start);
+        }
     });
-    for (size_t i = 0; i < type.fields.size(); ++i)
-        if (!given[i]) JsonPath{&path, type.fields[i].name}.fail("missing");
+    find_missing(given, type, path);
 }
 
 template <class T>
@@ -252,7 +264,12 @@ void read(JsonCursor& json, T& v, const ValueInfo& info, const JsonPath& path) {
         size_t i = 0;
         json.array([&] {
             if (i == count) json.fail("more elements than commas"); // cannot be; but a stranger must not find out
-            read(json, v[i], *info.element, {&path, {}, i});
+            const size_t start = json.position();
+            try {
+                read(json, v[i], *info.element, {&path, {}, i});
+            } catch (const JsonError& error) {
+                path.whole().keep(error, json, start);
+            }
             ++i;
         });
     } else if constexpr (String<T>) {

@@ -97,6 +97,74 @@ TEST_F(Encode, TellsWhatIsWrongAndWhere) {
             << time;
 }
 
+TEST_F(Encode, TellsAllErrorsOfALineAtOnce) {
+    const struct {
+        std::string line;
+        std::vector<std::string> errors;
+    } cases[] = {
+        {R"({"tme": {"a": [1]}, "time": 1, "message": "SubmitOrderMessage", "id": 7, "body": {"userID": "x", "quoteID": 1,)"
+         R"( "more": [{}], "contents": {"orderID": 1.5, "side": "BUY", "parameters": [7, {"key": [], "value": null}],)"
+         R"( "parameters": []}, "onBehalfOfCompID": null}, "hex": "0"})",
+         {"tme",
+          "time",
+          "body.userID",
+          "body.quoteID",
+          "body.more",
+          "body.contents.orderID",
+          "body.contents.side",
+          "body.contents.parameters[0]",
+          "body.contents.parameters[1].key",
+          "body.contents.parameters",
+          "body.contents.clOrdID",
+          "body.contents.timeApiClient",
+          "body.contents.timeApiServer",
+          "body.contents.timeHandler",
+          "body.contents.feedID",
+          "body.contents.marketID",
+          "body.contents.amount",
+          "body.contents.price",
+          "body.contents.ordType",
+          "body.contents.timeInForce"}}, // and no more than 20
+        {R"({"body": {"tqid": "7"}, "id": 7, "message": "TimerMessage", "gap": {]})",
+         {""}}, // what comes first is no JSON
+        {R"({"body": {"tqid": "7", "a": 1}, "id": 7, "message": "TimerMessage"})", {"id", "body.tqid", "body.a"}},
+        {R"({"message": "TimrMessage", "id": "7"})", {"message", "id", "body"}},
+        {R"({"message": "TimerMessage", "body": {"tqid": 7, "a": tru}})", {"body.a", ""}},
+    };
+    MessageLineReader reader;
+    for (const auto& it : cases) {
+        EXPECT_THROW(reader.read(it.line), Inspect::JsonError);
+        std::vector<std::string> paths;
+        for (const Inspect::JsonError& error : reader.errors()) paths.push_back(error.path());
+        EXPECT_EQ(paths, it.errors) << it.line;
+    }
+    EXPECT_EQ(hex(reader.read(R"({"message": "TimerMessage", "body": {"tqid": 7}})").bytes), "24d00e");
+    EXPECT_TRUE(reader.errors().empty());
+}
+
+TEST_F(Encode, TakesTemplatesAndWhatIsLeftOfThem) {
+    const ToolFolder folder;
+    MessageLineReader strict, partial(Inspect::whole, true);
+    const std::string templates = folder
+                                      .run("for it in $(qlproto messages | awk 'NR > 1 {print $3}'); do "
+                                           "qlproto template $it; done")
+                                      .out;
+    for (const std::string& line : linesOf(templates)) {
+        const size_t body = line.find(",\"body\"");
+        const std::string bytes(strict.read(line).bytes);
+        const Capture::Packet least = partial.read(line.substr(0, body) + '}');
+        EXPECT_EQ(least.bytes, partial.read(line.substr(0, body) + ",\"body\":{}}").bytes);
+        // Lists have an element, and enumerations without a zero their first enumerator.
+        EXPECT_EQ(least.bytes.size() < bytes.size(), line.find('[') != line.npos) << line;
+    }
+    EXPECT_EQ(linesOf(templates).size(), Inspect::all_messages().size());
+    const ToolFolder::Result order = folder.run(
+        R"(qlproto encode --partial - <<<'{"message": "SubmitOrderMessage", "body": {"contents": {"price": 7}}}')"
+        " | qlproto decode --format csv --fields userID,price,side,clOrdID -");
+    EXPECT_EQ(order.out, "userID,price,side,clOrdID\n0,7,0,\n") << order.err;
+    EXPECT_EQ(folder.run("qlproto template Timer").exitCode, 2);
+}
+
 TEST_F(Encode, GivesBackTheBytesOfWhateverDecodePrints) {
     const ToolFolder folder;
     std::vector<ToolFolder::Packet> packets;

@@ -23,6 +23,7 @@ struct EncodeOptions {
     std::string output = "-";
     std::string format = "capture";
     Inspect::Policy policy;
+    bool isPartial = false;
 };
 
 /// Packets as lines of hexadecimal digits, identifier first, or their bodies one after the other as they are.
@@ -44,19 +45,30 @@ class BytesWriter : public Capture::PacketSink {
 };
 
 /// Every line that is good goes to the writer; of the others standard error tells.
-int encodeLines(LineReader& lines, const Inspect::Policy& policy, auto&& writer) {
-    MessageLineReader reader(policy);
+int encodeLines(LineReader& lines, const EncodeOptions& options, auto&& writer) {
+    MessageLineReader reader(options.policy, options.isPartial);
     uint64_t bad = 0;
     Capture::whileRead([&] {
         for (std::string_view line; lines.next(line);) {
             if (line.find_first_not_of(" \t\r") == line.npos) continue;
-            try {
-                if (lines.isCut()) throw Inspect::JsonError("", fmt::format("longer than {} bytes", LONGEST_LINE));
-                writer.packet(reader.read(line));
-            } catch (const Inspect::JsonError& error) {
-                tell(fmt::format("line {}: {}", lines.number(), error.what()));
+            const auto tellOf = [&](const std::string& what) {
+                tell(fmt::format("line {}: {}", lines.number(), what));
+            };
+            if (lines.isCut()) {
+                tellOf(fmt::format("longer than {} bytes", LONGEST_LINE));
                 ++bad;
+                continue;
             }
+            Capture::Packet packet;
+            try {
+                packet = reader.read(line);
+            } catch (const Inspect::JsonError&) {
+                for (const Inspect::JsonError& error : reader.errors()) tellOf(error.what());
+                if (reader.errors().size() == reader.MOST_ERRORS) tellOf("no more errors are looked for");
+                ++bad;
+                continue;
+            }
+            writer.packet(packet);
         }
         writer.close();
     });
@@ -67,8 +79,8 @@ int encodeLines(LineReader& lines, const Inspect::Policy& policy, auto&& writer)
 int encode(const EncodeOptions& options) {
     LineReader lines(options.input, LONGEST_LINE);
     if (options.format == "capture")
-        return encodeLines(lines, options.policy, Capture::Writer(options.output, ownDefinition()));
-    return encodeLines(lines, options.policy, BytesWriter(options.output, options.format == "hex"));
+        return encodeLines(lines, options, Capture::Writer(options.output, ownDefinition()));
+    return encodeLines(lines, options, BytesWriter(options.output, options.format == "hex"));
 }
 
 } // namespace
@@ -89,10 +101,13 @@ void addEncode(CLI::App& app, Commands& commands) {
         ->check(CLI::IsMember({"capture", "hex", "raw"}))
         ->capture_default_str();
     addPolicy(*command, options->policy);
+    command->add_flag("--partial", options->isPartial, "Fields may be missing: they are zero, texts never stored");
     addExamples(
         *command,
         "A line: {\"time\": \"1709535600.000000042\", \"message\": \"$message\", \"id\": $id, \"body\": $body}\n"
-        "id and time may be left out. Bad lines are told with the path of what is wrong and left out.\n\n"
+        "id and time may be left out. Bad lines are left out; all that is wrong with them is told, with its path, up "
+        "to 20\n"
+        "errors a line.\n\n"
         "Lines in JSON from this tool come out as the packets they were made of, byte for byte:\n"
         "where a body has another form than the encoder's, as pads do, the line has its bytes as hex, which must mean\n"
         "the same as body by the policy. Who alters such a body takes hex out. Of lines made with --redact or "
@@ -100,6 +115,8 @@ void addEncode(CLI::App& app, Commands& commands) {
         "packet\n"
         "can be made; they say so and are refused. The bad packets of a capture are in no line.",
         {"$tool decode --format json session.pcap | $tool encode - -o same.pcap",
+         "$tool template $message | $tool encode - -o zeros.pcap",
+         "$tool encode --partial --format hex - <<<'{\"message\": \"$message\"}'",
          "$tool encode - -o one.pcap <<<'{\"message\": \"$message\", \"body\": $body}'",
          "$tool encode --format hex - <<<'{\"message\": \"$message\", \"body\": $body}'"});
     commands.push_back({command, [options] { return encode(*options); }});

@@ -98,7 +98,12 @@ class Filler {
     }
 
     std::string enumerator(std::span<const Inspect::EnumeratorInfo> all) {
-        const std::size_t i = _filling == Filling::most ? all.size() - 1 : isSmall() ? _step++ % all.size() : 0;
+        std::size_t i = 0;
+        if (_filling == Filling::most) i = all.size() - 1;
+        if (isSmall()) i = _step++ % all.size();
+        if (_filling == Filling::zeros)
+            while (i < all.size() && all[i].value != 0) ++i;
+        if (i == all.size()) i = 0;
         return fmt::format("\"{}\"", all[i].name);
     }
 
@@ -106,6 +111,8 @@ class Filler {
         static constexpr int64_t sentinels[] = {Velmora::MAX, Velmora::NMA, Velmora::NDA, Velmora::NA};
         const bool isLong = kind == Kind::int64 || kind == Kind::price || kind == Kind::int64Fixed;
         switch (_filling) {
+        case Filling::zeros:
+            return kind == Kind::boolean ? "false" : "0";
         case Filling::least:
             return limitsOf(kind).least;
         case Filling::most:

@@ -8,6 +8,7 @@
 namespace qlproto::corpus {
 
 enum class Filling {
+    zeros,     ///< zeros, their enumerators or else the first, empty texts, one element in every vector
     small,     ///< one-byte numbers, texts of a few letters, two elements in every vector
     least,     ///< the least of every number and the first enumerator
     most,      ///< the greatest of every number and the last enumerator

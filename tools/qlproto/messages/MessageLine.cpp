@@ -127,30 +127,53 @@ struct MessageLineReader::Envelope {
     std::string hex;      ///< the bytes
 };
 
-MessageLineReader::MessageLineReader(const Inspect::Policy& policy)
+MessageLineReader::MessageLineReader(const Inspect::Policy& policy, bool isPartial)
     : _block(std::make_unique_for_overwrite<char[]>(BLOCK)),
       _packet(std::make_unique_for_overwrite<char[]>(Capture::MAX_PACKET)),
-      _reader(policy) {
+      _reader(policy),
+      _reading{.isPartial = isPartial, .mostErrors = MOST_ERRORS} {
     for (const Inspect::MessageInfo& message : Inspect::all_messages(thisTool.protocol))
         _messages[message.type->name] = &message;
 }
 
 Capture::Packet MessageLineReader::read(std::string_view text) {
+    _reading.errors.clear();
+    try {
+        const Capture::Packet packet = packetOf(text);
+        if (_reading.errors.empty()) return packet;
+    } catch (const JsonError& error) {
+        _reading.errors.push_back(error);
+    }
+    throw JsonError(_reading.errors.front());
+}
+
+/// Keeps errors, and throws that after which nothing more can be told.
+Capture::Packet MessageLineReader::packetOf(std::string_view text) {
     JsonCursor json(text);
     if (json.next() != Next::object) throw JsonError("", "not an object");
     Envelope line{.text = text, .id = {}, .hex = {}};
-    json.object([&](std::string_view name) { member(name, json, line); });
+    json.object([&](std::string_view name) {
+        const std::size_t start = json.position();
+        try {
+            member(name, json, line);
+        } catch (const JsonError& error) {
+            _reading.keep(error, json, start);
+        }
+    });
     json.end();
 
     for (const Member needed : {Member::message, Member::body})
-        if (!line.has(needed)) throw JsonError(std::string(MEMBERS[static_cast<std::size_t>(needed)]), "missing");
+        if (!line.has(needed) && !(needed == Member::body && _reading.isPartial))
+            _reading.keep(JsonError(std::string(MEMBERS[static_cast<std::size_t>(needed)]), "missing"));
+    if (line.message == nullptr) return {};
     const Inspect::MessageInfo& message = *line.message;
     if (line.has(Member::id) && line.id != std::to_string(message.id))
-        throw JsonError("id", fmt::format("not {}, the identifier of {}", message.id, message.type->name));
-    if (line.body != 0) {
-        JsonCursor body(text, line.body);
+        _reading.keep(JsonError("id", fmt::format("not {}, the identifier of {}", message.id, message.type->name)));
+    if (line.body != 0 || !line.has(Member::body)) {
+        JsonCursor body(line.body != 0 ? text : "{}", line.body);
         encodeBody(message, body);
     }
+    if (!_reading.errors.empty()) return {};
     if (line.has(Member::hex)) {
         if (line.hex.size() > Capture::MAX_PACKET - Capture::IDENTIFIER_SIZE)
             throw JsonError("hex", "more than fits a packet");
@@ -218,10 +241,11 @@ void MessageLineReader::encodeBody(const Inspect::MessageInfo& message, JsonCurs
     } const destroy{descriptor, place};
 
     try {
-        Inspect::from_json(thisTool.protocol, message.id, json, place, "body");
+        Inspect::from_json(thisTool.protocol, message.id, json, place, _reading, "body");
     } catch (const Inspect::DoesNotFit& error) {
         throw JsonError(error.path(), "more than fits a packet");
     }
+    if (!_reading.errors.empty()) return;
     const Inspect::Encoded encoded =
         Inspect::encode_checked(thisTool.protocol, message.id, place, _packet.get() + Capture::IDENTIFIER_SIZE,
                                 _packet.get() + Capture::MAX_PACKET);

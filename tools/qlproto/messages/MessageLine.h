@@ -58,15 +58,23 @@ class MessageLineWriter {
 /// Makes packets of lines, in memory that is used again for the next. The protocol must be initialised.
 class MessageLineReader {
   public:
-    /// By `policy` bytes in a line are judged that are not as the writer writes them.
-    explicit MessageLineReader(const Inspect::Policy& policy = Inspect::whole);
+    /// Errors that are told of one line.
+    static constexpr std::size_t MOST_ERRORS = 20;
 
-    /// The line's packet, valid until the next call. Throws Inspect::JsonError.
+    /// By `policy` bytes in a line are judged that are not as the writer writes them. If a line may be partial, the body may
+    /// be missing, too.
+    explicit MessageLineReader(const Inspect::Policy& policy = Inspect::whole, bool isPartial = false);
+
+    /// The line's packet, valid until the next call. Throws Inspect::JsonError, the first of errors().
     Capture::Packet read(std::string_view line);
+
+    /// What is wrong with the line that was read last.
+    const std::vector<Inspect::JsonError>& errors() const { return _reading.errors; }
 
   private:
     struct Envelope;
 
+    Capture::Packet packetOf(std::string_view line);
     void member(std::string_view name, Inspect::JsonCursor& json, Envelope& line);
     const Inspect::MessageInfo& messageNamed(std::string_view name) const;
     /// Encodes what the body says.
@@ -79,6 +87,7 @@ class MessageLineReader {
     std::unique_ptr<char[]> _packet;                                    ///< identifier and body
     std::size_t _size = 0;                                              ///< of the body
     MessageReader _reader;                                              ///< of bytes that stand in a line
+    Inspect::JsonReading _reading;
 };
 
 } // namespace qlproto
