@@ -761,6 +761,7 @@ TEST_F(Analysis, SlowestPacketsAreNamed) {
     std::vector<ToolFolder::Packet> packets;
     for (const auto& [client, server, handler] : std::vector<std::array<int64_t, 3>>{{1000, 1100, 1500},
                                                                                      {1000, 2500, 2600},
+                                                                                     {1000, 2300, 2800},
                                                                                      {1000, 0, 9000},
                                                                                      {1000, 5000, 900},
                                                                                      {0, 0, 7},
@@ -774,9 +775,115 @@ TEST_F(Analysis, SlowestPacketsAreNamed) {
     folder.store("a.pcap", packets);
     EXPECT_EQ(folder.run("qlproto latency --slowest 2 --by userID --csv a.pcap").out,
               "packet,time,message,way,took,slowest hop,it took,userID\n"
-              "3,0.000000005,SubmitOrderMessage,client->handler,8000,client->handler,8000,2\n"
-              "2,0.000000005,SubmitOrderMessage,client->handler,1600,client->server,1500,1\n");
-    EXPECT_EQ(json::parse(folder.run("qlproto latency --slowest 9 --json a.pcap").out)["slowest"].size(), 3u);
+              "4,0.000000005,SubmitOrderMessage,client->handler,8000,client->handler,8000,3\n"
+              "3,0.000000005,SubmitOrderMessage,client->handler,1800,client->server,1300,2\n");
+    EXPECT_EQ(json::parse(folder.run("qlproto latency --slowest 9 --json a.pcap").out)["slowest"].size(), 4u);
+}
+
+/// The values of CSV that holds no quotes, row by row.
+std::vector<std::vector<std::string>> cellsOf(const std::string& csv) {
+    std::vector<std::vector<std::string>> rows;
+    for (std::string line : linesOf(csv)) {
+        std::vector<std::string>& row = rows.emplace_back();
+        std::istringstream cells(line += ',');
+        for (std::string cell; std::getline(cells, cell, ',');) row.push_back(cell);
+    }
+    rows.erase(rows.begin()); // names
+    return rows;
+}
+
+TEST_F(Analysis, TheStoryOfAnIncidentIsFoundByTheCommands) {
+    const auto told = [&](const std::string& command) { return folder.run("qlproto " + command + " a.pcap").out; };
+    const auto decoded = [&](const std::string& fields, const std::string& which) {
+        return cellsOf(told("decode --format csv --fields " + fields + " " + which));
+    };
+    std::set<json> stories, feeds, reasons;
+    std::set<std::string> users;
+    for (int seed = 1; seed <= 20; ++seed) {
+        SCOPED_TRACE(seed);
+        ASSERT_EQ(folder
+                      .run(fmt::format("qlproto generate --profile incident --messages {} --seed {} --truth truth "
+                                       "-o a.pcap",
+                                       5000 + 100 * seed, seed))
+                      .exitCode,
+                  0);
+        json found{{"seed", seed}};
+
+        // The feed whose market data took longest from the exchange, and those that took more than any usually does.
+        std::string feed;
+        int64_t longest = -1;
+        const json latency = json::parse(told("latency --by feedID --message MktDataMessage --json"));
+        for (const auto& [name, hops] : latency["groups"].items())
+            if (const int64_t p99 = hops[0]["p99"]; p99 > longest) longest = p99, feed = name;
+        json& slow = found["slowFeed"] = {{"feedID", std::stoi(feed)}, {"message", "MktDataMessage"}, {"messages", 0}};
+        const json& hop = latency["groups"][feed][0];
+        slow["hop"] = hop["from"].get<std::string>() + "->" + hop["to"].get<std::string>();
+        slow["longest"] = hop["max"];
+        for (const auto& row :
+             decoded("time,timeExchange,timeArrival", "--message MktDataMessage --where feedID=" + feed)) {
+            if (std::stoll(row[2]) - std::stoll(row[1]) < 1'000'000) continue;
+            if (slow["messages"] == 0) slow["from"] = row[0];
+            slow["to"] = row[0];
+            slow["messages"] = slow["messages"].get<int>() + 1;
+        }
+
+        // The user and the reason with most rejections.
+        std::map<std::pair<std::string, std::string>, int> rejections;
+        const json orders = json::parse(told("orders --outcome rejected --json"));
+        for (const json& order : orders["orders"])
+            ++rejections[{fmt::format("{}", order["user"].get<int>()), order["reason"]}];
+        const auto most = std::ranges::max_element(rejections, {}, [](const auto& it) { return it.second; });
+        const auto& [user, reason] = most->first;
+        const auto rejected =
+            decoded("time,text", "--message OrderRejectedMessage --where userID=" + user + " --where reason=" + reason);
+        found["rejects"] = {{"userID", std::stoi(user)},   {"reason", reason},         {"text", rejected[0][1]},
+                            {"from", rejected.front()[0]}, {"to", rejected.back()[0]}, {"orders", most->second}};
+
+        // Numbers of reports to a user that do not follow each other.
+        std::map<std::string, int> sequences;
+        for (const auto& row : decoded("time,userID,sequenceID",
+                                       "--message 'Order*' --message TradeCaptureMessage --message DropCopyMessage")) {
+            if (row[1].empty() || row[2].empty()) continue;
+            const int next = std::stoi(row[2]);
+            int& last = sequences[row[1]];
+            if (next != last + 1)
+                found["gap"] = {{"userID", std::stoi(row[1])},
+                                {"time", row[0]},
+                                {"last", last},
+                                {"next", next},
+                                {"missing", next - last - 1}};
+            last = next;
+        }
+
+        // The first client that disconnects, and its orders that this canceled; it sends no others.
+        const auto first = decoded("time,sessionID", "--message ClientDisconnectMessage --first 1")[0];
+        const std::string gone =
+            decoded("userID", "--message InternalClientInfoMessage --where sessionID=" + first[1])[0][0];
+        const auto canceled = cellsOf(told("orders --csv --where 'text~disconnected' --where userID=" + gone));
+        found["disconnect"] = {{"userID", std::stoi(gone)}, {"time", first[0]}, {"canceledOrders", canceled.size()}};
+        for (const auto& row :
+             decoded("time", "--message SubmitOrderMessage --where userID=" + gone + " --from " + first[0]))
+            EXPECT_EQ(row[0], first[0]) << "in the same moment, but before";
+        EXPECT_GT(canceled.size(), 0u);
+
+        json truth = json::parse(folder.content("truth"));
+        for (const char* part : {"rejects", "gap", "disconnect"}) truth[part].erase("user");
+        EXPECT_EQ(found, truth);
+        EXPECT_EQ(folder.run("qlproto verify a.pcap").exitCode, 0);
+        EXPECT_EQ(linesOf(told("decode")).size(), 5000u + 100u * static_cast<unsigned>(seed));
+        truth.erase("seed");
+        stories.insert(truth);
+        feeds.insert(truth["slowFeed"]["feedID"]);
+        reasons.insert(truth["rejects"]["reason"]);
+        for (const std::string part : {"rejects", "gap", "disconnect"})
+            users.insert(part + truth[part]["userID"].dump());
+    }
+    EXPECT_EQ(stories.size(), 20u);
+    EXPECT_EQ(feeds.size(), 3u);
+    EXPECT_EQ(reasons.size(), 4u);
+    EXPECT_EQ(users.size(), 8u) << "three and three and two, for the first stays connected";
+    EXPECT_EQ(folder.run("qlproto generate --profile incident --messages 4999 -o a.pcap").exitCode, 2);
+    EXPECT_EQ(folder.run("qlproto generate --truth t -o a.pcap").exitCode, 2);
 }
 
 // The page in a browser: what its tables say, and that its charts have been drawn.

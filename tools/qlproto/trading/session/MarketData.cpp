@@ -1,5 +1,7 @@
 #include "tools/qlproto/trading/session/MarketData.h"
 
+#include "tools/qlproto/trading/session/Incident.h"
+
 namespace qlproto::session {
 
 using Quillon::FeedMarketID;
@@ -49,7 +51,9 @@ void MarketData::sendSnapshot(std::size_t listing, int32_t streamID) {
 
 void MarketData::describe(MktDataMessage& message, std::size_t listing, bool isSnapshot) {
     message.mvd.fmID.set(_world.listings[listing].market->id, _world.listings[listing].feed->id);
-    Hops::in(_rng, _scheduler.now()).stamp(message.mvd);
+    Hops hops = Hops::in(_rng, _scheduler.now());
+    if (_world.incident != nullptr) _world.incident->makeLate(hops, _world.listings[listing].feed->id, _sender.sent());
+    hops.stamp(message.mvd);
     message.mvd.isSnapshot = isSnapshot;
 }
 

@@ -10,7 +10,10 @@ using namespace Quillon;
 
 namespace {
 
-constexpr int NEW_ORDER = -1;                         // token: another order comes
+// Tokens that are no slots.
+constexpr int NEW_ORDER = -1; // another order comes
+constexpr int REJECTS = -2;   // another order comes that is rejected
+
 constexpr int64_t ORDER_INTERVAL = 24 * MILLISECONDS; // from one burst of orders to the next, on average
 constexpr int64_t BURST_INTERVAL = 2 * MILLISECONDS;  // within a burst: one user at one listing
 constexpr int64_t SHORTEST_STEP = LONGEST_WAY;        // so that an order's times are in order at every station
@@ -55,6 +58,7 @@ void OrderFlow::act(int token) {
         _scheduler.wake(_scheduler.paced(_rng.around(burst ? BURST_INTERVAL : ORDER_INTERVAL)), *this, NEW_ORDER);
         return;
     }
+    if (token == REJECTS) return beginRejected();
     Order& order = _orders[token];
     if (order.due != _scheduler.now()) return; // overtaken: its steps were changed and set to another time
     const Step step = order.script.front();
@@ -77,6 +81,10 @@ void OrderFlow::beginOrder(bool othersFollow) {
     order.user = _user;
     order.listing = _listing;
     if (!othersFollow) chooseNext();
+    begin(std::move(order));
+}
+
+void OrderFlow::begin(Order order) {
     order.orderID = ++_lastID;
     order.clOrdID = fmt::format("{}-{}", order.user->name, order.orderID);
     if (order.user->type == UserType::MODEL) order.modelID = "drift-3";
@@ -92,8 +100,55 @@ void OrderFlow::beginOrder(bool othersFollow) {
 }
 
 void OrderFlow::chooseNext() {
-    _user = &_world.users[static_cast<std::size_t>(_rng.between(0, 2))]; // the last makes markets and sends no orders
+    auto user = static_cast<std::size_t>(_rng.between(0, 2)); // the last makes markets and sends no orders
+    if (_world.incident != nullptr && _world.incident->isGone(_world.users[user])) user = 0;
+    _user = &_world.users[user];
     _listing = _rng.indexIn(_world.listings);
+}
+
+void OrderFlow::startRejects() { _scheduler.wake(0, *this, REJECTS); }
+
+void OrderFlow::beginRejected() {
+    static constexpr Step whenRejected[] = {Step::submit, Step::received, Step::rejected};
+    Incident::Rejects& rejects = _world.incident->rejects;
+    Order order;
+    order.script = whenRejected;
+    order.user = std::ranges::find(_world.users, rejects.userID, &User::id);
+    order.listing = _rng.indexIn(_world.listings);
+    order.isOfBurst = true;
+    begin(std::move(order));
+    if (--rejects.left != 0) _scheduler.wake(_rng.around(BURST_INTERVAL), *this, REJECTS);
+}
+
+bool OrderFlow::isOpen(const Order& order) {
+    static constexpr Step others[] = {Step::submit, Step::rejected, Step::canceled, Step::canceledByExchange};
+    return order.open != 0 && std::ranges::find(others, order.script.front()) == std::end(others);
+}
+
+bool OrderFlow::hasOpenOrders(const User& user) {
+    for (int slot = 0; slot < _orders.size(); ++slot)
+        if (_orders[slot].user == &user && isOpen(_orders[slot])) return true;
+    return false;
+}
+
+void OrderFlow::disconnect(const User& user) {
+    static constexpr Step ending[] = {Step::canceledByDisconnect, Step::done};
+    if (_user == &user) chooseNext();
+    for (int slot = 0; slot < _orders.size(); ++slot) {
+        Order& order = _orders[slot];
+        if (order.user != &user) continue;
+        if (order.script.front() == Step::submit) {
+            _orders.end(slot);
+        } else if (isOpen(order)) {
+            order.script = ending;
+            scheduleNext(slot, _rng.between(SHORTEST_STEP, LONGEST_STEP));
+        }
+    }
+}
+
+int32_t OrderFlow::nextSequenceID(User& user) {
+    if (_world.incident != nullptr) user.sequenceID += _world.incident->lost(user, _sender.sent(), _scheduler.now());
+    return ++user.sequenceID;
 }
 
 void OrderFlow::perform(Step step, Order& order) {
@@ -126,11 +181,24 @@ void OrderFlow::perform(Step step, Order& order) {
         return canceled(order, CancelReason::CANCEL_REQUESTED, "");
     case Step::canceledByExchange:
         return canceled(order, CancelReason::BY_EXCHANGE, "rest of the amount");
+    case Step::canceledByDisconnect:
+        ++_world.incident->disconnect.canceled;
+        return canceled(order, CancelReason::BY_ADMIN, "client disconnected");
     case Step::cancelRejected:
         return cancelRejected(order);
     case Step::done:
         return done(order);
     }
+}
+
+RejectCause OrderFlow::causeFor(const Order& order, std::size_t usual) {
+    if (_world.incident == nullptr || order.user->id != _world.incident->rejects.userID) return REJECT_CAUSES[usual];
+    Incident::Rejects& rejects = _world.incident->rejects;
+    if (!order.isOfBurst)
+        return REJECT_CAUSES[REJECT_CAUSES[usual].reason == rejects.cause.reason ? (usual + 1) % 4 : usual];
+    if (rejects.orders++ == 0) rejects.first = _scheduler.now();
+    rejects.last = _scheduler.now();
+    return rejects.cause;
 }
 
 template <class Record>
@@ -147,7 +215,7 @@ void OrderFlow::identify(Record& record, const Order& order) {
 template <class Record>
 void OrderFlow::report(Record& record, Order& order) {
     identify(record, order);
-    record.sequenceID = ++order.user->sequenceID;
+    record.sequenceID = nextSequenceID(*order.user);
     Hops::in(_rng, _scheduler.now()).stamp(record);
 }
 
@@ -196,20 +264,10 @@ void OrderFlow::status(Order& order, OrderStatus::Type ordStatus) {
 }
 
 void OrderFlow::rejected(Order& order) {
-    struct Cause {
-        RejectReason::Type reason;
-        const char* text;
-    };
-    static constexpr std::array<Cause, 4> causes{{
-        {RejectReason::CREDIT_LOW, "credit line used up"},
-        {RejectReason::INCORRECT_PRICE, "price outside the band of the day"},
-        {RejectReason::EXCEEDS_SINGLE_LIMIT, "amount above the limit of a single order"},
-        {RejectReason::MARKET_NOT_ACTIVE, ""},
-    }};
     _sender.send<OrderRejectedMessage>([&](OrderRejectedMessage& message) {
         message.userID = order.user->id;
         report(message.contents, order);
-        const Cause& cause = _rng.pick(causes);
+        const RejectCause cause = causeFor(order, _rng.indexIn(REJECT_CAUSES));
         message.contents.reason = cause.reason;
         message.contents.text = cause.text;
     });
@@ -243,7 +301,7 @@ void OrderFlow::dropCopy(Order& order) {
         message.userID = order.user->id;
         message.origFeedSequenceID = order.fillSequenceID;
         DropCopy& it = message.contents;
-        it.sequenceID = ++order.user->sequenceID;
+        it.sequenceID = nextSequenceID(*order.user);
         it.customerClientID = order.user->company;
         it.customerAccountID = fmt::format("{}-{}", order.user->company, order.user->id);
         it.userName = order.user->name;

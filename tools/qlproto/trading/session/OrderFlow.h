@@ -10,6 +10,7 @@
 #include <string>
 
 #include "tools/qlproto/trading/session/Hops.h"
+#include "tools/qlproto/trading/session/Incident.h"
 #include "tools/qlproto/trading/session/LifeCycles.h"
 #include "tools/qlproto/trading/session/MarketData.h"
 #include "tools/qlproto/trading/session/Sender.h"
@@ -27,6 +28,11 @@ class OrderFlow : public Actor {
     /// Goes one step on with the order in the slot that is the token, or begins a new one.
     void act(int token) override;
 
+    // Of an incident.
+    void startRejects();
+    bool hasOpenOrders(const User& user);
+    void disconnect(const User& user); ///< sends nothing from now on, and its open orders are canceled
+
   private:
     enum class Step {
         submit,
@@ -42,6 +48,7 @@ class OrderFlow : public Actor {
         cancelAll, ///< of the user's orders at the feed
         canceled,
         canceledByExchange,
+        canceledByDisconnect,
         cancelRejected,
         done,
     };
@@ -62,9 +69,13 @@ class OrderFlow : public Actor {
         int64_t open = 0;           ///< amount not filled yet
         int64_t filled = 0;         ///< amount of the last fill
         int32_t fillSequenceID = 0; ///< sequence number of the report of the last fill
+        bool isOfBurst = false;     ///< of the incident's rejections
     };
 
     void beginOrder(bool othersFollow);
+    void beginRejected();
+    static bool isOpen(const Order& order); ///< can still be canceled
+    void begin(Order order);
     void chooseNext();
     void perform(Step step, Order& order);
     void scheduleNext(int slot, int64_t delay);
@@ -82,6 +93,10 @@ class OrderFlow : public Actor {
     void canceled(Order& order, Quillon::CancelReason::Type reason, const char* text);
     void cancelRejected(Order& order);
     void done(Order& order);
+
+    /// Why the order is rejected, given the cause that is next without an incident.
+    RejectCause causeFor(const Order& order, std::size_t usual);
+    int32_t nextSequenceID(User& user);
 
     // Fields that several records share.
     template <class Record>

@@ -1,8 +1,12 @@
 #include "tools/qlproto/trading/session/Session.h"
 
+#include <algorithm>
+
+#include "tools/qlproto/trading/session/Incident.h"
+
 namespace qlproto::session {
 
-Session::Session(uint64_t seed, uint64_t messages, Capture::PacketSink& sink, const Pace& pace)
+Session::Session(uint64_t seed, uint64_t messages, Capture::PacketSink& sink, const Pace& pace, Incident* incident)
     : _rng(seed),
       _scheduler(pace),
       _sender(sink, _scheduler, messages),
@@ -12,7 +16,9 @@ Session::Session(uint64_t seed, uint64_t messages, Capture::PacketSink& sink, co
       _internals(_world, _scheduler, _sender, _rng.fork()),
       _orders(_world, _marketData, _scheduler, _sender, _rng.fork()),
       _quotes(_world, _marketData, _scheduler, _sender, _rng.fork()),
-      _risk(_world, _scheduler, _sender, _rng.fork()) {}
+      _risk(_world, _scheduler, _sender, _rng.fork()) {
+    _world.incident = incident;
+}
 
 void Session::run() {
     open();
@@ -26,8 +32,26 @@ void Session::run() {
 
     const bool hasEnd = _sender.sent() + closingLength() <= _sender.limit();
     const uint64_t tradeUntil = hasEnd ? _sender.limit() - closingLength() : _sender.limit();
-    while (_sender.sent() < tradeUntil) _scheduler.runNext();
+    while (_sender.sent() < tradeUntil) {
+        if (_world.incident != nullptr) goWrong();
+        _scheduler.runNext();
+    }
     if (hasEnd) close();
+}
+
+/// Begins what is to begin now. The rest happens where messages are made.
+void Session::goWrong() {
+    Incident& incident = *_world.incident;
+    if (_sender.sent() >= incident.rejects.begin && incident.rejects.left != 0 && !_isRejecting) {
+        _isRejecting = true;
+        _orders.startRejects();
+    }
+    if (_sender.sent() < incident.disconnect.begin || incident.disconnect.time != 0) return;
+    const User& user = *std::ranges::find(_world.users, incident.disconnect.userID, &User::id);
+    if (!_orders.hasOpenOrders(user)) return; // a moment later, then
+    incident.disconnect.time = _scheduler.now();
+    _connections.disconnect(user);
+    _orders.disconnect(user);
 }
 
 void Session::open() {
@@ -59,6 +83,7 @@ void Session::open() {
 void Session::close() {
     for (std::size_t i = 0; i < _world.listings.size(); ++i) then([&] { _subscriptions.unsubscribe(i); });
     for (const User& user : _world.users) {
+        if (_world.incident != nullptr && _world.incident->isGone(user)) continue;
         then([&] { _subscriptions.unsubscribeAll(user); });
         then([&] { _connections.disconnect(user); });
     }

@@ -18,7 +18,9 @@ namespace qlproto::session {
 class Session {
   public:
     /// A session of exactly `messages` messages, which go to `sink`.
-    Session(uint64_t seed, uint64_t messages, Capture::PacketSink& sink, const Pace& pace = {});
+    /// An incident, if there is one, happens in it and is told what did.
+    Session(uint64_t seed, uint64_t messages, Capture::PacketSink& sink, const Pace& pace = {},
+            Incident* incident = nullptr);
 
     /// Runs it from beginning to end. The protocol must be initialised.
     void run();
@@ -28,7 +30,11 @@ class Session {
     void close();
 
     /// Messages that close() sends.
-    uint64_t closingLength() const { return _world.listings.size() + 2 * _world.users.size() + 1; }
+    uint64_t closingLength() const {
+        const std::size_t users = _world.users.size() - (_world.incident != nullptr ? 1 : 0);
+        return _world.listings.size() + 2 * users + 1;
+    }
+    void goWrong();
 
     /// One message of a sequence: a little later than the one before it.
     template <class Send>
@@ -48,6 +54,7 @@ class Session {
     OrderFlow _orders;
     Quotes _quotes;
     Risk _risk;
+    bool _isRejecting = false; ///< the incident's orders are on their way
 };
 
 } // namespace qlproto::session

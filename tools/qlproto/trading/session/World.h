@@ -55,6 +55,8 @@ struct User {
     int32_t sequenceID = 0; ///< of the last order message to this user
 };
 
+class Incident;
+
 class World {
   public:
     World();
@@ -65,6 +67,7 @@ class World {
     const std::array<Feed, 3> feeds;
     std::vector<Listing> listings; ///< of all feeds, feed by feed
     std::array<User, 4> users;
+    Incident* incident = nullptr; ///< what goes wrong, if anything does
 };
 
 /// The dates of a trade done at `now`: midnight of the day, and two days later.
