@@ -1,9 +1,12 @@
-// The faults of a capture: all counted, the first ones kept.
+// The faults of a capture: all counted by kind, the first ones kept.
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <string>
 #include <vector>
+
+#include "tools/qlproto/messages/CaptureScan.h"
 
 namespace qlproto {
 
@@ -11,22 +14,27 @@ class FaultLog {
   public:
     static constexpr std::size_t KEPT = 1000;
 
-    struct Fault {
-        uint64_t packet; ///< from 1; 0 before the first
-        std::string text;
+    struct Kind {
+        uint64_t count = 0;
+        uint64_t first = 0, last = 0; ///< packets
     };
 
-    void add(uint64_t packet, std::string text) {
+    void add(const CaptureScan::Fault& fault) {
         ++_count;
-        if (_first.size() < KEPT) _first.push_back({packet, std::move(text)});
+        Kind& kind = _kinds[fault.kind];
+        if (kind.count++ == 0) kind.first = fault.packet;
+        kind.last = fault.packet;
+        if (_first.size() < KEPT) _first.push_back(fault);
     }
 
     uint64_t count() const { return _count; }
-    const std::vector<Fault>& first() const { return _first; }
+    const std::map<std::string, Kind>& kinds() const { return _kinds; }
+    const std::vector<CaptureScan::Fault>& first() const { return _first; }
 
   private:
     uint64_t _count = 0;
-    std::vector<Fault> _first;
+    std::map<std::string, Kind> _kinds;
+    std::vector<CaptureScan::Fault> _first;
 };
 
 } // namespace qlproto

@@ -64,6 +64,26 @@ void RateSeries::widen() {
     ++_shift;
 }
 
+RateSeries::Span RateSeries::withoutStrays(uint64_t perMille) const {
+    double all = 0;
+    for (const Amount& it : _stretches) all += it.messages;
+    const double most = all * static_cast<double>(perMille) / 1000;
+    // Leaves out stretches from one end while they hold no more than that.
+    double outside = 0;
+    const auto skip = [&](auto it, auto end) {
+        double skipped = 0;
+        while (it != end && skipped + it->messages <= most) skipped += (it++)->messages;
+        outside += skipped;
+        return it;
+    };
+    const auto begin = skip(_stretches.begin(), _stretches.end());
+    const auto end = skip(_stretches.rbegin(), _stretches.rend()).base();
+    const auto timeAt = [&](auto it) { return (_begin + (it - _stretches.begin())) * (int64_t{1} << _shift); };
+    const Span span{std::max(_first, timeAt(begin)), std::min(_last, timeAt(end)), static_cast<uint64_t>(outside)};
+    const bool isMuchShorter = begin < end && span.last - span.first < (_last - _first) / 2;
+    return isMuchShorter ? span : Span{_first, _last, 0};
+}
+
 std::vector<RateSeries::Amount> RateSeries::rates(std::size_t columns, int64_t first, int64_t last) const {
     std::vector<Amount> result(columns);
     const double from = 0, to = static_cast<double>(last - first), width = to / static_cast<double>(columns);
@@ -71,6 +91,7 @@ std::vector<RateSeries::Amount> RateSeries::rates(std::size_t columns, int64_t f
     for (std::size_t i = 0; i < _stretches.size(); ++i) {
         // The first and the last stretch reach beyond the messages, which are all inside.
         const int64_t begin = (_begin + static_cast<int64_t>(i)) << _shift;
+        if (begin > last || begin + (int64_t{1} << _shift) <= first) continue;
         const double low = std::max(from, static_cast<double>(std::max(begin, _first) - first));
         const double high = std::min(to, static_cast<double>(std::min(begin + (int64_t{1} << _shift), _last) - first));
         const auto column = [&](double at) { return std::min(static_cast<std::size_t>(at / width), columns - 1); };

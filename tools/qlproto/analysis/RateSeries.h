@@ -31,8 +31,16 @@ class RateSeries {
     /// Seconds from the first message to the last; 0 if there are not two.
     double seconds() const { return isEmpty() ? 0 : static_cast<double>(_last - _first) / 1e9; }
 
+    /// The time in which the messages lie, without so many parts of 1,000 of them at either end, if that makes it much
+    /// shorter: strays would squeeze all others into a corner.
+    struct Span {
+        int64_t first, last;
+        uint64_t outside; ///< messages
+    };
+    Span withoutStrays(uint64_t perMille) const;
+
     /// Messages and bytes per second in `columns` equal parts of the time from `first` to `last`. What stretches across
-    /// an edge is shared out in proportion.
+    /// an edge is shared out in proportion; what is outside counts for nothing.
     std::vector<Amount> rates(std::size_t columns, int64_t first, int64_t last) const;
 
   private:

@@ -17,8 +17,9 @@ void TrafficStats::add(const Capture::Packet& packet, const MessageReader& reade
     _traffic[it.index].bytes += it.bytes;
     _traffic[it.index].sizes.add(static_cast<int64_t>(it.bytes));
 
-    const auto isNear = [&](int64_t time) { return std::abs(it.time - time) <= GAP; };
-    if (_doubtful && isNear(_doubtful->time)) {
+    const auto isNear = [&](int64_t time) { return std::abs(it.time - time) <= FAR; };
+    const auto isOnTheWay = [&](int64_t time) { return (time > *_lastTime) == (it.time > time); };
+    if (_doubtful && (isNear(_doubtful->time) || isOnTheWay(_doubtful->time))) {
         place(*_doubtful); // the times have moved on, and stay there
         place(it);
         _doubtful.reset();
@@ -40,6 +41,7 @@ void TrafficStats::place(const Place& it) {
 TrafficStats::Traffic TrafficStats::overall() const {
     Traffic sum;
     for (const Traffic& it : _traffic) sum.merge(it);
+    if (_doubtful && mayEnd(*_doubtful)) sum.overTime.add(_doubtful->time, _doubtful->bytes);
     return sum;
 }
 
@@ -55,7 +57,7 @@ std::vector<std::size_t> TrafficStats::byFrequency() const {
 
 void tellOutOfTime(const TrafficStats& stats) {
     if (stats.outOfTime() == 0) return;
-    tell(fmt::format("{} more than an hour away from all around: not in rates over time",
+    tell(fmt::format("{} at times far from all around: not in rates over time",
                      Capture::counted(stats.outOfTime(), "packet")));
 }
 

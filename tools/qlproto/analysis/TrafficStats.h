@@ -1,11 +1,13 @@
 // What a capture holds of each message: count, bytes, sizes, and how they spread over time.
 //
-// A size is that of the packet: identifier and body. Where a capture is damaged, a packet's time can be years off; one
-// that is more than GAP away from both its neighbours has no place in the spread over time, which it would stretch
-// beyond use. Memory is bounded by the number of message types.
+// A size is that of the packet: identifier and body. Where a capture is damaged, a packet's time can be off, by seconds
+// or years. One that is FAR from both its neighbours, and not on the way from one to the other, has no place in the
+// spread over time, which it would stretch beyond use; nor has a last one that is more than GAP away. Memory is bounded
+// by the number of message types.
 #pragma once
 
 #include <cstdint>
+#include <cstdlib>
 #include <optional>
 #include <vector>
 
@@ -32,12 +34,14 @@ class TrafficStats {
         }
     };
 
-    static constexpr int64_t GAP = 3'600'000'000'000; ///< nanoseconds
+    // Nanoseconds.
+    static constexpr int64_t FAR = 10'000'000'000;
+    static constexpr int64_t GAP = 3'600'000'000'000;
 
     void add(const Capture::Packet& packet, const MessageReader& reader);
 
     /// Messages that are counted, but left out of the spread over time.
-    uint64_t outOfTime() const { return _outOfTime + (_doubtful ? 1 : 0); }
+    uint64_t outOfTime() const { return _outOfTime + (_doubtful && !mayEnd(*_doubtful) ? 1 : 0); }
 
     /// By INDEX of the message.
     const std::vector<Traffic>& byMessage() const { return _traffic; }
@@ -54,6 +58,7 @@ class TrafficStats {
         uint64_t bytes;
     };
     void place(const Place& it);
+    bool mayEnd(const Place& it) const { return std::abs(it.time - *_lastTime) <= GAP; }
 
     std::vector<Traffic> _traffic = std::vector<Traffic>(thisTool.protocol.messages.size());
     std::optional<int64_t> _lastTime; ///< that has a place

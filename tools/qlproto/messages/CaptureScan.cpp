@@ -126,7 +126,7 @@ CaptureScan::Fault CaptureScan::faultOf(const Numbered& it, uint64_t originalLen
 
 void CaptureScan::note(const Fault& fault) {
     ++_bad;
-    if (_onFault) _onFault(fault.packet, fault.text);
+    if (_onFault) _onFault(fault);
     if (fault.isElsewhere) {
         ++_elsewhere;
         return;

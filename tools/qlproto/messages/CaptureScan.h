@@ -34,6 +34,14 @@ std::string cutText(const Capture::Packet& packet, uint64_t originalLength);
 
 class CaptureScan {
   public:
+    struct Fault {
+        uint64_t packet; ///< from 1; 0 before the first
+        uint64_t offset; ///< 0 if it is after the packet
+        int64_t time;    ///< of the packet; 0 if it is after the packet
+        std::string kind, text;
+        bool isElsewhere = false; ///< in a message that is of no concern
+    };
+
     /// Throws FilterError.
     explicit CaptureScan(const ScanOptions& options = {})
         : _policy(options.policy),
@@ -131,8 +139,8 @@ class CaptureScan {
         return std::move(handles[0].gathered);
     }
 
-    /// `listener(packet, fault)` is told of each fault, too. Packets count from 1.
-    void onFault(std::function<void(uint64_t, const std::string&)> listener) { _onFault = std::move(listener); }
+    /// `listener` is told of each fault, too.
+    void onFault(std::function<void(const Fault&)> listener) { _onFault = std::move(listener); }
 
     /// `listener(time)` is told when the capture begins, before any of its messages.
     void onBegin(std::function<void(int64_t)> listener) { _onBegin = std::move(listener); }
@@ -165,13 +173,6 @@ class CaptureScan {
         uint64_t number;
         uint64_t originalLength;
         std::size_t begin, size; ///< of the packet in the batch's bytes
-    };
-    struct Fault {
-        uint64_t packet;
-        uint64_t offset; ///< 0 if it is after the packet
-        int64_t time;    ///< of the packet
-        std::string kind, text;
-        bool isElsewhere = false; ///< in a message that is of no concern
     };
     struct Numbered {
         uint64_t number;
@@ -217,7 +218,7 @@ class CaptureScan {
     std::function<bool(Velmora::MsgType_t)> _isConcerned;
     std::exception_ptr _failure; ///< of reading ahead
     std::function<void(int64_t)> _onBegin;
-    std::function<void(uint64_t, const std::string&)> _onFault;
+    std::function<void(const Fault&)> _onFault;
     Progress _progress;
 };
 

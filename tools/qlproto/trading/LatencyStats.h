@@ -18,6 +18,11 @@ namespace qlproto {
 /// What is told of a distribution, in percent.
 inline constexpr std::array LATENCY_PERCENTILES{50.0, 90.0, 99.0, 99.9};
 
+/// Whether a message passes more than one station.
+inline bool hasWay(const MessageReader& reader) {
+    return WAYS[static_cast<std::size_t>(reader.descriptor().index())].length >= 2;
+}
+
 class LatencyStats {
   public:
     struct Hop {

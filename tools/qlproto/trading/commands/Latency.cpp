@@ -171,7 +171,7 @@ void tellHops(const LatencyOptions& options, const std::optional<FieldValue>& by
     if (by) {
         Groups<LatencyStats> found(mostGroups);
         scan.run(options.capture, [&](const Capture::Packet& packet, const MessageReader& reader) {
-            if (WAYS[static_cast<std::size_t>(reader.descriptor().index())].length < 2) return;
+            if (!hasWay(reader)) return;
             found[by->of(reader, options.scan.display)].add(packet, reader);
         });
         LatencyStats all;

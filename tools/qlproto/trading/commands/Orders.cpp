@@ -17,14 +17,13 @@
 #include "tools/qlproto/terminal/Duration.h"
 #include "tools/qlproto/terminal/Table.h"
 #include "tools/qlproto/terminal/Terminal.h"
-#include "tools/qlproto/trading/Orders.h"
+#include "tools/qlproto/trading/OrderTotals.h"
 
 namespace qlproto {
 
 namespace {
 
 using nlohmann::ordered_json;
-using OrderRows = std::vector<const OrderRow*>;
 
 struct OrdersOptions {
     std::string capture;
@@ -52,42 +51,14 @@ OrderRows chosen(const Orders& orders, const OrdersOptions& options) {
     return rows;
 }
 
-/// How many there are with each outcome, reason, user and feed.
-struct OrderTotal {
-    uint64_t orders = 0, refused = 0, done = 0;
-};
-using OrderTotals = std::map<std::pair<std::string_view, std::string>, OrderTotal>;
-
-OrderTotals totalsOf(const OrderKind& kind, const OrderRows& rows) {
-    OrderTotals totals;
-    for (const OrderRow* row : rows) {
-        const auto add = [&](std::string_view by, std::string value) {
-            OrderTotal& total = totals[{by, std::move(value)}];
-            ++total.orders;
-            total.refused += (row->told & kind.refused) != 0;
-            total.done += (row->told & kind.done) != 0;
-        };
-        add("outcome", std::string(kind.outcomeOf(row->told)));
-        if (!row->reason.empty()) add("reason", row->reason);
-        if (row->user != 0) add("user", std::to_string(row->user));
-        add("feed", std::to_string(row->feed));
-    }
-    return totals;
-}
-
 /// The most frequent value of each first.
 Table table(const OrderKind& kind, const OrderTotals& totals) {
     using enum Table::Align;
     Table table({"by", "value", std::string(kind.what), "refused", "traded"}, 2);
-    for (const std::string_view by : {"outcome", "reason", "user", "feed"}) {
-        std::vector<std::pair<std::string, OrderTotal>> values;
-        for (const auto& [key, total] : totals)
-            if (key.first == by) values.emplace_back(key.second, total);
-        std::ranges::stable_sort(values, std::ranges::greater{}, [](const auto& it) { return it.second.orders; });
-        for (const auto& [value, total] : values)
+    for (const std::string_view by : ORDER_TOTALS)
+        for (const auto& [value, total] : byFrequency(totals, by))
             table.add({std::string(by), value, std::to_string(total.orders), std::to_string(total.refused),
                        std::to_string(total.done)});
-    }
     return table;
 }
 
@@ -178,8 +149,7 @@ std::string json(const OrderKind& kind, const OrderRows& rows, const OrderTotals
         }
     }
     ordered_json& told = json["totals"];
-    for (const std::string_view by : {"outcome", "reason", "user", "feed"})
-        told[std::string(by)] = ordered_json::object();
+    for (const std::string_view by : ORDER_TOTALS) told[std::string(by)] = ordered_json::object();
     for (const auto& [key, total] : totals)
         told[std::string(key.first)][visible(key.second)] = {
             {"count", total.orders}, {"refused", total.refused}, {"traded", total.done}};

@@ -7,14 +7,16 @@
 #include "Capture/Output.h"
 #include "Inspect/Reflection.h"
 #include "tools/qlproto/analysis/FaultLog.h"
+#include "tools/qlproto/analysis/Groups.h"
 #include "tools/qlproto/analysis/TrafficStats.h"
 #include "tools/qlproto/commands/Arguments.h"
 #include "tools/qlproto/commands/Commands.h"
 #include "tools/qlproto/messages/CaptureScan.h"
+#include "tools/qlproto/messages/FieldPath.h"
 #include "tools/qlproto/terminal/Duration.h"
 #include "tools/qlproto/terminal/TimeText.h"
 #include "tools/qlproto/trading/LatencyStats.h"
-#include "tools/qlproto/trading/Orders.h"
+#include "tools/qlproto/trading/OrderTotals.h"
 #include "tools/qlproto/trading/report/Assets.h"
 
 namespace qlproto {
@@ -30,15 +32,21 @@ struct ReportOptions {
     ScanOptions scan;
 };
 
+/// Feeds that are told of one by one.
+constexpr std::size_t MOST_FEEDS = 50;
+
 struct Findings {
     TrafficStats traffic;
     LatencyStats latency;
+    const FieldValue feed{"feedID"};
+    Groups<LatencyStats> latencyByFeed{MOST_FEEDS};
     Orders orders{ORDERS}, newOrders{NEW_ORDERS};
     FaultLog faults;
 
     void add(const Capture::Packet& packet, const MessageReader& reader) {
         traffic.add(packet, reader);
         latency.add(packet, reader);
+        if (hasWay(reader)) latencyByFeed[feed.of(reader, {})].add(packet, reader);
         orders.add(packet, reader, 0);
         newOrders.add(packet, reader, 0);
     }
@@ -47,6 +55,8 @@ struct Findings {
 /// Points of a curve over time, and messages that have one of their own.
 constexpr std::size_t POINTS = 120;
 constexpr std::size_t CURVES = 6;
+/// Messages in 1,000 that may stand outside of the curves, at either end.
+constexpr uint64_t STRAYS = 2;
 
 /// Points of a curve of percentiles; those of LATENCY_PERCENTILES are among them.
 constexpr double CURVE_PERCENTILES[] = {1,  10, 20, 30, 40,   50,   60,   70,    80,
@@ -55,12 +65,16 @@ constexpr double CURVE_PERCENTILES[] = {1,  10, 20, 30, 40,   50,   60,   70,   
 ordered_json rates(const std::vector<std::size_t>& byFrequency, const TrafficStats& traffic, const Traffic& overall) {
     ordered_json json{{"times", ordered_json::array()}, {"series", ordered_json::array()}};
     if (overall.overTime.seconds() <= 0) return json;
-    for (std::size_t i = 0; i < POINTS; ++i)
-        json["times"].push_back(overall.overTime.seconds() * (static_cast<double>(i) + 0.5) / POINTS);
+    const RateSeries::Span span = overall.overTime.withoutStrays(STRAYS);
+    json["outside"] = span.outside;
+    for (std::size_t i = 0; i < POINTS; ++i) // milliseconds since 1970
+        json["times"].push_back(
+            (static_cast<double>(span.first)
+             + static_cast<double>(span.last - span.first) * (static_cast<double>(i) + 0.5) / POINTS)
+            / 1e6);
     const auto add = [&](std::string_view name, const RateSeries& series) {
         ordered_json values = ordered_json::array();
-        for (const auto& amount : series.rates(POINTS, overall.overTime.first(), overall.overTime.last()))
-            values.push_back(amount.messages);
+        for (const auto& amount : series.rates(POINTS, span.first, span.last)) values.push_back(amount.messages);
         json["series"].push_back({{"name", name}, {"values", std::move(values)}});
     };
     add("all", overall.overTime);
@@ -69,23 +83,36 @@ ordered_json rates(const std::vector<std::size_t>& byFrequency, const TrafficSta
     return json;
 }
 
-ordered_json latency(const LatencyStats& latency) {
-    ordered_json json{
-        {"percentiles", CURVE_PERCENTILES}, {"told", LATENCY_PERCENTILES}, {"hops", ordered_json::array()}};
+ordered_json hops(const LatencyStats& latency) {
+    ordered_json json = ordered_json::array();
     for (const LatencyStats::Hop& hop : latency.overall()) {
         if (!hop.occurs()) continue;
         ordered_json values = ordered_json::array();
         for (double percent : CURVE_PERCENTILES)
             if (hop.times.count() != 0) values.push_back(hop.times.percentile(percent));
-        json["hops"].push_back({{"from", STATIONS[hop.from]},
-                                {"to", STATIONS[hop.to]},
-                                {"isInwards", hop.from < hop.to},
-                                {"count", hop.times.count()},
-                                {"unset", hop.unset},
-                                {"negative", hop.negative},
-                                {"values", std::move(values)},
-                                {"max", hop.times.count() != 0 ? hop.times.max() : 0}});
+        json.push_back({{"from", STATIONS[hop.from]},
+                        {"to", STATIONS[hop.to]},
+                        {"isInwards", hop.from < hop.to},
+                        {"count", hop.times.count()},
+                        {"unset", hop.unset},
+                        {"negative", hop.negative},
+                        {"values", std::move(values)},
+                        {"max", hop.times.count() != 0 ? hop.times.max() : 0}});
     }
+    return json;
+}
+
+ordered_json latency(const Findings& findings) {
+    ordered_json json{{"percentiles", CURVE_PERCENTILES},
+                      {"told", LATENCY_PERCENTILES},
+                      {"hops", hops(findings.latency)},
+                      {"feeds", ordered_json::array()}};
+    findings.latencyByFeed.forEach([&](std::string_view feed, const LatencyStats& it) {
+        for (ordered_json& hop : hops(it)) {
+            hop["feed"] = feed;
+            json["feeds"].push_back(std::move(hop));
+        }
+    });
     return json;
 }
 
@@ -95,10 +122,30 @@ ordered_json outcomes(const Orders& orders) {
     return json;
 }
 
-ordered_json faults(const FaultLog& faults) {
-    ordered_json json{{"count", faults.count()}, {"first", ordered_json::array()}};
-    for (const FaultLog::Fault& it : faults.first())
-        json["first"].push_back({{"packet", it.packet}, {"text", it.text}});
+/// Of orders by reason, user and feed.
+ordered_json totals(const Orders& orders) {
+    OrderRows rows;
+    for (const OrderRow& row : orders.rows()) rows.push_back(&row);
+    const OrderTotals totals = totalsOf(orders.kind(), rows);
+    ordered_json json = ordered_json::object();
+    for (const std::string_view by : ORDER_TOTALS)
+        for (const auto& [value, total] : byFrequency(totals, by))
+            json[std::string(by)].push_back(
+                {{"name", value}, {"orders", total.orders}, {"refused", total.refused}, {"traded", total.done}});
+    return json;
+}
+
+ordered_json faults(const FaultLog& faults, TimeForm form) {
+    ordered_json json{{"count", faults.count()}, {"kinds", ordered_json::array()}, {"first", ordered_json::array()}};
+    for (const auto& [name, kind] : faults.kinds())
+        json["kinds"].push_back({{"name", name}, {"count", kind.count}, {"first", kind.first}, {"last", kind.last}});
+    std::ranges::stable_sort(json["kinds"].get_ref<ordered_json::array_t&>(), std::ranges::greater{},
+                             [](const ordered_json& it) { return it["count"].get<uint64_t>(); });
+    for (const CaptureScan::Fault& it : faults.first())
+        json["first"].push_back({{"packet", it.packet},
+                                 {"time", it.time == 0 ? "" : timeText(it.time, form)},
+                                 {"kind", it.kind},
+                                 {"text", it.text}});
     return json;
 }
 
@@ -110,6 +157,8 @@ ordered_json data(const std::string& capture, const Findings& findings, TimeForm
     ordered_json json;
     json["capture"] = capture == "-" ? "standard input" : capture;
     json["first"] = overall.overTime.isEmpty() ? "" : timeText(overall.overTime.first(), form);
+    json["last"] = overall.overTime.isEmpty() ? "" : timeText(overall.overTime.last(), form);
+    json["outOfTime"] = findings.traffic.outOfTime();
     json["seconds"] = seconds;
     json["all"] = trafficJson(overall, seconds);
     json["messages"] = ordered_json::array();
@@ -122,10 +171,11 @@ ordered_json data(const std::string& capture, const Findings& findings, TimeForm
     json["sizes"] = ordered_json::array();
     for (const SizeClass& it : sizeClasses(overall.sizes))
         json["sizes"].push_back({{"low", it.low}, {"high", it.high}, {"count", it.count}});
-    json["latency"] = latency(findings.latency);
+    json["latency"] = latency(findings);
     json["orders"] = outcomes(findings.orders);
     json["newOrders"] = outcomes(findings.newOrders);
-    json["faults"] = faults(findings.faults);
+    json["totals"] = totals(findings.orders);
+    json["faults"] = faults(findings.faults, form);
     return json;
 }
 
@@ -160,10 +210,12 @@ std::string page(const std::string& data) {
 int report(const ReportOptions& options) {
     Findings findings;
     CaptureScan scan(options.scan);
-    scan.onFault([&](uint64_t packet, const std::string& fault) { findings.faults.add(packet, fault); });
+    scan.onFault([&](const CaptureScan::Fault& fault) { findings.faults.add(fault); });
     scan.run(options.capture,
              [&](const Capture::Packet& packet, const MessageReader& reader) { findings.add(packet, reader); });
-    Capture::writeText(page(embeddable(data(options.capture, findings, options.scan.time))), options.output);
+    // Dates are for people, as the page is.
+    const TimeForm form = options.scan.time == TimeForm::raw ? TimeForm::utc : options.scan.time;
+    Capture::writeText(page(embeddable(data(options.capture, findings, form))), options.output);
     tellOutOfTime(findings.traffic);
     scan.summarize();
     return scan.exitCode();
@@ -181,10 +233,12 @@ void addReport(CLI::App& app, Commands& commands) {
     command->add_option("-o,--output", options->output, "The page to write, HTML; - is standard output")
         ->required()
         ->type_name(FILE_VALUE);
-    command->footer("The page needs no network and no other files: it can be archived and sent as it is.\n"
-                    "Memory grows with the number of orders, by some 400 bytes each.\n\n"
-                    "Example:\n"
-                    "  qlproto report session.pcap -o report.html");
+    command->footer(
+        "The page needs no network and no other files: it can be archived and sent as it is. Its times are\n"
+        "UTC unless --time names a zone.\n"
+        "Memory grows with the number of orders, by some 400 bytes each.\n\n"
+        "Example:\n"
+        "  qlproto report session.pcap -o report.html");
     commands.push_back({command, [options] { return report(*options); }});
 }
 
