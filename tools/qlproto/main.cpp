@@ -3,10 +3,10 @@
 
 int main(int argc, char** argv) {
     using namespace qlproto;
-    static constexpr AddCommand all[] = {addGenerate, addDecode,   addEncode,   addVerify,          addRoundTrip,
-                                         addStats,    addLatency,  addTrace,    qlproto::addOrders, qlproto::addQuotes,
-                                         addDiff,     addConvert,  addSlice,    addScrub,           addMerge,
-                                         addReport,   addAnnotate, addMessages, addDescribe,        addEnum,
-                                         addTemplate, addSchema,   addCorpus,   addDissector,       addManual};
+    static constexpr AddCommand all[] = {
+        addGenerate, addDecode,          addEncode,          addVerify,    addRoundTrip, addStats,    addLatency,
+        addTrace,    qlproto::addOrders, qlproto::addQuotes, addQuery,     addDiff,      addConvert,  addSlice,
+        addScrub,    addMerge,           addReport,          addAnnotate,  addMessages,  addDescribe, addEnum,
+        addTemplate, addSchema,          addCorpus,          addDissector, addManual};
     return runTool(argc, argv, all);
 }

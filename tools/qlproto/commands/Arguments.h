@@ -112,6 +112,14 @@ inline void addPolicy(CLI::App& command, Inspect::Policy& policy) {
               "the end are missing and read as zero");
 }
 
+/// Adds --price-scale: a power of ten.
+inline void addPriceScale(CLI::App& command, int64_t& scale, const std::string& description) {
+    addNumber(command, "--price-scale", scale, description, 1)->check([](const std::string& text) {
+        const bool isPower = text.starts_with('1') && text.find_first_not_of('0', 1) == text.npos;
+        return isPower ? "" : text + " is no power of ten";
+    });
+}
+
 /// For texts that mean something only if they are there.
 inline CLI::Validator isNotEmpty() {
     return {[](std::string& text) { return text.empty() ? "nothing is given" : ""; }, ""};

@@ -47,6 +47,7 @@ void addManual(CLI::App& app, Commands& commands); ///< adds manpage and complet
 void addMerge(CLI::App& app, Commands& commands);
 void addMessages(CLI::App& app, Commands& commands);
 void addOrders(CLI::App& app, Commands& commands);
+void addQuery(CLI::App& app, Commands& commands);
 void addQuotes(CLI::App& app, Commands& commands);
 void addReport(CLI::App& app, Commands& commands);
 void addRoundTrip(CLI::App& app, Commands& commands);

@@ -68,14 +68,10 @@ void addHow(CLI::App& command, ScanOptions& options) {
             },
             "FORM"))
         ->default_str("raw");
-    addNumber(command, "--price-scale", options.display.priceScale,
-              "Divide prices and amounts by this power of ten; the protocol fixes no scale. Conditions of --where are "
-              "on what is shown",
-              1)
-        ->check([](const std::string& text) {
-            const bool isPower = text.starts_with('1') && text.find_first_not_of('0', 1) == text.npos;
-            return isPower ? "" : text + " is no power of ten";
-        });
+    addPriceScale(
+        command, options.display.priceScale,
+        "Divide prices and amounts by this power of ten; the protocol fixes no scale. Conditions of --where are "
+        "on what is shown");
 }
 
 } // namespace

@@ -1,0 +1,157 @@
+// SQL over captures: the answers are those of the other commands, whatever of the messages was decoded for them.
+#include <fstream>
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include "tests/Engine.h"
+#include "tests/ToolFolder.h"
+
+namespace {
+
+using Json = nlohmann::json;
+
+class Sql : public testing::Test {
+  protected:
+    void SetUp() override {
+        NEEDS_ENGINE();
+        ASSERT_EQ(folder.run("qlproto generate --messages 20000 --seed 7 -o session.pcap").exitCode, 0);
+    }
+
+    ToolFolder::Result query(const std::string& sql, const std::string& options = "session.pcap") const {
+        folder.write("sql", sql);
+        return folder.run("qlproto query " + options + " \"$(cat sql)\"");
+    }
+
+    const ToolFolder folder;
+};
+
+TEST_F(Sql, CountsWhatStatsCounts) {
+    const Json stats = Json::parse(folder.run("qlproto stats --json session.pcap").out)["messages"];
+    Json counts = Json::object();
+    std::string byView;
+    for (const std::string& line :
+         linesOf(query("SELECT name, count(*) AS n, sum(size) AS bytes FROM messages GROUP BY name",
+                       "--format ndjson session.pcap")
+                     .out)) {
+        const Json row = Json::parse(line);
+        counts[row["name"].get<std::string>()] = row;
+    }
+    ASSERT_EQ(counts.size(), stats.size());
+    for (const auto& [name, it] : stats.items()) {
+        EXPECT_EQ(counts[name]["n"], it["count"]) << name;
+        EXPECT_EQ(counts[name]["bytes"], it["bytes"]) << name;
+        const std::string view = name.ends_with("Message") ? name.substr(0, name.size() - 7) : name;
+        byView += (byView.empty() ? "SELECT " : ", ") + ("(SELECT count(*) FROM " + view + ") AS " + name);
+    }
+    const Json row = Json::parse(query(byView, "--format ndjson session.pcap").out);
+    for (const auto& [name, it] : stats.items()) EXPECT_EQ(row[name], it["count"]) << name;
+}
+
+TEST_F(Sql, ValuesAreThoseOfDecode) {
+    const std::string decoded = folder
+                                    .run("qlproto decode --format csv --fields userID,clOrdID,side,feedID --message "
+                                         "SubmitOrderMessage session.pcap | tail -n +2")
+                                    .out;
+    const auto result = query("SELECT userID, contents.clOrdID, contents.side, contents.feedID FROM SubmitOrder; ");
+    EXPECT_EQ(result.out.substr(result.out.find('\n') + 1), decoded);
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(query("SELECT contents.price FROM SubmitOrder LIMIT 1", "--price-scale 1000000 session.pcap").out,
+              "price\n85.560000\n");
+    EXPECT_EQ(query("SELECT count(DISTINCT _capture), count(*) FROM SubmitOrder", "session.pcap ./session.pcap").out,
+              "count(DISTINCT _capture),count_star()\n2,888\n");
+    EXPECT_EQ(linesOf(query("SELECT count(password), count(*) > 0 FROM ClientConnect").out).at(1), "0,true");
+    EXPECT_EQ(linesOf(query("SELECT count(password) > 0 FROM ClientConnect", "--secrets session.pcap").out).at(1),
+              "true");
+}
+
+// A statement that defines something makes those after it read all that there is.
+TEST_F(Sql, AnswersDoNotDependOnWhatIsDecoded) {
+    const std::string statements[] = {
+        "SELECT contents.side, count(*) FROM SubmitOrder GROUP BY ALL ORDER BY 1",
+        "SELECT max(CONTENTS.Side), max(s.contents.price_sentinel), max(contents.maxShow_sentinel) FROM submitorder s",
+        "SELECT max(contents['side']), max(struct_extract(contents, 'price')) FROM SubmitOrder",
+        "SELECT s FROM SubmitOrder s ORDER BY _packet LIMIT 2",
+        "SELECT c.side FROM (SELECT contents AS c, _packet FROM SubmitOrder) ORDER BY _packet LIMIT 3",
+        "SELECT d.side FROM SubmitOrder AS t(a, b, c, cc, e, f, g, d, h) ORDER BY a LIMIT 3",
+        "WITH q AS (FROM SubmitOrder) SELECT contents.clOrdID FROM q ORDER BY _packet LIMIT 3",
+        "SELECT COLUMNS('cont.*') FROM SubmitOrder ORDER BY _packet LIMIT 2",
+        "SELECT a.contents.side, b.contents.timeInForce FROM SubmitOrder a JOIN SubmitOrder b USING (contents) LIMIT 2",
+        "SELECT e.side, max(e.price) FROM (SELECT unnest(mvd.mdEntryList) AS e FROM MktData) GROUP BY ALL ORDER BY 1",
+        "SELECT sum(len(list_filter(mvd.mdEntryList, lambda e: e.side = 'BID'))) FROM MktData",
+        "SELECT x.c.side FROM query('SELECT contents AS c, _packet FROM SubmitOrder') x ORDER BY _packet LIMIT 3",
+        "SELECT count(*) FROM MktData WHERE _time BETWEEN '2024-03-04 07:00:01' AND '2024-03-04 07:00:01.5'",
+        "SELECT count(*) FROM messages m WHERE m.time >= TIMESTAMP '2024-03-04 07:00:02' AND '2024-03-04 07:00:03' > "
+        "time",
+        "SELECT (SELECT count(*) FROM MktData WHERE _time < '2024-03-04 07:00:01'), (SELECT count(*) FROM MktData)",
+        "SELECT count(*) FROM SubmitOrder o ASOF JOIN MktData m ON o._time >= m._time "
+        "WHERE m._time < '2024-03-04 07:00:03' AND m.mvd.isSnapshot",
+        "SELECT count(*) FROM MktData WHERE _time < '2024-03-04 07:00:01' OR streamID = 0",
+    };
+    const auto run = [&](std::string sql) {
+        for (const std::string& statement : statements) sql += statement + "; SELECT 'end';";
+        const auto result = query(sql);
+        EXPECT_EQ(result.exitCode, 0) << result.err;
+        std::vector<std::string> answers(1);
+        for (const std::string& line : linesOf(result.out))
+            line == "end" ? answers.emplace_back() : answers.back() += line + '\n';
+        return answers;
+    };
+    const std::vector<std::string> part = run(""), all = run("CREATE TABLE nothing(i INT);");
+    ASSERT_EQ(part.size(), std::size(statements) + 1);
+    ASSERT_EQ(all.size(), part.size());
+    for (size_t i = 0; i < std::size(statements); ++i) {
+        EXPECT_EQ(part[i], all[i]) << statements[i];
+        EXPECT_GT(linesOf(part[i]).size(), 2u) << statements[i];
+        EXPECT_EQ(part[i].find("\n,"), std::string::npos) << statements[i] << " gives nothing:\n" << part[i];
+    }
+}
+
+TEST_F(Sql, PacketsThatAreBadStandInFaults) {
+    folder.run("head -c 100000 session.pcap > cut.pcap");
+    const auto faults = query("SELECT packet, kind, capture FROM faults", "cut.pcap");
+    EXPECT_EQ(faults.exitCode, 1);
+    EXPECT_EQ(faults.lines(), 2u) << faults.out;
+    EXPECT_NE(faults.err.find("SELECT * FROM faults"), faults.err.npos);
+    EXPECT_EQ(query("SELECT 1", "cut.pcap").exitCode, 0) << "nothing was read";
+    EXPECT_EQ(query("SELECT 1", "none.pcap").exitCode, 3);
+}
+
+TEST_F(Sql, EachFormOfOutput) {
+    const std::string statement =
+        "SELECT 7 AS n, 'a,\"b' AS t, NULL AS x, [1, 2] AS l UNION ALL SELECT 10, '', 2.5, [] ORDER BY n";
+    EXPECT_EQ(query(statement).out, "n,t,x,l\n7,\"a,\"\"b\",,\"[1, 2]\"\n10,,2.5,[]\n");
+    EXPECT_EQ(query(statement, "--format ndjson session.pcap").out,
+              "{\"n\":7,\"t\":\"a,\\\"b\",\"x\":null,\"l\":[1,2]}\n{\"n\":10,\"t\":\"\",\"x\":2.5,\"l\":[]}\n");
+    EXPECT_EQ(query(statement, "--format table session.pcap").out,
+              " n  t       x  l\n 7  a,\"b    -  [1, 2]\n10        2.5  []\n");
+    EXPECT_EQ(folder.run("printf 'SELECT 1 -- ;\\n;SELECT '\"';'\"' AS s' | qlproto query session.pcap").out,
+              "1\n1\ns\n;\n");
+    EXPECT_EQ(folder.run("qlproto query - 'SELECT count(*) AS n FROM messages' < session.pcap").out, "n\n20000\n");
+    EXPECT_EQ(folder.run("qlproto query session.pcap 'SELECT * FROM MktData' | head -n 1 | wc -l").out, "1\n");
+}
+
+TEST_F(Sql, MistakesAreToldWithTheirPlace) {
+    const auto mistake = query("SELECT userID,\n conents FROM SubmitOrder");
+    EXPECT_EQ(mistake.exitCode, 2);
+    EXPECT_NE(mistake.err.find("LINE 2:  conents FROM"), mistake.err.npos) << mistake.err;
+    EXPECT_NE(mistake.err.find("\n         ^"), mistake.err.npos) << mistake.err;
+    EXPECT_EQ(query("SELECT 'x'::INT").exitCode, 2);
+    EXPECT_EQ(folder.run("printf 'SELEC 1;\\nSELECT 1;' | qlproto query session.pcap").out, "");
+    EXPECT_EQ(query("COPY (SELECT 1) TO '/dev/full' (FORMAT csv)").exitCode, 3);
+}
+
+TEST(SqlWithoutEngine, IsToldHowToInstallIt) {
+    const ToolFolder folder;
+    ASSERT_EQ(folder.run("qlproto generate --messages 10 -o session.pcap").exitCode, 0);
+    const auto none = folder.run("QLPROTO_DUCKDB=$PWD/none.so qlproto query session.pcap 'SELECT 1'");
+    EXPECT_EQ(none.exitCode, 3);
+    EXPECT_EQ(none.out, "");
+    EXPECT_NE(none.err.find("QLPROTO_DUCKDB: "), none.err.npos) << none.err;
+    folder.run("mkdir -p node_modules/@duckdb/node-bindings-linux-x64; cd node_modules/@duckdb/*/; echo > "
+               "libduckdb.so; chmod 666 libduckdb.so");
+    const auto untrusted = folder.run("unset QLPROTO_DUCKDB; qlproto query session.pcap 'SELECT 1'");
+    EXPECT_EQ(untrusted.err.find("invalid ELF"), untrusted.err.npos) << "anybody can have put it there";
+}
+
+} // namespace
