@@ -4,6 +4,7 @@
 #include <bit>
 #include <cerrno>
 #include <climits>
+#include <csignal>
 #include <cstring>
 #include <ctime>
 #include <random>
@@ -18,6 +19,8 @@
 #include <unistd.h>
 
 #include "Backend/Common/Assert.h"
+#include "Capture/Packet.h"
+#include "Host/Descriptor.h"
 #include "Inspect/Checked.h"
 
 namespace Host {
@@ -29,13 +32,18 @@ namespace detail {
 // Positions count bytes from the ring's making and never turn back; a position's place is what remains of it by the size.
 struct RingHeader {
     static constexpr uint64_t MAGIC = 0x31474E4952'4C51; // "QLRING1"
-    static constexpr uint64_t LAYOUT = 1;
+    static constexpr uint64_t LAYOUT = 2;
     static constexpr size_t MARKS = 16;
 
     uint64_t magic;
     uint64_t layout; ///< another number for any change of what stands here or in a record
     uint64_t size;
     pthread_mutex_t turn; ///< of the publishers; the system frees it when its owner dies
+
+    uint64_t base;                  ///< sequence before the first message
+    uint32_t refuses;               ///< nothing may be published
+    int32_t keeper;                 ///< the process that says so
+    char folder[512], refusal[256]; ///< as in RingKeeper, ended by NUL; to be touched by whose turn it is
 
     /// All before are there in whole. The one word that publishes.
     alignas(64) uint64_t committed;
@@ -96,26 +104,12 @@ void storeWords(char* to, const char* from, size_t size) {
 [[noreturn]] void fail(const std::string& path, const std::string& what) { throw RingError(path + ": " + what); }
 [[noreturn]] void failBySystem(const std::string& path) { fail(path, std::generic_category().message(errno)); }
 
-class File {
-  public:
-    explicit File(int number) : _number(number) {}
-    File(const File&) = delete;
-    File& operator=(const File&) = delete;
-    ~File() {
-        if (_number >= 0) ::close(_number);
-    }
-    int number() const { return _number; }
-
-  private:
-    int _number;
-};
-
 /// Makes the ring under another name first: nobody sees it before it is whole. Another one may have the name by then.
 void make(const std::string& path, size_t size) {
     std::random_device random;
     const std::string part = path + ".part-" + std::to_string(random());
-    const File file(::open(part.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0660));
-    if (file.number() < 0) failBySystem(part);
+    const Descriptor file(::open(part.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0660));
+    if (!file) failBySystem(part);
     const size_t all = RingHeader::offset() + size;
     // Its pages are taken now: a full disk is told here, and never by a signal while a message is written.
     const int error = ::posix_fallocate(file.number(), 0, static_cast<off_t>(all));
@@ -155,8 +149,8 @@ void MemRing::Unmap::operator()(RingHeader* header) const { ::munmap(header, siz
 
 MemRing MemRing::open(const std::string& path, size_t size) {
     for (;;) {
-        const File file(::open(path.c_str(), O_RDWR | O_CLOEXEC));
-        if (file.number() >= 0) return MemRing(file.number(), path);
+        const Descriptor file(::open(path.c_str(), O_RDWR | O_CLOEXEC));
+        if (file) return MemRing(file.number(), path);
         if (errno != ENOENT) failBySystem(path);
         if (size > SIZE_MAX / 4) fail(path, "too large");
         make(path, std::bit_ceil(std::max(size, LEAST_SIZE)));
@@ -180,7 +174,9 @@ MemRing::MemRing(int file, const std::string& path) {
 }
 
 size_t MemRing::size() const { return _header->size; }
-size_t MemRing::longestBody() const { return _header->size / 8; }
+size_t MemRing::longestBody() const {
+    return std::min(_header->size / 8, Capture::MAX_PACKET - Capture::IDENTIFIER_SIZE);
+}
 
 // --- publishing
 
@@ -201,6 +197,23 @@ class MemRing::Turn {
     Turn(const Turn&) = delete;
     Turn& operator=(const Turn&) = delete;
     ~Turn() { pthread_mutex_unlock(&_header.turn); }
+
+    /// Throws RingError if nothing may be published. A keeper that has died forbids nothing.
+    void demandAllowed() {
+        if (_header.refuses == 0) return;
+        if (::kill(_header.keeper, 0) != 0 && errno == ESRCH) {
+            _header.refuses = 0;
+            return;
+        }
+        throw RingError(std::string("nothing may be published: ") + _header.refusal);
+    }
+    RingHeader& header() { return _header; }
+    /// Of the last message.
+    uint64_t sequence() {
+        uint64_t number = _header.base;
+        if (_position != 0) std::memcpy(&number, at(_position - WORD), WORD);
+        return number;
+    }
 
     /// Room for a body of at most that size, in one piece.
     char* room(size_t body) {
@@ -231,12 +244,6 @@ class MemRing::Turn {
   private:
     char* at(uint64_t position) { return _header.bytes() + _header.placeOf(position); }
 
-    /// Of the record before `_position`.
-    uint64_t sequence() {
-        uint64_t number = 0;
-        if (_position != 0) std::memcpy(&number, at(_position - WORD), WORD);
-        return number;
-    }
     void reserve(size_t size) { store(_header.reserved, std::max(_header.reserved, _position + size)); }
     void write(const RecordHeader& header, size_t size, uint64_t number) {
         storeWords(at(_position), reinterpret_cast<const char*>(&header), sizeof header);
@@ -253,11 +260,12 @@ class MemRing::Turn {
     uint64_t _position;
 };
 
-uint64_t MemRing::publish(const RingRecord& record) {
+uint64_t MemRing::publish(const Record& record) {
     if (record.body.size() > longestBody())
         throw std::length_error("MemRing: body of " + std::to_string(record.body.size()) + " bytes, more than "
                                 + std::to_string(longestBody()));
     Turn turn(*_header);
+    turn.demandAllowed();
     storeWords(turn.room(record.body.size()), record.body.data(), record.body.size());
     return turn.commit(record.id, record.body.size(), record.time);
 }
@@ -278,16 +286,46 @@ Inspect::Encoded MemRing::publish(const Inspect::Protocol& protocol, MsgType_t i
     return encoded;
 }
 
+void MemRing::startAfter(uint64_t sequence) {
+    Turn turn(*_header);
+    if (turn.sequence() >= sequence) return;
+    if (_header->committed != 0)
+        throw RingError("the ring is at message " + std::to_string(turn.sequence()) + ", before "
+                        + std::to_string(sequence));
+    store(_header->base, sequence);
+}
+
+void MemRing::setKeeper(const RingKeeper& keeper) {
+    const auto put = [](auto& to, const std::string& text) {
+        std::memset(to, 0, sizeof to);
+        text.copy(to, sizeof to - 1);
+    };
+    Turn turn(*_header);
+    put(_header->folder, keeper.folder);
+    put(_header->refusal, keeper.refusal);
+    _header->keeper = ::getpid();
+    _header->refuses = keeper.refusal.empty() ? 0 : 1;
+}
+
+RingKeeper MemRing::keeper() const {
+    const auto text = [](const auto& from) { return std::string(from, ::strnlen(from, sizeof from)); };
+    const Turn turn(*_header);
+    return {text(_header->folder), text(_header->refusal)};
+}
+
 // --- reading
 
 RingReader::RingReader(const MemRing& ring, From from) : _header(ring._header.get()) {
-    if (from == From::oldest) {
+    if (from.kind != From::Kind::live) {
         catchUp();
+        if (from.kind == From::Kind::sequence) _next = from.sequence;
+        if (from.kind == From::Kind::time) _since = from.time;
         return;
     }
     do { // what comes and goes before the first is read is lost, too
         _position = load(_header->committed);
-        if (_position == 0) break;
+        _isAtStart = _position == 0;
+        if (_isAtStart) return;
         copyWords(reinterpret_cast<char*>(&_next), _header->bytes() + _header->placeOf(_position - WORD), WORD);
     } while (isOverwritten(_position - WORD));
     ++_next;
@@ -305,7 +343,7 @@ void RingReader::catchUp() {
         if (const uint64_t it = load(mark); it >= least && it < _position) _position = it;
 }
 
-bool RingReader::next(RingRecord& record) {
+bool RingReader::next(Record& record) {
     for (;;) {
         const uint64_t committed = load(_header->committed);
         if (_position == committed) return false;
@@ -325,10 +363,14 @@ bool RingReader::next(RingRecord& record) {
         if (!isWhole) throw RingError("ring of messages: no record at byte " + std::to_string(_position));
         _position += size;
         if (header.isFiller != 0) continue;
+        std::memcpy(&record.sequence, _copy.data() + size - WORD, WORD);
+        if (_isAtStart) _next = load(_header->base) + 1;
+        _isAtStart = false;
+        if (record.sequence < _next || header.time < _since) continue;
+        _since = INT64_MIN; // found
         record.id = header.id;
         record.body = {_copy.data() + sizeof header, header.bodySize};
         record.time = header.time;
-        std::memcpy(&record.sequence, _copy.data() + size - WORD, WORD);
         record.lost = _next != 0 && record.sequence > _next ? record.sequence - _next : 0;
         _lost += record.lost;
         _next = record.sequence + 1;
@@ -336,7 +378,7 @@ bool RingReader::next(RingRecord& record) {
     }
 }
 
-bool RingReader::wait(int milliseconds) const {
+bool RingReader::wait(int milliseconds) {
     auto& header = const_cast<RingHeader&>(*_header);
     const uint32_t seen = __atomic_load_n(&header.woken, __ATOMIC_SEQ_CST);
     if (load(_header->committed) != _position) return true;

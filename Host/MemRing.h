@@ -7,7 +7,7 @@
 //     MemRing ring = MemRing::open("/dev/shm/prices", 64 << 20);
 //     ring.publish({id, body, now});                                        // in one process
 //     RingReader reader(ring);                                              // in others
-//     for (RingRecord record; reader.next(record) || reader.wait(1000);) ...
+//     for (Record record; reader.next(record) || reader.wait(1000);) ...
 //
 // What is read is a copy of bytes that other processes wrote: verify it before it is decoded.
 #pragma once
@@ -19,22 +19,21 @@
 #include <string>
 #include <string_view>
 
-#include "Backend/Velmora/MsgDescriptor.h"
+#include "Host/Record.h"
 #include "Inspect/Checked.h"
 
 namespace Host {
 
-/// The file cannot be made or opened, or is none of this layout.
+/// The file cannot be made or opened, or is none of this layout, or nothing may be published now.
 class RingError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-struct RingRecord {
-    Velmora::MsgType_t id = 0;
-    std::string_view body;
-    int64_t time = 0;      ///< as the publisher gave it: nanoseconds since 1970
-    uint64_t sequence = 0; ///< of the ring, from 1; set by publish()
-    uint64_t lost = 0;     ///< messages between this one and the one read before that came and went unread
+/// Who keeps in a journal what is published on a ring.
+struct RingKeeper {
+    std::string folder; ///< of the journal; empty: there is none
+    std::string
+        refusal; ///< why it cannot be written to; empty if it can. Nothing is published then, while the process lives
 };
 
 namespace detail {
@@ -53,14 +52,20 @@ class MemRing {
     MemRing& operator=(MemRing&&) = default;
 
     /// Publishes a message; returns its sequence. From any thread. Throws std::length_error if the body is longer than
-    /// longestBody().
-    uint64_t publish(const RingRecord& record);
+    /// longestBody(), and RingError if the journal that is kept of the ring cannot be written to.
+    uint64_t publish(const Record& record);
     /// Encodes the message into its place in the ring. Nothing is published if it is refused; `sequence` is 0 then.
     Inspect::Encoded publish(const Inspect::Protocol& protocol, Velmora::MsgType_t id, const void* message,
                              int64_t time, uint64_t& sequence);
 
+    /// Sequences go on after this one. Throws RingError if there are others already.
+    void startAfter(uint64_t sequence);
+    /// This process keeps a journal of the ring. The texts are cut to some hundred bytes.
+    void setKeeper(const RingKeeper& keeper);
+    RingKeeper keeper() const;
+
     size_t size() const;
-    size_t longestBody() const; ///< that the ring takes: an eighth of it
+    size_t longestBody() const; ///< that the ring takes: an eighth of it, at most what captures do
 
   private:
     friend class RingReader;
@@ -77,17 +82,13 @@ class MemRing {
 };
 
 /// One reader's place in a ring, which must outlive it.
-class RingReader {
+class RingReader final : public Source {
   public:
-    enum class From { now, oldest };
+    explicit RingReader(const MemRing& ring, From from = From::live());
 
-    explicit RingReader(const MemRing& ring, From from = From::now);
-
-    /// The next message, copied out of the ring; false if there is none yet. Its body is valid until the next call.
-    /// Throws RingError if the ring holds what no publisher writes.
-    bool next(RingRecord& record);
-    /// Waits until there may be one, for so many milliseconds at most. False if there is none.
-    bool wait(int milliseconds) const;
+    /// Copies the message out of the ring. Throws RingError if the ring holds what no publisher writes.
+    bool next(Record& record) override;
+    bool wait(int milliseconds) override;
 
     uint64_t lost() const { return _lost; } ///< all messages that came and went unread
 
@@ -97,7 +98,9 @@ class RingReader {
 
     const detail::RingHeader* _header;
     uint64_t _position = 0;
-    uint64_t _next = 0; ///< sequence that is expected; 0: any
+    uint64_t _next = 0;         ///< sequence that is expected; 0: any
+    bool _isAtStart = false;    ///< of the ring: the first message is expected, whatever its sequence
+    int64_t _since = INT64_MIN; ///< messages before that time are stepped over
     uint64_t _lost = 0;
     std::string _copy;
 };

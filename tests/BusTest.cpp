@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 #include <sys/mman.h>
+#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -14,12 +15,21 @@
 #include "Capture/Errors.h"
 #include "Capture/Reader.h"
 #include "Host/Journal.h"
+#include "Host/MemBus.h"
+#ifdef QL_WITH_NATS
+#include "Host/NatsBus.h"
+#endif
+#include "Host/QLProtocol.h"
+#include "Host/Recorder.h"
 #include "tests/Folder.h"
+#include "tests/Module.h"
+#include "tests/Samples.h"
 
 namespace {
 
 using namespace Host;
-using testing::TestInfo;
+using Quillon::SubmitOrderMessage;
+using Quillon::TimerMessage;
 
 /// The body that a message with this number has, in a host that sends numbers.
 std::string bodyOf(uint64_t number) { return std::to_string(number) + std::string(number * 37 % 200, 'x'); }
@@ -29,6 +39,49 @@ uint64_t numberOf(const Record& record) {
     return number;
 }
 constexpr int64_t timeOf(uint64_t number) { return static_cast<int64_t>(number * 1000); }
+
+/// A number that processes share.
+class Counter {
+  public:
+    Counter() = default;
+    Counter(const Counter&) = delete;
+    Counter& operator=(const Counter&) = delete;
+    ~Counter() { munmap(_number, sizeof *_number); }
+    operator uint64_t() const { return __atomic_load_n(_number, __ATOMIC_SEQ_CST); }
+    void operator=(uint64_t number) { __atomic_store_n(_number, number, __ATOMIC_SEQ_CST); }
+
+  private:
+    uint64_t* const _number = static_cast<uint64_t*>(
+        mmap(nullptr, sizeof *_number, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
+};
+
+/// A process that does something for ever, until it is killed after some milliseconds.
+class Victim {
+  public:
+    Victim(unsigned seed, const std::function<void()>& work) : _random(seed), _process(fork()) {
+        if (_process != 0) return;
+        prctl(PR_SET_PDEATHSIG, SIGKILL);
+        work();
+        _exit(1);
+    }
+    ~Victim() {
+        if (_process > 0) kill();
+    }
+    /// Not before `isReady` holds, or ten seconds have gone.
+    void kill(const std::function<bool()>& isReady = [] { return true; }) {
+        const auto start = std::chrono::steady_clock::now();
+        const auto hasPassed = [&](auto time) { return std::chrono::steady_clock::now() - start > time; };
+        const std::chrono::microseconds least(3000 + _random() % 8000);
+        while (!hasPassed(std::chrono::seconds(10)) && !(isReady() && hasPassed(least)))
+            std::this_thread::sleep_for(std::chrono::microseconds(100));
+        EXPECT_EQ(::kill(_process, SIGKILL), 0);
+        EXPECT_GT(waitpid(std::exchange(_process, -1), nullptr, 0), 0);
+    }
+
+  private:
+    std::mt19937 _random;
+    pid_t _process;
+};
 
 class Journals : public testing::Test {
   protected:
@@ -257,7 +310,452 @@ TEST_F(Journals, OutliveTheirWriters) {
     }
     EXPECT_EQ(readFrom(From::oldest()), numbers(1, last));
     EXPECT_GT(last, 100u);
-    RecordProperty("acknowledged", std::to_string(*acknowledged));
+}
+
+// --- buses
+
+/// A server of its own in a folder, if one is needed.
+class Server {
+  public:
+    explicit Server(const std::string& folder) : _folder(folder) {
+        std::mt19937 random(static_cast<unsigned>(getpid()));
+        _port = std::to_string(20'000 + random() % 10'000);
+    }
+    ~Server() { stop(); }
+    std::string url() const { return "nats://127.0.0.1:" + _port; }
+    void start() {
+        _process = fork();
+        if (_process != 0) return;
+        prctl(PR_SET_PDEATHSIG, SIGKILL);
+        execlp("nats-server", "nats-server", "--addr", "127.0.0.1", "--port", _port.c_str(), "--jetstream",
+               "--store_dir", _folder.c_str(), "--log", (_folder + ".log").c_str(), nullptr);
+        _exit(1);
+    }
+    void stop() { // as badly as can be
+        if (_process <= 0) return;
+        ::kill(_process, SIGKILL);
+        waitpid(std::exchange(_process, -1), nullptr, 0);
+    }
+
+  private:
+    const std::string _folder;
+    std::string _port;
+    pid_t _process = -1;
+};
+
+constexpr bool HAS_NATS =
+#ifdef QL_WITH_NATS
+    true;
+const Engine ENGINES[] = {MEM_ENGINE, NATS_ENGINE};
+#else
+    false;
+const Engine ENGINES[] = {MEM_ENGINE};
+#endif
+
+/// A bus of its own for each test, by each of the engines. The test's own process opens it when it has no other to start any
+/// more.
+class Buses : public testing::TestWithParam<const char*> {
+  protected:
+    Buses() {
+        Quillon::initialize();
+        if (!isMem) server.start();
+    }
+    ~Buses() override { Quillon::finalize(); }
+
+    const Folder folder;
+    const bool isMem = GetParam() == std::string("mem");
+    Server server{folder.path("server")};
+    const std::string url = isMem ? "mem:" + folder.path("ring") + "?size=1" : server.url();
+
+    std::unique_ptr<Bus> open() const {
+        for (int left = 100;; --left) try {
+                return openBus(url, qlTopics(), ENGINES);
+            } catch (const BusError&) {
+                if (left == 0) throw;
+                std::this_thread::sleep_for(std::chrono::milliseconds(50)); // the server begins
+            }
+    }
+
+    static uint64_t publishTimer(Bus& to, int number) {
+        TimerMessage timer;
+        timer.tqid = number;
+        return to.publish(timer, timeOf(static_cast<uint64_t>(number)));
+    }
+    static int timerOf(const Record& record) {
+        TimerMessage timer;
+        Velmora::FastCodec codec(const_cast<char*>(record.body.data()),
+                                 const_cast<char*>(record.body.data() + record.body.size()));
+        timer.read(codec);
+        EXPECT_EQ(record.time, timeOf(static_cast<uint64_t>(timer.tqid)));
+        return timer.tqid;
+    }
+    static uint64_t publishOrder(Bus& to, int market) {
+        InBlock<SubmitOrderMessage> order;
+        order->contents.marketID = market;
+        return to.publish(*order, timeOf(static_cast<uint64_t>(market)));
+    }
+    /// Polls until the bus was read up to that sequence.
+    static void pollTo(Subscription& subscription, uint64_t last) {
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+        do subscription.poll(100);
+        while (subscription.sequence() < last && std::chrono::steady_clock::now() < end);
+    }
+    /// The sequences that a subscriber gets.
+    static std::vector<uint64_t> all(Bus& from, const Filter& filter, From begin, uint64_t last, uint64_t lost = 0) {
+        std::vector<uint64_t> sequences;
+        const auto subscription =
+            from.subscribe(filter, begin, {[&](const Record& it) { sequences.push_back(it.sequence); }, {}});
+        pollTo(*subscription, begin.kind == From::Kind::live ? 0 : last);
+        EXPECT_EQ(subscription->lost(), lost);
+        return sequences;
+    }
+    /// Whether the number gets there within ten seconds.
+    static bool reaches(const Counter& number, uint64_t least) {
+        for (int i = 0; i < 10'000 && number < least; ++i) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        return number >= least;
+    }
+
+    /// What a process that reads along tells: the last number, how many, and what was not the one after the one before it.
+    struct Witness {
+        Counter last, delivered, wrong;
+
+        void operator()(const Buses& test) {
+            const auto own = test.open();
+            const auto take = [&](const Record& record) {
+                const auto number = static_cast<uint64_t>(timerOf(record));
+                if (number != last + 1 && number % ROUND != 1) wrong = wrong + 1;
+                last = number;
+                delivered = delivered + 1;
+            };
+            const auto subscription = own->subscribe({.messages = {"TimerMessage"}}, From::oldest(),
+                                                     {take, [&](uint64_t lost) { wrong = wrong + lost; }});
+            for (;;) subscription->poll(100);
+        }
+    };
+    static constexpr uint64_t ROUND = 1'000'000;
+
+    /// Publishes numbers of a round for ever, each after the one before was acknowledged.
+    void publishRound(unsigned round, Counter& acknowledged) const {
+        const auto own = open();
+        for (uint64_t i = round * ROUND + 1;; ++i) {
+            publishTimer(*own, static_cast<int>(i));
+            acknowledged = i;
+            std::this_thread::sleep_for(std::chrono::microseconds(20)); // so that readers keep up
+        }
+    }
+};
+
+/// Run before the others: threads of the engines do not outlive a fork of the test's process.
+class BusesDeathTest : public Buses {};
+
+std::string nameOf(const testing::TestParamInfo<const char*>& it) { return it.param; }
+const auto ALL = testing::ValuesIn(HAS_NATS ? std::vector{"mem", "nats"} : std::vector{"mem"});
+INSTANTIATE_TEST_SUITE_P(Engines, Buses, ALL, nameOf);
+INSTANTIATE_TEST_SUITE_P(Engines, BusesDeathTest, ALL, nameOf);
+
+TEST_P(Buses, GiveSubscribersWhatTheyWantFromWhereTheyWant) {
+    using Sequences = std::vector<uint64_t>;
+    const auto bus = open();
+    std::vector<uint64_t> lateGot;
+    const auto late = bus->subscribe({}, From::live(), {[&](const Record& it) { lateGot.push_back(it.sequence); }, {}});
+    for (int i = 1; i <= 6; ++i) ASSERT_EQ(i % 2 == 0 ? publishOrder(*bus, i) : publishTimer(*bus, i), unsigned(i));
+    const auto other = open();
+    EXPECT_EQ(all(*other, {}, From::oldest(), 6), (Sequences{1, 2, 3, 4, 5, 6}));
+    EXPECT_EQ(all(*other, {}, From::live(), 6), Sequences{});
+    EXPECT_EQ(all(*other, {}, From::at(3), 6), (Sequences{3, 4, 5, 6}));
+    EXPECT_EQ(all(*other, {}, From::since(timeOf(5) - 1), 6), (Sequences{5, 6}));
+    EXPECT_EQ(all(*other, {.families = {"orders"}}, From::oldest(), 6), (Sequences{2, 4, 6}));
+    EXPECT_EQ(all(*other, {.families = {"orders", "internals"}, .messages = {"TimerMessage"}}, From::at(2), 6),
+              (Sequences{3, 5}));
+    EXPECT_EQ(all(*other, {.keys = {"4", "2"}}, From::oldest(), 6), (Sequences{2, 4}));
+    EXPECT_THROW(bus->subscribe({.messages = {"Timer"}}, From::live(), {}), std::invalid_argument);
+    EXPECT_THROW(bus->subscribe({.families = {"order"}}, From::live(), {}), std::invalid_argument);
+    pollTo(*late, 6);
+    EXPECT_EQ(lateGot, (Sequences{1, 2, 3, 4, 5, 6}));
+}
+
+TEST_P(Buses, CountHostilePayloadsAndLeaveThemOut) {
+    const auto bus = open();
+    for (const auto& [id, body] : std::vector<std::pair<Velmora::MsgType_t, std::string>>{
+             {0x1234, "x"}, {TimerMessage::ID, ""}, {TimerMessage::ID, "\x0exx"}, {SubmitOrderMessage::ID, "\xff"}})
+        bus->publish({.id = id, .body = body, .time = 1});
+    publishTimer(*bus, 7);
+    int got = 0;
+    const auto subscription = bus->subscribe({}, From::oldest(), {[&](const Record& it) { got += timerOf(it); }, {}});
+    pollTo(*subscription, 5);
+    EXPECT_EQ(got, 7);
+    EXPECT_EQ(subscription->refused(), 4u);
+    EXPECT_EQ(subscription->delivered(), 1u);
+    const std::string tooLong(Capture::MAX_PACKET, 'x');
+    EXPECT_THROW(bus->publish({.id = 1, .body = tooLong}), std::length_error);
+}
+
+// Processes that publish are killed at random moments: what was acknowledged is delivered, once.
+TEST_P(BusesDeathTest, OutliveTheirPublishers) {
+    Counter acknowledged;
+    Witness witness;
+    const Victim reader(0, [&] { witness(*this); });
+    for (unsigned round = 0; round < 20; ++round) {
+        Victim publisher(round, [&] { publishRound(round, acknowledged); });
+        publisher.kill([&] { return acknowledged > round * ROUND; });
+        EXPECT_TRUE(reaches(witness.last, acknowledged)) << "lost";
+    }
+    EXPECT_EQ(witness.wrong, 0u);
+    EXPECT_GT(witness.delivered, 20u);
+}
+
+// Subscribers that are killed go on where they were: nothing is lost, and nothing comes twice but what they had not noted.
+TEST_P(BusesDeathTest, AreTakenUpAgainBySubscribers) {
+    Counter noted, wrong, published;
+    Victim publisher(0, [&] { publishRound(0, published); });
+    for (unsigned round = 0; round < 20; ++round) {
+        const uint64_t before = noted;
+        Victim subscriber(round, [&] {
+            const auto own = open();
+            const auto take = [&](const Record& it) {
+                if (it.sequence != noted + 1) wrong = wrong + 1;
+                noted = it.sequence;
+            };
+            const auto subscription =
+                own->subscribe({}, From::at(noted + 1), {take, [&](uint64_t lost) { wrong = wrong + lost; }});
+            for (;;) subscription->poll(100);
+        });
+        subscriber.kill([&] { return noted > before; });
+    }
+    publisher.kill();
+    Counter rest; // after what was noted
+    Victim subscriber(0, [&] {
+        const auto own = open();
+        const auto sequences = all(*own, {}, From::at(noted), published); // the last one again
+        rest = sequences.size() - 1;
+        pause();
+    });
+    subscriber.kill([&] { return noted + rest >= published; });
+    EXPECT_TRUE(published <= noted + rest && noted + rest <= published + 1);
+    EXPECT_EQ(wrong, 0u);
+    EXPECT_GT(noted, 20u);
+}
+
+TEST_P(Buses, TellStalledSubscribersWhatTheyMissed) {
+    const auto bus = open();
+    uint64_t told = 0, delivered = 0;
+    const auto slow = bus->subscribe({.messages = {"SubmitOrderMessage"}}, From::live(),
+                                     {[&](const Record&) { ++delivered; }, [&](uint64_t lost) { told += lost; }});
+    const int count = isMem ? 60'000 : 2000; // more than the ring holds; a stream keeps all
+    for (int i = 1; i < count; ++i) publishTimer(*bus, i);
+    publishOrder(*bus, 1);
+    pollTo(*slow, static_cast<uint64_t>(count));
+    EXPECT_EQ(delivered, 1u);
+    EXPECT_EQ(told, slow->lost());
+    EXPECT_EQ(told > unsigned(count) / 2, isMem);
+    EXPECT_EQ(told == 0, !isMem);
+}
+
+TEST_P(Buses, TellWhoIsThere) {
+    const auto bus = open();
+    std::string events;
+    uint64_t last = 0;
+    const auto note = [&](const char* what) {
+        return [&events, what](const Incarnation& it) {
+            events += what + std::to_string(it.application) + '.' + std::to_string(it.generation) + ' ';
+        };
+    };
+    Peers peers(QL_PRESENCE, {note("+"), note("-"), note("?"), note("!")}, 100);
+    const auto subscription =
+        bus->subscribe({.families = {"memory-bus"}}, From::oldest(), {[&](const Record& it) { peers.take(it); }, {}});
+    const auto look = [&](int64_t now, uint64_t said) {
+        pollTo(*subscription, last += said);
+        peers.look(now);
+        return std::exchange(events, "");
+    };
+    {
+        Presence one(*bus, QL_PRESENCE, {7, 1}, 0), other(*bus, QL_PRESENCE, {8, 1}, 0);
+        EXPECT_EQ(look(0, 2), "+7.1 +8.1 ");
+        one.beat(60, 50);
+        EXPECT_EQ(look(99, 1), "");
+        EXPECT_EQ(look(120, 0), "?8.1 ");
+        other.beat(130, 50);
+        EXPECT_EQ(look(130, 1), "+8.1 ");
+        Presence twin(*bus, QL_PRESENCE, {7, 2}, 140);
+        EXPECT_EQ(look(140, 1), "+7.2 !7.2 ");
+    }
+    EXPECT_EQ(look(140, 3), "-7.2 -8.1 -7.1 ");
+    EXPECT_EQ(peers.present(), 0u);
+}
+
+#ifdef QL_WITH_NATS
+class NatsBuses : public Buses {};
+class NatsBusesDeathTest : public Buses {};
+
+INSTANTIATE_TEST_SUITE_P(Engines, NatsBuses, testing::Values("nats"));
+INSTANTIATE_TEST_SUITE_P(Engines, NatsBusesDeathTest, testing::Values("nats"));
+
+// The server dies again and again, three times unless QL_KILLS tells another number.
+TEST_P(NatsBusesDeathTest, OutliveTheirServer) {
+    Counter acknowledged;
+    Witness witness;
+    const Victim reader(0, [&] { witness(*this); });
+    Victim publisher(1, [&] { publishRound(0, acknowledged); });
+    const char* const kills = std::getenv("QL_KILLS");
+    for (int left = kills != nullptr ? std::atoi(kills) : 3; left > 0; --left) {
+        EXPECT_TRUE(reaches(acknowledged, acknowledged + 20));
+        server.stop();
+        server.start();
+    }
+    EXPECT_TRUE(reaches(acknowledged, acknowledged + 20));
+    publisher.kill();
+    EXPECT_TRUE(reaches(witness.last, acknowledged)) << "lost";
+    EXPECT_EQ(witness.wrong, 0u);
+    EXPECT_LE(witness.delivered, acknowledged + 1);
+    RecordProperty("acknowledged", std::to_string(acknowledged));
+    RecordProperty("delivered", std::to_string(witness.delivered));
+}
+
+TEST_P(NatsBuses, SayWhatTheyCarryInSubjects) {
+    open(); // waits for the server
+    const NatsBus bus(url, qlTopics());
+    InBlock<SubmitOrderMessage> order;
+    order->contents.marketID = -7;
+    const std::string body = encoded(*order);
+    EXPECT_EQ(bus.subjectOf({.id = SubmitOrderMessage::ID, .body = body}), "ql.orders.SubmitOrderMessage.-7");
+    EXPECT_EQ(bus.subjectOf({.id = TimerMessage::ID, .body = "\x0e"}), "ql.internals.TimerMessage.-");
+    EXPECT_EQ(bus.subjectOf({.id = 0x1234, .body = ""}), "ql.12.-.-");
+    for (const char* other : {"nats://127.0.0.1:1", "nats://127.0.0.1:1/a.b", "nats://127.0.0.1:1?x=1",
+                              "nats://127.0.0.1:1?replicas=0", "nats://127.0.0.1:1?ca", "nats://127.0.0.1:1?ca=/none"})
+        EXPECT_THROW(NatsBus(other, qlTopics()), BusError) << other;
+}
+
+// What a stranger publishes there by himself, too short for an identifier, is told as lost.
+TEST_P(NatsBuses, TellPayloadsOfStrangers) {
+    const auto bus = open();
+    publishTimer(*bus, 1);
+    const std::string said = "CONNECT {\"verbose\":false}\r\nPUB ql.x 1\r\nx\r\nPING\r\n";
+    EXPECT_EQ(folder
+                  .run("exec 3<>/dev/tcp/127.0.0.1/" + server.url().substr(17) + "; printf '" + said
+                       + "' >&3; timeout 5 grep -m1 PONG <&3")
+                  .exitCode,
+              0);
+    publishTimer(*bus, 2);
+    EXPECT_EQ(all(*bus, {}, From::oldest(), 3, 1), (std::vector<uint64_t>{1, 3}));
+}
+#endif
+
+TEST(MemBuses, OfOtherKindsAreRefused) {
+    const Folder folder;
+    for (const char* other :
+         {"mem:", "mem:a/b", "mem:/none/x", "mem:a?size=", "mem:a?size=0", "mem:a?sizes=1", "x:y", "x"})
+        EXPECT_THROW(openBus(other, qlTopics()), BusError) << other;
+    EXPECT_THROW(openBus("mem:" + folder.write("foreign", std::string(100'000, 'x')), qlTopics()), BusError);
+}
+
+// A ring that holds little, of which a journal is kept.
+class KeptBuses : public Buses {
+  protected:
+    const std::string small = "mem:" + folder.path("small"), path = folder.path("journal");
+    const std::unique_ptr<Bus> kept = (MemRing::open(folder.path("small"), 1), openBus(small, qlTopics()));
+    std::optional<Journal> journal = Journal(path);
+
+    void record(Recorder& recorder) {
+        while (recorder.poll(0) != 0) {
+        }
+    }
+    void publish(Recorder& recorder, int first, int last) {
+        for (int i = first; i <= last; ++i) {
+            publishTimer(*kept, i);
+            if (i % 100 == 0) record(recorder);
+        }
+        record(recorder);
+    }
+    static std::vector<uint64_t> numbers(int first, int last) {
+        std::vector<uint64_t> sequences;
+        for (int i = first; i <= last; ++i) sequences.push_back(static_cast<uint64_t>(i));
+        return sequences;
+    }
+};
+
+INSTANTIATE_TEST_SUITE_P(Engines, KeptBuses, testing::Values("mem"));
+
+TEST_P(KeptBuses, ServeLateJoinersFromTheirJournal) {
+    Recorder recorder(*kept, *journal);
+    publish(recorder, 1, 10'000);
+    EXPECT_EQ(recorder.lost(), 0u);
+    for (const int first : {1, 5000, 9990, 10'000}) {
+        const auto begin = static_cast<uint64_t>(first);
+        EXPECT_EQ(all(*kept, {}, From::at(begin), 10'000), numbers(first, 10'000));
+        EXPECT_EQ(all(*kept, {}, From::since(timeOf(begin)), 10'000), numbers(first, 10'000));
+    }
+    // The journal grows while it is read, and what is published last is in the ring alone.
+    int next = 10'000;
+    std::vector<uint64_t> got;
+    const auto subscription = kept->subscribe({}, From::oldest(),
+                                              {[&](const Record& it) {
+                                                   got.push_back(it.sequence);
+                                                   if (it.sequence % 7 == 0 && next < 20'000)
+                                                       publishTimer(*kept, ++next);
+                                                   if (it.sequence % 500 == 0) record(recorder);
+                                               },
+                                               {}});
+    while (subscription->poll(10) != 0) {
+    }
+    EXPECT_EQ(got, numbers(1, next));
+    EXPECT_EQ(subscription->lost(), 0u);
+    std::filesystem::remove_all(path);
+    const uint64_t oldest = all(*kept, {}, From::oldest(), got.back()).front();
+    EXPECT_GT(oldest, 1000u);
+    EXPECT_EQ(all(*kept, {}, From::at(1), got.back(), oldest - 1).front(), oldest)
+        << "no journal any more: what is lost is told";
+}
+
+TEST_P(KeptBuses, RefuseToPublishWhatCannotBeKept) {
+    Recorder recorder(*kept, *journal);
+    publish(recorder, 1, 10);
+    int next = 10;
+    {
+        const FullDisk disk(2000);
+        while (recorder.refusal().empty()) {
+            publishTimer(*kept, ++next);
+            record(recorder);
+        }
+        try {
+            publishTimer(*kept, next + 1);
+            ADD_FAILURE() << "published";
+        } catch (const BusError& error) {
+            EXPECT_NE(std::string(error.what()).find("File too large"), std::string::npos) << error.what();
+        }
+        record(recorder);
+    }
+    record(recorder);
+    publish(recorder, next + 1, next + 10);
+    EXPECT_EQ(journal->last(), static_cast<uint64_t>(next) + 10);
+    EXPECT_EQ(recorder.lost(), 0u);
+
+    Victim keeper(0, [&] {
+        kept->journalIs({path, "it is away"}, 0);
+        pause();
+    });
+    EXPECT_THROW(for (;;) publishTimer(*kept, ++next), BusError);
+    keeper.kill();
+    publishTimer(*kept, ++next);
+}
+
+TEST_P(KeptBuses, GoOnWithTheSequencesOfTheirJournal) {
+    {
+        Recorder recorder(*kept, *journal);
+        publish(recorder, 1, 1000);
+    }
+    std::filesystem::remove(folder.path("small")); // as when the machine starts anew
+    const auto again = openBus(small, qlTopics());
+    const auto early = again->subscribe({}, From::live(), {[](const Record&) {}, {}});
+    Recorder recorder(*again, *journal);
+    EXPECT_EQ(publishTimer(*again, 1001), 1001u);
+    early->poll(0);
+    EXPECT_EQ(early->lost(), 0u);
+    EXPECT_EQ(all(*again, {}, From::at(1), 1001), numbers(1, 1001));
+
+    std::filesystem::remove(folder.path("small"));
+    const auto anew = openBus(small, qlTopics());
+    publishTimer(*anew, 1);
+    EXPECT_THROW(Recorder(*anew, *journal), BusError) << "who came first used numbers that the journal has";
 }
 
 } // namespace

@@ -298,7 +298,7 @@ class Ring : public testing::Test {
     const Folder folder;
     const std::string path = folder.path("ring");
     Host::MemRing ring = Host::MemRing::open(path, 1);
-    Host::RingRecord record;
+    Host::Record record;
 
     void publish(uint64_t seed) { ring.publish({.id = 7, .body = ringBody(seed), .time = static_cast<int64_t>(seed)}); }
 };
@@ -316,7 +316,7 @@ TEST_F(Ring, ReadersGetWhatIsThereAndAreToldWhatIsNot) {
     }
     const Host::MemRing again = Host::MemRing::open(path, 1 << 20); // as another process sees it
     EXPECT_EQ(again.size(), ring.size());
-    Host::RingReader oldest(again, Host::RingReader::From::oldest), late(again);
+    Host::RingReader oldest(again, Host::From::oldest()), late(again);
     EXPECT_FALSE(late.next(record));
     uint64_t read = 0;
     for (; slow.next(record); ++read) EXPECT_EQ(seedOf(record.body), record.sequence);
@@ -370,7 +370,7 @@ TEST_F(Ring, ForeignFilesAreRefused) {
         }
     };
     expectRefused(0, 'x', "is no ring");
-    expectRefused(8, 2, "layout 2, not 1");
+    expectRefused(8, 1, "layout 1, not 2");
     expectRefused(17, 1, "another size");
     expectRefused(bytes.size(), 1, "another size");
     EXPECT_THROW(Host::MemRing::open(folder.write("short", bytes.substr(0, 100))), Host::RingError);
@@ -417,7 +417,7 @@ TEST_F(Ring, ManyPublishAndReadAtOnce) {
     for (Host::RingReader& reader : places)
         readers.emplace_back([&] {
             const int pause = &reader == &places[0] ? 0 : 200;
-            Host::RingRecord it;
+            Host::Record it;
             std::map<uint64_t, uint64_t> last; // of each publisher
             uint64_t read = 0, sequence = 0;
             for (bool wasOver = false;;) {

@@ -11,15 +11,12 @@
 #include <string_view>
 #include <vector>
 
+#include "Host/Topics.h"
 #include "Inspect/Protocol.h"
 
 namespace qlproto {
 
-/// Messages that belong together, told by the high byte of their identifiers. For people only.
-struct Family {
-    unsigned highByte;
-    std::string_view name;
-};
+using Host::Family;
 
 /// An example at the end of a command's help.
 struct Example {
@@ -42,7 +39,8 @@ struct Tool {
 
     // What cannot be known of any protocol.
     std::string_view title = {};            ///< the name in sentences, if not "the protocol NAME"
-    std::span<const Family> families = {};  ///< of messages, for --family
+    std::span<const Family> families = {};  ///< of messages, for --family and for buses
+    std::span<const std::string_view> busKeys = {}; ///< see Host::Topics
     std::span<const Example> examples = {}; ///< instead of those that fit any protocol
     Sample sample = {};                     ///< or else the first message
     std::string_view keyFields = {};        ///< names of fields that tell most; a packet analyser shows them first

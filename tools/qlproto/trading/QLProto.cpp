@@ -4,6 +4,7 @@
 
 #include "Capture/Packet.h"
 #include "Capture/Verification.h"
+#include "Host/QLProtocol.h"
 #include "generated/QLProtocol/QLProtocol.traits.h"
 #include "tools/qlproto/Tool.h"
 #include "tools/qlproto/trading/session/Session.h"
@@ -11,13 +12,6 @@
 namespace qlproto {
 
 namespace {
-
-/// No receiver may rely on them.
-constexpr Family FAMILIES[] = {
-    {0x00, "control"},  {0x02, "quotes"}, // MassQuoteAckMessage, whose identifier is out of line
-    {0xA0, "liveness"}, {0xB0, "market-data"}, {0xD0, "internals"},  {0xF0, "orders"},
-    {0xF2, "quotes"},   {0xFA, "clients"},     {0xFB, "memory-bus"},
-};
 
 constexpr Example EXAMPLES[] = {
     {"", "$tool generate --messages 100000 --seed 7 -o session.pcap"},
@@ -96,7 +90,8 @@ constinit const Tool thisTool{
     .filterPrefix = "ql",
     .protocol = Inspect::protocol_of<Quillon::QLProtocolTraits>(),
     .title = "the QLProtocol",
-    .families = FAMILIES,
+    .families = Host::QL_FAMILIES,
+    .busKeys = Host::QL_KEYS,
     .examples = EXAMPLES,
     .sample = {"TimerMessage", "{\"tqid\": 7}"},
     .keyFields = "clOrdID orderID quoteID tradeID execID userID userName marketID feedID side amount price ordStatus "
