@@ -119,5 +119,5 @@ foreach(file docs/definition.md docs/evolution.md docs/framing.md docs/own-proto
 endforeach()
 install(DIRECTORY examples DESTINATION ${documents} COMPONENT development)
 if(QL_BUILD_TOOLS)
-    install(FILES docs/analyser.md DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/qlproto COMPONENT tools)
+    install(FILES docs/analyser.md docs/sql.md DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/qlproto COMPONENT tools)
 endif()

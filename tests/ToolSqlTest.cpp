@@ -1,5 +1,8 @@
 // SQL over captures: the answers are those of the other commands, whatever of the messages was decoded for them.
+#include <algorithm>
+#include <filesystem>
 #include <fstream>
+#include <set>
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -23,7 +26,7 @@ class Sql : public testing::Test {
         return folder.run("qlproto query " + options + " \"$(cat sql)\"");
     }
 
-    const ToolFolder folder;
+    const ToolFolder folder{};
 };
 
 TEST_F(Sql, CountsWhatStatsCounts) {
@@ -139,6 +142,133 @@ TEST_F(Sql, MistakesAreToldWithTheirPlace) {
     EXPECT_EQ(query("SELECT 'x'::INT").exitCode, 2);
     EXPECT_EQ(folder.run("printf 'SELEC 1;\\nSELECT 1;' | qlproto query session.pcap").out, "");
     EXPECT_EQ(query("COPY (SELECT 1) TO '/dev/full' (FORMAT csv)").exitCode, 3);
+}
+
+TEST_F(Sql, RecipesRunAsTheyStand) {
+    ASSERT_EQ(folder.run("qlproto generate --profile incident --messages 20000 --seed 7 -o session.pcap").exitCode, 0);
+    ASSERT_EQ(folder.run("qlproto export session.pcap -o columns --format parquet --message MktDataMessage").exitCode,
+              0);
+    std::ifstream text(QL_ROOT "/docs/sql.md");
+    std::string recipe;
+    bool isRecipe = false;
+    size_t recipes = 0;
+    for (std::string line; std::getline(text, line);) {
+        if (line == "```sql") {
+            isRecipe = true;
+            recipe.clear();
+        } else if (isRecipe && line == "```") {
+            isRecipe = false;
+            ++recipes;
+            const auto result = query(recipe);
+            EXPECT_EQ(result.exitCode, 0) << recipe << result.err;
+            EXPECT_GT(result.lines(), 1u) << recipe;
+        } else if (isRecipe) {
+            recipe += line + '\n';
+        }
+    }
+    EXPECT_GE(recipes, 10u);
+}
+
+// --- export
+
+/// The rows of all files of the folder, without what differs: the capture and the hour.
+std::multiset<std::string> rowsIn(const ToolFolder& folder, const std::string& path) {
+    std::multiset<std::string> rows;
+    for (const auto& it : std::filesystem::recursive_directory_iterator(folder.path(path))) {
+        if (!it.is_regular_file() || it.path().filename().native()[0] == '.') continue;
+        std::ifstream file(it.path());
+        for (std::string line; std::getline(file, line);) rows.insert(line);
+    }
+    return rows;
+}
+
+class Export : public testing::Test {
+  protected:
+    void SetUp() override {
+        Quillon::initialize();
+        // Over the turn of an hour and back.
+        std::vector<ToolFolder::Packet> packets;
+        for (int64_t i = 0; i < 60; ++i) {
+            const int64_t time = 1709539199'000000000 + i * 100'000'000 - (i == 12 ? 300'000'000 : 0);
+            packets.emplace_back(
+                time, ToolFolder::packet<Quillon::TimerMessage>([&](auto& it) { it.tqid = static_cast<int32_t>(i); }));
+            packets.emplace_back(time, ToolFolder::packet<Quillon::SubmitOrderMessage>([&](auto& it) {
+                                     it.userID = static_cast<int32_t>(i);
+                                     it.contents.clOrdID = "a,\"b\n";
+                                     it.contents.price = Velmora::NA;
+                                     it.contents.parameters.resize(1);
+                                     it.contents.parameters[0].key = "k";
+                                     it.contents.parameters[0].value = "v";
+                                 }));
+        }
+        packets.emplace_back(1709539199'000000000, "x");
+        folder.store("session.pcap", packets);
+    }
+
+    void TearDown() override { Quillon::finalize(); }
+
+    size_t files(const std::string& pattern) const { return folder.run("ls " + pattern).lines(); }
+
+    const ToolFolder folder{};
+};
+
+TEST_F(Export, FilesByMessageAndHourHoldTheRows) {
+    const auto result = folder.run("qlproto export session.pcap -o csv --format csv");
+    EXPECT_EQ(result.exitCode, 1) << "one packet is bad";
+    EXPECT_EQ(files("csv/Timer/hour=2024-03-04T07/* csv/Timer/hour=2024-03-04T08/*"), 2u);
+    EXPECT_EQ(files("csv"), 3u) << "and faults";
+    const auto timers = rowsIn(folder, "csv/Timer"), orders = rowsIn(folder, "csv/SubmitOrder");
+    EXPECT_EQ(timers.size(), 62u) << "60 rows, two headers";
+    EXPECT_EQ(timers.count("_packet,_time,_id,_capture,tqid"), 2u);
+    EXPECT_EQ(timers.count("25,2024-03-04 07:59:59.900000000,53284,session.pcap,12"), 1u);
+    EXPECT_EQ(orders.size(), 62u);
+    EXPECT_TRUE(std::ranges::any_of(orders, [](const std::string& it) {
+        return it.find(",\"a,\"\"b\\n\",") != it.npos && it.find(",,NA,") != it.npos
+               && it.find("\"[{\"\"key\"\":\"\"k\"\",\"\"value\"\":\"\"v\"\"}]\"") != it.npos;
+    })) << *orders.begin();
+    EXPECT_EQ(rowsIn(folder, "csv/faults").size(), 2u);
+
+    folder.run("qlproto export session.pcap -o ndjson --format ndjson --price-scale 100");
+    for (const std::string& row : rowsIn(folder, "ndjson/SubmitOrder")) {
+        const Json json = Json::parse(row);
+        EXPECT_EQ(json["contents"]["clOrdID"], "a,\"b\n");
+        EXPECT_TRUE(json["contents"]["price"].is_null());
+        EXPECT_EQ(json["contents"]["amount"], 0.0);
+        EXPECT_EQ(json["contents"]["parameters"][0]["key"], "k");
+    }
+}
+
+TEST_F(Export, GoesOnWhereItWasAndLeavesNoHalfFile) {
+    folder.run("qlproto export session.pcap -o made --format csv; rm made/Timer/.complete-*; rm made/Timer/*/*");
+    const auto again = folder.run("mkdir made/.part-999999999; touch -d yesterday made/SubmitOrder/hour=*/*; "
+                                  "qlproto export session.pcap -o made --format csv");
+    EXPECT_NE(again.err.find("2 files written, 2 tables kept"), again.err.npos) << again.err;
+    EXPECT_EQ(rowsIn(folder, "made/Timer").size(), 62u);
+    EXPECT_EQ(files("-A made | grep part"), 0u) << "of a process that was killed";
+
+    folder.run("touch session.pcap");
+    EXPECT_NE(folder.run("qlproto export session.pcap -o made --format csv").err.find("5 files written"),
+              std::string::npos);
+
+    const auto full = folder.run("ulimit -f 4; qlproto export session.pcap -o small --format csv");
+    EXPECT_EQ(full.exitCode, 3) << full.err;
+    EXPECT_EQ(folder.run("find small -type f | grep -v complete").lines(), 2u)
+        << "those of Timer alone are small enough";
+    EXPECT_EQ(files("-A small | grep part"), 0u);
+}
+
+TEST_F(Export, ParquetHoldsWhatTheTablesHold) {
+    NEEDS_ENGINE();
+    EXPECT_EQ(folder.run("qlproto export session.pcap -o made --format parquet").exitCode, 1);
+    const std::string difference =
+        "SELECT count(*) AS n FROM ((FROM SubmitOrder) EXCEPT ALL (SELECT * EXCLUDE (hour) FROM read_parquet("
+        "'made/SubmitOrder/*/*.parquet', hive_partitioning = true)));"
+        "SELECT count(*) AS a, count(DISTINCT hour) AS b, typeof(any_value(_time)) AS c FROM "
+        "read_parquet('made/SubmitOrder/*/*.parquet')";
+    folder.write("sql", difference);
+    EXPECT_EQ(folder.run("qlproto query session.pcap \"$(cat sql)\"").out, "n\n0\na,b,c\n60,2,TIMESTAMP_NS\n");
+    EXPECT_EQ(folder.run("ulimit -f 1; qlproto export session.pcap -o small --format parquet").exitCode, 3);
+    EXPECT_EQ(files("-AR small | grep -E 'parquet|part'"), 0u);
 }
 
 TEST(SqlWithoutEngine, IsToldHowToInstallIt) {

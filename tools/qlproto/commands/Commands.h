@@ -41,6 +41,7 @@ void addDiff(CLI::App& app, Commands& commands);
 void addDissector(CLI::App& app, Commands& commands);
 void addEncode(CLI::App& app, Commands& commands);
 void addEnum(CLI::App& app, Commands& commands);
+void addExport(CLI::App& app, Commands& commands);
 void addGenerate(CLI::App& app, Commands& commands);
 void addLatency(CLI::App& app, Commands& commands);
 void addManual(CLI::App& app, Commands& commands); ///< adds manpage and completion

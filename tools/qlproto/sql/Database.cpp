@@ -18,12 +18,6 @@ namespace {
 constexpr const char* FUNCTION = "captures"; // "FROM captures('MktDataMessage')", which views hide
 constexpr std::string_view SUFFIX = "Message";
 
-std::string inQuotes(std::string_view text, char quote) {
-    std::string result(1, quote);
-    for (const char c : text) result.append(c == quote ? 2 : 1, c);
-    return result += quote;
-}
-
 /// A structure of Arrow that is released at its end.
 template <class Arrow>
 struct Owned : Arrow {
@@ -388,6 +382,12 @@ void Database::materialize(Prepared& statement, RowSink& sink) {
 }
 
 // --- statements
+
+std::string inQuotes(std::string_view text, char quote) {
+    std::string result(1, quote);
+    for (const char c : text) result.append(c == quote ? 2 : 1, c);
+    return result += quote;
+}
 
 std::vector<std::string> statementsIn(std::string_view text, std::string* rest) {
     std::vector<std::string> statements;

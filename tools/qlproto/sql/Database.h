@@ -99,6 +99,9 @@ class Database {
     std::atomic<bool> _hasFaults = false;
 };
 
+/// A name in SQL, in " ", or a text, in ' '.
+std::string inQuotes(std::string_view text, char quote);
+
 /// The statements of a text, each without the semicolon that ends it. The last one may lack it: `rest`, where it is given, is
 /// that one, which is not among them then. Semicolons in quotes and comments end nothing.
 std::vector<std::string> statementsIn(std::string_view text, std::string* rest = nullptr);

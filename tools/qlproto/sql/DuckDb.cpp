@@ -41,7 +41,7 @@ std::string installedByNpm() {
     return {};
 }
 
-void* open() {
+void* openLibrary() {
     if (const char* const path = std::getenv(VARIABLE); path != nullptr && *path != '\0') {
         if (void* const library = dlopen(path, RTLD_NOW | RTLD_LOCAL)) return library;
         throw Capture::IoError(std::string(VARIABLE) + ": " + dlerror());
@@ -56,7 +56,7 @@ void* open() {
 }
 
 engine::Functions load() {
-    void* const library = open();
+    void* const library = openLibrary();
     engine::Functions functions{};
     const auto find = [&](const char* name) {
         void* const function = dlsym(library, name);
