@@ -53,10 +53,11 @@ TEST(Examples, OfTheDocumentsRunAsPrinted) {
     size_t commands = 0, blocks = 0;
     for (const std::filesystem::path& document : documents) {
         std::ifstream text(document);
-        bool isBlock = false;
+        bool isFenced = false, isBlock = false;
         for (std::string line; std::getline(text, line);) {
             if (line.starts_with("```")) {
-                isBlock = !isBlock && line == "```";
+                isFenced = !isFenced;
+                isBlock = isFenced && line == "```";
                 ++blocks;
             }
             for (std::sregex_iterator it(line.begin(), line.end(), script), end; it != end; ++it)

@@ -33,6 +33,7 @@ else
             [ "$control" = "./control ./md5sums ./shlibs ./triggers " ] || fail "control files of $name: $control"
             ;;
         qlproto | qlgen) needed=libfmt ;;
+        python3-qlproto) needed=python3-numpy ;;
         esac
         case $depends in *"$needed"*) ;; *) fail "$name depends on '$depends', not on $needed" ;; esac
         about=$prefix/share/doc/$name
@@ -41,6 +42,7 @@ else
     done
     expected=" libqlprotocol-dev qlgen qlproto"
     [ "$(setting BUILD_SHARED_LIBS)" != ON ] || expected=" libqlprotocol-dev libqlprotocol1 qlgen qlproto"
+    [ "$(setting QL_PYTHON_IS_BUILT)" != ON ] || expected="${expected% qlgen qlproto} python3-qlproto qlgen qlproto"
     [ "$names" = "$expected" ] || fail "packages made:$names"
     twice=$(sort "$work/files" | uniq -d)
     [ -z "$twice" ] || fail "in two packages: $twice"

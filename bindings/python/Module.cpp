@@ -1,0 +1,296 @@
+// The module qlproto._core; qlproto/__init__.py is what its users see.
+#include <cstdlib>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <pybind11/functional.h>
+#include <pybind11/pybind11.h>
+#include <pybind11/stl.h>
+
+#include "Capture/Errors.h"
+#include "Capture/Reader.h"
+#include "Capture/Verification.h"
+#include "Columns/Scan.h"
+#include "Inspect/Checked.h"
+#include "Inspect/Json.h"
+#include "Inspect/SizeWalk.h"
+#include "bindings/python/Arrays.h"
+#include "bindings/python/Values.h"
+
+namespace py = pybind11;
+
+namespace qlproto_python {
+namespace {
+
+const Inspect::Protocol& protocol() { return Inspect::default_protocol(); }
+
+/// Raised for bodies and dicts that are wrong; the module's exceptions take what it holds.
+struct Refused {
+    const char* exception;
+    std::string reason, path;
+    std::optional<size_t> offset;
+};
+
+const Inspect::MessageInfo& messageOf(const py::object& nameOrId) {
+    const bool isName = py::isinstance<py::str>(nameOrId);
+    const std::string name = isName ? nameOrId.cast<std::string>() : "";
+    const long id = isName ? -1 : nameOrId.cast<long>();
+    for (const Inspect::MessageInfo& it : Inspect::all_messages(protocol()))
+        if (isName ? it.type->name == name || it.type->name == name + "Message" : it.id == id) return it;
+    throw py::key_error("no message is " + py::str(nameOrId).cast<std::string>());
+}
+
+Inspect::Policy policyOf(const std::string& name) {
+    for (const auto& [known, policy] :
+         {std::pair("whole", Inspect::whole), std::pair("strict", Inspect::strict),
+          std::pair("tolerant", Inspect::tolerant), std::pair("rolling", Inspect::rolling)})
+        if (name == known) return policy;
+    throw py::value_error("no policy is " + name);
+}
+
+py::object verify(const py::object& nameOrId, const std::string& body, const std::string& policy) {
+    const Inspect::MessageInfo& message = messageOf(nameOrId);
+    const Inspect::Result result = Capture::verifyBody(protocol(), message.id, body, policyOf(policy));
+    if (result) return py::none();
+    return py::make_tuple(Inspect::to_string(result.fault), result.offset, result.path(), result.text());
+}
+
+py::dict decode(const py::object& nameOrId, const std::string& body, const std::string& policy) {
+    const Inspect::MessageInfo& message = messageOf(nameOrId);
+    const Inspect::Policy liberties = policyOf(policy);
+    std::optional<BodyValues> values;
+    Inspect::Result result;
+    {
+        const py::gil_scoped_release unlocked;
+        result = Capture::verifyBody(protocol(), message.id, body, liberties);
+        std::string room;
+        if (result) values.emplace(*message.type, Capture::readableBody(protocol(), result, body, room));
+    }
+    if (!result) throw Refused{"DecodeError", result.text(), result.path(), result.offset};
+    return values->object();
+}
+
+/// `json` is the message as JSON (Inspect/Json.h).
+py::bytes encode(const py::object& nameOrId, const std::string& json) {
+    constexpr size_t longest = 1 << 20, block = 33 * longest;
+    const Inspect::MessageInfo& message = messageOf(nameOrId);
+    const auto memory = std::make_unique_for_overwrite<char[]>(block);
+    const auto body = std::make_unique_for_overwrite<char[]>(longest);
+    Velmora::BufferAllocator alloc(memory.get(), static_cast<int>(block), "qlproto", "encode");
+    Velmora::MsgDescriptor& descriptor = *protocol().instance()->getDescriptor(message.id);
+    void* const place = alloc.allocate(descriptor.size());
+    descriptor.construct(place, alloc);
+    const auto destroy = [&](void* it) { descriptor.destroy(it); };
+    const std::unique_ptr<void, decltype(destroy)> owner(place, destroy);
+    try {
+        Inspect::from_json(protocol(), message.id, json, place);
+    } catch (const Inspect::JsonError& error) {
+        throw Refused{"EncodeError", error.what(), error.path(), std::nullopt};
+    } catch (const Inspect::DoesNotFit& error) {
+        throw Refused{"EncodeError", error.what(), error.path(), std::nullopt};
+    }
+    const Inspect::Encoded encoded =
+        Inspect::encode_checked(protocol(), message.id, place, body.get(), body.get() + longest);
+    if (!encoded) throw Refused{"EncodeError", encoded.text(), encoded.field, std::nullopt};
+    return {body.get(), encoded.size};
+}
+
+/// The good messages of captures, one by one.
+class Messages {
+  public:
+    Messages(std::vector<std::string> paths, const std::string& policy, const std::vector<std::string>& names)
+        : _paths(std::move(paths)), _policy(policyOf(policy)) {
+        for (const std::string& name : names) _ids.push_back(messageOf(py::str(name)).id);
+    }
+
+    /// (name, identifier, time, packet, capture, body, dict), or nothing at the end.
+    py::object next() {
+        {
+            const py::gil_scoped_release unlocked;
+            if (!advance()) return py::none();
+        }
+        return py::make_tuple(textOf(_type->name), _id, _packet.time, _number, _paths[_opened - 1],
+                              py::bytes(_packet.bytes.substr(Capture::IDENTIFIER_SIZE)), _values->object());
+    }
+
+    uint64_t faults() const { return _faults; }
+
+  private:
+    bool advance() {
+        for (;;) {
+            if (_capture == nullptr) {
+                if (_opened == _paths.size()) return false;
+                _capture = std::make_unique<Capture::Reader>(_paths[_opened], protocol());
+                ++_opened;
+                _number = 0;
+            }
+            const bool isThere = _capture->next(_packet);
+            if (_capture->damage() != nullptr) ++_faults;
+            if (!isThere) {
+                _capture.reset();
+                continue;
+            }
+            ++_number;
+            if (isTaken()) return true;
+        }
+    }
+
+    bool isTaken() {
+        const std::string_view bytes = _packet.bytes;
+        const bool hasId = bytes.size() >= Capture::IDENTIFIER_SIZE;
+        if (hasId) _id = Capture::identifierOf(bytes);
+        if (hasId && !_ids.empty() && std::find(_ids.begin(), _ids.end(), _id) == _ids.end()) return false;
+        const auto fault = Capture::verifyPacket(protocol(), bytes, _capture->originalLength(), _policy);
+        if (fault) {
+            ++_faults;
+            return false;
+        }
+        _type = Inspect::reflect(protocol(), _id);
+        const std::string_view body = bytes.substr(Capture::IDENTIFIER_SIZE);
+        const Inspect::Result result = Capture::verifyBody(protocol(), _id, body, _policy);
+        _values.emplace(*_type, Capture::readableBody(protocol(), result, body, _room));
+        return true;
+    }
+
+    const std::vector<std::string> _paths;
+    const Inspect::Policy _policy;
+    std::vector<Velmora::MsgType_t> _ids; ///< all if empty
+    std::unique_ptr<Capture::Reader> _capture;
+    size_t _opened = 0;
+    Capture::Packet _packet;
+    uint64_t _number = 0, _faults = 0;
+    Velmora::MsgType_t _id = 0;
+    const Inspect::TypeInfo* _type = nullptr;
+    std::optional<BodyValues> _values;
+    std::string _room;
+};
+
+/// A stream of batches. Whoever takes it by its capsule, takes it over.
+class Stream {
+  public:
+    Stream(std::vector<std::string> paths, const std::string& table, const std::vector<std::string>& columns,
+           std::optional<int> decimals, bool showsSecrets, const std::string& policy, size_t batchRows) {
+        Columns::Request request{.table = table,
+                                 .options = {.showsSecrets = showsSecrets, .decimals = decimals},
+                                 .policy = policyOf(policy),
+                                 .batchRows = batchRows};
+        if (!columns.empty())
+            request.options.takes = [columns](Inspect::Path path) {
+                const std::string text = Inspect::path_text(path);
+                // A record is taken with all in it.
+                return std::any_of(columns.begin(), columns.end(), [&](const std::string& it) {
+                    return text == it || (text.starts_with(it) && text[it.size()] == '.') || text + "_sentinel" == it;
+                });
+            };
+        Columns::exportStream(std::move(paths), protocol(), std::move(request), _stream);
+    }
+    ~Stream() {
+        if (_stream.release == nullptr) return;
+        const py::gil_scoped_release unlocked; // it waits for its threads
+        _stream.release(&_stream);
+    }
+    Stream(const Stream&) = delete;
+    Stream& operator=(const Stream&) = delete;
+
+    /// The next batch, or nothing at the end.
+    std::unique_ptr<Batch> next() {
+        if (_stream.release == nullptr) throw py::value_error("the stream was handed over");
+        ArrowArray array{};
+        {
+            const py::gil_scoped_release unlocked;
+            if (_schema == nullptr) {
+                ArrowSchema schema;
+                check(_stream.get_schema(&_stream, &schema));
+                _schema = std::shared_ptr<ArrowSchema>(new ArrowSchema(schema), [](ArrowSchema* it) {
+                    it->release(it);
+                    delete it;
+                });
+            }
+            check(_stream.get_next(&_stream, &array));
+        }
+        return array.release != nullptr ? std::make_unique<Batch>(_schema, array) : nullptr;
+    }
+
+    py::capsule capsule() {
+        if (_stream.release == nullptr) throw py::value_error("the stream was handed over");
+        auto* const stream = new ArrowArrayStream(_stream);
+        _stream.release = nullptr;
+        return py::capsule(stream, "arrow_array_stream", [](PyObject* it) {
+            auto* const held = static_cast<ArrowArrayStream*>(PyCapsule_GetPointer(it, "arrow_array_stream"));
+            if (held->release != nullptr) held->release(held);
+            delete held;
+        });
+    }
+
+  private:
+    void check(int result) {
+        if (result == 0) return;
+        const char* const error = _stream.get_last_error(&_stream);
+        throw Capture::IoError(error != nullptr ? error : "captures cannot be read");
+    }
+
+    ArrowArrayStream _stream{};
+    std::shared_ptr<ArrowSchema> _schema;
+};
+
+py::list messages() {
+    py::list result;
+    for (const Inspect::MessageInfo& it : Inspect::all_messages(protocol()))
+        result.append(py::make_tuple(textOf(it.type->name), it.id));
+    return result;
+}
+
+void translate(std::exception_ptr error) {
+    const auto raise = [](const char* name, const std::string& reason, const std::string& path,
+                          const std::optional<size_t>& offset) {
+        const py::object type = py::module_::import("qlproto").attr(name);
+        const py::object it = type(textOf(reason), path.empty() ? py::object(py::none()) : textOf(path), offset);
+        PyErr_SetObject(type.ptr(), it.ptr());
+    };
+    try {
+        if (error) std::rethrow_exception(error);
+    } catch (const Refused& it) {
+        raise(it.exception, it.reason, it.path, it.offset);
+    } catch (const Capture::IoError& it) {
+        raise("CaptureError", it.what(), "", std::nullopt);
+    } catch (const Capture::DamagedCapture& it) {
+        raise("CaptureError", it.what(), "", std::nullopt);
+    }
+}
+
+} // namespace
+} // namespace qlproto_python
+
+PYBIND11_MODULE(_core, module) {
+    using namespace qlproto_python;
+    Inspect::default_protocol().initialize();
+    py::register_exception_translator(translate);
+
+    module.def("messages", messages);
+    module.def("message", [](const py::object& nameOrId) {
+        const Inspect::MessageInfo& it = messageOf(nameOrId);
+        return py::make_tuple(textOf(it.type->name), it.id);
+    });
+    module.def("verify", verify);
+    module.def("decode", decode);
+    module.def("encode", encode);
+    module.def("describe", [](const py::object& nameOrId) { return describe(*messageOf(nameOrId).type); });
+
+    py::class_<Messages>(module, "Messages")
+        .def(py::init<std::vector<std::string>, const std::string&, const std::vector<std::string>&>())
+        .def("next", &Messages::next)
+        .def_property_readonly("faults", &Messages::faults);
+    py::class_<Stream>(module, "Stream")
+        .def(py::init<std::vector<std::string>, const std::string&, const std::vector<std::string>&, std::optional<int>,
+                      bool, const std::string&, size_t>())
+        .def("next", &Stream::next)
+        .def("capsule", &Stream::capsule);
+    py::class_<Batch>(module, "Batch")
+        .def("__len__", &Batch::rows)
+        .def("columns", &Batch::columns)
+        .def("column", [](const py::object& self, const std::string& path) { return Batch::column(self, path); })
+        .def("valid", &Batch::valid)
+        .def("words", [](const py::object& self, const std::string& path) { return Batch::words(self, path); });
+}

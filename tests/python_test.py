@@ -1,0 +1,190 @@
+"""The module qlproto: messages and columns are what the tool says, and nothing that is handed over crashes it."""
+import gc
+import glob
+import json
+import os
+import random
+import subprocess
+import sys
+import tempfile
+import threading
+import unittest
+
+import qlproto
+
+ROOT, TOOL = os.environ["QL_ROOT"], os.environ["QLPROTO_TOOL"]
+
+
+def run(*arguments):
+    return subprocess.run([TOOL, *arguments], check=True, capture_output=True, text=True).stdout
+
+
+def plain(value, like):
+    """A value of JSON as Python has it: integers of 64 bits are strings there."""
+    if isinstance(value, dict):
+        return {name: plain(it, like[name]) for name, it in value.items()}
+    if isinstance(value, list):
+        return [plain(it, other) for it, other in zip(value, like, strict=True)]
+    if isinstance(like, bytes):
+        return like if qlproto._json(like) == value else value
+    if isinstance(value, str) and isinstance(like, int):
+        return int(value)
+    return like if isinstance(like, str) and qlproto._json(like) == value else value
+
+
+class Bodies(unittest.TestCase):
+    def test_corpus_both_ways(self):
+        golden = hostile = 0
+        for path in glob.glob(ROOT + "/corpus/*.ndjson"):
+            with open(path, encoding="utf-8") as file:
+                lines = file.read().splitlines()
+            for line in lines:
+                vector = json.loads(line)
+                name, body = vector["message"], bytes.fromhex(vector["hex"])
+                if name == "PadMessage":  # a capture has it in the form that is written
+                    continue
+                if vector["kind"] == "hostile":
+                    hostile += 1
+                    with self.subTest(line=line):
+                        fault = qlproto.verify(name, body, "strict")
+                        self.assertIsNotNone(fault)
+                        self.assertEqual(fault.offset, vector["strict"]["offset"])
+                elif vector["kind"] == "golden":
+                    golden += 1
+                    with self.subTest(line=line):
+                        fields = qlproto.decode(vector["id"], body)
+                        self.assertEqual(plain(vector["body"], fields), fields)
+                        self.assertEqual(qlproto.encode(name, fields), body)
+        self.assertGreater(golden, 300)
+        self.assertGreater(hostile, 300)
+
+    def test_errors_tell_the_place(self):
+        body = qlproto.encode("Timer", {"tqid": 7})
+        with self.assertRaises(qlproto.DecodeError) as caught:
+            qlproto.decode("TimerMessage", body + b"x")
+        self.assertEqual((caught.exception.offset, caught.exception.path), (1, None))
+        with self.assertRaises(qlproto.DecodeError) as caught:
+            qlproto.decode("TimerMessage", b"")
+        self.assertEqual((caught.exception.offset, caught.exception.path), (0, "tqid"))
+        for fields in ({}, {"tqid": "x"}, {"tqid": 2**40}, {"tqid": 1, "other": 2}):
+            with self.assertRaises(qlproto.EncodeError) as caught:
+                qlproto.encode("TimerMessage", fields)
+            self.assertIn(caught.exception.path, ("tqid", "other", None))
+        for wrong in ("Tuner", 1234567, -1, "x" * 100000):
+            with self.assertRaises(KeyError):
+                qlproto.decode(wrong, b"")
+        with self.assertRaises(qlproto.CaptureError):
+            qlproto.open("/nowhere")
+        self.assertEqual(qlproto.describe(0xD024)["fields"][0]["name"], "tqid")
+
+    def test_hostile_bodies_raise(self):
+        random.seed(1)
+        raised = 0
+        for name in qlproto.messages():
+            for length in range(0, 200, 7):
+                try:
+                    qlproto.decode(name, random.randbytes(length))
+                except qlproto.DecodeError as error:
+                    raised += 1
+                    self.assertLessEqual(error.offset, length)
+        self.assertGreater(raised, 1000)
+
+
+class Captures(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.folder = tempfile.TemporaryDirectory()
+        cls.path = cls.folder.name + "/session.pcap"
+        run("generate", "--messages", "20000", "--seed", "7", "-o", cls.path)
+
+    @classmethod
+    def tearDownClass(cls):
+        cls.folder.cleanup()
+
+    def decoded(self, name):
+        return [json.loads(it) for it in run("decode", "--format", "json", "--message", name, self.path).splitlines()]
+
+    def test_messages_are_those_of_decode(self):
+        lines = run("decode", "--format", "json", self.path).splitlines()
+        count = 0
+        for message, line in zip(qlproto.open(self.path), lines, strict=True):
+            count += 1
+            if count % 50 == 0:
+                line = json.loads(line)
+                self.assertEqual((message.name, message.packet), (line["message"], count))
+                self.assertEqual(plain(line["body"], message.fields), message.fields)
+                self.assertEqual(bytes.fromhex(line["hex"]) if "hex" in line else message.bytes, message.bytes)
+        orders = list(qlproto.open(self.path).messages("SubmitOrderMessage"))
+        self.assertEqual(orders[0].contents.parameters[0].key, orders[0]["contents"]["parameters"][0]["key"])
+        with self.assertRaises(AttributeError):
+            orders[0].contents.none
+
+    def test_columns_are_those_of_decode(self):
+        lines = self.decoded("SubmitOrderMessage")
+        columns = qlproto.open([self.path]).table("SubmitOrder", batch_rows=100).to_numpy()
+        self.assertEqual([int(it["body"]["contents"]["amount"]) for it in lines], columns["contents.amount"].tolist())
+        self.assertEqual([it["body"]["contents"]["clOrdID"] for it in lines], columns["contents.clOrdID"].tolist())
+        self.assertEqual(str(columns["_time"].dtype), "datetime64[ns]")
+        try:
+            import pandas
+        except ImportError:
+            self.skipTest("no pandas")
+        frame = qlproto.open(self.path).table("SubmitOrder", batch_rows=100).to_pandas()
+        self.assertEqual(len(frame), len(lines))
+        self.assertEqual(frame["contents.side"].tolist(), [it["body"]["contents"]["side"] for it in lines])
+        stops = [it["body"]["contents"]["stopPrice"] for it in lines]
+        self.assertEqual(frame["contents.stopPrice_sentinel"].tolist(), [None if it.isdigit() else it for it in stops])
+        self.assertEqual(frame["contents.stopPrice"].isna().tolist(), [not it.isdigit() for it in stops])
+        few = qlproto.open(self.path).table("SubmitOrder", ["contents.side", "_packet"]).to_pandas()
+        self.assertEqual(sorted(few.columns), ["_packet", "contents.side"])
+
+    def test_arrays_keep_their_batches(self):
+        capture = qlproto.open(self.path)
+        table = capture.table("MktData", ["_packet", "batchID", "mvd.timeExchange"], batch_rows=50)
+        expected = table.to_numpy()["_packet"].tolist()
+        arrays = [batch.column("_packet") for batch in table.batches()]
+        self.assertFalse(arrays[0].flags.owndata)
+        del capture, table
+        kept = list(enumerate(arrays))
+        arrays.clear()
+        random.Random(2).shuffle(kept)
+        while len(kept) > 5:
+            kept.pop()
+            gc.collect()
+        for i, array in kept:
+            self.assertEqual(array.tolist(), expected[50 * i:50 * i + 50])
+
+    def test_streams_are_handed_over_or_dropped(self):
+        table = qlproto.open(self.path).table("MktData")
+        for _ in range(3):
+            capsule = table.__arrow_c_stream__()
+            self.assertIn("arrow_array_stream", repr(capsule))
+            next(table.batches())
+        del capsule
+
+    def test_threads_decode_at_once(self):
+        counts = []
+        threads = [threading.Thread(target=lambda: counts.append(sum(1 for _ in qlproto.open(self.path)))) for _ in range(3)]
+        for thread in threads:
+            thread.start()
+        for thread in threads:
+            thread.join()
+        self.assertEqual(counts, [20000] * 3)
+
+    def test_damaged_captures_give_what_is_good(self):
+        path = self.folder.name + "/cut.pcap"
+        with open(self.path, "rb") as whole, open(path, "wb") as cut:
+            data = bytearray(whole.read(200000))
+            for i in range(5000, len(data), 20000):
+                data[i:i + 3] = b"\xff\xff\xff"
+            cut.write(data)
+        capture = qlproto.open(path)
+        messages = capture.messages()
+        good = sum(1 for _ in messages)
+        self.assertGreater(good, 1000)
+        self.assertEqual(messages.faults, len(capture.faults))
+        self.assertGreater(messages.faults, 0)
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1] + ["-q"])
