@@ -1,4 +1,5 @@
 // The commands that show what the protocol consists of, held against the definition file they do not read.
+#include <algorithm>
 #include <cstring>
 #include <fstream>
 #include <map>
@@ -142,6 +143,42 @@ TEST(Catalogue, ShowsTypesLevelByLevelAndEnumerators) {
     const std::string table = folder.run("qlproto messages").out;
     EXPECT_EQ(linesOf(table).size(), 1 + Inspect::all_messages().size()) << "a header, and a line each";
     EXPECT_NE(table.find("\n53284  0xD024  TimerMessage "), std::string::npos) << table;
+}
+
+TEST(Catalogue, TablesComeAsCsvAndJsonToo) {
+    const ToolFolder folder;
+    ASSERT_EQ(folder.run("qlproto generate --messages 2000 --seed 7 -o a.pcap").exitCode, 0);
+    const struct {
+        const char* command;
+        const char* header; ///< of CSV
+        json row;           ///< one of those of JSON has these members
+    } cases[] = {
+        {"messages", "id,hex,message,fields,bytes", {{"id", 53284}, {"hex", "0xD024"}, {"name", "TimerMessage"}}},
+        {"describe SubmitOrderMessage",
+         "field,type,bytes,encoding",
+         {{"field", "contents.parameters[].key"}, {"type", "string"}}},
+        {"enum Side", "value,name,note", {{"value", 4}, {"name", "MIDPOINT"}, {"note", nullptr}}},
+        {"enum", "enumeration", {{"enumeration", "Side"}}},
+    };
+    for (const auto& it : cases) {
+        const std::string command = std::string("qlproto ") + it.command;
+        const auto csv = linesOf(folder.run(command + " --csv").out);
+        EXPECT_EQ(csv[0], it.header);
+        const json rows = json::parse(folder.run(command + " --format json").out);
+        EXPECT_EQ(rows.size(), csv.size() - 1) << command;
+        EXPECT_TRUE(std::ranges::any_of(rows, [&](json row) {
+            const json whole = row;
+            row.update(it.row);
+            return row == whole;
+        })) << command;
+    }
+    const auto steps = linesOf(folder.run("qlproto trace a.pcap --user 11 --csv --time utc").out);
+    const auto lines = linesOf(folder.run("qlproto trace a.pcap --user 11 --json").out);
+    ASSERT_EQ(steps.size(), lines.size() + 1);
+    EXPECT_EQ(steps[0], "packet,time,gap,message,fields");
+    const json second = json::parse(lines[1]);
+    EXPECT_TRUE(steps[2].starts_with(second["packet"].dump() + ',')) << steps[2];
+    EXPECT_NE(steps[2].find("Z," + second["gap"].dump() + ',' + second["message"].get<std::string>()), steps[2].npos);
 }
 
 TEST(Catalogue, SuggestsTheNearestNames) {

@@ -54,6 +54,7 @@ TEST_F(Secrets, AreHiddenByEveryCommand) {
         {"report a.pcap -o -", "ClientConnectMessage"},
         {"roundtrip a.pcap"},
         {"describe ClientConnectMessage", "secret"},
+        {"template ClientConnectMessage", "password"},
         {"dissector", "secret"},
         {"schema", "secret"},
     };
@@ -71,8 +72,8 @@ TEST_F(Secrets, AreHiddenByEveryCommand) {
     }
     // No identifier leads a trace to the only message with a secret: this is the step that it would be.
     const std::vector<qlproto::Trace::Step> steps{{1, 1, packet}};
-    for (const std::string& it :
-         {qlproto::traceTable(steps, {}), qlproto::traceLines(steps, {.display = {.secrets = Inspect::Secrets::hide}})})
+    for (const std::string& it : {qlproto::traceTable(steps, {}).text(),
+                                  qlproto::traceLines(steps, {.display = {.secrets = Inspect::Secrets::hide}})})
         EXPECT_TRUE(it.find("wren") != it.npos && it.find("***") != it.npos && it.find("tell-no") == it.npos) << it;
     EXPECT_NE(qlproto::traceLines(steps, {}).find("tell-nobody"), std::string::npos);
     EXPECT_NE(folder.run("qlproto decode a.pcap").out.find("tell-nobody"), std::string::npos) << "unless asked to";

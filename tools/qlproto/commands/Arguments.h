@@ -89,7 +89,7 @@ enum class TableForm { table, csv, json };
 inline void addTableForm(CLI::App& command, TableForm& form) {
     CLI::Option* const all = addChoice(
         command, "--format", form, {{"table", TableForm::table}, {"csv", TableForm::csv}, {"json", TableForm::json}},
-        "A table for people, or lines of CSV or JSON for programs, with durations in nanoseconds");
+        "A table for people; or CSV or JSON for programs, with durations in nanoseconds");
     CLI::Option* const csv = command.add_flag_callback(
         "--csv", [&form] { form = TableForm::csv; }, "The same as --format csv");
     command

@@ -6,6 +6,7 @@
 #include "Capture/Errors.h"
 #include "Capture/Output.h"
 #include "tools/qlproto/commands/Commands.h"
+#include "tools/qlproto/commands/TableOutput.h"
 #include "tools/qlproto/messages/Names.h"
 #include "tools/qlproto/messages/WireForm.h"
 #include "tools/qlproto/terminal/Errors.h"
@@ -15,15 +16,23 @@ namespace qlproto {
 
 namespace {
 
-void addFields(Table& table, const Inspect::TypeInfo& type, std::size_t depth) {
+struct DescribeOptions {
+    std::string name;
+    TableForm form;
+};
+
+/// Those of a record in it after their own, by their whole path for programs.
+void addFields(Table& table, const Inspect::TypeInfo& type, std::size_t depth, const std::string& outer = "") {
     for (const Inspect::FieldInfo& field : type.fields) {
         const WireForm form = wireForm(field.value);
         std::string encoding = form.text;
         if (field.isSecret) encoding += "; secret";
-        table.add(
-            {std::string(2 * depth, ' ') + std::string(field.name), type_text(field.value), sizeText(form), encoding});
+        const std::string path = outer + std::string(field.name);
+        table.add({Cell::of(std::string(2 * depth, ' ') + std::string(field.name), path), type_text(field.value),
+                   sizeText(form), encoding});
         const Inspect::ValueInfo& inner = field.value.element != nullptr ? *field.value.element : field.value;
-        if (inner.record != nullptr) addFields(table, *inner.record, depth + 1);
+        const char* const element = field.value.element != nullptr ? "[]." : ".";
+        if (inner.record != nullptr) addFields(table, *inner.record, depth + 1, path + element);
     }
 }
 
@@ -57,14 +66,17 @@ std::string aboutText(const Inspect::TypeInfo& type) {
     return line.empty() ? line : line + '\n';
 }
 
-int describe(const std::string& name) {
-    const NamedType found = findType(name);
+int describe(const DescribeOptions& options) {
+    const NamedType found = findType(options.name);
     const std::string kind = found.id ? fmt::format("message {} (0x{:04X})", *found.id, *found.id) : "record";
     using enum Table::Align;
     Table table({left, left, left, left});
     table.add({"field", "type", "bytes", "encoding"});
     addFields(table, *found.type, 0);
-
+    if (options.form != TableForm::table) {
+        Capture::writeText(inForm(options.form, [&] { return table; }));
+        return EXIT_FINE;
+    }
     Capture::writeText(fmt::format("{}: {}, {}, {} bytes on the wire, {} in memory without what it owns\n{}\n{}{}",
                                    found.type->name, kind, Capture::counted(found.type->fields.size(), "field"),
                                    sizeText(wireForm(*found.type)), found.type->memorySize, aboutText(*found.type),
@@ -75,14 +87,15 @@ int describe(const std::string& name) {
 } // namespace
 
 void addDescribe(CLI::App& app, Commands& commands) {
-    const auto name = std::make_shared<std::string>();
+    const auto options = std::make_shared<DescribeOptions>();
     CLI::App* const command =
         app.add_subcommand("describe", "Show the fields of a message or record: types, sizes, encodings");
-    command->add_option("name", *name, "A message by name or identifier, or a record by name")
+    command->add_option("name", options->name, "A message by name or identifier, or a record by name")
         ->required()
         ->check(isType());
+    addTableForm(*command, options->form);
     addExamples(*command, "", {"$tool describe $message"});
-    commands.push_back({command, [name] { return describe(*name); }});
+    commands.push_back({command, [options] { return describe(*options); }});
 }
 
 } // namespace qlproto

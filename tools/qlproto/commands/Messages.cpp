@@ -8,6 +8,7 @@
 #include "Inspect/Reflection.h"
 #include "tools/qlproto/Tool.h"
 #include "tools/qlproto/commands/Commands.h"
+#include "tools/qlproto/commands/TableOutput.h"
 #include "tools/qlproto/terminal/Errors.h"
 #include "tools/qlproto/terminal/Table.h"
 
@@ -15,14 +16,14 @@ namespace qlproto {
 
 namespace {
 
-std::string asTable() {
+Table asTable() {
     using enum Table::Align;
     Table table({right, left, left, right, right});
     table.add({"id", "hex", "message", "fields", "bytes"});
     for (const auto& [id, type] : Inspect::all_messages(thisTool.protocol))
         table.add({fmt::format("{}", id), fmt::format("0x{:04X}", id), std::string(type->name),
                    fmt::format("{}", type->fields.size()), fmt::format("{}", type->minimalSize)});
-    return table.text();
+    return table;
 }
 
 std::string asJson() {
@@ -36,20 +37,20 @@ std::string asJson() {
     return messages.dump(2) + "\n";
 }
 
-int messages(bool isJson) {
-    Capture::writeText(isJson ? asJson() : asTable());
+int messages(TableForm form) {
+    Capture::writeText(inForm(form, asTable, asJson));
     return EXIT_FINE;
 }
 
 } // namespace
 
 void addMessages(CLI::App& app, Commands& commands) {
-    const auto isJson = std::make_shared<bool>(false);
+    const auto form = std::make_shared<TableForm>();
     CLI::App* const command =
         app.add_subcommand("messages", "List all messages: identifier, name, fields, fewest bytes of a body");
-    command->add_flag("--json", *isJson, "As an array of JSON objects");
+    addTableForm(*command, *form);
     addExamples(*command, "", {"$tool messages", "$tool messages --json"});
-    commands.push_back({command, [isJson] { return messages(*isJson); }});
+    commands.push_back({command, [form] { return messages(*form); }});
 }
 
 } // namespace qlproto

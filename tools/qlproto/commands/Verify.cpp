@@ -12,6 +12,7 @@
 #include "tools/qlproto/Tool.h"
 #include "tools/qlproto/commands/Arguments.h"
 #include "tools/qlproto/commands/Commands.h"
+#include "tools/qlproto/commands/TableOutput.h"
 #include "tools/qlproto/messages/CaptureScan.h"
 #include "tools/qlproto/messages/OpenCapture.h"
 #include "tools/qlproto/terminal/Errors.h"
@@ -81,12 +82,12 @@ class Report {
         return text;
     }
 
-    std::string csv() const {
+    Table table() const {
         Table table({"message", "sound", "bad"});
         for (const auto& [id, count] : _byMessage)
             table.add({nameOf(id), std::to_string(count.sound), std::to_string(count.bad)});
         table.add({"all packets", std::to_string(_sound), std::to_string(_packets - _sound)});
-        return table.csv();
+        return table;
     }
 
     std::string json() const {
@@ -154,9 +155,10 @@ int verify(const VerifyOptions& options) {
         report.add(packet, number, capture.originalLength());
         --left;
     }
-    Capture::writeText(options.form == TableForm::json  ? report.json()
-                       : options.form == TableForm::csv ? report.csv()
-                                                        : report.text());
+    Capture::writeText(options.form == TableForm::table
+                           ? report.text()
+                           : inForm(
+                               options.form, [&] { return report.table(); }, [&] { return report.json(); }));
     return report.exitCode();
 }
 

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include <nlohmann/json.hpp>
+
 #include "tools/qlproto/terminal/Terminal.h"
 
 namespace qlproto {
@@ -52,6 +54,25 @@ void appendCsv(std::string_view value, std::string& line) {
     line += '"';
     for (const char c : value) line.append(c == '"' ? 2 : 1, c);
     line += '"';
+}
+
+std::string Table::json() const {
+    nlohmann::ordered_json rows = nlohmann::ordered_json::array();
+    for (std::size_t i = 1; i < _rows.size(); ++i) {
+        nlohmann::ordered_json& row = rows.emplace_back(nlohmann::ordered_json::object());
+        for (std::size_t column = 0; column < _rows[i].size(); ++column) {
+            const std::string& value = _rows[i][column].plain;
+            nlohmann::ordered_json& it = row[_rows[0][column].plain];
+            const bool mayBeNumber =
+                _columns[column] == Align::right && value.find_first_not_of("-0123456789.") == value.npos;
+            if (mayBeNumber) it = nlohmann::ordered_json::parse(value, nullptr, false);
+            if (value.empty())
+                it = nullptr;
+            else if (!mayBeNumber || it.is_discarded())
+                it = value;
+        }
+    }
+    return rows.dump(2) + '\n';
 }
 
 std::string Table::csv() const {

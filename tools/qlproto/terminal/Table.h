@@ -49,6 +49,10 @@ class Table {
     /// in characters.
     std::string text(std::size_t indent = 0) const;
 
+    /// An array with an object for each row, its members named by the first row. What a column to the right holds is a
+    /// number if it reads like one, what is not there null.
+    std::string json() const;
+
     /// Lines of values with commas between them; those that hold a comma or a quote stand in quotes.
     std::string csv() const;
 

@@ -7,7 +7,6 @@
 #include "tools/qlproto/analysis/FlatFields.h"
 #include "tools/qlproto/messages/MessageLine.h"
 #include "tools/qlproto/terminal/Duration.h"
-#include "tools/qlproto/terminal/Table.h"
 #include "tools/qlproto/terminal/TimeText.h"
 
 namespace qlproto {
@@ -30,18 +29,18 @@ std::string describe(const MessageReader& reader, const Inspect::Display& displa
 
 } // namespace
 
-std::string traceTable(const std::vector<Trace::Step>& steps, const ScanOptions& options) {
+Table traceTable(const std::vector<Trace::Step>& steps, const ScanOptions& options) {
     Table table({"packet", "time", "gap", "message", "fields"}, 5);
     MessageReader reader(options.policy);
     int64_t before = steps.empty() ? 0 : steps.front().time;
     for (const Trace::Step& step : steps) {
         reader.read(step.packet);
         table.add({std::to_string(step.number), timeText(step.time, options.time),
-                   '+' + readableDuration(step.time - before), reader.descriptor().name(),
-                   describe(reader, options.display)});
+                   Cell::of('+' + readableDuration(step.time - before), std::to_string(step.time - before)),
+                   reader.descriptor().name(), describe(reader, options.display)});
         before = step.time;
     }
-    return table.text();
+    return table;
 }
 
 std::string traceLines(const std::vector<Trace::Step>& steps, const ScanOptions& options) {

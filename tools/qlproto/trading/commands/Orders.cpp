@@ -13,6 +13,7 @@
 #include "Inspect/Reflection.h"
 #include "tools/qlproto/commands/Arguments.h"
 #include "tools/qlproto/commands/Commands.h"
+#include "tools/qlproto/commands/TableOutput.h"
 #include "tools/qlproto/messages/CaptureScan.h"
 #include "tools/qlproto/terminal/Duration.h"
 #include "tools/qlproto/terminal/Table.h"
@@ -174,13 +175,11 @@ int listOrders(const OrderKind& kind, const OrdersOptions& options) {
 
     const OrderRows rows = chosen(orders, options);
     const OrderTotals totals = totalsOf(kind, rows);
-    if (options.form == TableForm::json)
-        Capture::writeText(json(kind, rows, totals, options));
-    else if (options.form == TableForm::csv)
-        Capture::writeText(options.onlyTotals ? table(kind, totals).csv() : table(kind, rows, options.scan).csv());
-    else
-        Capture::writeText((options.onlyTotals ? "" : table(kind, rows, options.scan).text() + '\n')
-                           + table(kind, totals).text());
+    std::string text = inForm(
+        options.form, [&] { return options.onlyTotals ? table(kind, totals) : table(kind, rows, options.scan); },
+        [&] { return json(kind, rows, totals, options); });
+    if (options.form == TableForm::table && !options.onlyTotals) text += '\n' + table(kind, totals).text();
+    Capture::writeText(text);
     scan.summarize();
     return scan.exitCode();
 }

@@ -9,6 +9,7 @@
 #include "Inspect/Display.h"
 #include "tools/qlproto/commands/Arguments.h"
 #include "tools/qlproto/commands/Commands.h"
+#include "tools/qlproto/commands/TableOutput.h"
 #include "tools/qlproto/messages/CaptureScan.h"
 #include "tools/qlproto/terminal/Duration.h"
 #include "tools/qlproto/trading/Trace.h"
@@ -23,7 +24,7 @@ struct TraceOptions {
     std::string order;
     std::string quote;
     std::optional<int32_t> user;
-    bool json = false;
+    TableForm form;
     ScanOptions scan;
 };
 
@@ -47,10 +48,10 @@ int trace(const TraceOptions& options) {
     std::vector<Trace::Step> steps = trace.steps();
     std::erase_if(steps, [&](const Trace::Step& it) { return !filter.takes({it.time, it.packet}); });
     if (options.scan.first < steps.size()) steps.resize(options.scan.first);
-    if (options.json)
-        Capture::writeText(traceLines(steps, options.scan));
-    else if (!steps.empty())
-        Capture::writeText(traceTable(steps, options.scan));
+    if (!steps.empty() || options.form == TableForm::csv)
+        Capture::writeText(inForm(
+            options.form, [&] { return traceTable(steps, options.scan); },
+            [&] { return traceLines(steps, options.scan); }));
     scan.summarize();
     if (options.scan.isQuiet) return scan.exitCode();
     tell(steps.empty() ? fmt::format("nothing is known of {}", name)
@@ -81,15 +82,16 @@ void addTrace(CLI::App& app, Commands& commands) {
         if (options->order.empty() && options->quote.empty() && !options->user)
             throw CLI::RequiredError("One of --order, --quote and --user");
     });
-    command->add_flag("--json", options->json,
-                      "A line of JSON for each message, as of decode --format json, instead of a table");
+    addTableForm(*command, options->form);
     command->footer(
         "An order is followed from identifier to identifier: clOrdID, orderID and exOrdID, the new clOrdID of a\n"
         "modified order, the cancellation of all orders that canceled it, the acknowledgement of its execution. The\n"
         "capture is read once; messages that may belong are kept until its end, in a temporary file if they are many.\n"
         "Steps are in order of the packets' time, each with the gap to the one before and its fields that are set,\n"
         "except for the times of the stations. Faults are told of in messages that may be steps; others are counted. "
-        "Filters choose among the steps. The table always hides secrets.\n\n"
+        "Filters choose among the steps. The table and CSV always hide secrets; JSON is a line for each message, as "
+        "of\n"
+        "decode.\n\n"
         "Examples:\n"
         "  qlproto trace session.pcap --order heron-1\n"
         "  qlproto trace session.pcap --quote QR1\n"
