@@ -27,6 +27,7 @@ class Manual : public testing::Test {
         group->add_option("-o,--output", text, "A file")->type_name(FILE_VALUE);
         group->add_option("--only", text, "A message")->check(named(MESSAGE_VALUE));
         group->add_option("--word", text, "Any text");
+        group->add_option("--where", text, "A condition")->check(named(CONDITION_VALUE));
         group->add_option("--first", count, "That many");
         show->footer("Examples:\n  qlproto show Side\n  .hidden '\\n'\n\nNote: that's all.");
         app.add_subcommand("values", "Shows values")->add_option("name", text)->check(named(ENUMERATION_VALUE));
@@ -65,7 +66,7 @@ TEST_F(Manual, BashOffersCommandsOptionsAndValues) {
     EXPECT_EQ(offered("qlproto \"\"", 1), (Names{"show", "values", "-h", "--help"}));
     EXPECT_EQ(offered("qlproto sh", 1), Names{"show"});
     EXPECT_EQ(offered("qlproto show --", 2),
-              (Names{"--help", "--how", "--all", "--output", "--only", "--word", "--first"}));
+              (Names{"--help", "--how", "--all", "--output", "--only", "--word", "--where", "--first"}));
     EXPECT_EQ(offered("qlproto show --how \"\"", 3), (Names{"short", "long"}));
     EXPECT_EQ(offered("qlproto show --first \"\"", 3), Names{});
     EXPECT_EQ(offered("qlproto show -o a", 3), Names{"a file.pcap"});
@@ -73,6 +74,12 @@ TEST_F(Manual, BashOffersCommandsOptionsAndValues) {
     EXPECT_EQ(offered("qlproto show --only SubmitO", 3), Names{"SubmitOrderMessage"});
     EXPECT_EQ(offered("qlproto show SubmitO", 2), (Names{"SubmitOrderMessage", "SubmitOrder"}));
     EXPECT_EQ(offered("qlproto show --first 5 --all MDEnt", 5), Names{"MDEntry"});
+    EXPECT_EQ(offered("qlproto show --where clOrdI", 3), Names{"clOrdID"});
+    EXPECT_EQ(offered("qlproto show --where side = ", 4),
+              (Names{"BID", "OFR", "BOTH", "MIDPOINT"})); // what bash makes of "side="
+    EXPECT_EQ(offered("qlproto show --where 'side!' = O", 5), Names{"OFR"});
+    EXPECT_FALSE(offered("qlproto show --word side = B", 5).contains("BID"));
+    EXPECT_EQ(offered("qlproto show --where userID = ", 4), Names{});
     EXPECT_EQ(offered("qlproto values Si", 2), Names{"Side"});
     EXPECT_EQ(offered("qlproto values", 2).size(), Inspect::all_enumerations().size());
 }
@@ -91,6 +98,15 @@ TEST_F(Manual, ZshIsGivenCommandsOptionsAndValues) {
                              "(--first)--first[That many]:INT: ", "(--how)--how[The way]:{short,long}:(short long)"})
         EXPECT_EQ(std::ranges::count(show, spec), 1) << spec;
     EXPECT_TRUE(show.back().starts_with(":name:(LogMessage ")) << show.back();
+    // As the completion system calls it: what it takes off the word stands in IPREFIX.
+    const auto condition = [&](const char* word) {
+        return run("zsh -f -c '_arguments() { :; }; compadd() { print -rl -- \"$@\" };"
+                   " compset() { [[ $word == *=* ]] && IPREFIX=${word%%=*}= };"
+                   " words=(qlproto show x); CURRENT=3; . ./zsh; fields=\"a b\"; word="
+                   + std::string(word) + "; _qlproto_condition'");
+    };
+    EXPECT_EQ(condition("sid"), (std::vector<std::string>{"-S", "", "--", "a", "b"}));
+    EXPECT_EQ(condition("side=B"), (std::vector<std::string>{"--", "BID", "BOTH", "MIDPOINT", "OFR"}));
     EXPECT_TRUE(given("qlproto values x", 3).back().starts_with(":name:(LogLevel Side "));
 }
 

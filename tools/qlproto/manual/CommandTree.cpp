@@ -23,7 +23,8 @@ Value valueOf(const std::string& placeholder) {
     if (placeholder == MESSAGE_VALUE) return Value::message;
     if (placeholder == TYPE_VALUE) return Value::type;
     if (placeholder == ENUMERATION_VALUE) return Value::enumeration;
-    if (placeholder == FIELD_VALUE || placeholder == CONDITION_VALUE) return Value::field;
+    if (placeholder == FIELD_VALUE) return Value::field;
+    if (placeholder == CONDITION_VALUE) return Value::condition;
     return placeholder == FILE_VALUE || placeholder == FOLDER_VALUE ? Value::file : Value::opaque;
 }
 

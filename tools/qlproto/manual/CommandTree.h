@@ -11,7 +11,7 @@
 
 namespace qlproto {
 
-enum class Value { none, opaque, file, choice, message, type, enumeration, field };
+enum class Value { none, opaque, file, choice, message, type, enumeration, field, condition };
 
 /// An option, or an argument without a name of its own.
 struct Argument {

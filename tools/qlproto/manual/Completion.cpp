@@ -1,6 +1,8 @@
 #include "tools/qlproto/manual/Completion.h"
 
 #include <functional>
+#include <map>
+#include <set>
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
@@ -25,6 +27,22 @@ Words namesOf(const auto& types) {
     Words names;
     for (const auto* it : types) names.emplace_back(it->name);
     return names;
+}
+
+/// For each field that holds an enumeration: the enumerators that it may have, whatever the record.
+std::map<std::string_view, std::set<std::string_view>> enumeratorsByField() {
+    std::map<std::string_view, std::set<std::string_view>> enumerators;
+    const auto add = [&](const Inspect::TypeInfo& type) {
+        for (const Inspect::FieldInfo& field : type.fields) {
+            const Inspect::ValueInfo& value = field.value.element != nullptr ? *field.value.element : field.value;
+            if (value.enumeration == nullptr) continue;
+            for (const Inspect::EnumeratorInfo& it : value.enumeration->enumerators)
+                enumerators[field.name].insert(it.name);
+        }
+    };
+    for (const Inspect::MessageInfo& it : thisTool.protocol.messages) add(*it.type);
+    for (const Inspect::TypeInfo* it : thisTool.protocol.records) add(*it);
+    return enumerators;
 }
 
 std::string joined(const Words& words) { return fmt::format("{}", fmt::join(words, " ")); }
@@ -57,12 +75,42 @@ std::string bashOffer(const Argument& it) {
     case Value::enumeration:
         return "words+=\" $enumerations\"";
     case Value::field:
+    case Value::condition:
         return "words+=\" $fields\"";
     case Value::none:
     case Value::opaque:
         break;
     }
     return "";
+}
+
+/// What offers enumerators after "side=", which bash takes for two or three words.
+std::string bashConditions(const CommandNode& tool) {
+    Words patterns;
+    for (const CommandNode& command : tool.commands)
+        for (const Argument& it : command.options)
+            if (it.value == Value::condition)
+                for (const std::string& name : it.names) patterns.push_back(fmt::format("'{} {}'", command.name, name));
+    if (patterns.empty()) return "";
+    std::string script = R"(
+    # An enumerator after the field of a condition.
+    local field=
+    if [ "$previous" = = ]; then
+        field=$((COMP_CWORD - 2))
+    elif [ "$current" = = ]; then
+        field=$((COMP_CWORD - 1)) current=
+    fi
+    [ -z "$field" ] || case "$command ${COMP_WORDS[field - 1]}" in
+    )";
+    script += fmt::format("{})\n        case ${{COMP_WORDS[field]%!}} in\n", fmt::join(patterns, " | "));
+    for (const auto& [field, names] : enumeratorsByField())
+        script += fmt::format("        {}) words='{}' ;;\n", field, fmt::join(names, " "));
+    return script + R"(        esac
+        mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")
+        return
+        ;;
+    esac
+)";
 }
 
 void addBashCases(std::string& script, const CommandNode& command) {
@@ -79,8 +127,8 @@ void addBashCases(std::string& script, const CommandNode& command) {
 } // namespace
 
 std::string bashCompletion(const CommandNode& tool) {
-    std::string script =
-        fmt::format(R"(# Completion of {0} for bash. Made by "{0} completion bash" from the commands themselves.
+    std::string script = fmt::format(
+        R"(# Completion of {0} for bash. Made by "{0} completion bash" from the commands themselves.
 _{0}() {{
     local messages='{1}'
     local records='{2}'
@@ -94,12 +142,12 @@ _{0}() {{
         *) command=${{COMP_WORDS[i]}} && break ;;
         esac
     done
-
+{5}
     # The value of an option.
     case "$command $previous" in
 )",
-                    tool.name, joined(messageNames()), joined(namesOf(thisTool.protocol.records)),
-                    joined(namesOf(thisTool.protocol.enumerations)), fmt::join(fieldNames(), " "));
+        tool.name, joined(messageNames()), joined(namesOf(thisTool.protocol.records)),
+        joined(namesOf(thisTool.protocol.enumerations)), fmt::join(fieldNames(), " "), bashConditions(tool));
     for (const CommandNode& it : tool.commands) addBashCases(script, it);
     script += "    esac\n\n    # An option, or what goes by position.\n    [ -n \"$value\" ] || case \"$command "
               "$current\" in\n";
@@ -151,6 +199,8 @@ std::string zshAction(const Argument& it) {
         return "($enumerations)";
     case Value::field:
         return "($fields)";
+    case Value::condition:
+        return fmt::format("_{}_condition", thisTool.program);
     case Value::none:
     case Value::opaque:
         break;
@@ -177,11 +227,27 @@ Words zshSpecs(const CommandNode& command) {
 } // namespace
 
 std::string zshCompletion(const CommandNode& tool) {
+    std::string enumerators;
+    for (const auto& [field, names] : enumeratorsByField())
+        enumerators += fmt::format("        {} '{}'\n", field, fmt::join(names, " "));
     Words commands;
     for (const CommandNode& it : tool.commands)
         commands.push_back(fmt::format("        \"{}:{}\"", it.name, zshText(it.description)));
     std::string script = fmt::format(R"(#compdef {0}
 # Completion of {0} for zsh. Made by "{0} completion zsh" from the commands themselves.
+
+# A field, or an enumerator after "side=".
+_{0}_condition() {{
+    local -A enumerators=(
+{6}    )
+    if compset -P '*='; then
+        local field=${{${{IPREFIX%=}}%!}}
+        compadd -- ${{=enumerators[${{field##*=}}]}}
+    else
+        compadd -S '' -- ${{=fields}}
+    fi
+}}
+
 _{0}() {{
     local messages='{1}'
     local records='{2}'
@@ -200,7 +266,7 @@ _{0}() {{
 )",
                                      tool.name, joined(messageNames()), joined(namesOf(thisTool.protocol.records)),
                                      joined(namesOf(thisTool.protocol.enumerations)), fmt::join(fieldNames(), " "),
-                                     fmt::join(commands, "\n"));
+                                     fmt::join(commands, "\n"), enumerators);
     for (const CommandNode& it : tool.commands)
         script += fmt::format("    {})\n        _arguments -s \\\n            {}\n        ;;\n", it.name,
                               fmt::join(zshSpecs(it), " \\\n            "));
