@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -33,6 +34,11 @@ FileSource::FileSource(const std::string& path)
 
 FileSource::~FileSource() {
     if (_fd != STDIN_FILENO) close(_fd);
+}
+
+bool FileSource::hasInput(int milliseconds) const {
+    pollfd it{.fd = _fd, .events = POLLIN, .revents = 0};
+    return poll(&it, 1, milliseconds) != 0; // what is wrong is found out by reading
 }
 
 std::size_t FileSource::read(char* bytes, std::size_t size) {

@@ -37,6 +37,9 @@ class FileSource : public ByteSource {
 
     std::size_t read(char* bytes, std::size_t size) override;
 
+    /// Waits for bytes, or the end, up to so many milliseconds; whether there are any to be read without waiting.
+    bool hasInput(int milliseconds) const;
+
     uint64_t size() const { return _size; } ///< 0 if that is not known, as of a pipe
     uint64_t bytesRead() const { return _bytesRead; }
     const std::string& name() const { return _name; }

@@ -41,6 +41,9 @@ class ByteWindow {
     }
     std::optional<SourceFault> takeFault();
 
+    /// Whether the file has bytes that were not read yet, or is at its end; waits up to so many milliseconds for them.
+    bool hasInput(int milliseconds) const { return _file.hasInput(milliseconds); }
+
     uint64_t position() const { return _position; }    ///< offset of the next byte in the contents
     bool isFile() const { return _file.size() != 0; }  ///< a regular one, which is not waited for
     uint64_t fileSize() const { return _file.size(); } ///< 0 if that is not known, as of a pipe

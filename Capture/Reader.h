@@ -32,6 +32,9 @@ class Reader {
     /// Whether the next packet can be had without waiting for its writer.
     bool isReady() const { return _window->isFile() || _container->isReady(); }
 
+    /// Waits for the writer up to so many milliseconds; whether he has sent something by then, or ended.
+    bool hasInput(int milliseconds) const { return isReady() || _window->hasInput(milliseconds); }
+
     /// What the capture's writer says of the definition that it was made with (Definition.h). Empty if he says nothing, or
     /// no packet was read yet.
     const std::string& definition() const { return _container->definition(); }

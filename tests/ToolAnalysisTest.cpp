@@ -14,6 +14,7 @@
 #include "tools/qlproto/analysis/PacketSpool.h"
 #include "tools/qlproto/analysis/RateSeries.h"
 #include "tools/qlproto/messages/CaptureScan.h"
+#include "tools/qlproto/terminal/LiveView.h"
 #include "tools/qlproto/terminal/Plot.h"
 #include "tools/qlproto/terminal/Table.h"
 #include "tools/qlproto/trading/LatencyStats.h"
@@ -239,12 +240,29 @@ TEST(Rate, IsTheSameInWhateverOrderAndPartsMessagesCome) {
     }
 }
 
+TEST(Rate, StraysDoNotSqueezeTheOthers) {
+    for (const bool areMany : {false, true}) {
+        RateSeries series;
+        const int64_t start = 1'709'535'600'000'000'000, second = 1'000'000'000;
+        for (int64_t i = 0; i < 10'000; ++i) series.add(start + i * 100'000, 10);
+        for (int i = 0; i < (areMany ? 30 : 5); ++i) series.add(start + (areMany ? 9 : -9 + i % 2 * 18) * second, 10);
+        const RateSeries::Span span = series.withoutStrays(2);
+        EXPECT_EQ(span.outside, areMany ? 0u : 5u);
+        EXPECT_NEAR(static_cast<double>(span.last - span.first), areMany ? 9e9 : 1e9, 4e7); // a stretch at either end
+        double messages = 0;
+        for (const auto& it : series.rates(50, span.first, span.last))
+            messages += it.messages * static_cast<double>(span.last - span.first) / 1e9 / 50;
+        EXPECT_NEAR(messages, areMany ? 10'030 : 10'000, 1);
+    }
+}
+
 TEST_F(Analysis, RatesAreNotStretchedByDamagedTimes) {
     constexpr int64_t second = 1'000'000'000, year = 31'536'000 * second;
     std::vector<ToolFolder::Packet> packets;
     for (int64_t i = 0; i <= 20; ++i)
         packets.emplace_back((i <= 10 ? 10 * year : 10 * year + 7200 * second) + i * second, timer(1));
-    packets[5].first += 3 * year; // one by itself, two side by side, and the last
+    packets[5].first += 3 * year;    // one by itself, two side by side, and the last
+    packets[8].first += 20 * second; // a little is enough, if the next is back
     packets[15].first -= 2 * year;
     packets[16].first += year;
     packets[20].first = 0;
@@ -252,7 +270,19 @@ TEST_F(Analysis, RatesAreNotStretchedByDamagedTimes) {
     const ToolFolder::Result result = folder.run("qlproto stats --json a.pcap");
     EXPECT_EQ(json::parse(result.out)["seconds"], 7219.0); // the step of two hours is none of them
     EXPECT_EQ(json::parse(result.out)["all"]["count"], 21);
-    EXPECT_EQ(result.err.rfind("4 packets at times far from all around", 0), 0u) << result.err;
+    EXPECT_EQ(result.err.rfind("5 packets at times far from all around", 0), 0u) << result.err;
+}
+
+/// Where little happens, packets are far from each other, but none is off.
+TEST_F(Analysis, QuietCapturesKeepAllTheirTimes) {
+    std::vector<ToolFolder::Packet> packets;
+    for (int64_t i = 1; i <= 6; ++i) packets.emplace_back(i * i * 60'000'000'000, timer(1));
+    for (; !packets.empty(); packets.pop_back()) {
+        folder.store("a.pcap", packets);
+        const ToolFolder::Result result = folder.run("qlproto stats --json a.pcap");
+        EXPECT_EQ(json::parse(result.out)["seconds"], static_cast<double>(packets.back().first) / 1e9 - 60);
+        EXPECT_EQ(result.err, "");
+    }
 }
 
 // --- plots
@@ -886,6 +916,35 @@ TEST_F(Analysis, TheStoryOfAnIncidentIsFoundByTheCommands) {
     EXPECT_EQ(folder.run("qlproto generate --truth t -o a.pcap").exitCode, 2);
 }
 
+// A terminal of the size of most: what is shown while more is awaited, and what remains. Commands say "[A" to go up.
+TEST_F(Analysis, WhatComesBitByBitIsShownAgainAndAgainOnATerminal) {
+    ASSERT_EQ(folder.run("qlproto generate --messages 3000 --seed 7 -o a.pcap").exitCode, 0);
+    for (const char* command :
+         {"stats", "stats --by feedID", "latency", "latency --by feedID", "latency --slowest 3"}) {
+        SCOPED_TRACE(command);
+        const std::string whole = folder.run(std::string("qlproto ") + command + " a.pcap").out;
+        const auto onTerminal = [&](const std::string& line) {
+            folder.write("line", "qlproto() { '" QLPROTO_TOOL "' \"$@\"; }; stty cols 200 rows 30; " + line);
+            std::string shown = folder.run("script -qec '. ./line' /dev/null </dev/null | tr -d '\\r'").out;
+            return shown;
+        };
+        const std::string shown = onTerminal("(head -c 100000 a.pcap; sleep 1; tail -c +100001 a.pcap) | qlproto "
+                                             + std::string(command) + " --quiet -");
+        const size_t up = shown.find("\x1B[");
+        ASSERT_NE(up, shown.npos) << shown;
+        const std::string first = shown.substr(0, up);
+        EXPECT_LE(linesOf(first).size(), 29u) << "no more than the screen holds";
+        EXPECT_EQ(first.substr(0, 4), whole.substr(0, 4)) << "of the header";
+        EXPECT_NE(first, whole) << "half of the capture";
+        EXPECT_TRUE(shown.ends_with("\x1B[J" + whole)) << shown;
+        EXPECT_EQ(onTerminal(std::string("qlproto ") + command + " --quiet a.pcap"), whole) << "nothing is awaited";
+        EXPECT_EQ(folder.run("qlproto " + std::string(command) + " - <a.pcap").out, whole);
+        EXPECT_EQ(folder.run("cat a.pcap | qlproto " + std::string(command) + " -").out, whole) << "no terminal";
+    }
+    EXPECT_EQ(qlproto::fitted("abc\nµµµd\n", 2, 2), "ab\nµµ\n");
+    EXPECT_EQ(qlproto::fitted("a\nb\nc\n", 9, 2), "a\n... 2 more\n");
+}
+
 // The page in a browser: what its tables say, and that its charts have been drawn.
 TEST_F(Analysis, ReportShowsFiguresAndChartsInABrowser) {
     const std::string hostile = "a</script><img src=x onerror=console.error(1)>&amp;.pcap"; // a file in the folder "a<"
@@ -893,6 +952,7 @@ TEST_F(Analysis, ReportShowsFiguresAndChartsInABrowser) {
     ASSERT_EQ(folder.run("qlproto generate --messages 5000 --seed 7 -o a.pcap").exitCode, 0);
     std::string bytes = folder.content("a.pcap");
     bytes[24 + 16] = '\x03'; // the first packet becomes one of an unknown message
+    bytes[24 + 16 + static_cast<unsigned char>(bytes[24 + 8])] += 50; // and the second one of 50 s later
     folder.write(hostile, bytes);
     folder.store("empty.pcap", {});
 
@@ -910,7 +970,18 @@ TEST_F(Analysis, ReportShowsFiguresAndChartsInABrowser) {
         std::ofstream(folder.path("report.html"), std::ios::app) << R"(<script>
             document.documentElement.dataset.charts = [...document.querySelectorAll(".chart canvas")].filter((it) =>
                 it.getContext("2d").getImageData(0, 0, it.width, it.height).data.filter((v, i) => i % 4 === 3 && v > 0)
-                    .length > 2000).length;</script>)";
+                    .length > 2000).length;
+            const cells = (i) => [...document.querySelectorAll(`#message-table tbody tr > :nth-child(${i + 1})`)]
+                .map((it) => it.textContent.replaceAll(",", ""));
+            const click = (i) => document.querySelectorAll("#message-table thead button")[i].click();
+            const isSorted = (values, isLess) => values.every((it, i) => i === 0 || !isLess(it, values[i - 1]));
+            click(0);
+            const isByName = isSorted(cells(0), (a, b) => a.localeCompare(b, "en") < 0);
+            click(1);
+            const isFalling = isSorted(cells(1), (a, b) => Number(a) > Number(b));
+            click(1);
+            const isRising = isSorted(cells(1), (a, b) => Number(a) < Number(b));
+            document.documentElement.dataset.sorted = [isByName, isFalling, isRising].join();</script>)";
         const ToolFolder::Result shown =
             folder.run("timeout 120 '" CHROMIUM "' --headless --no-sandbox --disable-gpu --disable-dev-shm-usage "
                        "--user-data-dir=profile --enable-logging=stderr --dump-dom file://$PWD/report.html");
@@ -918,6 +989,8 @@ TEST_F(Analysis, ReportShowsFiguresAndChartsInABrowser) {
         EXPECT_EQ(shown.err.find("CONSOLE"), std::string::npos) << shown.err;
         EXPECT_NE(shown.out.find("data-state=\"drawn\""), std::string::npos);
         EXPECT_NE(shown.out.find("data-charts=\"" + std::to_string(it.charts) + "\""), std::string::npos);
+        EXPECT_NE(shown.out.find("data-sorted=\"true,true,true\""), std::string::npos);
+        EXPECT_EQ(shown.out.find("1 message outside of the time shown") != std::string::npos, it.exitCode == 1);
         EXPECT_EQ(shown.out.find("<img"), std::string::npos);
         EXPECT_EQ(shown.out.find("//www"), std::string::npos) << "nothing comes from elsewhere";
 

@@ -13,6 +13,7 @@
 #include "tools/qlproto/analysis/TrafficStats.h"
 #include "tools/qlproto/commands/Arguments.h"
 #include "tools/qlproto/commands/Commands.h"
+#include "tools/qlproto/commands/TableOutput.h"
 #include "tools/qlproto/messages/CaptureScan.h"
 #include "tools/qlproto/messages/FieldPath.h"
 #include "tools/qlproto/terminal/Plot.h"
@@ -120,12 +121,30 @@ std::string plotSizes(const Histogram& sizes, std::size_t width) {
     return "\nmessages by size in bytes\n" + plotBars(bars, width);
 }
 
+/// What was gathered, in the form that was asked for.
+std::string toldText(const StatsOptions& options, const TrafficStats& stats, const Groups<Traffic>& groups,
+                     const Traffic& overall) {
+    StatsRows rows;
+    if (!options.by.empty())
+        groups.forEach([&](std::string_view name, const Traffic& it) { rows.push_back({std::string(name), &it}); });
+    else
+        for (std::size_t i = 0; i < stats.byMessage().size(); ++i)
+            rows.push_back(
+                {std::string(Inspect::all_messages(thisTool.protocol)[i].type->name), &stats.byMessage()[i]});
+    sort(rows, options.sort);
+    return inForm(
+        options.form, [&] { return table(options.by, rows, overall); },
+        [&] { return json(options.by, rows, overall); });
+}
+
 int stats(const StatsOptions& options) {
     constexpr std::size_t mostGroups = 1000;
     TrafficStats stats;
     Groups<Traffic> groups(mostGroups);
     const std::optional<FieldValue> by = options.by.empty() ? std::nullopt : std::optional<FieldValue>(options.by);
     CaptureScan scan(options.scan);
+    if (options.form == TableForm::table && isWatched(options.capture))
+        scan.showMeanwhile([&] { return toldText(options, stats, groups, stats.overall()); });
     scan.run(options.capture, [&](const Capture::Packet& packet, const MessageReader& reader) {
         stats.add(packet, reader);
         if (!by) return;
@@ -134,18 +153,8 @@ int stats(const StatsOptions& options) {
         group.sizes.add(static_cast<int64_t>(packet.bytes.size()));
     });
 
-    StatsRows rows;
-    if (by)
-        groups.forEach([&](std::string_view name, const Traffic& it) { rows.push_back({std::string(name), &it}); });
-    else
-        for (std::size_t i = 0; i < stats.byMessage().size(); ++i)
-            rows.push_back(
-                {std::string(Inspect::all_messages(thisTool.protocol)[i].type->name), &stats.byMessage()[i]});
-    sort(rows, options.sort);
     const Traffic overall = stats.overall();
-    std::string text = options.form == TableForm::json  ? json(options.by, rows, overall)
-                       : options.form == TableForm::csv ? table(options.by, rows, overall).csv()
-                                                        : table(options.by, rows, overall).text();
+    std::string text = toldText(options, stats, groups, overall);
     if (options.plot && !overall.overTime.isEmpty()) {
         const std::size_t width = terminalWidth();
         text += plotRate(overall.overTime, width) + plotSizes(overall.sizes, width);
@@ -183,8 +192,10 @@ void addStats(CLI::App& app, Commands& commands) {
         *command,
         "Sizes are in bytes of identifier and body; the rate is over the time from the first message to the\n"
         "last. Percentiles are exact up to 2047 bytes, and within 0.05 % beyond. By a field, the first value of\n"
-        "each message counts, and from 1,000 values on further ones are told together, as (others).",
-        {"$tool stats session.pcap", "$tool stats --plot session.pcap",
+        "each message counts, and from 1,000 values on further ones are told together, as (others). On a terminal, "
+        "what\n"
+        "comes through a pipe is told of as it comes.",
+        {"$tool stats session.pcap", "$tool stats --plot session.pcap", "tail -c +1 session.pcap | $tool stats -",
          "$tool stats --json session.pcap | grep -A 10 $message"});
     commands.push_back({command, [options] { return stats(*options); }});
 }

@@ -101,7 +101,15 @@ void CaptureScan::settle(const Batch& batch, uint64_t last, uint64_t taken) {
     _left -= taken;
 }
 
+/// Before the next packet is read: all that were are shown, if it may take time to come.
+void CaptureScan::show(const Capture::Reader& capture) {
+    const auto wait = static_cast<int>(_view.untilDue().count());
+    const bool isBusy = capture.isReady() && (_packets % 1024 != 0 || wait != 0);
+    if (!isBusy && (capture.isReady() || !capture.hasInput(wait))) _view.draw();
+}
+
 bool CaptureScan::next(Capture::Reader& capture, Capture::Packet& packet) {
+    if (_view.isOn() && _packets != 0) show(capture);
     const bool isThere = capture.next(packet);
     if (const Capture::Damage* const damage = capture.damage()) note({_packets, 0, 0, DAMAGED, damage->text()});
     if (!isThere) return false;
@@ -135,6 +143,7 @@ void CaptureScan::note(const Fault& fault) {
     if (_told == 0) return;
     --_told;
     _progress.clear();
+    _view.clear();
     if (fault.offset == 0)
         tellFault(fmt::format("after packet {}: {}", fault.packet, fault.text));
     else

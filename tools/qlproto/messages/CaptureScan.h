@@ -25,6 +25,7 @@
 #include "tools/qlproto/messages/OpenCapture.h"
 #include "tools/qlproto/messages/OrderedPipeline.h"
 #include "tools/qlproto/terminal/Errors.h"
+#include "tools/qlproto/terminal/LiveView.h"
 #include "tools/qlproto/terminal/Progress.h"
 
 namespace qlproto {
@@ -68,6 +69,7 @@ class CaptureScan {
             --_left;
             handle(packet, reader);
         }
+        _view.clear();
     }
 
     /// As many as runParallel() can use.
@@ -151,6 +153,9 @@ class CaptureScan {
     /// Tells of something that is wrong with the packet just read, a fault of that kind. Not for runParallel().
     void complain(const Capture::Packet& packet, const std::string& kind, const std::string& fault);
 
+    /// While run() reads what is no file, shows people on standard output what `text` tells of it so far.
+    void showMeanwhile(std::function<std::string()> text) { _view.start(std::move(text)); }
+
     /// At the end, for people on standard error: on a terminal, or if asked to, messages that were taken, bytes, time and
     /// rate; and the faults by kind.
     void summarize();
@@ -200,6 +205,7 @@ class CaptureScan {
     bool next(Capture::Reader& capture, Capture::Packet& packet);
     Fault faultOf(const Numbered& it, uint64_t originalLength, const MessageReader& reader, std::string text) const;
     void note(const Fault& fault);
+    void show(const Capture::Reader& capture);
 
     const Inspect::Policy _policy;
     Filter _filter;
@@ -220,6 +226,7 @@ class CaptureScan {
     std::function<void(int64_t)> _onBegin;
     std::function<void(const Fault&)> _onFault;
     Progress _progress;
+    LiveView _view;
 };
 
 } // namespace qlproto

@@ -33,6 +33,13 @@ std::size_t terminalWidth() {
     return number > 0 ? std::clamp(static_cast<std::size_t>(number), least, most) : usual;
 }
 
+std::size_t terminalHeight() {
+    constexpr std::size_t least = 4, usual = 24;
+    winsize size{};
+    const bool isKnown = ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_row != 0;
+    return isKnown ? std::max<std::size_t>(size.ws_row, least) : usual;
+}
+
 std::size_t curveMargin(const std::string& greatest) { return greatest.size() + 2; }
 
 std::string plotCurve(const std::vector<double>& values, std::size_t height, const std::string& greatest) {

@@ -10,6 +10,9 @@ namespace qlproto {
 /// Columns of the terminal that standard output is, or what COLUMNS says, or 80.
 std::size_t terminalWidth();
 
+/// Lines of the terminal that standard output is, or of the usual one.
+std::size_t terminalHeight();
+
 /// A curve: one column a value, `height` lines, the axis with the greatest value to its left. Values are not negative.
 std::string plotCurve(const std::vector<double>& values, std::size_t height, const std::string& greatest);
 

@@ -1,15 +1,24 @@
 // What reaches a terminal.
 #pragma once
 
+#include <cstddef>
 #include <cstdlib>
 #include <string>
 #include <string_view>
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "Inspect/SafeText.h"
 
 namespace qlproto {
+
+/// Whether people watch on standard output what comes in bit by bit from the capture: "-" is standard input.
+inline bool isWatched(const std::string& capture) {
+    struct stat it {};
+    const bool isThere = (capture == "-" ? fstat(STDIN_FILENO, &it) : stat(capture.c_str(), &it)) == 0;
+    return isThere && !S_ISREG(it.st_mode) && isatty(STDOUT_FILENO) == 1;
+}
 
 /// Whether text to this file descriptor may have colours: only on a terminal, and never against the user's wish.
 inline bool mayHaveColours(int fd) {

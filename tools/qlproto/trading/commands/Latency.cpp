@@ -12,6 +12,7 @@
 #include "tools/qlproto/analysis/Groups.h"
 #include "tools/qlproto/commands/Arguments.h"
 #include "tools/qlproto/commands/Commands.h"
+#include "tools/qlproto/commands/TableOutput.h"
 #include "tools/qlproto/messages/CaptureScan.h"
 #include "tools/qlproto/messages/FieldPath.h"
 #include "tools/qlproto/terminal/Duration.h"
@@ -151,50 +152,79 @@ std::string json(const LatencyOptions& options, const std::vector<SlowestMessage
     return json.dump(2) + '\n';
 }
 
+bool isLive(const LatencyOptions& options) { return options.form == TableForm::table && isWatched(options.capture); }
+
 void tellSlowest(const LatencyOptions& options, const std::optional<FieldValue>& by, CaptureScan& scan) {
     SlowestMessages slowest(options.slowest);
+    const auto told = [&] {
+        const std::vector<SlowestMessages::Message> messages = slowest.messages();
+        return inForm(
+            options.form, [&] { return table(options, messages); }, [&] { return json(options, messages); });
+    };
+    if (isLive(options)) scan.showMeanwhile(told);
     scan.run(options.capture, [&](const Capture::Packet& packet, const MessageReader& reader) {
         SlowestMessages::ValueOf valueOf;
         if (by) valueOf = [&] { return by->of(reader, options.scan.display); };
         slowest.add(packet, reader, scan.packets(), valueOf);
     });
-    const std::vector<SlowestMessages::Message> messages = slowest.messages();
-    Capture::writeText(options.form == TableForm::json  ? json(options, messages)
-                       : options.form == TableForm::csv ? table(options, messages).csv()
-                                                        : table(options, messages).text());
+    Capture::writeText(told());
 }
 
-void tellHops(const LatencyOptions& options, const std::optional<FieldValue>& by, CaptureScan& scan) {
-    constexpr std::size_t mostGroups = 200;
+std::vector<LatencyGroup> groupsOf(const Groups<LatencyStats>& found) {
     std::vector<LatencyGroup> groups;
-    std::vector<Hop> overall;
-    if (by) {
-        Groups<LatencyStats> found(mostGroups);
-        scan.run(options.capture, [&](const Capture::Packet& packet, const MessageReader& reader) {
-            if (!hasWay(reader)) return;
-            found[by->of(reader, options.scan.display)].add(packet, reader);
-        });
-        LatencyStats all;
-        found.forEach([&](std::string_view name, const LatencyStats& it) {
-            all.merge(it);
-            groups.push_back({std::string(name), it.overall()});
-        });
-        overall = all.overall();
-    } else {
-        LatencyStats stats = scan.gather<LatencyStats>(options.capture);
-        overall = stats.overall();
-        for (std::size_t i = 0; i < MESSAGE_COUNT; ++i)
-            groups.push_back({std::string(Inspect::all_messages()[i].type->name), std::move(stats.takeHops(i))});
-    }
-    if (options.form == TableForm::json) return Capture::writeText(json(options.by, groups, overall));
+    found.forEach([&](std::string_view name, const LatencyStats& it) {
+        groups.push_back({std::string(name), it.overall()});
+    });
+    return groups;
+}
+
+LatencyStats wholeOf(const Groups<LatencyStats>& found) {
+    LatencyStats all;
+    found.forEach([&](std::string_view, const LatencyStats& it) { all.merge(it); });
+    return all;
+}
+
+/// What was gathered, in the form that was asked for.
+std::string toldText(const LatencyOptions& options, std::vector<LatencyGroup> groups, std::vector<Hop> overall) {
+    if (options.form == TableForm::json) return json(options.by, groups, overall);
     std::vector<LatencyRow> rows;
     for (LatencyGroup& it : groups) add(rows, it.name, std::move(it.hops));
     if (options.sort != "way")
         std::ranges::stable_sort(rows, std::ranges::greater{},
                                  [&](const LatencyRow& it) { return sortKey(it.hop, options.sort); });
     add(rows, "all", std::move(overall));
-    const Table told = table(options.by, rows);
-    Capture::writeText(options.form == TableForm::csv ? told.csv() : told.text());
+    return inForm(options.form, [&] { return table(options.by, rows); });
+}
+
+void tellHops(const LatencyOptions& options, const std::optional<FieldValue>& by, CaptureScan& scan) {
+    constexpr std::size_t mostGroups = 200;
+    if (by) {
+        Groups<LatencyStats> found(mostGroups);
+        const auto told = [&] { return toldText(options, groupsOf(found), wholeOf(found).overall()); };
+        if (isLive(options)) scan.showMeanwhile(told);
+        scan.run(options.capture, [&](const Capture::Packet& packet, const MessageReader& reader) {
+            if (hasWay(reader)) found[by->of(reader, options.scan.display)].add(packet, reader);
+        });
+        return Capture::writeText(told());
+    }
+    LatencyStats stats;
+    const auto told = [&] {
+        LatencyStats copy;
+        copy.merge(stats);
+        std::vector<Hop> overall = copy.overall();
+        std::vector<LatencyGroup> groups;
+        for (std::size_t i = 0; i < MESSAGE_COUNT; ++i)
+            groups.push_back({std::string(Inspect::all_messages()[i].type->name), copy.takeHops(i)});
+        return toldText(options, std::move(groups), std::move(overall));
+    };
+    if (isLive(options)) {
+        scan.showMeanwhile(told);
+        scan.run(options.capture,
+                 [&](const Capture::Packet& packet, const MessageReader& reader) { stats.add(packet, reader); });
+    } else {
+        stats = scan.gather<LatencyStats>(options.capture);
+    }
+    Capture::writeText(told());
 }
 
 int latency(const LatencyOptions& options) {
@@ -239,10 +269,12 @@ void addLatency(CLI::App& app, Commands& commands) {
         "is 0 for unset. Hops against the clock are counted as negative, the lowest of them told, and kept out of the\n"
         "percentiles, which are within 0.05 %. By a field, the first value of each message counts, and from 200 "
         "values\n"
-        "on further ones are told together, as (others).\n\n"
+        "on further ones are told together, as (others). On a terminal, what comes through a pipe is told of as it "
+        "comes.\n\n"
         "Examples:\n"
         "  qlproto latency session.pcap\n"
         "  qlproto latency session.pcap | grep '^all '\n"
+        "  tail -c +1 session.pcap | qlproto latency -\n"
         "  qlproto latency --by feedID --sort p99 session.pcap\n"
         "  qlproto latency --slowest 10 --by userID session.pcap\n"
         "  qlproto latency --json session.pcap");

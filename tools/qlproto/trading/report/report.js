@@ -15,7 +15,8 @@ function scaled(value, units) {
   const digits = size === 1 ? {} : {minimumSignificantDigits: 4, maximumSignificantDigits: 4};
   return (value / size).toLocaleString("en-US", digits) + " " + unit;
 }
-const duration = (ns) => scaled(ns, [[31557600e9, "years"], [86400e9, "days"], [3600e9, "h"], [1e9, "s"], [1e6, "ms"], [1e3, "µs"], [1, "ns"]]);
+const duration = (ns) => scaled(ns, [[31557600e9, "years"], [86400e9, "days"], [3600e9, "h"], [1e9, "s"], [1e6, "ms"],
+                                     [1e3, "µs"], [1, "ns"]]);
 const bytes = (value) => scaled(value, [[1e9, "GB"], [1e6, "MB"], [1e3, "KB"], [1, "bytes"]]);
 const hopName = (hop) => hop.from + " → " + hop.to;
 const counted = (value, one) => count(value) + " " + one + (value === 1 ? "" : "s");
@@ -74,7 +75,7 @@ function table(place, caption, columns, rows, sums = []) {
     for (const other of head.children) other.removeAttribute("aria-sort");
     cell.setAttribute("aria-sort", isRising ? "ascending" : "descending");
     const compare = (a, b) => isText ? String(a).localeCompare(String(b), "en", {numeric: true}) : (a ?? -1) - (b ?? -1);
-    rows = rows.toSorted((a, b) => (isRising ? 1 : -1) * compare(value(a), value(b)));
+    rows = [...rows].sort((a, b) => (isRising ? 1 : -1) * compare(value(a), value(b)));
     fill();
   };
   for (const column of columns) {
@@ -122,7 +123,7 @@ function chart(place, label, options, values) {
 const axis = (more) => ({stroke: color("--quiet"), grid: {stroke: color("--grid"), width: 1},
                          ticks: {stroke: color("--grid"), width: 1}, ...more});
 // Lines are told apart without colours, too: on paper, and by those who do not see them.
-const DASHES = [[], [9, 4], [2, 3]], MARKERS = ["solid", "dashed", "dotted"], WIDTHS = [1.5, 2.75, 1];
+const DASHES = [[], [9, 4], [2, 3]], MARKERS = ["solid", "dashed", "dotted"], WIDTHS = [1.5, 2.25, 1];
 const widthOf = (number) => WIDTHS[Math.floor(number / 3) % 3];
 const legend = {markers: {width: (plot, i) => i === 0 ? 0 : 2 * widthOf(i - 1), dash: (plot, i) => MARKERS[(i - 1) % 3]}};
 /// `still` is what the legend says of the line while no point of it is pointed at.
@@ -139,7 +140,8 @@ function rateCharts() {
   const when = {label: "time", value: (plot, it) => it == null ? "point at the chart" : clock(it, Math.min(step, 999))};
   const strays = [[data.outOfTime, "at times far from all around"], [data.rates.outside, "outside of the time shown"]];
   document.getElementById("rates-strays").textContent =
-    strays.filter(([many]) => many !== 0).map(([many, where]) => "Not in the charts: " + counted(many, "message") + " " + where + ".").join(" ");
+    strays.filter(([many]) => many !== 0)
+      .map(([many, where]) => "Not in the charts: " + counted(many, "message") + " " + where + ".").join(" ");
   const xAxis = () => axis({label: clock(times[0], 864e5) + ", " + zone, labelSize: 22, labelFont: "12px system-ui", space: 90,
                             incrs: CLOCK_STEPS, values: (plot, ticks, i, space, incr) => ticks.map((it) => clock(it, incr))});
   const rate = (values) => {
@@ -148,7 +150,8 @@ function rateCharts() {
   };
   const yAxis = () => axis({size: 70, values: (plot, ticks) => ticks.map((it) => it == null ? "" : decimal(it))});
   chart("rate-chart", "Messages per second over time, " + decimal(data.all.perSecond) + " on average", () => ({
-    title: "All messages per second", cursor, legend, scales: {x: {time: false}, y: {range: (plot, min, max) => [0, max * 1.1]}},
+    title: "All messages per second", cursor, legend,
+    scales: {x: {time: false}, y: {range: (plot, min, max) => [0, max * 1.1]}},
     axes: [xAxis(), yAxis()],
     series: [when, line(all.name, 0, decimal, rate(all.values), {fill: color("--bar")})],
   }), [times, all.values]);
@@ -181,13 +184,15 @@ function latencyChart(place, title, hops) {
   const highest = latencyTop(hops);
   chart(place, title + ": percentiles of " + hops.map(hopName).join(", "), () => ({
     title, height: 340, cursor: {drag: {x: false, y: false}}, legend,
-    scales: {x: {time: false}, y: {distr: 3, range: (plot, min, max) => uPlot.rangeLog(min, Math.min(max, highest), 10, false)}},
+    scales: {x: {time: false},
+             y: {distr: 3, range: (plot, min, max) => uPlot.rangeLog(min, Math.min(max, highest), 10, false)}},
     axes: [
       axis({label: "percent of messages", labelSize: 22, labelFont: "12px system-ui",
             splits: () => shown.map((it) => Math.log10(100 / (100 - it))), values: () => shown.map(String)}),
       axis({size: 70, values: (plot, ticks) => ticks.map((it) => it == null ? "" : duration(it).replace(/\.0+ /, " "))}),
     ],
-    series: [{label: "percent", value: (plot, it, i, at) => at == null ? "point at the chart" : String(data.latency.percentiles[at])},
+    series: [{label: "percent",
+              value: (plot, it, i, at) => at == null ? "point at the chart" : String(data.latency.percentiles[at])},
              ...hops.map((hop, i) => line(hopName(hop), i, duration,
                                           "half within " + duration(at(hop, 50)) + ", 99 % within " + duration(at(hop, 99))))],
   }), [x, ...hops.map((hop) => hop.values.map((it) => Math.max(it, 1)))]);
@@ -277,7 +282,7 @@ function latencies() {
   table("latency-table", "All messages together", hopColumns, data.latency.hops);
   const p99 = (it) => it.values[data.latency.percentiles.indexOf(99)] ?? -1;
   const slowest = new Map(); // by feed
-  for (const hop of data.latency.feeds.toSorted((a, b) => p99(b) - p99(a)))
+  for (const hop of [...data.latency.feeds].sort((a, b) => p99(b) - p99(a)))
     if (!slowest.has(hop.feed)) slowest.set(hop.feed, hop);
   if (slowest.size !== 0)
     table("feed-table", "The slowest hop of each feed", [words("feed", (it) => it.feed), ...hopColumns], [...slowest.values()]);
