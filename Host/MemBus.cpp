@@ -23,10 +23,8 @@ Place placeOf(const std::string& url) {
     const size_t query = std::min(url.find('?'), url.size());
     const std::string name = url.substr(SCHEME.size(), query - SCHEME.size());
     Place place{name};
-    const bool isPath = name.starts_with('/');
-    if (name.empty() || (!isPath && name.find_first_of("/") != name.npos))
-        throw BusError(url + ": no name of a bus: mem:NAME or mem:/path");
-    if (!isPath) place.path = "/dev/shm/qlbus-" + name;
+    if (name.empty()) throw BusError(url + ": no name of a bus: mem:NAME or mem:/path");
+    if (name.find('/') == name.npos) place.path = "/dev/shm/qlbus-" + name;
     if (query == url.size()) return place;
     constexpr std::string_view sizeIs = "?size=";
     const std::string_view option = std::string_view(url).substr(query);

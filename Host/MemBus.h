@@ -1,7 +1,7 @@
 // The bus of one machine: a ring in shared memory (MemRing.h), without a server.
 //
 //     mem:NAME                  a file in /dev/shm
-//     mem:/path/of/a/file       another one
+//     mem:/path/of/a/file       another one; mem:./file is one of this folder
 //     mem:NAME?size=256         MB for messages, if the bus is made by this; else 64
 //
 // Publishing takes a message into memory and waits for nobody: it outlives processes, not the machine. Who wants messages kept

@@ -24,6 +24,7 @@
 #include "tests/Folder.h"
 #include "tests/Module.h"
 #include "tests/Samples.h"
+#include "tests/ToolFolder.h"
 
 namespace {
 
@@ -756,6 +757,72 @@ TEST_P(KeptBuses, GoOnWithTheSequencesOfTheirJournal) {
     const auto anew = openBus(small, qlTopics());
     publishTimer(*anew, 1);
     EXPECT_THROW(Recorder(*anew, *journal), BusError) << "who came first used numbers that the journal has";
+}
+
+// --- the tool
+
+/// The tool with a bus that its commands share.
+class Tools : public Buses {
+  protected:
+    const ToolFolder tool;
+    Folder::Result run(const std::string& command) const { return tool.run("bus='" + url + "' tool='" QLPROTO_TOOL "'; " + command); }
+};
+
+INSTANTIATE_TEST_SUITE_P(Engines, Tools, ALL, nameOf);
+
+TEST_P(Tools, RecordWhatTheyPublish) {
+    if (!isMem) open();                                  // waits for the server
+    const std::string count = isMem ? "100000" : "3000"; // streams take their time
+    if (isMem) openBus(url.substr(0, url.find('?')) + "?size=64", qlTopics());
+    const Folder::Result result = run("n=" + count + R"(
+        qlproto generate --messages $n --seed 7 -o session.pcap
+        mkdir journal
+        qlproto record --bus $bus -o journal --messages $n --seconds 60 2>journal.err & qlproto publish session.pcap --bus $bus --speed max
+        qlproto record --bus $bus -o again.pcapng --start oldest --messages $n --seconds 60
+        wait; qlproto merge journal/*.pcapng -o journal.pcap && qlproto diff session.pcap journal.pcap && qlproto diff session.pcap again.pcapng)");
+    EXPECT_EQ(result.exitCode, 0) << result.err << result.out;
+    EXPECT_NE(result.err.find(count + " messages recorded, 0 lost"), std::string::npos) << result.err;
+    EXPECT_NE(tool.content("journal.err").find(count + " messages recorded, 0 lost"), std::string::npos);
+
+    // A part of it again, from a time and from a sequence.
+    const Folder::Result part = run(R"(
+        from=$(qlproto decode session.pcap | sed -n 2001p | cut -d' ' -f1)
+        qlproto decode --from $from -n 500 --message MktDataMessage session.pcap >wanted
+        qlproto watch --bus $bus --start $from -n 500 --message MktDataMessage --seconds 60 >got
+        qlproto watch --bus journal --start oldest --from $from -n 500 --message MktDataMessage --seconds 60 >journaled
+        qlproto watch --bus $bus --start 2001 --messages 1000 --seconds 60 | wc -l
+        cmp wanted got && cmp wanted journaled)");
+    EXPECT_EQ(part.exitCode, 0) << part.err << part.out;
+    EXPECT_EQ(part.out, "1000\n");
+}
+
+TEST_P(Tools, PaceWhatTheyPublish) {
+    if (!isMem) open();
+    tool.store("two.pcap", {{1'000'000'000, ToolFolder::packet<TimerMessage>([](auto&) {})},
+                            {3'000'000'000, ToolFolder::packet<TimerMessage>([](auto& it) { it.tqid = 7; })}});
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(run("qlproto publish two.pcap --bus $bus --speed 4").exitCode, 0);
+    EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(500))
+        << "two seconds, four times as fast";
+    EXPECT_EQ(run("$tool publish two.pcap --bus $bus --speed max --loop --now & pid=$!; qlproto watch --bus $bus --start "
+                  "oldest --stats --messages 10 --seconds 10; kill $pid; wait $pid")
+                  .exitCode,
+              0);
+    const std::string table = tool.content("out");
+    EXPECT_TRUE(table.starts_with("10 messages, ")) << table;
+    EXPECT_EQ(table.find("TimerMessage"), table.rfind("TimerMessage")) << table;
+    EXPECT_EQ(run("qlproto watch --bus $bus --start 1 --messages 2").out,
+              "1.000000000 TimerMessage tqid=0\n3.000000000 TimerMessage tqid=7\n");
+}
+
+TEST(LiveTools, AnswerForWhatIsWrong) {
+    const ToolFolder tool;
+    for (const char* command : {"watch --bus mem:", "watch --bus none", "publish none --bus mem:/none/x",
+                                "record --bus x:y -o f", "watch --bus mem:/none/x"})
+        EXPECT_EQ(tool.run(std::string("qlproto ") + command).exitCode, 3) << command;
+    for (const char* command : {"watch", "watch --bus mem:x --start never", "publish f --bus mem:x --speed 0",
+                                "watch --bus mem:x --seconds 0"})
+        EXPECT_EQ(tool.run(std::string("qlproto ") + command).exitCode, 2) << command;
 }
 
 } // namespace

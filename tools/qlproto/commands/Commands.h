@@ -47,9 +47,12 @@ void addLatency(CLI::App& app, Commands& commands);
 void addManual(CLI::App& app, Commands& commands); ///< adds manpage and completion
 void addMerge(CLI::App& app, Commands& commands);
 void addMessages(CLI::App& app, Commands& commands);
+void addMetrics(CLI::App& app, Commands& commands);
 void addOrders(CLI::App& app, Commands& commands);
 void addQuery(CLI::App& app, Commands& commands);
+void addPublish(CLI::App& app, Commands& commands);
 void addQuotes(CLI::App& app, Commands& commands);
+void addRecord(CLI::App& app, Commands& commands);
 void addReport(CLI::App& app, Commands& commands);
 void addRoundTrip(CLI::App& app, Commands& commands);
 void addSchema(CLI::App& app, Commands& commands);
@@ -59,5 +62,6 @@ void addStats(CLI::App& app, Commands& commands);
 void addTemplate(CLI::App& app, Commands& commands);
 void addTrace(CLI::App& app, Commands& commands);
 void addVerify(CLI::App& app, Commands& commands);
+void addWatch(CLI::App& app, Commands& commands);
 
 } // namespace qlproto
