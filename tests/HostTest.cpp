@@ -11,9 +11,12 @@
 #include <thread>
 
 #include <gtest/gtest.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "Host/Connection.h"
 #include "Host/Frames.h"
 #include "Host/MemRing.h"
 #include "Host/MsgBlockPool.h"
@@ -277,6 +280,112 @@ TEST_F(Frames, OfImpossibleLengthsAreRefusedBeforeTheyCome) {
     const Inspect::Encoded refused = writer.append(Inspect::default_protocol(), SubmitOrderMessage::ID, &*order);
     EXPECT_EQ(refused.refusal, Inspect::Refusal::tooSmall);
     EXPECT_TRUE(writer.bytes().empty());
+}
+
+using Host::Connection;
+using Host::Descriptor;
+
+/// Both ends of connections over the loopback interface.
+class Connections : public testing::Test {
+  protected:
+    uint16_t port() const {
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        socklen_t size = sizeof address;
+        EXPECT_EQ(bind(listener.number(), reinterpret_cast<sockaddr*>(&address), size), 0);
+        EXPECT_EQ(getsockname(listener.number(), reinterpret_cast<sockaddr*>(&address), &size), 0);
+        return ntohs(address.sin_port);
+    }
+    void listenNow() { EXPECT_EQ(listen(listener.number(), 8), 0); }
+    Descriptor accepted() {
+        Descriptor peer(accept4(listener.number(), nullptr, nullptr, SOCK_CLOEXEC));
+        EXPECT_TRUE(peer);
+        return peer;
+    }
+    /// Until it holds, five seconds at most.
+    bool pollUntil(const std::function<bool()>& holds) {
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(5);
+        while (!holds() && std::chrono::steady_clock::now() < end) {
+            client.poll(1);
+            if (server) server->poll(0);
+        }
+        return holds();
+    }
+    static std::string text(int i) { return std::to_string(i) + std::string(static_cast<size_t>(i * 37 % 500), 'x'); }
+    static Connection::Handler noting(std::vector<std::string>& to) {
+        return {[&to](const Host::Frame& frame) {
+            if (frame.id == 7) to.emplace_back(frame.body);
+        }};
+    }
+
+    const Descriptor listener{socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)};
+    Host::ConnectionOptions options{.address = "127.0.0.1",
+                                    .port = port(),
+                                    .mostQueued = 100'000,
+                                    .longestPause = std::chrono::milliseconds(40),
+                                    .beat = std::chrono::milliseconds(100),
+                                    .heartbeat = 9,
+                                    .heartbeatBody = "beat"};
+    std::string reason;
+    std::vector<std::string> got, back;
+    std::optional<Connection> server;
+    Connection::Handler handler{[this](const Host::Frame& frame) {
+                                    if (frame.id == 7) back.emplace_back(frame.body);
+                                },
+                                {},
+                                [this](const std::string& it) { reason = it; }};
+    Connection client{options, handler};
+};
+
+TEST_F(Connections, ComeAgainWithWhatWasQueued) {
+    int sent = 0;
+    while (client.send(7, text(sent))) ++sent; // nobody listens yet
+    EXPECT_LE(client.queued(), options.mostQueued);
+    EXPECT_GT(sent, 100);
+    for (int i = 0; i < 20; ++i) client.poll(1);
+    EXPECT_FALSE(client.isConnected());
+    listenNow();
+    ASSERT_TRUE(pollUntil([&] { return client.isConnected(); }));
+    server.emplace(accepted(), options, noting(got));
+    ASSERT_TRUE(pollUntil([&] { return got.size() == static_cast<size_t>(sent); }));
+    for (int i = 0; i < sent; ++i) ASSERT_EQ(got[static_cast<size_t>(i)], text(i));
+    EXPECT_TRUE(server->send(7, "back"));
+    EXPECT_TRUE(pollUntil([&] { return back == std::vector<std::string>{"back"}; }));
+
+    for (int round = 0; round < 5; ++round) {
+        server.reset(); // the peer dies
+        got.clear();
+        ASSERT_TRUE(pollUntil([&] { return !client.isConnected(); }));
+        for (int i = 0; i < 10; ++i) EXPECT_TRUE(client.send(7, text(i)));
+        ASSERT_TRUE(pollUntil([&] { return client.isConnected(); }));
+        server.emplace(accepted(), options, noting(got));
+        ASSERT_TRUE(pollUntil([&] { return got.size() == 10; }));
+        for (int i = 0; i < 10; ++i) EXPECT_EQ(got[static_cast<size_t>(i)], text(i));
+    }
+    reason.clear();
+    const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(500); // several beats
+    pollUntil([&] { return std::chrono::steady_clock::now() > end; });
+    EXPECT_TRUE(client.isConnected() && !server->isOver()) << "heartbeats keep what is quiet: " << reason;
+}
+
+TEST_F(Connections, AreLostWhenThePeerIsSilentOrTalksNonsense) {
+    listenNow();
+    ASSERT_TRUE(pollUntil([&] { return client.isConnected(); }));
+    const Descriptor silent = accepted();
+    ASSERT_TRUE(pollUntil([&] { return !reason.empty(); }));
+    EXPECT_EQ(reason, "the peer is silent");
+    char bytes[1000];
+    const ssize_t size = recv(silent.number(), bytes, sizeof bytes, 0);
+    ASSERT_GE(size, 10);
+    EXPECT_EQ(std::string_view(bytes, 10), std::string_view("\6\0\0\0\x09\0beat", 10));
+
+    reason.clear();
+    ASSERT_TRUE(pollUntil([&] { return client.isConnected(); }));
+    const Descriptor hostile = accepted();
+    EXPECT_EQ(send(hostile.number(), "\xff\xff\xff\xff", 4, 0), 4);
+    ASSERT_TRUE(pollUntil([&] { return !reason.empty(); }));
+    EXPECT_NE(reason.find("length 4294967295"), std::string::npos) << reason;
 }
 
 /// What a publisher puts into the ring, known by its seed.
