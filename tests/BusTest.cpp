@@ -2,6 +2,7 @@
 #include <atomic>
 #include <csignal>
 #include <fstream>
+#include <iostream>
 #include <random>
 #include <thread>
 
@@ -765,7 +766,9 @@ TEST_P(KeptBuses, GoOnWithTheSequencesOfTheirJournal) {
 class Tools : public Buses {
   protected:
     const ToolFolder tool;
-    Folder::Result run(const std::string& command) const { return tool.run("bus='" + url + "' tool='" QLPROTO_TOOL "'; " + command); }
+    Folder::Result run(const std::string& command) const {
+        return tool.run("bus='" + url + "' tool='" QLPROTO_TOOL "'; " + command);
+    }
 };
 
 INSTANTIATE_TEST_SUITE_P(Engines, Tools, ALL, nameOf);
@@ -804,10 +807,11 @@ TEST_P(Tools, PaceWhatTheyPublish) {
     EXPECT_EQ(run("qlproto publish two.pcap --bus $bus --speed 4").exitCode, 0);
     EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(500))
         << "two seconds, four times as fast";
-    EXPECT_EQ(run("$tool publish two.pcap --bus $bus --speed max --loop --now & pid=$!; qlproto watch --bus $bus --start "
-                  "oldest --stats --messages 10 --seconds 10; kill $pid; wait $pid")
-                  .exitCode,
-              0);
+    EXPECT_EQ(
+        run("$tool publish two.pcap --bus $bus --speed max --loop --now & pid=$!; qlproto watch --bus $bus --start "
+            "oldest --stats --messages 10 --seconds 10; kill $pid; wait $pid")
+            .exitCode,
+        0);
     const std::string table = tool.content("out");
     EXPECT_TRUE(table.starts_with("10 messages, ")) << table;
     EXPECT_EQ(table.find("TimerMessage"), table.rfind("TimerMessage")) << table;
@@ -823,6 +827,20 @@ TEST(LiveTools, AnswerForWhatIsWrong) {
     for (const char* command : {"watch", "watch --bus mem:x --start never", "publish f --bus mem:x --speed 0",
                                 "watch --bus mem:x --seconds 0"})
         EXPECT_EQ(tool.run(std::string("qlproto ") + command).exitCode, 2) << command;
+}
+
+// The C++ of docs/host.md, run as printed.
+TEST(DocExamples, OfHostsPublishAndSubscribe) {
+    Quillon::initialize();
+    const Folder own;
+    const std::string folder = own.path("");
+    std::ostringstream out;
+    std::streambuf* const before = std::cout.rdbuf(out.rdbuf());
+    {
+#include "host.inc"
+    } std::cout.rdbuf(before);
+    EXPECT_EQ(out.str(), "1: message 53284\n");
+    Quillon::finalize();
 }
 
 } // namespace
