@@ -765,7 +765,7 @@ TEST_P(KeptBuses, GoOnWithTheSequencesOfTheirJournal) {
 /// The tool with a bus that its commands share.
 class Tools : public Buses {
   protected:
-    const ToolFolder tool;
+    ToolFolder tool;
     Folder::Result run(const std::string& command) const {
         return tool.run("bus='" + url + "' tool='" QLPROTO_TOOL "'; " + command);
     }
@@ -820,7 +820,7 @@ TEST_P(Tools, PaceWhatTheyPublish) {
 }
 
 TEST(LiveTools, AnswerForWhatIsWrong) {
-    const ToolFolder tool;
+    ToolFolder tool;
     for (const char* command : {"watch --bus mem:", "watch --bus none", "publish none --bus mem:/none/x",
                                 "record --bus x:y -o f", "watch --bus mem:/none/x"})
         EXPECT_EQ(tool.run(std::string("qlproto ") + command).exitCode, 3) << command;

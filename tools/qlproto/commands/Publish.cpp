@@ -1,4 +1,5 @@
 // qlproto publish: a capture onto a bus, in its own time.
+#include <charconv>
 #include <chrono>
 #include <memory>
 #include <thread>
@@ -19,6 +20,16 @@ struct PublishOptions {
     bool isLooped = false, isStamped = false;
     ScanOptions scan;
 };
+
+/// 0 for "max".
+std::optional<double> speedOf(const std::string& text) {
+    double speed = 0;
+    if (text == "max") return speed;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), speed);
+    if (error != std::errc() || end != text.data() + text.size() || !(speed >= 0.001 && speed <= 1e6))
+        return std::nullopt;
+    return speed;
+}
 
 /// Waits until a message is due.
 class LivePace {
@@ -81,11 +92,16 @@ void addPublish(CLI::App& app, Commands& commands) {
         ->required()
         ->type_name(FILE_VALUE);
     addBus(*command, options->bus);
+    const auto choose = [options](const std::string& text) { options->speed = speedOf(text).value(); };
     command
-        ->add_option_function<std::string>(
-            "--speed", [options](const std::string& text) { options->speed = text == "max" ? 0 : std::stod(text); },
-            "So many times as fast as the capture was made, or max: as fast as it goes")
-        ->check(CLI::PositiveNumber | CLI::IsMember({"max"}))
+        ->add_option_function<std::string>("--speed", choose,
+                                           "So many times as fast as the capture was made, or max: as fast as it goes")
+        ->check(CLI::Validator(
+            [](std::string& text) {
+                return speedOf(text) ? std::string()
+                                     : fmt::format("'{}' is neither max nor a number from 0.001 to 1000000", text);
+            },
+            "SPEED"))
         ->default_str("1");
     command->add_flag("--loop", options->isLooped, "Begin again at the end, until it is interrupted");
     command->add_flag("--now", options->isStamped, "Give messages the time at which they are published, not their own");
