@@ -2,6 +2,7 @@
 #include <sstream>
 
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
 #include "tests/Hex.h"
 #include "tests/Sessions.h"
@@ -100,6 +101,9 @@ TEST_F(Annotate, ShowsEveryByteOnceAndSecretStringsReadable) {
             for (std::string byte; bytes >> byte;) shown += unhex(byte);
         }
         ASSERT_EQ(shown, body) << annotation.text;
+        std::string rows; // for programs
+        for (const auto& row : nlohmann::json::parse(annotation.table.json())) rows += row["bytes"].get<std::string>();
+        ASSERT_EQ(rows, hex(body));
     }
 
     const std::string log =

@@ -39,6 +39,7 @@ TEST_F(Secrets, AreHiddenByEveryCommand) {
         {"decode --redact --format json --hex hex", R"("password":"***")"},
         {"annotate --redact a.pcap --packet 1", "***             password  string  ***"},
         {"annotate --redact " + bytes, "password"},
+        {"annotate --redact --csv " + bytes, ",***,password,string,***"},
         {"annotate --redact " + bytes + "2121 --policy tolerant", "after the last field"},
         {"annotate --redact " + cut, "***             password  string  <-- truncated"},
         {"annotate --redact " + hex(packet.substr(0, 2)) + "ff" + bytes.substr(6), "user"},

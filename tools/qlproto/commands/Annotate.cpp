@@ -14,6 +14,7 @@
 #include "tools/qlproto/Tool.h"
 #include "tools/qlproto/commands/Arguments.h"
 #include "tools/qlproto/commands/Commands.h"
+#include "tools/qlproto/commands/TableOutput.h"
 #include "tools/qlproto/messages/Annotation.h"
 #include "tools/qlproto/messages/Hex.h"
 #include "tools/qlproto/messages/Names.h"
@@ -31,6 +32,7 @@ struct AnnotateOptions {
     uint64_t packet = 0; ///< counted from 1
     bool isRaw = false;
     bool redact = false;
+    TableForm form;
 };
 
 /// A whole file of `longest` bytes at most.
@@ -81,8 +83,10 @@ int annotateBytes(const AnnotateOptions& options, std::string_view bytes) {
     }
     const Annotation annotation =
         annotate(*message, bytes, options.policy, options.redact ? Inspect::Secrets::hide : Inspect::Secrets::show);
-    Capture::writeText(fmt::format("{} {} (0x{:04X}), body of {}\n{}", message->type->name, message->id, message->id,
-                                   Capture::counted(bytes.size(), "byte"), annotation.text));
+    const std::string title = fmt::format("{} {} (0x{:04X}), body of {}\n", message->type->name, message->id,
+                                          message->id, Capture::counted(bytes.size(), "byte"));
+    Capture::writeText(options.form == TableForm::table ? title + annotation.text
+                                                        : inForm(options.form, [&] { return annotation.table; }));
     if (annotation.fault) return EXIT_FINE;
     tellFault(fmt::format("{}: {}", message->type->name, annotation.fault.text()));
     return EXIT_BAD_DATA;
@@ -117,6 +121,7 @@ void addAnnotate(CLI::App& app, Commands& commands) {
         ->excludes(packet);
     command->add_flag("--raw", options->isRaw, "The input is a file of the bytes themselves")->excludes(packet);
     addPolicy(*command, options->policy);
+    addTableForm(*command, options->form);
     command->add_flag("--redact", options->redact, "Hide passwords and other secrets, bytes and value");
     addExamples(*command, "",
                 {"$tool annotate session.pcap --packet 17", "$tool annotate --policy strict session.pcap --packet 17"});

@@ -66,6 +66,9 @@ class Lines {
     /// Bytes of the body and what they are. Those that do not fit a line go on in further ones.
     void add(std::size_t offset, std::string_view bytes, std::string path, std::string type, std::string value) {
         std::vector<Cell> explanation = {std::move(path), std::move(type), std::move(value)};
+        std::vector<Cell> whole = {std::to_string(offset), hexFromBytes(bytes)};
+        whole.insert(whole.end(), explanation.begin(), explanation.end());
+        _rows.add(std::move(whole));
         do {
             std::vector<Cell> row = {fmt::format("{}", offset), hexFromBytes(bytes.substr(0, BYTES_A_LINE), " ")};
             row.insert(row.end(), explanation.begin(), explanation.end());
@@ -77,20 +80,22 @@ class Lines {
     }
 
     /// The same of bytes that are not to be seen.
-    void addHidden(std::size_t offset, std::string path, std::string type, std::string value) {
-        _table.add({fmt::format("{}", offset), std::string(Inspect::HIDDEN), std::move(path), std::move(type),
-                    std::move(value)});
+    void addHidden(std::size_t offset, const std::string& path, const std::string& type, const std::string& value) {
+        for (Table* const table : {&_table, &_rows})
+            table->add({std::to_string(offset), std::string(Inspect::HIDDEN), path, type, value});
     }
 
     std::string text() const { return _table.text(); }
+    const Table& rows() const { return _rows; }
 
   private:
-    static constexpr auto left = Table::Align::left, right = Table::Align::right;
-    Table _table = [] {
+    static Table titled() {
+        using enum Table::Align;
         Table table({right, left, left, left, left});
         table.add({"offset", "bytes", "field", "type", "value"});
         return table;
-    }();
+    }
+    Table _table = titled(), _rows = titled();
 };
 
 } // namespace
@@ -136,6 +141,7 @@ Annotation annotate(const Inspect::MessageInfo& message, std::string_view body, 
             lines.add(end, rest.substr(0, BYTES_AFTER_FAULT), path, type, what);
     }
     result.text = lines.text();
+    result.table = lines.rows();
     if (rest.size() > BYTES_AFTER_FAULT)
         result.text += fmt::format("and {} more\n", Capture::counted(rest.size() - BYTES_AFTER_FAULT, "byte"));
     return result;

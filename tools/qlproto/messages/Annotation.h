@@ -7,11 +7,14 @@
 #include "Inspect/Reflection.h"
 #include "Inspect/SafeText.h"
 #include "Inspect/Verify.h"
+#include "tools/qlproto/terminal/Table.h"
 
 namespace qlproto {
 
 struct Annotation {
-    std::string text;      ///< lines: offset, bytes, field, type, value
+    std::string text; ///< lines: offset, bytes, field, type, value
+    /// The same for programs, a row for each value.
+    Table table{std::vector<Table::Align>{}};
     Inspect::Result fault; ///< where the body stops making sense, if it does
 };
 
