@@ -6,6 +6,7 @@
 #include <chrono>
 #include <random>
 #include <thread>
+#include <vector>
 
 #include <nats/nats.h>
 
@@ -38,16 +39,21 @@ using MetaOwner = Given<jsMsgMetaData, jsMsgMetaData_Destroy>::Owner;
 
 /// The parts of the URL that this side is to know, and the rest for the library.
 struct Place {
-    std::string servers, stream = "QL", ca, cert, key, creds;
+    std::vector<std::string> servers;
+    std::string stream = "QL", ca, cert, key, creds;
     int64_t replicas = 1, patience = 30;
 
     explicit Place(const std::string& url) {
         const size_t query = std::min(url.find('?'), url.size());
-        servers = url.substr(0, query);
-        const size_t slash = servers.find('/', servers.find("://") + 3);
-        if (slash != servers.npos) {
-            if (slash + 1 < servers.size()) stream = servers.substr(slash + 1);
-            servers.resize(slash);
+        const std::string scheme = url.substr(0, url.find("://") + 3);
+        std::string hosts = url.substr(std::min(scheme.size(), query), query - std::min(scheme.size(), query));
+        const size_t slash = std::min(hosts.find('/'), hosts.size());
+        if (slash + 1 < hosts.size()) stream = hosts.substr(slash + 1);
+        hosts.resize(slash);
+        for (size_t at = 0; at <= hosts.size();) {
+            const size_t end = std::min(hosts.find(',', at), hosts.size());
+            servers.push_back(scheme + hosts.substr(at, end - at));
+            at = end + 1;
         }
         if (stream.find_first_of(" .*>/\\") != stream.npos) throw BusError(url + ": no name of a stream");
         for (size_t at = query; at < url.size();) {
@@ -133,7 +139,9 @@ class NatsConnection {
         natsOptions* made = nullptr;
         demand(natsOptions_Create(&made));
         const OptionsOwner options(made);
-        demand(natsOptions_SetURL(made, place.servers.c_str()));
+        std::vector<const char*> servers;
+        for (const std::string& it : place.servers) servers.push_back(it.c_str());
+        demand(natsOptions_SetServers(made, servers.data(), static_cast<int>(servers.size())));
         demand(natsOptions_SetMaxReconnect(made, -1));
         demand(natsOptions_SetReconnectWait(made, 100));
         demand(natsOptions_SetFailRequestsOnDisconnect(made, true));

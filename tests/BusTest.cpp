@@ -622,6 +622,8 @@ TEST_P(NatsBuses, SayWhatTheyCarryInSubjects) {
     EXPECT_EQ(bus.subjectOf({.id = SubmitOrderMessage::ID, .body = body}), "ql.orders.SubmitOrderMessage.-7");
     EXPECT_EQ(bus.subjectOf({.id = TimerMessage::ID, .body = "\x0e"}), "ql.internals.TimerMessage.-");
     EXPECT_EQ(bus.subjectOf({.id = 0x1234, .body = ""}), "ql.12.-.-");
+    const NatsBus cluster("nats://127.0.0.1:1," + server.url().substr(7) + "/PRICES?patience=1", qlTopics());
+    EXPECT_EQ(cluster.subjectOf({.id = TimerMessage::ID, .body = "\x0e"}), "prices.internals.TimerMessage.-");
     for (const char* other : {"nats://127.0.0.1:1", "nats://127.0.0.1:1/a.b", "nats://127.0.0.1:1?x=1",
                               "nats://127.0.0.1:1?replicas=0", "nats://127.0.0.1:1?ca", "nats://127.0.0.1:1?ca=/none"})
         EXPECT_THROW(NatsBus(other, qlTopics()), BusError) << other;

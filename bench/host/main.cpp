@@ -133,42 +133,27 @@ void rates() {
              }));
     int ends[2];
     QL_ASSERT(socketpair(AF_UNIX, SOCK_STREAM, 0, ends) == 0);
-    tell("the same bytes as frames over a Unix socket, 64 kB a call",
-         acrossProcesses(
-             [&] {
-                 FrameWriter frames;
-                 for (uint64_t i = 1; i <= COUNT; ++i) {
-                     frames.append(1, order.body);
-                     while (frames.bytes().size() >= 65536 || (i == COUNT && !frames.bytes().empty()))
-                         frames.sent(
-                             static_cast<size_t>(::send(ends[0], frames.bytes().data(), frames.bytes().size(), 0)));
-                 }
-             },
-             [&](const std::function<void()>& got) {
-                 FrameReader reader;
-                 for (uint64_t left = COUNT; left > 0;) {
-                     const std::span<char> room = reader.room();
-                     reader.received(static_cast<size_t>(recv(ends[1], room.data(), room.size(), 0)));
-                     for (Frame frame; reader.next(frame); --left) got();
-                 }
-             }));
-    tell("the same, a call each",
-         acrossProcesses(
-             [&] {
-                 for (uint64_t i = 1; i <= COUNT; ++i) {
+    const auto send = [&](std::string_view bytes_) { return ::send(ends[0], bytes_.data(), bytes_.size(), 0); };
+    const auto receive = [&](const std::function<void()>& got) {
+        FrameReader reader;
+        for (uint64_t left = COUNT; left > 0;) {
+            const std::span<char> room = reader.room();
+            reader.received(static_cast<size_t>(recv(ends[1], room.data(), room.size(), 0)));
+            for (Frame frame; reader.next(frame); --left) got();
+        }
+    };
+    for (const size_t gathered : {size_t{65536}, size_t{1}})
+        tell(gathered == 1 ? "the same, a call each" : "the same bytes as frames over a Unix socket, 64 kB a call",
+             acrossProcesses(
+                 [&] {
                      FrameWriter frames;
-                     frames.append(1, order.body);
-                     QL_ASSERT(::send(ends[0], frames.bytes().data(), frames.bytes().size(), 0) > 0);
-                 }
-             },
-             [&](const std::function<void()>& got) {
-                 FrameReader reader;
-                 for (uint64_t left = COUNT; left > 0;) {
-                     const std::span<char> room = reader.room();
-                     reader.received(static_cast<size_t>(recv(ends[1], room.data(), room.size(), 0)));
-                     for (Frame frame; reader.next(frame); --left) got();
-                 }
-             }));
+                     for (uint64_t i = 1; i <= COUNT; ++i) {
+                         frames.append(1, order.body);
+                         while (frames.bytes().size() >= gathered || (i == COUNT && !frames.bytes().empty()))
+                             frames.sent(static_cast<size_t>(send(frames.bytes())));
+                     }
+                 },
+                 receive));
 }
 
 /// Threads take, share and give back blocks: no two have one, and in the end all are back.
