@@ -123,6 +123,14 @@ TEST_F(Json, EveryErrorTellsItsPath) {
             } catch (const JsonError& e) {
                 EXPECT_EQ(std::string(e.what()), c.error) << to;
                 EXPECT_TRUE(std::string(c.error).starts_with(e.path() + ": ")) << to;
+                const std::string wrong = std::string(sound).replace(at, std::strlen(c.from), to);
+                InBlock<Quillon::SubmitOrderMessage> other;
+                JsonReading reading{.mostErrors = 5};
+                JsonCursor json(wrong);
+                EXPECT_NO_THROW(from_json(other->ID, json, &*other, reading)) << "reading goes on to the end";
+                ASSERT_FALSE(reading.errors.empty());
+                EXPECT_EQ(reading.errors.front().what(), std::string(c.error));
+                EXPECT_NO_THROW(json.end());
             }
         }
     }

@@ -942,7 +942,7 @@ TEST_F(Analysis, WhatComesBitByBitIsShownAgainAndAgainOnATerminal) {
         EXPECT_EQ(folder.run("cat a.pcap | qlproto " + std::string(command) + " -").out, whole) << "no terminal";
     }
     EXPECT_EQ(qlproto::fitted("abc\nµµµd\n", 2, 2), "ab\nµµ\n");
-    EXPECT_EQ(qlproto::fitted("a\nb\nc\n", 9, 2), "a\n... 2 more\n");
+    EXPECT_EQ(qlproto::fitted("a\nb\nc\nd\n", 9, 3), "a\n... 2 more\nd\n");
 }
 
 // The page in a browser: what its tables say, and that its charts have been drawn.

@@ -34,18 +34,19 @@ void LiveView::clear() {
 
 std::string fitted(const std::string& text, std::size_t width, std::size_t height) {
     const auto lines = static_cast<std::size_t>(std::ranges::count(text, '\n'));
-    const std::size_t shown = lines <= height ? lines : height - 1;
+    const std::size_t first = lines <= height ? lines : height - 2;
     std::string result;
     std::istringstream in(text);
     std::string line;
-    for (std::size_t i = 0; i < shown && std::getline(in, line); ++i) {
+    for (std::size_t i = 0; i < lines && std::getline(in, line); ++i) {
+        if (i == first) result += fmt::format("... {} more\n", lines - 1 - first);
+        if (i >= first && i != lines - 1) continue;
         std::size_t characters = 0;
-        const auto begins = [&](char c) {
+        const auto isBeyond = [&](char c) {
             return (static_cast<unsigned char>(c) & 0xC0) != 0x80 && ++characters > width;
         };
-        result.append(line.begin(), std::ranges::find_if(line, begins)) += '\n';
+        result.append(line.begin(), std::ranges::find_if(line, isBeyond)) += '\n';
     }
-    if (shown < lines) result += fmt::format("... {} more\n", lines - shown);
     return result;
 }
 

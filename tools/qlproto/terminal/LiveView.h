@@ -30,7 +30,8 @@ class LiveView {
     std::size_t _lines = 0; ///< that are shown
 };
 
-/// The first lines of a text, and of each the first characters, so that it fits a screen.
+/// A text that fits a screen: of each line the first characters, and if there are too many lines the first of them and the
+/// last, which tells of all. REQUIRES: height > 1
 std::string fitted(const std::string& text, std::size_t width, std::size_t height);
 
 } // namespace qlproto
