@@ -504,6 +504,7 @@ TEST_P(BusesDeathTest, OutliveTheirPublishers) {
     }
     EXPECT_EQ(witness.wrong, 0u);
     EXPECT_GT(witness.delivered, 20u);
+    RecordProperty("delivered", std::to_string(witness.delivered));
 }
 
 // Subscribers that are killed go on where they were: nothing is lost, and nothing comes twice but what they had not noted.
@@ -536,6 +537,8 @@ TEST_P(BusesDeathTest, AreTakenUpAgainBySubscribers) {
     EXPECT_TRUE(published <= noted + rest && noted + rest <= published + 1);
     EXPECT_EQ(wrong, 0u);
     EXPECT_GT(noted, 20u);
+    RecordProperty("published", std::to_string(published));
+    RecordProperty("delivered", std::to_string(noted + rest));
 }
 
 TEST_P(Buses, TellStalledSubscribersWhatTheyMissed) {
@@ -819,6 +822,33 @@ TEST_P(Tools, PaceWhatTheyPublish) {
     EXPECT_EQ(table.find("TimerMessage"), table.rfind("TimerMessage")) << table;
     EXPECT_EQ(run("qlproto watch --bus $bus --start 1 --messages 2").out,
               "1.000000000 TimerMessage tqid=0\n3.000000000 TimerMessage tqid=7\n");
+}
+
+TEST(LiveTools, ServeFiguresThatPrometheusTakes) {
+    const ToolFolder tool;
+    tool.store("two.pcap", {{1, ToolFolder::packet<TimerMessage>([](auto&) {})},
+                            {3, ToolFolder::packet<TimerMessage>([](auto& it) { it.tqid = 7; })}});
+    const std::string port = std::to_string(30'000 + getpid() % 2000);
+    const Folder::Result result = tool.run("tool='" QLPROTO_TOOL "' port=" + port + R"(
+        qlproto publish two.pcap --bus mem:./bus?size=1 --speed max --quiet
+        $tool metrics --bus mem:./bus --start oldest --listen 127.0.0.1:$port --seconds 20 & pid=$!
+        for i in $(seq 100); do
+            kill -0 $pid || break
+            { exec 3<>/dev/tcp/127.0.0.1/$port; } 2>/dev/null && printf 'GET /metrics HTTP/1.0\r\n\r\n' >&3 && timeout 5 cat <&3 >answer
+            grep -q 'TimerMessage"} 2' answer && break
+            sleep 0.1
+        done
+        kill $pid; wait $pid; status=$?
+        sed '1,/^\r$/d' answer >metrics; grep -c . metrics
+        ! command -v promtool >/dev/null || promtool check metrics <metrics || status=9
+        exit $status)");
+    if (result.err.find("without prometheus-cpp") != std::string::npos) GTEST_SKIP() << result.err;
+    EXPECT_EQ(result.exitCode, 0) << result.err;
+    const std::string metrics = tool.content("metrics");
+    for (const char* line :
+         {"ql_messages_total{message=\"TimerMessage\"} 2", "ql_bytes_total{message=\"TimerMessage\"} 2",
+          "ql_lost_total 0", "ql_faults_total 0", "ql_hop_seconds_count{message=\"TimerMessage\"} 2"})
+        EXPECT_NE(metrics.find(line), std::string::npos) << line << "\n" << metrics;
 }
 
 TEST(LiveTools, AnswerForWhatIsWrong) {
