@@ -169,6 +169,22 @@ TEST_F(Sql, RecipesRunAsTheyStand) {
     EXPECT_GE(recipes, 10u);
 }
 
+TEST_F(Sql, AnotherReaderOfParquetReadsTheSame) {
+    if (!std::filesystem::exists(QL_ROOT "/node_modules/parquet-wasm"))
+        GTEST_SKIP() << "scripts/setup sql installs the reader";
+    ASSERT_EQ(folder.run("qlproto export session.pcap -o made --format parquet --message SubmitOrderMessage").exitCode,
+              0);
+    const auto read = folder.run("node '" QL_ROOT "/tests/parquet.mjs' made/SubmitOrder/*/*.parquet");
+    const auto expected =
+        query("SELECT epoch_ns(_time), contents.clOrdID, contents.side, contents.amount FROM SubmitOrder");
+    std::vector<std::string> lines = linesOf(expected.out), others = linesOf(read.out);
+    lines.erase(lines.begin());
+    std::ranges::sort(lines);
+    std::ranges::sort(others);
+    EXPECT_EQ(others, lines) << read.err;
+    EXPECT_GT(lines.size(), 400u);
+}
+
 // --- export
 
 /// The rows of all files of the folder, without what differs: the capture and the hour.

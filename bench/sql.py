@@ -1,0 +1,82 @@
+"""Measures SQL over a capture: three questions by `qlproto query`, and the same over the JSON of `qlproto decode` by the same engine;
+export; what columns cost; the module for Python, where it is given. Prints a table.
+
+    python3 bench/sql.py build/release/tools/qlproto/qlproto FOLDER MESSAGES [build/release/python]
+
+The engine has to be there: scripts/setup sql. The JSON takes some 750 bytes a message in FOLDER, and tshark reads a hundredth.
+"""
+import os
+import subprocess
+import sys
+import time
+
+QUESTIONS = {
+    "count": ("SELECT name, count(*) FROM messages GROUP BY name",
+              "SELECT message, count(*) FROM lines GROUP BY message"),
+    "p99 by feed": (
+        "SELECT mvd.fmID.feedID AS feed, quantile_cont(epoch_ns(mvd.timeApiClient) - epoch_ns(mvd.timeExchange), 0.99) "
+        "FROM MktData GROUP BY feed",
+        "SELECT (body->>'$.mvd.fmID.feedID')::INT AS feed, "
+        "quantile_cont((body->>'$.mvd.timeApiClient')::BIGINT - (body->>'$.mvd.timeExchange')::BIGINT, 0.99) "
+        "FROM lines WHERE message = 'MktDataMessage' GROUP BY feed"),
+    "asof": (
+        "SELECT count(*), avg(o.price - q.price) FROM "
+        "(SELECT _time AS t, contents.feedID AS f, contents.marketID AS m, contents.price AS price FROM SubmitOrder) o ASOF JOIN "
+        "(SELECT _time AS t, mvd.fmID.feedID AS f, mvd.fmID.marketID AS m, mvd.mdEntryList[1].price AS price FROM MktData) q "
+        "ON o.f = q.f AND o.m = q.m AND o.t >= q.t",
+        "SELECT count(*), avg(o.price - q.price) FROM "
+        "(SELECT time AS t, (body->>'$.contents.feedID')::INT AS f, (body->>'$.contents.marketID')::INT AS m, "
+        "TRY_CAST(body->>'$.contents.price' AS BIGINT) AS price FROM lines WHERE message = 'SubmitOrderMessage') o ASOF JOIN "
+        "(SELECT time AS t, (body->>'$.mvd.fmID.feedID')::INT AS f, (body->>'$.mvd.fmID.marketID')::INT AS m, "
+        "TRY_CAST(body->>'$.mvd.mdEntryList[0].price' AS BIGINT) AS price FROM lines WHERE message = 'MktDataMessage') q "
+        "ON o.f = q.f AND o.m = q.m AND o.t >= q.t"),
+}
+LINES = "WITH lines AS (SELECT * FROM read_json('{}', format = 'newline_delimited', " \
+        "columns = {{time: 'DECIMAL(20,9)', message: 'VARCHAR', body: 'JSON'}})) "
+
+
+def run(what, *command, output=subprocess.DEVNULL, environment=None):
+    """Tells seconds, processor time and the most memory of a command; returns the seconds."""
+    start = time.monotonic()
+    process = subprocess.Popen(command, stdout=output, env={**os.environ, **(environment or {})})
+    _, status, usage = os.wait4(process.pid, 0)
+    seconds = time.monotonic() - start
+    if status != 0:
+        sys.exit(f"failed: {command}")
+    print(f"| {what} | {seconds:.2f} | {usage.ru_utime + usage.ru_stime:.2f} | {usage.ru_maxrss / 1024:.0f} |", flush=True)
+    return seconds
+
+
+def main():
+    tool, folder, messages = os.path.abspath(sys.argv[1]), sys.argv[2], int(sys.argv[3])
+    os.makedirs(folder, exist_ok=True)
+    capture, lines = f"{folder}/{messages}.pcap", f"{folder}/{messages}.ndjson"
+    if not os.path.exists(capture):
+        subprocess.run([tool, "generate", "--messages", str(messages), "--seed", "3", "-o", capture], check=True)
+    print("| what | seconds | processor | MB |\n|---|---:|---:|---:|")
+    ours = {name: run(f"{name}, query", tool, "query", capture, sql) for name, (sql, _) in QUESTIONS.items()}
+    few = run("3 columns of MktData", tool, "query", capture,
+              "SELECT max(_time), max(mvd.fmID.feedID), max(mvd.timeExchange) FROM MktData")
+    every = run("all columns of MktData", tool, "query", capture, "SELECT any_value(COLUMNS(*)) FROM MktData")
+    run("export, parquet", tool, "export", capture, "-o", folder + "/columns", "--format", "parquet")
+    run("p99 by feed, parquet", tool, "query", capture,
+        QUESTIONS["p99 by feed"][0].replace("MktData", f"read_parquet('{folder}/columns/MktData/*/*.parquet')"))
+    if len(sys.argv) > 4:
+        columns = '["_time", "mvd.timeExchange", "mvd.timeApiClient", "mvd.fmID.feedID", "mvd.fmID.marketID"]'
+        python = "/usr/bin/python3"
+        run("columns of MktData, Python", python, "-c",
+            f"import qlproto; print(len(qlproto.open({capture!r}).table('MktData', {columns}).to_numpy()['_time']))",
+            environment={"PYTHONPATH": sys.argv[4]})
+    written = 0.0
+    if not os.path.exists(lines):
+        with open(lines, "wb") as output:
+            written = run("decode --format json", tool, "decode", "--format", "json", "--time", "raw", capture, output=output)
+    theirs = {name: run(f"{name}, JSON", tool, "query", capture, LINES.format(lines) + sql)
+              for name, (_, sql) in QUESTIONS.items()}
+    print("\nto the first answer, JSON to ours: " + ", ".join(
+        f"{name} {(written + theirs[name]) / seconds:.1f}" for name, seconds in ours.items()))
+    print(f"all columns to three: {every / few:.1f}")
+
+
+if __name__ == "__main__":
+    main()
