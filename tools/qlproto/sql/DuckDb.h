@@ -134,6 +134,7 @@ enum StatementType : int { SELECT = 1, EXPLAIN = 4 };
     FUNCTION(bind_get_parameter, Value, (BindInfo, Count))                                                             \
     FUNCTION(bind_add_result_column, void, (BindInfo, const char* name, LogicalType))                                  \
     FUNCTION(bind_set_bind_data, void, (BindInfo, void*, Destroy))                                                     \
+    FUNCTION(bind_set_cardinality, void, (BindInfo, Count, bool isExact))                                              \
     FUNCTION(bind_set_error, void, (BindInfo, const char*))                                                            \
     FUNCTION(init_get_extra_info, void*, (InitInfo))                                                                   \
     FUNCTION(init_get_bind_data, void*, (InitInfo))                                                                    \
