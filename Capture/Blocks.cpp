@@ -48,7 +48,21 @@ std::optional<Block> BlockFinder::anyBlockHere() {
         }
         if (isFollowed(head.size) || (isKnownType(head.type) && !holdsBlock(head.size))) return believe();
     }
-    return head.type == Block::PACKET ? packetHere(head) : std::nullopt;
+    return head.type == Block::PACKET ? packetHere(head) : otherHere(head);
+}
+
+/// A block without a packet of ours, one of whose lengths is damaged: the other one closes it, and another block follows.
+std::optional<Block> BlockFinder::otherHere(const Block& head) {
+    constexpr uint32_t longest = 4096; // of what describes sections and interfaces
+    if (!isKnownType(head.type)) return std::nullopt;
+    const auto take = [&](uint32_t size) {
+        if (head.type == Block::SECTION) _isSwapped = rawWordAt(_window.peek(Block::SMALLEST), 8) != Block::ORDER_MARK;
+        return Block{head.type, size, true};
+    };
+    if (head.size != 0 && isFollowed(head.size) && !holdsBlock(head.size)) return take(head.size);
+    for (uint32_t size = Block::SMALLEST; size <= longest && mayLook(4); size += 4)
+        if (isClosed(0, size) && isFollowed(size)) return take(size);
+    return std::nullopt;
 }
 
 /// The block of a packet, one of whose lengths is damaged.
@@ -64,8 +78,11 @@ std::optional<Block> BlockFinder::packetHere(const Block& head) {
     const std::string_view all = _window.peek(std::min<std::size_t>(head.size, Block::LARGEST));
     if (head.size < Block::EMPTY_PACKET || all.size() < head.size || !holds(all.substr(0, head.size), captured))
         return std::nullopt;
-    const bool isKnown = captured >= IDENTIFIER_SIZE
-                         && Inspect::reflect(_protocol, identifierOf(all.substr(Block::PACKET_AT))) != nullptr;
+    const std::string_view packet = all.substr(Block::PACKET_AT, captured);
+    const auto isFrame = [&](uint32_t linkType) { return beginsAsFrame(linkType, packet); };
+    const bool isKnown =
+        captured >= IDENTIFIER_SIZE
+        && (Inspect::reflect(_protocol, identifierOf(packet)) != nullptr || std::ranges::any_of(_links, isFrame));
     const bool isNear = _time && (high < *_time ? *_time - high : high - *_time) <= NEAR;
     if (isFollowed(head.size) || (isKnown && isNear && !holdsBlock(head.size)))
         return Block{head.type, head.size, true};
@@ -179,6 +196,8 @@ bool BlockFinder::isSound(std::string_view block, uint32_t captured) {
         return false;
     if (!mayLook(captured)) return false;
     const std::string_view packet = block.substr(Block::PACKET_AT, captured);
+    const auto isFrame = [&](uint32_t linkType) { return isSoundFrame(linkType, packet); };
+    if (std::ranges::any_of(_links, isFrame)) return true;
     return bool(verifyBody(_protocol, identifierOf(packet), packet.substr(IDENTIFIER_SIZE), Inspect::whole));
 }
 

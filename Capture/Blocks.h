@@ -6,12 +6,14 @@
 // searched for byte by byte: one begins where a known type is followed by a length that is repeated where it says.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <optional>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "Capture/ByteWindow.h"
 #include "Inspect/Protocol.h"
@@ -48,6 +50,12 @@ class BlockFinder {
 
     /// Goes on to the next block after the position, or to the end.
     std::optional<Block> search();
+
+    /// Packets may be frames of networks of that link type, too.
+    void expectFrames(uint32_t linkType) {
+        if (_links.size() < MOST_LINKS && std::ranges::find(_links, linkType) == _links.end())
+            _links.push_back(linkType);
+    }
 
     static bool isKnownType(uint32_t type); ///< one that files usually hold
 
@@ -106,6 +114,7 @@ class BlockFinder {
     bool isFollowed(std::size_t size);
     bool holdsBlock(std::size_t size);
     std::optional<Block> packetHere(const Block& head);
+    std::optional<Block> otherHere(const Block& head);
     uint32_t sizeOf(uint32_t captured);
     std::pair<uint32_t, uint32_t> optionAt(std::string_view bytes, std::size_t at) const;
     bool mayLook(std::size_t bytes);
@@ -115,6 +124,8 @@ class BlockFinder {
     bool _isSwapped = false;       ///< the section's byte order is not ours
     std::optional<uint32_t> _time; ///< about the time of the packets here, its high half
     uint64_t _looked = 0;          ///< bytes that were looked at where damage is
+    static constexpr std::size_t MOST_LINKS = 8;
+    std::vector<uint32_t> _links; ///< of networks that packets come from
 };
 
 } // namespace Capture

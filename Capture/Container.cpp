@@ -11,7 +11,9 @@
 namespace Capture {
 
 std::string Damage::text() const {
-    const std::string where = (isOfRecord ? "damaged record at offset " : "damage at offset ") + std::to_string(offset);
+    const std::string where = (isOfRecord ? std::string(kind) : "damage") + " at offset " + std::to_string(offset);
+    if (kind != RECORD)
+        return where + ": " + reason + (skipped != 0 ? "; " + counted(skipped, "byte") + " skipped" : "");
     if (skipped != 0) return where + ": " + reason + "; " + counted(skipped, "byte") + " skipped";
     return where + ": " + reason + (isOfRecord ? "; its packet is taken all the same" : "");
 }
@@ -25,18 +27,18 @@ void Container::damaged(Damage damage) {
     _damage->reason += "; at offset " + std::to_string(damage.offset) + ": " + damage.reason;
 }
 
-std::unique_ptr<Container> containerOf(ByteWindow& window, const Inspect::Protocol& protocol) {
+std::unique_ptr<Container> containerOf(ByteWindow& window, const Inspect::Protocol& protocol, Takes takes) {
     const auto fail = [&](const std::string& why) { throw DamagedCapture(window.name() + ": not a capture: " + why); };
     std::string_view header = window.peek(Block::SMALLEST);
     if (header.size() < Block::SMALLEST) fail(counted(header.size(), "byte") + " are no header");
-    if (Pcapng::isStart(header)) return std::make_unique<Pcapng>(window, protocol);
+    if (Pcapng::isStart(header)) return std::make_unique<Pcapng>(window, protocol, takes);
     if (!PcapForm::isStart(header)) {
-        if (!ErfForm::isStart(window)) fail("it does not begin as one");
-        return std::make_unique<Records<ErfForm>>(window, ErfForm(), protocol);
+        if (!ErfForm::isStart(window, takes)) fail("it does not begin as one");
+        return std::make_unique<Records<ErfForm>>(window, ErfForm{.takes = takes}, protocol);
     }
     header = window.peek(PCAP_HEADER);
     if (header.size() < PCAP_HEADER) fail(counted(header.size(), "byte") + " are no header");
-    const PcapForm form = PcapForm::of(header, window.name());
+    const PcapForm form = PcapForm::of(header, window.name(), takes);
     window.skip(PCAP_HEADER);
     return std::make_unique<Records<PcapForm>>(window, form, protocol);
 }

@@ -18,6 +18,10 @@ struct Damage {
     uint64_t skipped = 0; ///< bytes that belong to no record that could be told; 0 if the packet came out all the same
     std::string reason;   ///< what is wrong with the header
     bool isOfRecord = true; ///< else of the file as such
+    const char* kind = RECORD;
+    std::size_t capture = 0; ///< its number, if it is one of several
+
+    static constexpr const char* RECORD = "damaged record"; ///< else what it is is told by its kind
 
     std::string text() const;
 };
@@ -50,6 +54,6 @@ class Container {
 
 /// The container that the window begins with. Throws IoError, or DamagedCapture if it is none of ours. REQUIRES: the window
 /// outlives it.
-std::unique_ptr<Container> containerOf(ByteWindow& window, const Inspect::Protocol& protocol);
+std::unique_ptr<Container> containerOf(ByteWindow& window, const Inspect::Protocol& protocol, Takes takes);
 
 } // namespace Capture

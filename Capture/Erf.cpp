@@ -4,25 +4,23 @@
 #include <cstring>
 
 #include "Capture/Errors.h"
+#include "Capture/NumberAt.h"
 
 namespace Capture {
 
 namespace {
 
 constexpr uint8_t EXTENDED = 0x80;
+constexpr uint32_t NO_LINK = UINT32_MAX;
 constexpr uint8_t INCOMPLETE = 0x7F; ///< no type: the bytes end inside the header
 constexpr uint8_t RESERVED_FLAGS = 0xC0;
-constexpr uint32_t FILLING = 8; ///< records are filled up to a multiple of so many bytes
+constexpr std::size_t ETHERNET_OFFSET = 2; ///< bytes between header and frame
+constexpr uint32_t FILLING = 8;            ///< records are filled up to a multiple of so many bytes
 
 uint32_t wordAt(std::string_view bytes, std::size_t at) {
     uint32_t word;
     std::memcpy(&word, bytes.data() + at, sizeof(word));
     return word;
-}
-
-uint32_t halfAt(std::string_view bytes, std::size_t at) {
-    return static_cast<uint32_t>(static_cast<unsigned char>(bytes[at]) << 8
-                                 | static_cast<unsigned char>(bytes[at + 1]));
 }
 
 } // namespace
@@ -40,6 +38,7 @@ ErfRecord ErfForm::recordAt(std::string_view bytes) const {
         isExtended = (static_cast<uint8_t>(bytes[it.begin]) & EXTENDED) != 0;
     if (isExtended) it.type = INCOMPLETE;
     if (isFiller(it)) return it;
+    if (linkTypeOf(it) == LinkType::ETHERNET) it.begin += ETHERNET_OFFSET;
     it.original = halfAt(bytes, 14);
     it.captured = std::min(it.original, it.length - std::min(it.length, static_cast<uint32_t>(it.begin)));
     return it;
@@ -47,7 +46,7 @@ ErfRecord ErfForm::recordAt(std::string_view bytes) const {
 
 bool ErfForm::isWellFormed(const ErfRecord& it) const {
     if (it.length < it.begin || (it.flags & RESERVED_FLAGS) != 0) return false;
-    if (it.type != RAW_LINK) return it.type == META || it.type == PAD;
+    if (isFiller(it)) return it.type == META || it.type == PAD;
     return it.length - it.begin - it.captured < FILLING;
 }
 
@@ -58,10 +57,10 @@ int64_t ErfForm::timeOf(const ErfRecord& it) const {
 
 std::string ErfForm::fault(const ErfRecord& it) const {
     if (isWellFormed(it)) return "";
-    if (it.type != RAW_LINK && it.type != META && it.type != PAD)
+    if (isFiller(it) && it.type != META && it.type != PAD)
         return "type " + std::to_string(it.type) + " instead of RAW_LINK (" + std::to_string(RAW_LINK) + ")";
     if (it.length < it.begin) return counted(it.length, "byte") + " are fewer than its header has";
-    if (it.type == RAW_LINK && it.length - it.begin - it.captured >= FILLING)
+    if (!isFiller(it) && it.length - it.begin - it.captured >= FILLING)
         return counted(it.original, "byte") + " of packet in " + std::to_string(it.length - it.begin);
     return "its flags are unknown";
 }
@@ -75,15 +74,34 @@ bool ErfForm::isPlausible(std::string_view bytes) const {
            && it.seconds >= earliest;
 }
 
-bool ErfForm::isStart(ByteWindow& window) {
-    const ErfForm form;
+uint32_t ErfForm::linkTypeOf(const ErfRecord& it) const {
+    switch (it.type) {
+    case RAW_LINK:
+        return LinkType::MESSAGE;
+    case ETHERNET:
+    case COLOR_ETHERNET:
+    case DSM_COLOR_ETHERNET:
+    case COLOR_HASH_ETHERNET:
+        return LinkType::ETHERNET;
+    case IPV4:
+        return LinkType::IPV4;
+    case IPV6:
+        return LinkType::IPV6;
+    default:
+        return NO_LINK;
+    }
+}
+
+bool ErfForm::isStart(ByteWindow& window, Takes takes) {
+    const ErfForm form{.takes = takes};
     if (!form.isPlausible(window.peek(LONGEST_HEADER))) return false;
     const ErfRecord it = form.recordAt(window.held());
     std::string_view next = window.peek(it.length + HEADER);
     if (next.size() < it.length) return false;
     next.remove_prefix(it.length);
     if (!next.empty() && !form.isPlausible(next)) return false;
-    if (isFiller(it) && it.type != META && it.type != PAD) throw DamagedCapture(window.name() + ": " + form.fault(it));
+    if (form.isFiller(it) && it.type != META && it.type != PAD)
+        throw DamagedCapture(window.name() + ": " + form.fault(it));
     return true;
 }
 

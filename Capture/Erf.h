@@ -5,7 +5,8 @@
 // high bit is set, extension headers of eight bytes follow, each of which says in its high bit whether another does. Zeros
 // fill the record up to a multiple of eight bytes.
 //
-// Packets are taken from records of the type for raw links. Padding and what cards tell of themselves is passed over.
+// Messages are taken from records of the type for raw links, packets of networks from those of the types for Ethernet, in
+// which two bytes stand in front of the frame, and for IP. Padding and what cards tell of themselves is passed over.
 #pragma once
 
 #include <cstddef>
@@ -38,13 +39,17 @@ struct ErfForm {
     static constexpr std::size_t HEADER = 16;
     static constexpr std::size_t EXTENSION = 8, MOST_EXTENSIONS = 16;
     static constexpr std::size_t LONGEST_HEADER = HEADER + MOST_EXTENSIONS * EXTENSION;
-    static constexpr uint8_t RAW_LINK = 24, META = 27, PAD = 48; ///< types
+    // Types of records.
+    static constexpr uint8_t ETHERNET = 2, COLOR_ETHERNET = 11, DSM_COLOR_ETHERNET = 16, COLOR_HASH_ETHERNET = 20;
+    static constexpr uint8_t IPV4 = 22, IPV6 = 23, RAW_LINK = 24, META = 27, PAD = 48;
 
     uint32_t longest = MAX_PACKET;
+    Takes takes = Takes::messages;
 
     ErfRecord recordAt(std::string_view bytes) const;
     bool isWellFormed(const ErfRecord& it) const;
-    static bool isFiller(const ErfRecord& it) { return it.type != RAW_LINK; }
+    uint32_t linkTypeOf(const ErfRecord& it) const;
+    bool isFiller(const ErfRecord& it) const { return !isTaken(linkTypeOf(it), takes); }
     static constexpr std::size_t filled(std::size_t size) { return (size + 7) / 8 * 8; }
     static bool isExtended(std::string_view bytes) { return (bytes[8] & 0x80) != 0; }
     int64_t timeOf(const ErfRecord& it) const;
@@ -52,7 +57,7 @@ struct ErfForm {
 
     /// Whether a file of such records begins here, of whatever type: one, and another or the end. Throws DamagedCapture, with
     /// the file's name, if it does and its packets are none of ours.
-    static bool isStart(ByteWindow& window);
+    static bool isStart(ByteWindow& window, Takes takes);
 
   private:
     bool isPlausible(std::string_view bytes) const;

@@ -16,19 +16,25 @@ namespace Capture {
 class MergedReader {
   public:
     /// Throws as Reader does.
-    MergedReader(const std::vector<std::string>& paths, const Inspect::Protocol& protocol);
+    MergedReader(const std::vector<std::string>& paths, const Inspect::Protocol& protocol,
+                 Takes takes = Takes::messages);
 
     /// Reads the next packet; false at the end. Its bytes are valid until the next call.
     bool next(Packet& packet);
 
-    std::size_t input() const { return _last; } ///< the number of the capture that the last packet is from
+    /// What was wrong since the last call.
+    const std::vector<Damage>& faults() const { return _faults; }
 
-    /// What was wrong since the last call, each with the number of its capture.
-    struct Fault {
-        std::size_t input;
-        Damage damage;
-    };
-    const std::vector<Fault>& faults() const { return _faults; }
+    /// Whether the next packet can be had without waiting for its writer.
+    bool isReady() const;
+    /// Waits for him up to so many milliseconds; whether he has sent something by then, or ended.
+    bool hasInput(int milliseconds) const;
+
+    std::size_t count() const { return _inputs.size(); }
+    const std::string& definition(std::size_t number) const { return _inputs[number].reader.definition(); }
+
+    uint64_t position() const; ///< bytes of the files up to which all was read
+    uint64_t fileSize() const; ///< of all together; 0 if one is not known
 
   private:
     struct Input {
@@ -39,7 +45,7 @@ class MergedReader {
     void advance(std::size_t number);
 
     std::vector<Input> _inputs;
-    std::vector<Fault> _faults;
+    std::vector<Damage> _faults;
     std::size_t _last = SIZE_MAX; ///< none yet
 };
 

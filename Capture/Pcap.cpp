@@ -19,7 +19,7 @@ bool PcapForm::isStart(std::string_view header) {
     return false;
 }
 
-PcapForm PcapForm::of(std::string_view header, const std::string& name) {
+PcapForm PcapForm::of(std::string_view header, const std::string& name, Takes takes) {
     PcapForm form;
     uint32_t magic = form.wordAt(header, 0);
     form.isSwapped = magic != MAGIC_NANOSECONDS && magic != MAGIC_MICROSECONDS;
@@ -27,10 +27,9 @@ PcapForm PcapForm::of(std::string_view header, const std::string& name) {
     form.fractions = magic == MAGIC_NANOSECONDS ? 1'000'000'000 : 1'000'000;
     const uint32_t longest = form.wordAt(header, 16);
     if (longest >= IDENTIFIER_SIZE && longest <= MAX_PACKET) form.longest = longest;
-    const uint32_t linkType = form.wordAt(header, 20) & 0xFFFF; // what is above tells of checksums
-    if (linkType != LINK_TYPE)
-        throw DamagedCapture(name + ": link type " + std::to_string(linkType) + " instead of USER0 ("
-                             + std::to_string(LINK_TYPE) + ")");
+    form.linkType = form.wordAt(header, 20) & 0xFFFF; // what is above tells of checksums
+    if (!isTaken(form.linkType, takes))
+        throw DamagedCapture(name + ": " + otherLinkType(form.linkType) + networkHint(form.linkType));
     return form;
 }
 

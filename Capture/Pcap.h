@@ -19,7 +19,6 @@ inline constexpr std::size_t PCAP_HEADER = 24; ///< bytes that the file begins w
 inline constexpr uint32_t MAGIC_NANOSECONDS = 0xA1B23C4D;
 inline constexpr uint32_t MAGIC_MICROSECONDS = 0xA1B2C3D4;
 inline constexpr uint32_t VERSION_MAJOR = 2, VERSION_MINOR = 4;
-inline constexpr uint32_t LINK_TYPE = 147; ///< USER0
 
 /// What stands in front of each packet.
 struct PcapRecord {
@@ -44,6 +43,9 @@ struct PcapForm {
     bool isSwapped = false;        ///< the file's byte order is not ours
     uint32_t fractions = 0;        ///< of a second: the unit that times are told in
     uint32_t longest = MAX_PACKET; ///< the length that packets are said to be cut to
+    uint32_t linkType = LinkType::MESSAGE;
+
+    uint32_t linkTypeOf(const PcapRecord&) const { return linkType; }
 
     uint32_t wordAt(std::string_view bytes, std::size_t at) const {
         uint32_t word;
@@ -79,8 +81,8 @@ struct PcapForm {
     static bool isStart(std::string_view header);
 
     /// The form of a file that begins with this header. Throws DamagedCapture, with the file's name, if its packets are none
-    /// of ours. REQUIRES: isStart(header), header.size() >= PCAP_HEADER.
-    static PcapForm of(std::string_view header, const std::string& name);
+    /// of those. REQUIRES: isStart(header), header.size() >= PCAP_HEADER.
+    static PcapForm of(std::string_view header, const std::string& name, Takes takes);
 };
 
 } // namespace Capture

@@ -17,7 +17,8 @@ constexpr std::size_t MOST_INTERFACES = 65536; ///< of a section; what old block
 
 } // namespace
 
-Pcapng::Pcapng(ByteWindow& window, const Inspect::Protocol& protocol) : _window(window), _finder(window, protocol) {
+Pcapng::Pcapng(ByteWindow& window, const Inspect::Protocol& protocol, Takes takes)
+    : _window(window), _finder(window, protocol), _takes(takes) {
     if (const std::optional<Block> block = _finder.blockHere())
         section(_window.peek(block->size).substr(0, block->size));
 }
@@ -82,6 +83,7 @@ bool Pcapng::takePacket(Packet& packet, std::string_view block) {
     if (interface == nullptr) return false;
     packet.bytes = block.substr(Block::PACKET_AT, *length);
     packet.time = _time = timeOf(block, *interface);
+    packet.linkType = interface->linkType;
     packet.original = _finder.wordAt(block, Block::ORIGINAL_AT);
     if (packet.original == *length) return true;
     // A message that is whole says so.
@@ -98,9 +100,10 @@ bool Pcapng::takeSimple(Packet& packet, std::string_view block) {
     const uint32_t original = _finder.wordAt(block, 8);
     uint32_t captured = std::min<uint32_t>(original, static_cast<uint32_t>(block.size() - around));
     if (!_interfaces.empty() && _interfaces[0].longest != 0) captured = std::min(captured, _interfaces[0].longest);
-    if (captured > MAX_PACKET || (!_interfaces.empty() && _interfaces[0].linkType != LINK_TYPE)) return false;
+    if (captured > MAX_PACKET || (!_interfaces.empty() && !isTaken(_interfaces[0].linkType, _takes))) return false;
     packet.bytes = block.substr(at, captured);
     packet.time = _time; // it has none
+    packet.linkType = _interfaces.empty() ? LinkType::MESSAGE : _interfaces[0].linkType;
     packet.original = original;
     return true;
 }
@@ -108,10 +111,16 @@ bool Pcapng::takeSimple(Packet& packet, std::string_view block) {
 /// The packet's length; none if none can be told.
 std::optional<uint32_t> Pcapng::lengthOf(std::string_view block) {
     const uint32_t captured = _finder.wordAt(block, Block::CAPTURED_AT);
-    if (_finder.holds(block, captured)) return captured;
+    const uint32_t original = _finder.wordAt(block, Block::ORIGINAL_AT);
+    if (_finder.holds(block, captured)) { // what follows it may look like options, and be the rest of the packet
+        if (original == captured || !_finder.holds(block, original) || !_finder.isSound(block, original))
+            return captured;
+        told(counted(captured, "byte") + " instead of " + std::to_string(original));
+        return original;
+    }
     const auto most = static_cast<uint32_t>(block.size() - Block::EMPTY_PACKET);
     std::optional<uint32_t> length;
-    for (const uint32_t size : {_finder.wordAt(block, Block::ORIGINAL_AT), most, most - 1, most - 2, most - 3})
+    for (const uint32_t size : {original, most, most - 1, most - 2, most - 3})
         if (!length && size <= most && _finder.isSound(block, size)) length = size;
     if (length) told(counted(captured, "byte") + " do not fit into it");
     return length;
@@ -132,7 +141,7 @@ const Pcapng::Interface* Pcapng::interfaceOf(std::string_view block) {
             uint64_t(_finder.wordAt(block, Block::TIME_AT)) << 32 | _finder.wordAt(block, Block::TIME_AT + 4);
         if (!_isGuessed) told("no interface is described: packets are taken for messages");
         _isGuessed = true;
-        static constexpr Interface fine{LINK_TYPE, 0, NANOSECONDS}, coarse{LINK_TYPE, 0, 1'000'000};
+        static constexpr Interface fine{LinkType::MESSAGE, 0, NANOSECONDS}, coarse{LinkType::MESSAGE, 0, 1'000'000};
         return time > nanoseconds ? &fine : &coarse;
     }
     if (number >= _interfaces.size()) {
@@ -140,12 +149,11 @@ const Pcapng::Interface* Pcapng::interfaceOf(std::string_view block) {
         number = 0;
     }
     Interface& it = _interfaces[number];
-    if (it.linkType == LINK_TYPE) return &it;
-    const std::string what =
-        "link type " + std::to_string(it.linkType) + " instead of USER0 (" + std::to_string(LINK_TYPE) + ")";
-    const auto isOurs = [](const Interface& each) { return each.linkType == LINK_TYPE; };
+    if (isTaken(it.linkType, _takes)) return &it;
+    const std::string what = otherLinkType(it.linkType);
+    const auto isOurs = [&](const Interface& each) { return isTaken(each.linkType, _takes); };
     if (!_hasPackets && std::none_of(_interfaces.begin(), _interfaces.end(), isOurs))
-        throw DamagedCapture(_window.name() + ": " + what);
+        throw DamagedCapture(_window.name() + ": " + what + networkHint(it.linkType));
     if (!it.isTold)
         damaged({_window.position(), block.size(), "its interface has " + what + ": all packets of it are left out"});
     it.isTold = true;
@@ -193,6 +201,7 @@ void Pcapng::describe(std::string_view block) {
         }
     });
     _interfaces.push_back(it);
+    if (isNetwork(it.linkType)) _finder.expectFrames(it.linkType);
 }
 
 /// Nanoseconds since 1970, within what other containers can tell: 32 bits of seconds.

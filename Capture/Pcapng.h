@@ -1,7 +1,7 @@
 // The container pcapng: blocks, of which some describe the file (a section) and where packets come from (interfaces), and
 // others hold packets. In either byte order, with times in any resolution.
 //
-// Packets are taken from interfaces of link type USER0. The first comment of a section tells the definition that the file
+// Packets are taken from interfaces of link type USER0 and, if that is asked for, of those of networks. The first comment of a section tells the definition that the file
 // was made with.
 #pragma once
 
@@ -21,7 +21,7 @@ class Pcapng : public Container {
     static constexpr uint32_t COMMENT = 1, TIME_RESOLUTION = 9, TIME_OFFSET = 14;
 
     /// Works at the position of the window, where the first section begins. REQUIRES: the window outlives this.
-    Pcapng(ByteWindow& window, const Inspect::Protocol& protocol);
+    Pcapng(ByteWindow& window, const Inspect::Protocol& protocol, Takes takes);
 
     /// Whether a file that begins with these bytes is of this container. REQUIRES: header.size() >= Block::SMALLEST.
     static bool isStart(std::string_view header);
@@ -53,6 +53,7 @@ class Pcapng : public Container {
 
     ByteWindow& _window;
     BlockFinder _finder;
+    const Takes _takes;
     std::optional<Block> _block; ///< the last one, still at the window's position
     std::vector<Interface> _interfaces;
     int64_t _time = 0;        ///< of the last packet

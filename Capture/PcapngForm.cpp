@@ -23,7 +23,7 @@ void appendOption(std::string& to, uint32_t code, std::string_view value) {
     to.append(value).append(BlockFinder::padded(value.size()) - value.size(), '\0');
 }
 
-std::string pcapngStart(const std::optional<Definition>& definition) {
+std::string pcapngStart(const std::optional<Definition>& definition, uint32_t linkType) {
     constexpr std::size_t version = 1, unknownLength = UINT32_MAX;
     std::string section;
     appendWords(section, {Block::ORDER_MARK, version, unknownLength, unknownLength});
@@ -32,7 +32,7 @@ std::string pcapngStart(const std::optional<Definition>& definition) {
         appendWords(section, {0});
     }
     std::string interface;
-    appendWords(interface, {LINK_TYPE, MAX_PACKET});
+    appendWords(interface, {linkType, MAX_PACKET});
     appendOption(interface, Pcapng::TIME_RESOLUTION, "\x09");
     appendWords(interface, {0});
     return block(Block::SECTION, section) + block(Block::INTERFACE, interface);

@@ -22,7 +22,7 @@ inline void appendWords(std::string& to, std::initializer_list<std::size_t> numb
 }
 
 /// What a file begins with: a section, with the definition in its comment, and its only interface.
-std::string pcapngStart(const std::optional<Definition>& definition);
+std::string pcapngStart(const std::optional<Definition>& definition, uint32_t linkType = LinkType::MESSAGE);
 
 /// Appends an option to those of a block.
 void appendOption(std::string& to, uint32_t code, std::string_view value);

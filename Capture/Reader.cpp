@@ -4,8 +4,8 @@
 
 namespace Capture {
 
-Reader::Reader(const std::string& path, const Inspect::Protocol& protocol)
-    : _window(std::make_unique<ByteWindow>(path)), _container(containerOf(*_window, protocol)) {}
+Reader::Reader(const std::string& path, const Inspect::Protocol& protocol, Takes takes)
+    : _window(std::make_unique<ByteWindow>(path)), _container(containerOf(*_window, protocol, takes)) {}
 
 bool Reader::next(Packet& packet) {
     _fileDamage.reset();

@@ -1,4 +1,4 @@
-// Reads captures: pcap, pcapng and ERF, plain or compressed, one message a packet.
+// Reads captures: pcap, pcapng and ERF, plain or compressed, packet by packet.
 #pragma once
 
 #include <cstdint>
@@ -18,9 +18,10 @@ namespace Capture {
 /// Zstandard (Decompression.h has the limits), pcap (Pcap.h), pcapng (Pcapng.h), ERF (Erf.h).
 class Reader {
   public:
-    /// Opens the capture; "-" is standard input. What is damaged is searched for messages of the protocol. Throws IoError,
-    /// or DamagedCapture if it is none of ours.
-    explicit Reader(const std::string& path, const Inspect::Protocol& protocol = Inspect::default_protocol());
+    /// Opens the capture; "-" is standard input. What is damaged is searched for messages of the protocol, or for frames of
+    /// networks if those are taken. Throws IoError, or DamagedCapture if it is none of ours.
+    explicit Reader(const std::string& path, const Inspect::Protocol& protocol = Inspect::default_protocol(),
+                    Takes takes = Takes::messages);
 
     /// Reads the next packet; false at the end. Its bytes are valid until the next call. Throws IoError, or DamagedCapture
     /// if its packets turn out to be none of ours, or to be compressed beyond the limits.

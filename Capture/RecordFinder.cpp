@@ -26,14 +26,6 @@ constexpr std::size_t TAIL = 512;
 /// verified for each byte of the capture, and of one more packet. Damage that nobody intended takes far less.
 constexpr uint64_t RATION = 8;
 
-/// As packets are verified elsewhere, but without overlong numbers, which no writer of ours makes: they take longer to
-/// refuse than the place of the fault tells.
-constexpr Inspect::Policy PROOF = [] {
-    Inspect::Policy policy = Inspect::whole;
-    policy.overlongVarints = false;
-    return policy;
-}();
-
 bool areNear(uint32_t a, uint32_t b) { return (a < b ? b - a : a - b) <= NEAR; }
 
 } // namespace
@@ -57,15 +49,15 @@ auto RecordFinder<Form>::recordHere() -> std::optional<Found> {
         if (all.size() < size) return std::nullopt; // the capture ends inside it
         if (record.isWhole()) {
             if (isWholeHeader(all.substr(size))) return believe(false, true); // nearly always
-            if (isSound(record.packetAt(), record.captured)) return believe(true, false);
+            if (isSound(record, 0, record.captured)) return believe(true, false);
         }
         if (isFollowed(0, size, record) && (record.captured == _longest || !leadsTo(size))) return believe(false, true);
     }
     for (const uint32_t length : {record.captured, record.original})
-        if (length <= _longest && isSound(record.packetAt(), length) && !holdsRecord(record.packetAt() + length))
+        if (length <= _longest && isSound(record, 0, length) && !holdsRecord(record.packetAt() + length))
             return Found{record, length, true, false};
 
-    const bool isCredible = isWellFormed && isKnown(record, peek(0, record.packetAt() + IDENTIFIER_SIZE))
+    const bool isCredible = isWellFormed && isKnown(record, peek(0, record.packetAt() + startSize(record)))
                             && (!_seconds || areNear(record.seconds, *_seconds))
                             && !holdsRecord(size - std::min(size, TAIL));
     return isCredible ? std::optional(believe(false, false)) : std::nullopt;
@@ -139,8 +131,17 @@ bool RecordFinder<Form>::isWholeHeader(std::string_view bytes) const {
 /// Whether the packet of that record, as far as the bytes hold it, has a known identifier.
 template <class Form>
 bool RecordFinder<Form>::isKnown(const Record& record, std::string_view bytes) const {
-    return record.captured >= IDENTIFIER_SIZE && bytes.size() >= record.packetAt() + IDENTIFIER_SIZE
-           && Inspect::reflect(_protocol, identifierOf(bytes.substr(record.packetAt()))) != nullptr;
+    if (record.captured < IDENTIFIER_SIZE || bytes.size() < record.packetAt() + IDENTIFIER_SIZE) return false;
+    const std::string_view packet = bytes.substr(record.packetAt(), record.captured);
+    const uint32_t linkType = _form.linkTypeOf(record);
+    if (isNetwork(linkType)) return beginsAsFrame(linkType, packet);
+    return Inspect::reflect(_protocol, identifierOf(packet)) != nullptr;
+}
+
+/// Bytes of a packet that tell whether it is known.
+template <class Form>
+std::size_t RecordFinder<Form>::startSize(const Record& record) const {
+    return isNetwork(_form.linkTypeOf(record)) ? FRAME_START : IDENTIFIER_SIZE;
 }
 
 /// Whether a record begins `at` bytes ahead, where nothing else speaks for it.
@@ -152,7 +153,7 @@ bool RecordFinder<Form>::isRecord(std::size_t at) {
     if (!_form.isWellFormed(record) || !isKnown(record, bytes)) return false;
     if (peek(at, record.size()).size() < record.size()) return false;
     if (_seconds && areNear(record.seconds, *_seconds)) return true;
-    if (record.isWhole()) return isSound(at + record.packetAt(), record.captured);
+    if (record.isWhole()) return isSound(record, at, record.captured);
     return !_seconds && isFollowed(at, record.size(), record);
 }
 
@@ -183,16 +184,17 @@ bool RecordFinder<Form>::isFollowed(std::size_t at, std::size_t size, const Reco
     return true;
 }
 
-/// Whether the packet `at` bytes ahead is a message if it has that length.
+/// Whether the packet of the record `at` bytes ahead is a message, or a frame of a network, if it has that length.
 template <class Form>
-bool RecordFinder<Form>::isSound(std::size_t at, uint32_t length) {
+bool RecordFinder<Form>::isSound(const Record& record, std::size_t at, uint32_t length) {
     if (length < IDENTIFIER_SIZE || length > MAX_PACKET) return false;
     if (_verified > RATION * (_window.position() + MAX_PACKET)) return false;
-    const std::string_view packet = peek(at, length).substr(0, length);
+    const std::string_view packet = peek(at + record.packetAt(), length).substr(0, length);
     if (packet.size() < length) return false;
+    const uint32_t linkType = _form.linkTypeOf(record);
+    if (isNetwork(linkType)) return isSoundFrame(linkType, packet);
     const Inspect::Result result = verifyBody(_protocol, identifierOf(packet), packet.substr(IDENTIFIER_SIZE), PROOF);
-    // Only too many elements are looked through before they are refused where they begin.
-    _verified += result.fault == Inspect::Fault::countBeyondBytes ? length : result.consumed;
+    _verified += workOf(result, length);
     return bool(result);
 }
 

@@ -5,8 +5,9 @@
 //
 //   followed   its header is well-formed, and another such header stands where it says, or the capture ends there
 //   sound      its packet verifies with one of the header's two lengths; no part of a message is a message, so only the
-//              true length does
-//   credible   its header is well-formed and of about the time of the others, and a known identifier follows
+//              true length does. A frame of a network is sound if the IP packet in it says that it has that length
+//   credible   its header is well-formed and of about the time of the others, and a known identifier, or what a frame may
+//              begin with, follows
 //
 // A record that holds only the start of its packet is as good as any other.
 //
@@ -60,9 +61,10 @@ class RecordFinder {
     std::string_view peekHeader(std::size_t at, std::size_t more = 0);
     bool isWholeHeader(std::string_view bytes) const;
     bool isKnown(const Record& record, std::string_view bytes) const;
+    std::size_t startSize(const Record& record) const;
     bool isRecord(std::size_t at);
     bool isFollowed(std::size_t at, std::size_t size, const Record& record);
-    bool isSound(std::size_t at, uint32_t length);
+    bool isSound(const Record& record, std::size_t at, uint32_t length);
     void noteTime(uint32_t seconds);
     bool leadsTo(std::size_t size);
     bool holdsRecord(std::size_t size);

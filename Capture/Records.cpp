@@ -13,7 +13,7 @@ bool Records<Form>::next(Packet& packet) {
     _damage.reset();
     do {
         if (!nextRecord()) return false;
-    } while (Form::isFiller(_found->record));
+    } while (_form.isFiller(_found->record));
 
     const typename Form::Record& record = _found->record;
     const bool isRepaired = _found->isSound && !(_form.isWellFormed(record) && record.isWhole());
@@ -23,6 +23,7 @@ bool Records<Form>::next(Packet& packet) {
     packet.bytes = bytes.substr(record.packetAt(), _found->length);
     packet.offset = _window.position();
     packet.original = isRepaired ? _found->length : record.original;
+    packet.linkType = _form.linkTypeOf(record);
     return true;
 }
 

@@ -13,6 +13,20 @@ namespace Capture {
 
 constexpr std::size_t PAD_LENGTH = 2; ///< bytes of the length in front of a pad's text
 
+/// By which bytes are verified that may be a packet or not: as elsewhere, but without overlong numbers, which no writer of
+/// ours makes: they take longer to refuse than the place of the fault tells.
+inline constexpr Inspect::Policy PROOF = [] {
+    Inspect::Policy policy = Inspect::whole;
+    policy.overlongVarints = false;
+    return policy;
+}();
+
+/// Bytes that were looked at to verify so many: only too many elements are looked through before they are refused where they
+/// begin.
+inline uint64_t workOf(const Inspect::Result& result, std::size_t size) {
+    return result.fault == Inspect::Fault::countBeyondBytes ? size : result.consumed;
+}
+
 /// Whether the message is nothing but padding, of which the written form is another than the one that is read.
 bool isPad(const Inspect::Protocol& protocol, Velmora::MsgType_t id);
 

@@ -26,9 +26,10 @@ Writer::Writer(const std::string& path, const WriterForm& form, std::optional<De
     : _path(path), _form(form), _definition(std::move(definition)), _output(path) {
     if (_form.isCompressed) _frames = std::make_unique<ZstdFrames>(_output);
     if (_form.container == WriterForm::Container::pcapng)
-        _record = pcapngStart(_definition);
+        _record = pcapngStart(_definition, _form.linkType);
     else
-        appendWords(_record, {MAGIC_NANOSECONDS, VERSION_MAJOR | VERSION_MINOR << 16, 0, 0, MAX_PACKET, LINK_TYPE});
+        appendWords(_record,
+                    {MAGIC_NANOSECONDS, VERSION_MAJOR | VERSION_MINOR << 16, 0, 0, MAX_PACKET, _form.linkType});
     append(_record);
 }
 

@@ -1,5 +1,5 @@
-// Writes capture files: pcap or pcapng with times in nanoseconds and link type USER0, one message a packet, compressed or
-// not. For files that follow one another see CaptureWriter.h.
+// Writes capture files: pcap or pcapng with times in nanoseconds, of link type USER0 with one message a packet unless told
+// otherwise, compressed or not. For files that follow one another see CaptureWriter.h.
 #pragma once
 
 #include <cstdint>
@@ -22,6 +22,7 @@ struct WriterForm {
 
     Container container = Container::pcap;
     bool isCompressed = false; ///< by Zstandard, in frames that can be sought
+    uint32_t linkType = LinkType::MESSAGE;
 
     /// What the end of the name says: ".pcapng" or anything else, and ".zst" after that.
     static WriterForm of(std::string_view path);

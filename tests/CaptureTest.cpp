@@ -143,6 +143,35 @@ TEST_P(InEachContainer, DamagedInAHundredPlacesLosesNoGoodPacket) {
     }
 }
 
+/// Of two lengths that say the same, one is enough, of whatever kind the record or block is. If that of the packet as it was
+/// is greater, the packet counts as cut.
+TEST_P(InEachContainer, OneDamagedLengthLosesNoPacket) {
+    const Original original(11, 60, form);
+    const std::vector<size_t> lengths = form.container == CaptureForm::pcap ? std::vector<size_t>{8}
+                                        : form.container == CaptureForm::pcapng
+                                            ? std::vector<size_t>{4, 20, 24, SIZE_MAX}
+                                            : std::vector<size_t>{10};
+    std::vector<size_t> places;
+    for (auto it = original.packets.begin(); std::next(it) != original.packets.end(); ++it)
+        for (const size_t length : lengths)
+            places.push_back(length == SIZE_MAX ? std::next(it)->first - 4 : it->first + length);
+    if (form.container == CaptureForm::pcapng) { // of the section, and of its interface
+        const size_t section = 28, end = original.packets.begin()->first;
+        places.insert(places.end(), {section - 4, section + 4, end - 4});
+    }
+    for (const size_t at : places) {
+        for (const char value : {'\x08', '\x60', '\xFF'}) {
+            if (form.container == CaptureForm::erf && at == 10) continue; // tells what the file is
+            std::string bytes = original.bytes;
+            if (bytes[at] == value) continue;
+            bytes[at] = value;
+            const Outcome outcome = read(bytes);
+            EXPECT_EQ(outcome.packets, original.packets) << "at " << at << ", value " << int(value);
+            EXPECT_EQ(outcome.faults.size(), 1u) << "at " << at << ", value " << int(value);
+        }
+    }
+}
+
 /// Bytes are replaced, put in or taken out. What was not hit comes out as what it is, whole or cut, and nothing comes
 /// out but where a record begins: one that was hit, perhaps a little before or after its place.
 TEST_P(InEachContainer, CutToALengthAndDamagedLosesNothingAndInventsNothing) {
@@ -373,9 +402,9 @@ TEST_F(CaptureFile, AReadErrorComesAfterWhatWasReadAndIsNoEnd) {
 
         qlproto::CaptureScan scan;
         if (isParallel)
-            EXPECT_THROW(scan.gather<qlproto::LatencyStats>("-"), Capture::IoError);
+            EXPECT_THROW(scan.gather<qlproto::LatencyStats>({"-"}), Capture::IoError);
         else
-            EXPECT_THROW(scan.run("-", [](const auto&...) {}), Capture::IoError);
+            EXPECT_THROW(scan.run({"-"}, [](const auto&...) {}), Capture::IoError);
         EXPECT_EQ(scan.messages(), sent.size()) << isParallel;
     }
 }

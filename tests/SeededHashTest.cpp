@@ -8,11 +8,11 @@
 
 #include <gtest/gtest.h>
 
-#include "tools/qlproto/messages/SeededHash.h"
+#include "Capture/SeededHash.h"
 
 namespace {
 
-using namespace qlproto;
+using namespace Capture;
 
 // The vectors of its authors: the key is the bytes 0 to 15, the texts are the bytes from 0 on.
 TEST(SeededHash, IsTheHashItIsNamedAfter) {
@@ -39,7 +39,7 @@ TEST(SeededHash, KeysChosenForOnePlaceAreSpread) {
 
 // A table of another hash would work as well, until somebody chooses its keys.
 TEST(SeededHash, NoOtherHashTableReadsWhatStrangersWrote) {
-    for (const char* folder : {"/tools", "/Inspect"})
+    for (const char* folder : {"/Capture", "/Inspect", "/tools"})
         for (const auto& file : std::filesystem::recursive_directory_iterator(std::string(QL_ROOT) + folder)) {
             if (!file.is_regular_file() || file.path().filename() == "SeededHash.h") continue;
             std::ifstream stream(file.path());

@@ -60,10 +60,12 @@ struct CaptureForm {
             return block(6, word(0) + word(time >> 32) + word(time) + word(size) + word(original) + it.bytes
                                 + zeros.substr(0, -size % 4));
         }
-        const size_t length = (16 + size + 7) / 8 * 8;
+        const bool isEthernet = linkType == 1;
+        const size_t begin = isEthernet ? 18 : 16, length = (begin + size + 7) / 8 * 8;
         const auto half = [](size_t number) { return std::string{char(number >> 8), char(number)}; };
-        return word(((fraction << 32) + second / 2) / second) + word(it.time / second) + "\x18\x04" + half(length)
-               + half(0) + half(original) + it.bytes + zeros.substr(0, length - 16 - size);
+        return word(((fraction << 32) + second / 2) / second) + word(it.time / second)
+               + (isEthernet ? "\x02\x04" : "\x18\x04") + half(length) + half(0) + half(original)
+               + zeros.substr(0, begin - 16) + it.bytes + zeros.substr(0, length - begin - size);
     }
 
     std::string block(uint32_t type, const std::string& body) const {

@@ -93,6 +93,57 @@ TEST_F(Analysis, CapturesAreWrittenAsOtherProgramsReadThem) {
     }
 }
 
+/// One session over a network, on connections and in datagrams, in each container: the same facts, and those that the other
+/// program, with its own reassembly, finds of it. Then filters and groups by who sent it, and several captures as one.
+TEST_F(Analysis, OfOneSessionIsTheSameOverANetwork) {
+    for (const char* command :
+         {"qlproto generate --messages 3000 -o a.pcap && qlproto stats --json a.pcap >stats && qlproto decode a.pcap "
+          ">decoded",
+          "qlproto convert a.pcap --over tcp --framing frames --connections 3 -o tcp.pcap",
+          "qlproto convert a.pcap --over udp --framing frames -o udp.pcapng.zst && zstd -dq udp.pcapng.zst",
+          "editcap -F pcapng tcp.pcap tcp.pcapng && gzip -k tcp.pcap",
+          "for it in tcp.pcap tcp.pcapng tcp.pcap.gz udp.pcapng udp.pcapng.zst; do"
+          "  cmp stats <(qlproto stats --json $it --framing frames) && cmp decoded <(qlproto decode $it --framing "
+          "frames)"
+          "  && cmp stats <(qlproto stats --json - --framing frames <$it) || exit 1; done",
+          "printf 'length:u32le, # of the rest\\nid:u16le, body' >framing",
+          "qlproto convert tcp.pcap --framing @framing -o b.pcap && cmp a.pcap b.pcap",
+          "qlproto diff a.pcap udp.pcapng --framing frames && qlproto roundtrip tcp.pcap --framing frames",
+          "qlproto annotate tcp.pcap --framing frames --packet 17 | cmp - <(qlproto annotate a.pcap --packet 17)",
+          "qlproto stats --csv --by _connection --sort name tcp.pcap --framing frames >by && test $(wc -l <by) = 5",
+          "test \"$(sed -n 3p by | cut -d, -f2-3)\" = \"$(qlproto stats --csv --by _direction tcp.pcap --framing frames"
+          " --where '_connection~10.0.0.1:40001' | sed -n 's/^there,//p' | cut -d, -f1-2)\"",
+          "n=$(qlproto decode --format csv --fields _connectionID,_from tcp.pcap --framing frames | grep -m 1 "
+          "10.0.0.1:40002"
+          " | cut -d, -f1) && cmp <(qlproto decode tcp.pcap --framing frames --where _connectionID=$n)"
+          " <(qlproto decode tcp.pcap --framing frames --where _from=10.0.0.1:40002)",
+          "qlproto trace tcp.pcap --framing frames --user 11 --json >t && grep -q '\"connection\":\"10.0.0.1:4' "
+          "t",
+          "cmp <(sed 's/,\"connection\":\"[^\"]*\"//' t) <(qlproto trace a.pcap --user 11 --json)",
+          "qlproto encode t -o t.pcap",
+          "for k in 0 1 2; do editcap -F nsecpcap tcp.pcap /dev/stdout -r $((k * 1200 + 1))-$((k * 1200 + 1200)) >p$k; "
+          "done",
+          "cmp stats <(qlproto stats --json p2 p0 p1 --framing frames) && cmp decoded <(qlproto decode p1 p2 p0 "
+          "--framing frames)",
+          "test $(qlproto stats --csv --framing frames --port 9002 tcp.pcap | wc -l) = 2"}) {
+        const ToolFolder::Result result = folder.run("set -o pipefail; " + std::string(command));
+        EXPECT_EQ(result.exitCode, 0) << command << result.out << result.err;
+    }
+    for (const auto& [options, exitCode, told] :
+         {std::tuple("stats tcp.pcap", 1, "it is of a network, Ethernet: a framing tells"),
+          {"stats tcp.pcap --framing length:u32be,id:u16le,body", 1, "'length:u32le, id:u16le, body' would fit"},
+          {"stats tcp.pcap --framing lenght:u32be", 2, "no field is named lenght"},
+          {"stats tcp.pcap --framing @none", 3, "none"},
+          {"stats tcp.pcap --framing frames --where _form=x", 2, "there are _connection, _connectionID, _from, _to"},
+          {"stats tcp.pcap --framing frames --where _connectionID=x", 2, "x is no value of that field"},
+          {"convert a.pcap --over tcp --framing 'id:u16le, body' -o x", 2, "by which a stream could be read"},
+          {"convert a.pcap --over tcp --framing 'length:u8, id:u16le, body' -o x", 2, "does not fit into 1 byte"}}) {
+        const ToolFolder::Result result = folder.run("qlproto " + std::string(options));
+        EXPECT_EQ(result.exitCode, exitCode) << options << result.err;
+        EXPECT_NE(result.err.find(told), std::string::npos) << options << result.err;
+    }
+}
+
 /// Two taps, each of which lost packets, and whose clocks differ: what either has seen is there once, in either's order.
 TEST_F(Analysis, TapsMergedGiveWhatEitherHasSeenAndTellWhatEachLacks) {
     const std::vector<Sent> sent = session(3, 6000);
@@ -418,8 +469,8 @@ TEST_F(Analysis, ThreadsGatherWhatOneThreadGathers) {
     listen(one, ofOne);
     listen(many, ofMany);
     qlproto::LatencyStats expected;
-    one.run(folder.path("b.pcap"), [&](const auto& packet, const auto& reader) { expected.add(packet, reader); });
-    const auto found = many.gather<qlproto::LatencyStats>(folder.path("b.pcap"));
+    one.run({folder.path("b.pcap")}, [&](const auto& packet, const auto& reader) { expected.add(packet, reader); });
+    const auto found = many.gather<qlproto::LatencyStats>({folder.path("b.pcap")});
 
     EXPECT_GT(one.messages(), 59000u);
     EXPECT_EQ(many.messages(), one.messages());

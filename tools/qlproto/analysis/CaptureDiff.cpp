@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "Capture/Packet.h"
-#include "tools/qlproto/messages/SeededHash.h"
+#include "Capture/SeededHash.h"
 
 namespace qlproto {
 
@@ -67,7 +67,7 @@ void CaptureDiff::run() {
 }
 
 CaptureDiff::Numbers CaptureDiff::number() const {
-    SeededMap<std::string_view, uint32_t> keys, packets; // a key is no packet, even if its bytes are
+    Capture::SeededMap<std::string_view, uint32_t> keys, packets; // a key is no packet, even if its bytes are
     Numbers numbers;
     uint32_t next = 0;
     const auto add = [&](const Side& side, std::vector<uint32_t>& to) {
@@ -81,7 +81,7 @@ CaptureDiff::Numbers CaptureDiff::number() const {
 }
 
 CaptureDiff::Stretch CaptureDiff::untilTheyMeet(const Numbers& numbers) const {
-    SeededMap<int64_t, std::size_t> places; // of each run in b, the first
+    Capture::SeededMap<int64_t, std::size_t> places; // of each run in b, the first
     for (std::size_t j = 0; j < numbers.b.size(); ++j) places.try_emplace(runAt(numbers.b, j, RUN), j);
     Stretch nearest{numbers.a.size(), numbers.b.size(), false};
     std::size_t distance = numbers.a.size() + numbers.b.size();

@@ -31,9 +31,11 @@ std::FILE* openTemporary() {
 } // namespace
 
 void PacketSpool::add(const Capture::Packet& packet, uint64_t number) {
-    const Head head{packet.time, number, packet.bytes.size()};
-    if (_held.size() + sizeof(head) + head.size > CAPACITY) spill();
-    _held.append(reinterpret_cast<const char*>(&head), sizeof(head)).append(packet.bytes);
+    const Head head{packet.time, number, packet.bytes.size(), packet.connection != nullptr};
+    if (_held.size() + sizeof(head) + sizeof(Capture::Connection) + head.size > CAPACITY) spill();
+    _held.append(reinterpret_cast<const char*>(&head), sizeof(head));
+    if (head.hasConnection) _held.append(reinterpret_cast<const char*>(packet.connection), sizeof(Capture::Connection));
+    _held.append(packet.bytes);
 }
 
 void PacketSpool::spill() {
@@ -52,11 +54,15 @@ void PacketSpool::forEach(const Visit& visit) {
         if (!_file) fail();
     }
     Head head;
+    Capture::Connection connection;
     std::string bytes;
     while (std::fread(&head, sizeof(head), 1, _file.get()) == 1) {
+        if (head.hasConnection && std::fread(&connection, sizeof(connection), 1, _file.get()) != 1) fail();
         bytes.resize(head.size);
         if (std::fread(bytes.data(), 1, bytes.size(), _file.get()) != bytes.size()) fail();
-        visit({head.time, bytes}, head.number);
+        Capture::Packet packet{head.time, bytes};
+        if (head.hasConnection) packet.connection = &connection;
+        visit(packet, head.number);
     }
     if (std::ferror(_file.get()) != 0) fail();
 }

@@ -30,6 +30,7 @@ class PacketSpool {
         int64_t time;
         uint64_t number;
         uint64_t size;
+        bool hasConnection; ///< it follows
     };
     static constexpr std::size_t CAPACITY = 16 * 1024 * 1024;
 

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "Capture/Packet.h"
-#include "tools/qlproto/messages/SeededHash.h"
+#include "Capture/SeededHash.h"
 
 namespace qlproto {
 
@@ -65,7 +65,7 @@ class TapMerge {
     const std::function<void(const Gap&)> _onGap;
     std::vector<Side> _sides;
     std::vector<Gap> _open; ///< the gap that each tap is in; of no packets if it is in none
-    SeededMap<std::string, Alike> _alike;
+    Capture::SeededMap<std::string, Alike> _alike;
     std::deque<Held> _held;
     uint64_t _first = 1; ///< number of the first that is held
     std::size_t _bytes = 0;

@@ -10,7 +10,6 @@
 #include "Capture/ByteWindow.h"
 #include "Capture/Errors.h"
 #include "Capture/Output.h"
-#include "Capture/Reader.h"
 #include "tools/qlproto/Tool.h"
 #include "tools/qlproto/commands/Arguments.h"
 #include "tools/qlproto/commands/Commands.h"
@@ -28,6 +27,7 @@ namespace {
 struct AnnotateOptions {
     std::string input;
     std::string type;
+    NetworkChoice network;
     Inspect::Policy policy;
     uint64_t packet = 0; ///< counted from 1
     bool isRaw = false;
@@ -46,11 +46,11 @@ std::string contentOf(const std::string& path, std::size_t longest) {
 }
 
 /// The bytes of that packet of a capture.
-std::string packetOf(const std::string& path, uint64_t number) {
-    Capture::Reader capture = openCapture(path);
+std::string packetOf(const std::string& path, const NetworkChoice& network, uint64_t number) {
+    const auto source = openCaptures({path}, network);
     Capture::Packet packet;
     for (uint64_t i = 0; i < number; ++i)
-        if (!capture.next(packet))
+        if (!source->next(packet))
             throw Capture::DamagedCapture(
                 fmt::format("{}: has no packet {}, only {}", path, number, Capture::counted(i, "packet")));
     return std::string(packet.bytes);
@@ -58,7 +58,7 @@ std::string packetOf(const std::string& path, uint64_t number) {
 
 /// A file where there is one of that name, else hexadecimal text.
 std::string bytesOf(const AnnotateOptions& options) {
-    if (options.packet != 0) return packetOf(options.input, options.packet);
+    if (options.packet != 0) return packetOf(options.input, options.network, options.packet);
     if (options.isRaw) return contentOf(options.input, Capture::MAX_PACKET);
     const bool isFile = options.input == "-" || ::access(options.input.c_str(), F_OK) == 0;
     return bytesFromHex(isFile ? contentOf(options.input, LONGEST_HEX) : options.input);
@@ -120,6 +120,8 @@ void addAnnotate(CLI::App& app, Commands& commands) {
         ->check(isMessage())
         ->excludes(packet);
     command->add_flag("--raw", options->isRaw, "The input is a file of the bytes themselves")->excludes(packet);
+    addNetworkChoice(*command, options->network);
+    command->get_option("--framing")->needs(packet);
     addPolicy(*command, options->policy);
     addTableForm(*command, options->form);
     command->add_flag("--redact", options->redact, "Hide passwords and other secrets, bytes and value");

@@ -18,13 +18,14 @@ struct CaptureOutput {
     uint64_t rotateSize = 0; ///< MB
     int64_t rotateTime = 0;  ///< seconds
 
-    Capture::CaptureWriter open() const {
+    Capture::CaptureWriter open(uint32_t linkType = Capture::LinkType::MESSAGE) const {
         constexpr uint64_t megabyte = 1'000'000;
         constexpr int64_t second = 1'000'000'000;
         Capture::WriterForm form = Capture::WriterForm::of(path);
         using Container = Capture::WriterForm::Container;
         if (!container.empty()) form.container = container == "pcapng" ? Container::pcapng : Container::pcap;
         form.isCompressed |= isCompressed;
+        form.linkType = linkType;
         return {path, {form, ownDefinition(), rotateSize * megabyte, rotateTime * second}};
     }
 };

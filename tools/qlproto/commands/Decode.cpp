@@ -21,7 +21,7 @@ namespace qlproto {
 namespace {
 
 struct DecodeOptions {
-    std::string input;
+    std::vector<std::string> inputs;
     bool isHex = false;
     bool isRaw = false;
     std::string type; ///< of bodies without identifier
@@ -45,7 +45,7 @@ int decodeCapture(const DecodeOptions& options) {
     const bool isRead = Capture::whileRead([&] {
         if (options.rendering.format == Format::csv) output.append(handles.front().rendering->header());
         scan.runParallel(
-            options.input, handles, [&](std::string_view text) { output.append(text); }, [&] { output.flush(); });
+            options.inputs, handles, [&](std::string_view text) { output.append(text); }, [&] { output.flush(); });
         output.close();
     });
     if (isRead) scan.summarize();
@@ -102,7 +102,7 @@ class Bytes {
 };
 
 int decodeRaw(const DecodeOptions& options) {
-    Capture::ByteWindow input(options.input);
+    Capture::ByteWindow input(options.inputs.front());
     Bytes bytes(options);
     Capture::whileRead([&] {
         bytes.begin(options.rendering.format);
@@ -113,7 +113,7 @@ int decodeRaw(const DecodeOptions& options) {
 }
 
 int decodeHex(const DecodeOptions& options) {
-    LineReader lines(options.input, LONGEST_HEX);
+    LineReader lines(options.inputs.front(), LONGEST_HEX);
     Bytes bytes(options);
     Capture::whileRead([&] {
         bytes.begin(options.rendering.format);
@@ -148,9 +148,7 @@ int decode(DecodeOptions options) {
 void addDecode(CLI::App& app, Commands& commands) {
     const auto options = std::make_shared<DecodeOptions>();
     CLI::App* const command = app.add_subcommand("decode", "Print messages as lines of text or JSON");
-    command->add_option("input", options->input, "The capture to read; - is standard input")
-        ->required()
-        ->type_name(FILE_VALUE);
+    addCaptures(*command, options->inputs);
     CLI::Option* const hex = command->add_flag("--hex", options->isHex, "The input is text: a packet in hex per line");
     command->add_flag("--raw", options->isRaw, "The input is the bytes of one packet")->excludes(hex);
     command
@@ -170,6 +168,8 @@ void addDecode(CLI::App& app, Commands& commands) {
         "--numbers", [options] { options->rendering.integers = Inspect::Integers::numbers; },
         "In JSON, write integers of 64 bits as numbers, which many readers round, and divided prices, too");
     command->final_callback([options] {
+        if ((options->isRaw || options->isHex) && options->inputs.size() > 1)
+            throw CLI::ValidationError("capture", "bytes and text are read from one input");
         if ((options->rendering.format == Format::csv) == options->rendering.fields.empty())
             throw CLI::ValidationError("--fields", "CSV is written of the fields that it names, and nothing else is");
     });

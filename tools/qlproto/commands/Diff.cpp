@@ -8,7 +8,6 @@
 
 #include "Capture/Errors.h"
 #include "Capture/Output.h"
-#include "Capture/Reader.h"
 #include "Capture/Verification.h"
 #include "Inspect/Display.h"
 #include "tools/qlproto/Tool.h"
@@ -105,15 +104,19 @@ class Comparer {
 class Source {
   public:
     Source(const std::string& path, const ScanOptions& options, Comparer& comparer)
-        : _path(path), _capture(openCapture(path)), _filter(options), _left(options.first), _comparer(comparer) {}
+        : _path(path),
+          _capture(openCaptures({path}, options.network)),
+          _filter(options),
+          _left(options.first),
+          _comparer(comparer) {}
 
     bool next(Side& side) {
         if (_left == 0) return false;
         Capture::Packet packet;
         do {
-            const bool isThere = _capture.next(packet);
-            if (const Capture::Damage* const damage = _capture.damage()) {
-                tellFault(fmt::format("{} after packet {}: {}", _path, _packets, damage->text()));
+            const bool isThere = _capture->next(packet);
+            for (const Capture::Damage& fault : _capture->faults()) {
+                tellFault(fmt::format("{} after packet {}: {}", _path, _packets, fault.text()));
                 _isDamaged = true;
             }
             if (!isThere) return false;
@@ -130,7 +133,7 @@ class Source {
 
   private:
     std::string _path;
-    Capture::Reader _capture;
+    std::unique_ptr<Capture::MessageSource> _capture;
     Filter _filter;
     uint64_t _left;
     Comparer& _comparer;

@@ -47,13 +47,13 @@ int merge(const MergeOptions& options) {
     Capture::whileRead([&] {
         for (Capture::Packet packet;;) {
             const bool isThere = captures.next(packet);
-            for (const auto& [input, damage] : captures.faults()) {
+            for (const Capture::Damage& damage : captures.faults()) {
                 ++faults;
-                tellFault(fmt::format("{}: {}", names[input], damage.text()));
+                tellFault(fmt::format("{}: {}", names[damage.capture], damage.text()));
             }
             if (!isThere) break;
             latest = std::max(latest, packet.time); // a capture's own order may be another
-            if (taps && !taps->take({latest, packet.bytes}, captures.input())) continue;
+            if (taps && !taps->take({latest, packet.bytes}, packet.capture)) continue;
             ++packets;
             writer.packet(packet);
         }

@@ -15,7 +15,8 @@ namespace qlproto {
 namespace {
 
 struct PublishOptions {
-    std::string capture, bus;
+    std::vector<std::string> captures;
+    std::string bus;
     double speed = 1; ///< 0: as fast as it goes
     bool isLooped = false, isStamped = false;
     ScanOptions scan;
@@ -66,7 +67,7 @@ int publish(const PublishOptions& options) {
         LivePace pace(options.speed);
         const uint64_t before = published;
         try {
-            scan.run(options.capture, [&](const Capture::Packet& packet, const MessageReader& reader) {
+            scan.run(options.captures, [&](const Capture::Packet& packet, const MessageReader& reader) {
                 if (!pace.waitFor(packet.time)) throw Interrupted();
                 bus->publish({.id = reader.descriptor().id(),
                               .body = reader.body(),
@@ -88,9 +89,7 @@ int publish(const PublishOptions& options) {
 void addPublish(CLI::App& app, Commands& commands) {
     const auto options = std::make_shared<PublishOptions>();
     CLI::App* const command = app.add_subcommand("publish", "Publish the messages of a capture on a bus");
-    command->add_option("capture", options->capture, "The capture to read; - is standard input")
-        ->required()
-        ->type_name(FILE_VALUE);
+    addCaptures(*command, options->captures);
     addBus(*command, options->bus);
     const auto choose = [options](const std::string& text) { options->speed = speedOf(text).value(); };
     command

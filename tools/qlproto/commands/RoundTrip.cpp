@@ -61,7 +61,7 @@ std::string_view cutField(const Inspect::TypeInfo& type) {
     return {};
 }
 
-int roundtrip(const std::string& capture, const ScanOptions& options) {
+int roundtrip(const std::vector<std::string>& captures, const ScanOptions& options) {
     struct Count {
         uint64_t all = 0, changed = 0;
     };
@@ -69,7 +69,7 @@ int roundtrip(const std::string& capture, const ScanOptions& options) {
     uint64_t identical = 0, different = 0;
     MessageWriter writer;
     CaptureScan scan(options);
-    scan.run(capture, [&](const Capture::Packet& packet, const MessageReader& reader) {
+    scan.run(captures, [&](const Capture::Packet& packet, const MessageReader& reader) {
         const std::string_view again = writer.write(reader);
         const bool same = again == reader.body();
         const Velmora::MsgType_t id = reader.descriptor().id();
@@ -102,15 +102,14 @@ int roundtrip(const std::string& capture, const ScanOptions& options) {
 } // namespace
 
 void addRoundTrip(CLI::App& app, Commands& commands) {
-    const auto capture = std::make_shared<std::string>();
+    const auto captures = std::make_shared<std::vector<std::string>>();
     CLI::App* const command = app.add_subcommand("roundtrip", "Decode, encode again and compare every message");
-    command->add_option("capture", *capture, "The capture to read; - is standard input")
-        ->required()
-        ->type_name(FILE_VALUE);
+    addCaptures(*command, *captures);
     const auto options = std::make_shared<ScanOptions>();
+    addNetworkChoice(*command, options->network);
     addTelling(*command, *options);
     addExamples(*command, "", {"$tool roundtrip session.pcap"});
-    commands.push_back({command, [capture, options] { return roundtrip(*capture, *options); }});
+    commands.push_back({command, [captures, options] { return roundtrip(*captures, *options); }});
 }
 
 } // namespace qlproto

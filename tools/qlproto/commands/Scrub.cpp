@@ -23,7 +23,8 @@ namespace {
 constexpr int64_t SHIFT_UNIT = 1'000'000'000, END_OF_TIMES = (int64_t{1} << 32) * SHIFT_UNIT; // of captures
 
 struct ScrubOptions {
-    std::string capture, key, report;
+    std::vector<std::string> captures;
+    std::string key, report;
     CaptureOutput output;
     ScanOptions scan;
     ScrubRules rules;
@@ -87,7 +88,7 @@ int scrub(const ScrubOptions& options) {
     Scrubber scrubber(keyOf(options.key), rules);
     Capture::whileRead([&] {
         Capture::CaptureWriter writer = options.output.open();
-        scan.run(options.capture, [&](const Capture::Packet& packet, const MessageReader& reader) {
+        scan.run(options.captures, [&](const Capture::Packet& packet, const MessageReader& reader) {
             const Velmora::MsgType_t id = reader.descriptor().id();
             const std::string bytes = Capture::identifierBytes(id) + scrubber.body(id, reader.body());
             const int64_t time = packet.time + rules.shift;
@@ -109,9 +110,7 @@ void addScrub(CLI::App& app, Commands& commands) {
     const auto options = std::make_shared<ScrubOptions>();
     CLI::App* const command =
         app.add_subcommand("scrub", "Write a capture without names, secrets and texts, to be shared");
-    command->add_option("capture", options->capture, "The capture to read; - is standard input")
-        ->required()
-        ->type_name(FILE_VALUE);
+    addCaptures(*command, options->captures);
     addCaptureOutput(*command, options->output);
     command
         ->add_option("--key", options->key,

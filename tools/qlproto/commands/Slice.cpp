@@ -11,7 +11,7 @@ namespace qlproto {
 namespace {
 
 struct SliceOptions {
-    std::string capture;
+    std::vector<std::string> captures;
     CaptureOutput output;
     ScanOptions scan;
 };
@@ -20,7 +20,7 @@ int slice(const SliceOptions& options) {
     CaptureScan scan(options.scan);
     Capture::whileRead([&] {
         Capture::CaptureWriter writer = options.output.open();
-        scan.run(options.capture, [&](const Capture::Packet& packet, const MessageReader&) { writer.packet(packet); });
+        scan.run(options.captures, [&](const Capture::Packet& packet, const MessageReader&) { writer.packet(packet); });
         writer.close();
     });
     scan.summarize();
@@ -32,9 +32,7 @@ int slice(const SliceOptions& options) {
 void addSlice(CLI::App& app, Commands& commands) {
     const auto options = std::make_shared<SliceOptions>();
     CLI::App* const command = app.add_subcommand("slice", "Write chosen messages of a capture as a capture");
-    command->add_option("capture", options->capture, "The capture to read; - is standard input")
-        ->required()
-        ->type_name(FILE_VALUE);
+    addCaptures(*command, options->captures);
     addCaptureOutput(*command, options->output);
     addSelectionOptions(*command, options->scan);
     addExamples(*command, fmt::format("Bad packets are told and left out.\n{}", ROTATION_REMARK),

@@ -27,7 +27,7 @@ namespace {
 using Traffic = TrafficStats::Traffic;
 
 struct StatsOptions {
-    std::string capture;
+    std::vector<std::string> captures;
     TableForm form;
     bool plot = false;
     std::string by;
@@ -143,12 +143,12 @@ int stats(const StatsOptions& options) {
     Groups<Traffic> groups(mostGroups);
     const std::optional<FieldValue> by = options.by.empty() ? std::nullopt : std::optional<FieldValue>(options.by);
     CaptureScan scan(options.scan);
-    if (options.form == TableForm::table && isWatched(options.capture))
+    if (options.form == TableForm::table && isWatched(options.captures.front()))
         scan.showMeanwhile([&] { return toldText(options, stats, groups, stats.overall()); });
-    scan.run(options.capture, [&](const Capture::Packet& packet, const MessageReader& reader) {
+    scan.run(options.captures, [&](const Capture::Packet& packet, const MessageReader& reader) {
         stats.add(packet, reader);
         if (!by) return;
-        Traffic& group = groups[by->of(reader, options.scan.display)];
+        Traffic& group = groups[by->of(packet, reader, options.scan.display)];
         group.bytes += packet.bytes.size();
         group.sizes.add(static_cast<int64_t>(packet.bytes.size()));
     });
@@ -170,9 +170,7 @@ int stats(const StatsOptions& options) {
 void addStats(CLI::App& app, Commands& commands) {
     const auto options = std::make_shared<StatsOptions>();
     CLI::App* const command = app.add_subcommand("stats", "Count messages and bytes, tell rates and sizes");
-    command->add_option("capture", options->capture, "The capture to read; - is standard input")
-        ->required()
-        ->type_name(FILE_VALUE);
+    addCaptures(*command, options->captures);
     addScanOptions(*command, options->scan);
     addTableForm(*command, options->form);
     CLI::Option* const plot = command->add_flag("--plot", options->plot, "Draw rate over time and sizes, too");

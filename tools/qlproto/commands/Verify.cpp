@@ -6,7 +6,6 @@
 #include <nlohmann/json.hpp>
 
 #include "Capture/Output.h"
-#include "Capture/Reader.h"
 #include "Capture/Verification.h"
 #include "Inspect/Reflection.h"
 #include "tools/qlproto/Tool.h"
@@ -23,7 +22,7 @@ namespace qlproto {
 namespace {
 
 struct VerifyOptions {
-    std::string capture;
+    std::vector<std::string> captures;
     TableForm form;
     ScanOptions scan;
 };
@@ -34,11 +33,15 @@ struct Count {
 
 class Report {
   public:
-    explicit Report(const ScanOptions& options) : _options(options) {}
+    Report(const ScanOptions& options, const std::vector<std::string>& paths) : _options(options), _paths(paths) {}
 
-    void add(const Capture::Packet& packet, uint64_t number, uint64_t originalLength) {
+    void add(const Capture::Packet& packet, uint64_t number) {
+        const uint64_t originalLength = packet.originalLength();
         ++_packets;
-        Fault fault{.packet = number, .offset = packet.offset, .time = timeText(packet.time, _options.time)};
+        Fault fault{.packet = number,
+                    .offset = packet.offset,
+                    .capture = nameOf(packet.capture),
+                    .time = timeText(packet.time, _options.time)};
         const bool hasIdentifier = packet.bytes.size() >= Capture::IDENTIFIER_SIZE;
         const Velmora::MsgType_t id = hasIdentifier ? Capture::identifierOf(packet.bytes) : Velmora::MsgType_t{};
         if (const Inspect::TypeInfo* const type = Inspect::reflect(thisTool.protocol, id); hasIdentifier && type)
@@ -63,7 +66,11 @@ class Report {
     }
 
     void add(const Capture::Damage& damage, uint64_t after) {
-        note("damaged record", {.packet = after, .offset = damage.offset, .what = damage.text(), .isBetween = true});
+        note(damage.kind, {.packet = after,
+                           .offset = damage.offset,
+                           .capture = nameOf(damage.capture),
+                           .what = damage.text(),
+                           .isBetween = true});
     }
 
     std::string text() const {
@@ -76,8 +83,10 @@ class Report {
         for (const auto& [name, number] : _byFault) text += fmt::format("{:<42}{:>12}\n", name, number);
         if (!_first.empty()) text += "\nfirst faults\n";
         for (const Fault& it : _first)
-            text += it.isBetween ? fmt::format("after packet {}: {}\n", it.packet, it.what)
-                                 : fmt::format("packet {} at offset {} of {}: {}\n", it.packet, it.offset, it.time,
+            text += it.isBetween ? fmt::format("after packet {}: {}{}{}\n", it.packet, it.capture,
+                                               it.capture.empty() ? "" : ": ", it.what)
+                                 : fmt::format("packet {} at offset {}{}{} of {}: {}\n", it.packet, it.offset,
+                                               it.capture.empty() ? "" : " of ", it.capture, it.time,
                                                it.what.empty() ? it.kind : it.what);
         return text;
     }
@@ -101,7 +110,8 @@ class Report {
         for (const auto& [name, number] : _byFault) json["faults"][name] = number;
         for (const Fault& it : _first) {
             ordered_json fault{{it.isBetween ? "afterPacket" : "packet", it.packet}, {"offset", it.offset}};
-            for (const auto& [name, value] : {std::pair{"time", it.time},
+            for (const auto& [name, value] : {std::pair{"capture", it.capture},
+                                              {"time", it.time},
                                               {"message", it.message},
                                               {"field", it.field},
                                               {"kind", it.kind},
@@ -118,6 +128,7 @@ class Report {
     struct Fault {
         uint64_t packet;
         uint64_t offset;
+        std::string capture = {}; ///< if there are several
         std::string time = {}, message = {}, field = {}, kind = {}, what = {};
         bool isBetween = false; ///< after the packet
     };
@@ -127,6 +138,8 @@ class Report {
         return type != nullptr ? std::string(type->name) : fmt::format("0x{:04X}", id);
     }
 
+    std::string nameOf(std::size_t capture) const { return _paths.size() > 1 ? _paths[capture] : ""; }
+
     void note(const std::string& kind, Fault fault) {
         ++_byFault[kind];
         fault.kind = kind;
@@ -134,6 +147,7 @@ class Report {
     }
 
     const ScanOptions& _options;
+    const std::vector<std::string>& _paths;
     uint64_t _packets = 0, _sound = 0;
     std::map<Velmora::MsgType_t, Count> _byMessage;
     std::map<std::string, uint64_t> _byFault;
@@ -142,17 +156,17 @@ class Report {
 
 int verify(const VerifyOptions& options) {
     Filter filter(options.scan);
-    Capture::Reader capture = openCapture(options.capture);
-    Report report(options.scan);
+    const auto source = openCaptures(options.captures, options.scan.network);
+    Report report(options.scan, options.captures);
     Capture::Packet packet;
     uint64_t left = options.scan.first;
     for (uint64_t number = 1; left != 0; ++number) {
-        const bool isThere = capture.next(packet);
-        if (capture.damage() != nullptr) report.add(*capture.damage(), number - 1);
+        const bool isThere = source->next(packet);
+        for (const Capture::Damage& fault : source->faults()) report.add(fault, number - 1);
         if (!isThere) break;
         if (number == 1) filter.beginAt(packet.time);
         if (!filter.takes(packet)) continue;
-        report.add(packet, number, capture.originalLength());
+        report.add(packet, number);
         --left;
     }
     Capture::writeText(options.form == TableForm::table
@@ -167,9 +181,7 @@ int verify(const VerifyOptions& options) {
 void addVerify(CLI::App& app, Commands& commands) {
     const auto options = std::make_shared<VerifyOptions>();
     CLI::App* const command = app.add_subcommand("verify", "Check all messages; count by message and by fault");
-    command->add_option("capture", options->capture, "The capture to read; - is standard input")
-        ->required()
-        ->type_name(FILE_VALUE);
+    addCaptures(*command, options->captures);
     addTableForm(*command, options->form);
     options->scan.faults = 10;
     addScanOptions(*command, options->scan);

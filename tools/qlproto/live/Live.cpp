@@ -24,11 +24,11 @@ extern "C" void noteInterrupt(int) { interrupted = 1; }
 /// The packets of a capture, numbered.
 class CaptureSource : public Host::Source {
   public:
-    explicit CaptureSource(const std::string& path) : _capture(openCapture(path)) {}
+    explicit CaptureSource(const std::string& path) : _capture(openCaptures({path})) {}
 
     bool next(Host::Record& record) override {
         do {
-            if (!_capture.next(_packet)) return false;
+            if (!_capture->next(_packet)) return false;
             ++record.sequence;
         } while (_packet.bytes.size() < Capture::IDENTIFIER_SIZE);
         record = {.id = Capture::identifierOf(_packet.bytes),
@@ -40,7 +40,7 @@ class CaptureSource : public Host::Source {
     bool wait(int) override { return false; }
 
   private:
-    Capture::Reader _capture;
+    std::unique_ptr<Capture::MessageSource> _capture;
     Capture::Packet _packet;
 };
 

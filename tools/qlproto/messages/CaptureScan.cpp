@@ -17,8 +17,6 @@ namespace {
 constexpr std::size_t BATCH_BYTES = 512 * 1024;
 constexpr std::size_t BATCH_PACKETS = 4096;
 
-constexpr const char* DAMAGED = "damaged record";
-
 } // namespace
 
 std::string cutText(const Capture::Packet& packet, uint64_t originalLength) {
@@ -32,11 +30,16 @@ std::string cutText(const Capture::Packet& packet, uint64_t originalLength) {
                        timeText(packet.time));
 }
 
+std::unique_ptr<Capture::MessageSource> CaptureScan::open(const std::vector<std::string>& paths) {
+    _paths = paths;
+    return openCaptures(paths, _network);
+}
+
 /// If the packet is taken, the reader holds its message; if it is bad, `fault` says what is wrong with it.
-CaptureScan::Verdict CaptureScan::judge(const Capture::Packet& packet, uint64_t originalLength, MessageReader& reader,
+CaptureScan::Verdict CaptureScan::judge(const Capture::Packet& packet, MessageReader& reader,
                                         std::string& fault) const {
-    if (originalLength != packet.bytes.size()) {
-        fault = cutText(packet, originalLength);
+    if (packet.originalLength() != packet.bytes.size()) {
+        fault = cutText(packet, packet.originalLength());
         return Verdict::bad;
     }
     const bool isTaken = _filter.takes(packet);
@@ -51,33 +54,41 @@ void CaptureScan::beginAt(int64_t time) {
     if (_onBegin) _onBegin(time);
 }
 
-bool CaptureScan::fill(Capture::Reader& capture, Batch& batch) {
+void CaptureScan::Batch::add(const Capture::Packet& packet, uint64_t number) {
+    Item& item = items.emplace_back(Item{packet, number, bytes.size(), packet.bytes.size()});
+    bytes.append(packet.bytes);
+    if (packet.connection == nullptr) return;
+    // Mostly that of the packet before.
+    if (connections.empty() || connections.back() != *packet.connection) connections.push_back(*packet.connection);
+    item.connection = connections.size();
+}
+
+bool CaptureScan::fill(Capture::MessageSource& source, Batch& batch) {
     batch.bytes.clear();
     batch.items.clear();
     batch.damages.clear();
     batch.faults.clear();
     batch.text.clear();
     batch.pieces.clear();
+    batch.connections.clear();
     if (_failure) std::rethrow_exception(_failure);
     Capture::Packet packet;
     do {
         bool isThere = false;
         try {
-            isThere = capture.next(packet);
+            isThere = source.next(packet);
         } catch (const Capture::IoError&) {
             if (batch.items.empty()) throw;
             _failure = std::current_exception(); // what was read before comes first
             break;
         }
-        if (const Capture::Damage* const damage = capture.damage())
-            batch.damages.push_back({_read, 0, 0, DAMAGED, damage->text()});
+        for (const Capture::Damage& damage : source.faults())
+            batch.damages.push_back({_read, 0, 0, damage.kind, faultText(damage, _paths)});
         if (!isThere) break;
         if (_read == 0) beginAt(packet.time);
-        batch.items.push_back(
-            {packet.time, packet.offset, ++_read, capture.originalLength(), batch.bytes.size(), packet.bytes.size()});
-        batch.bytes.append(packet.bytes);
-    } while (capture.isReady() && batch.bytes.size() < BATCH_BYTES && batch.items.size() < BATCH_PACKETS);
-    batch.end = capture.position();
+        batch.add(packet, ++_read);
+    } while (source.isReady() && batch.bytes.size() < BATCH_BYTES && batch.items.size() < BATCH_PACKETS);
+    batch.end = source.captures().position();
     return !batch.items.empty() || !batch.damages.empty();
 }
 
@@ -102,34 +113,39 @@ void CaptureScan::settle(const Batch& batch, uint64_t last, uint64_t taken) {
 }
 
 /// Before the next packet is read: all that were are shown, if it may take time to come.
-void CaptureScan::show(const Capture::Reader& capture) {
+void CaptureScan::show(const Capture::MessageSource& source) {
     const auto wait = static_cast<int>(_view.untilDue().count());
-    const bool isBusy = capture.isReady() && (_packets % 1024 != 0 || wait != 0);
-    if (!isBusy && (capture.isReady() || !capture.hasInput(wait))) _view.draw();
+    const bool isBusy = source.isReady() && (_packets % 1024 != 0 || wait != 0);
+    if (!isBusy && (source.isReady() || !source.captures().hasInput(wait))) _view.draw();
 }
 
-bool CaptureScan::next(Capture::Reader& capture, Capture::Packet& packet) {
-    if (_view.isOn() && _packets != 0) show(capture);
-    const bool isThere = capture.next(packet);
-    if (const Capture::Damage* const damage = capture.damage()) note({_packets, 0, 0, DAMAGED, damage->text()});
+bool CaptureScan::next(Capture::MessageSource& source, Capture::Packet& packet) {
+    if (_view.isOn() && _packets != 0) show(source);
+    const bool isThere = source.next(packet);
+    for (const Capture::Damage& damage : source.faults())
+        note({_packets, 0, 0, damage.kind, faultText(damage, _paths)});
     if (!isThere) return false;
     if (_packets == 0) beginAt(packet.time);
-    if (++_packets % 1024 == 0) _progress.update(capture.position(), capture.fileSize());
+    if (++_packets % 1024 == 0) _progress.update(source.captures().position(), source.captures().fileSize());
     _bytes += packet.bytes.size();
     return true;
 }
 
 void CaptureScan::complain(const Capture::Packet& packet, const std::string& kind, const std::string& fault) {
-    note({_packets, packet.offset, packet.time, kind, fault});
+    note({_packets, packet.offset, packet.time, kind, fault, packet.capture});
 }
 
-CaptureScan::Fault CaptureScan::faultOf(const Numbered& it, uint64_t originalLength, const MessageReader& reader,
+CaptureScan::Fault CaptureScan::faultOf(const Capture::Packet& packet, uint64_t number, const MessageReader& reader,
                                         std::string text) const {
-    const bool isCut = originalLength != it.packet.bytes.size();
-    const bool hasIdentifier = it.packet.bytes.size() >= Capture::IDENTIFIER_SIZE;
-    return {it.number,       it.packet.offset,
-            it.packet.time,  isCut ? "cut by the capture" : reader.faultKind(),
-            std::move(text), _isConcerned && hasIdentifier && !_isConcerned(Capture::identifierOf(it.packet.bytes))};
+    const bool isCut = packet.originalLength() != packet.bytes.size();
+    const bool hasIdentifier = packet.bytes.size() >= Capture::IDENTIFIER_SIZE;
+    return {number,
+            packet.offset,
+            packet.time,
+            isCut ? "cut by the capture" : reader.faultKind(),
+            std::move(text),
+            packet.capture,
+            _isConcerned && hasIdentifier && !_isConcerned(Capture::identifierOf(packet.bytes))};
 }
 
 void CaptureScan::note(const Fault& fault) {
@@ -147,7 +163,8 @@ void CaptureScan::note(const Fault& fault) {
     if (fault.offset == 0)
         tellFault(fmt::format("after packet {}: {}", fault.packet, fault.text));
     else
-        tellFault(fmt::format("packet {} at offset {} of {}: {}", fault.packet, fault.offset,
+        tellFault(fmt::format("packet {} at offset {}{} of {}: {}", fault.packet, fault.offset,
+                              _paths.size() > 1 ? " of " + _paths[fault.capture] + "," : "",
                               timeText(fault.time, _form), fault.text));
 }
 

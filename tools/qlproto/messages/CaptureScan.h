@@ -18,7 +18,7 @@
 #include <fmt/format.h>
 
 #include "Capture/Errors.h"
-#include "Capture/Reader.h"
+#include "Capture/MessageSource.h"
 #include "tools/qlproto/Tool.h"
 #include "tools/qlproto/messages/Filter.h"
 #include "tools/qlproto/messages/MessageReader.h"
@@ -40,6 +40,7 @@ class CaptureScan {
         uint64_t offset; ///< 0 if it is after the packet
         int64_t time;    ///< of the packet; 0 if it is after the packet
         std::string kind, text;
+        std::size_t capture = 0;  ///< its number, if there are several
         bool isElsewhere = false; ///< in a message that is of no concern
     };
 
@@ -48,22 +49,23 @@ class CaptureScan {
         : _policy(options.policy),
           _filter(options),
           _left(options.first),
+          _network(options.network),
           _form(options.time),
           _told(options.isQuiet ? 0 : options.faults),
           _isQuiet(options.isQuiet),
           _isVerbose(options.isVerbose) {}
 
-    /// Calls `handle(packet, reader)` for each good message of the capture that the options take. What they do not take is
+    /// Calls `handle(packet, reader)` for each good message of the captures that the options take. What they do not take is
     /// verified, but never decoded. Bad packets and damaged places are told on standard error.
     template <class Handle>
-    void run(const std::string& path, Handle&& handle) {
-        Capture::Reader capture = openCapture(path);
+    void run(const std::vector<std::string>& paths, Handle&& handle) {
+        const auto source = open(paths);
         MessageReader reader(_policy);
         Capture::Packet packet;
         std::string fault;
-        while (_left != 0 && next(capture, packet)) {
-            const Verdict verdict = judge(packet, capture.originalLength(), reader, fault);
-            if (verdict == Verdict::bad) note(faultOf({_packets, packet}, capture.originalLength(), reader, fault));
+        while (_left != 0 && next(*source, packet)) {
+            const Verdict verdict = judge(packet, reader, fault);
+            if (verdict == Verdict::bad) note(faultOf(packet, _packets, reader, fault));
             if (verdict != Verdict::taken) continue;
             ++_messages;
             --_left;
@@ -79,25 +81,25 @@ class CaptureScan {
     /// messages; it appends what becomes of the message to `text`. `write(text)` gets the texts in order, a batch at a
     /// time, on the calling thread. `flush()` is called before input is waited for.
     template <class Handle, class Write, class Flush>
-    void runParallel(const std::string& path, std::vector<Handle>& handles, Write&& write, Flush&& flush) {
-        Capture::Reader capture = openCapture(path);
+    void runParallel(const std::vector<std::string>& paths, std::vector<Handle>& handles, Write&& write,
+                     Flush&& flush) {
+        const auto source = open(paths);
         if (_left == 0) return;
         std::deque<MessageReader> readers;
         while (readers.size() < handles.size()) readers.emplace_back(_policy);
         OrderedPipeline<Batch> pipeline(handles.size());
-        pipeline.run([&] { return capture.isReady(); },
+        pipeline.run([&] { return source->isReady(); },
                      [&](Batch& batch) {
-                         if (!capture.isReady()) flush();
-                         return fill(capture, batch);
+                         if (!source->isReady()) flush();
+                         return fill(*source, batch);
                      },
                      [&](Batch& batch, std::size_t worker) {
                          std::string fault;
                          for (const Item& item : batch.items) {
                              const Capture::Packet packet = batch.packet(item);
-                             switch (judge(packet, item.originalLength, readers[worker], fault)) {
+                             switch (judge(packet, readers[worker], fault)) {
                              case Verdict::bad:
-                                 batch.faults.push_back(
-                                     faultOf({item.number, packet}, item.originalLength, readers[worker], fault));
+                                 batch.faults.push_back(faultOf(packet, item.number, readers[worker], fault));
                                  break;
                              case Verdict::taken:
                                  handles[worker](packet, readers[worker], batch.text);
@@ -114,7 +116,7 @@ class CaptureScan {
                          const uint64_t taken = isLast ? _left : batch.pieces.size();
                          settle(batch, last.packet, taken);
                          write(std::string_view(batch.text).substr(0, last.end));
-                         _progress.update(batch.end, capture.fileSize());
+                         _progress.update(batch.end, source->captures().fileSize());
                          return !isLast;
                      });
     }
@@ -122,7 +124,7 @@ class CaptureScan {
     /// The same for what does not depend on the order of messages: each thread adds to a Gathered of its own; they are
     /// merged at the end.
     template <class Gathered>
-    Gathered gather(const std::string& path) {
+    Gathered gather(const std::vector<std::string>& paths) {
         struct Handle {
             Gathered gathered;
             void operator()(const Capture::Packet& packet, const MessageReader& reader, std::string&) {
@@ -131,12 +133,12 @@ class CaptureScan {
         };
         std::vector<Handle> handles(workers());
         if (_left != UINT64_MAX) // which are the first is known in their order alone
-            run(path, [&](const Capture::Packet& packet, const MessageReader& reader) {
+            run(paths, [&](const Capture::Packet& packet, const MessageReader& reader) {
                 handles[0].gathered.add(packet, reader);
             });
         else
             runParallel(
-                path, handles, [](std::string_view) {}, [] {});
+                paths, handles, [](std::string_view) {}, [] {});
         for (std::size_t i = 1; i < handles.size(); ++i) handles[0].gathered.merge(handles[i].gathered);
         return std::move(handles[0].gathered);
     }
@@ -173,15 +175,10 @@ class CaptureScan {
         std::size_t end;
     };
     struct Item {
-        int64_t time;
-        uint64_t offset;
+        Capture::Packet packet; ///< but for its bytes, and its connection
         uint64_t number;
-        uint64_t originalLength;
-        std::size_t begin, size; ///< of the packet in the batch's bytes
-    };
-    struct Numbered {
-        uint64_t number;
-        const Capture::Packet& packet;
+        std::size_t begin, size;    ///< of the packet in the batch's bytes
+        std::size_t connection = 0; ///< in those of the batch, from 1; 0 for none
     };
     struct Batch {
         std::string bytes;
@@ -191,21 +188,26 @@ class CaptureScan {
         std::vector<Fault> faults;  ///< of packets
         std::string text;
         std::vector<Piece> pieces;
+        std::vector<Capture::Connection> connections;
 
         Capture::Packet packet(const Item& item) const {
-            return {item.time, std::string_view(bytes).substr(item.begin, item.size), item.offset};
+            Capture::Packet packet = item.packet;
+            packet.bytes = std::string_view(bytes).substr(item.begin, item.size);
+            packet.connection = item.connection != 0 ? &connections[item.connection - 1] : nullptr;
+            return packet;
         }
+        void add(const Capture::Packet& packet, uint64_t number);
     };
 
-    Verdict judge(const Capture::Packet& packet, uint64_t originalLength, MessageReader& reader,
-                  std::string& fault) const;
+    std::unique_ptr<Capture::MessageSource> open(const std::vector<std::string>& paths);
+    Verdict judge(const Capture::Packet& packet, MessageReader& reader, std::string& fault) const;
     void beginAt(int64_t time);
-    bool fill(Capture::Reader& capture, Batch& batch);
+    bool fill(Capture::MessageSource& source, Batch& batch);
     void settle(const Batch& batch, uint64_t last, uint64_t taken);
-    bool next(Capture::Reader& capture, Capture::Packet& packet);
-    Fault faultOf(const Numbered& it, uint64_t originalLength, const MessageReader& reader, std::string text) const;
+    bool next(Capture::MessageSource& source, Capture::Packet& packet);
+    Fault faultOf(const Capture::Packet& packet, uint64_t number, const MessageReader& reader, std::string text) const;
     void note(const Fault& fault);
-    void show(const Capture::Reader& capture);
+    void show(const Capture::MessageSource& source);
 
     const Inspect::Policy _policy;
     Filter _filter;
@@ -215,6 +217,8 @@ class CaptureScan {
     uint64_t _packets = 0;
     uint64_t _messages = 0;
     uint64_t _bytes = 0;
+    const NetworkChoice _network;
+    std::vector<std::string> _paths;
     const TimeForm _form;
     uint64_t _told; ///< faults that people may still be told of
     const bool _isQuiet, _isVerbose;

@@ -1,12 +1,15 @@
-// Fields of messages by their name or the end of their path, as users write them: "side", "contents.price".
+// Fields of messages by their name or the end of their path, as users write them: "side", "contents.price". What is known of
+// a message besides has names that begin with "_": see PacketValue.
 #pragma once
 
 #include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
+#include "Capture/Packet.h"
 #include "Inspect/Display.h"
 #include "Inspect/Selection.h"
 #include "tools/qlproto/messages/MessageReader.h"
@@ -29,6 +32,31 @@ class FieldPath {
     std::vector<std::string> _names;
 };
 
+/// What is known of a message by how it came. One that came by no connection has no such values.
+///
+///   _connection     "10.0.0.1:40000 > 10.0.0.2:9001", from who opened it
+///   _connectionID   its number in the capture, from 1
+///   _from, _to      "10.0.0.1:40000": sender and receiver of the message
+///   _direction      there, from who opened the connection, or back
+class PacketValue {
+  public:
+    /// Throws FilterError if there is none of that name.
+    explicit PacketValue(std::string_view name);
+
+    static bool isName(std::string_view name) { return name.starts_with('_'); }
+
+    bool isNumber() const;
+
+    /// The value, whose text lies in `room`.
+    std::optional<Inspect::Value> of(const Capture::Packet& packet, std::string& room) const;
+
+  private:
+    enum class What { connection, connectionID, from, to, direction };
+    static const std::pair<std::string_view, What> NAMES[];
+
+    What _what;
+};
+
 /// A value as text without quotes, as the options have it.
 std::string shownText(const Inspect::Value& value, const Inspect::Display& display);
 
@@ -42,15 +70,22 @@ class FieldValue {
 
     /// Calls `visit(value)` for each value of the path in the message, until it returns false.
     template <class Visit>
-    void each(const MessageReader& reader, Visit&& visit) const {
+    void each(const Capture::Packet& packet, const MessageReader& reader, Visit&& visit) const {
+        if (_ofPacket) {
+            std::string room;
+            if (const std::optional<Inspect::Value> value = _ofPacket->of(packet, room)) visit(*value);
+            return;
+        }
         _values[static_cast<std::size_t>(reader.descriptor().index())].read(reader.body(), visit);
     }
 
     /// The first as text; nothing if the message has no such field or the body no such element.
-    std::optional<std::string> of(const MessageReader& reader, const Inspect::Display& display) const;
+    std::optional<std::string> of(const Capture::Packet& packet, const MessageReader& reader,
+                                  const Inspect::Display& display) const;
 
   private:
     std::string _path;
+    std::optional<PacketValue> _ofPacket;
     std::vector<Inspect::Selection> _values; ///< by INDEX
 };
 

@@ -153,6 +153,13 @@ Condition::Condition(const std::string& text, TimeForm time, int64_t priceScale)
             if (_operand == Velmora::sentinelName(sentinel)) _sentinel = sentinel;
     }
 
+    if (const std::string name = text.substr(0, text.find_first_of("=!<>~")); PacketValue::isName(name)) {
+        _ofPacket.emplace(name);
+        if (_ofPacket->isNumber() && !_unsigned)
+            throw FilterError(fmt::format("{}: {} is no value of that field", text, _operand));
+        return;
+    }
+
     // A field or an enumerator misspelt would match nothing, and nobody would know why.
     Search search(*this);
     for (const Inspect::MessageInfo& message : Inspect::all_messages(thisTool.protocol)) search.add(*message.type);
@@ -253,6 +260,13 @@ bool Condition::holds(const Inspect::Value& value) const {
     return compare(value.number, *number);
 }
 
+bool Condition::holdsForPacket(const Capture::Packet& packet) const {
+    if (!_ofPacket) return true;
+    std::string room;
+    const std::optional<Inspect::Value> value = _ofPacket->of(packet, room);
+    return value && holds(*value);
+}
+
 // --- all together
 
 Filter::Filter(const ScanOptions& options) : _policy(options.policy), _form(options.time) {
@@ -272,7 +286,8 @@ Filter::Filter(const ScanOptions& options) : _policy(options.policy), _form(opti
             isAny(options.names, [&](const std::string& it) { return fnmatch(it.c_str(), name.c_str(), 0) == 0; })
             && isAny(options.families, [&](const std::string& it) { return familyOf(message.id) == it; })
             && isAny(options.ids, [&](const std::string& it) { return findMessage(it) == &message; })
-            && std::ranges::none_of(_where, [&](const Condition& it) { return it.values()[i].isEmpty(); }));
+            && std::ranges::none_of(
+                _where, [&](const Condition& it) { return !it.values().empty() && it.values()[i].isEmpty(); }));
     }
     if (!options.from.empty() && !(_fromClock = parseClock(options.from)))
         _from = parseTime(options.from, options.time).value();
@@ -292,6 +307,7 @@ bool Filter::takes(const Capture::Packet& packet) const {
     const Inspect::detail::IdIndex::Slot* const slot = thisTool.protocol.index.find(id);
     if (slot == nullptr) return true;
     if (!_isTaken[slot->index] || packet.time < _from || packet.time > _to) return false;
+    if (!std::ranges::all_of(_where, [&](const Condition& it) { return it.holdsForPacket(packet); })) return false;
     const std::string_view body = packet.bytes.substr(Capture::IDENTIFIER_SIZE);
     if (meetsAll(body, slot->index)) return true;
     // What reads as zero, or is read of a pad, is not in the body.
@@ -304,8 +320,9 @@ bool Filter::takes(const Capture::Packet& packet) const {
 
 bool Filter::meetsAll(std::string_view body, std::size_t index) const {
     return std::ranges::all_of(_where, [&](const Condition& condition) {
-        return condition.values()[index].read(body, [&](const Inspect::Value& it) { return !condition.holds(it); })
-               == Inspect::Selection::Outcome::stopped;
+        return condition.values().empty() || condition.values()[index].read(body, [&](const Inspect::Value& it) {
+            return !condition.holds(it);
+        }) == Inspect::Selection::Outcome::stopped;
     });
 }
 

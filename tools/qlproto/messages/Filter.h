@@ -29,8 +29,11 @@ class Condition {
     /// Throws FilterError.
     explicit Condition(const std::string& text, TimeForm time = TimeForm::utc, int64_t priceScale = 1);
 
-    /// The values that it is about, of each message by INDEX.
+    /// The values that it is about, of each message by INDEX; none if it is about how a message came.
     const std::vector<Inspect::Selection>& values() const { return _values; }
+
+    /// If it is about how a message came, whether it holds for the packet; else true.
+    bool holdsForPacket(const Capture::Packet& packet) const;
     bool holds(const Inspect::Value& value) const;
 
   private:
@@ -46,6 +49,7 @@ class Condition {
     bool isText() const { return _relation == Relation::like || _relation == Relation::unlike; }
 
     FieldPath _path{""};
+    std::optional<PacketValue> _ofPacket;
     Relation _relation;
     std::string _operand;
     // The operand as what it can be.

@@ -29,9 +29,9 @@ constexpr std::size_t BLOCK = 64 * Capture::MAX_PACKET;
 
 /// The names of the envelope, then those that do not matter for the packet.
 enum class Member : std::size_t { time, message, id, body, hex, redacted, priceScale };
-constexpr std::array<std::string_view, 15> MEMBERS = {"time",     "message",    "id",     "body",  "hex",
-                                                      "redacted", "priceScale", "packet", "gap",   "kind",
-                                                      "name",     "text",       "strict", "whole", "written"};
+constexpr std::array<std::string_view, 16> MEMBERS = {
+    "time", "message",    "id",   "body", "hex",  "redacted", "priceScale", "packet",
+    "gap",  "connection", "kind", "name", "text", "strict",   "whole",      "written"};
 
 /// Whether encoding the message gives these bytes.
 bool encodesTo(std::string_view body, Velmora::MsgType_t id, const void* message) {

@@ -10,8 +10,8 @@
 //             written in, and what only a tolerant reader takes. Must mean the same message as `body`
 //
 // Lines whose secrets are hidden or whose prices are divided say so (redacted, priceScale), for no packet can be made
-// of them. What a command knows besides stands after the envelope and is passed over when read: packet and gap
-// (trace), kind, name, text, strict, whole and written (corpus). Any other name, a name given twice and a value of
+// of them. What a command knows besides stands after the envelope and is passed over when read: packet, gap
+// and connection (trace), kind, name, text, strict, whole and written (corpus). Any other name, a name given twice and a value of
 // another form are errors that tell the JSON path.
 #pragma once
 
@@ -20,11 +20,11 @@
 #include <string_view>
 
 #include "Capture/Packet.h"
+#include "Capture/SeededHash.h"
 #include "Inspect/Json.h"
 #include "Inspect/JsonCursor.h"
 #include "Inspect/Reflection.h"
 #include "tools/qlproto/messages/MessageReader.h"
-#include "tools/qlproto/messages/SeededHash.h"
 #include "tools/qlproto/terminal/TimeText.h"
 
 namespace qlproto {
@@ -82,11 +82,11 @@ class MessageLineReader {
     /// Whether those bytes mean the message that was encoded.
     bool isOfBody(Velmora::MsgType_t id, std::string_view bytes);
 
-    SeededMap<std::string_view, const Inspect::MessageInfo*> _messages; ///< by name
-    std::unique_ptr<char[]> _block;                                     ///< the message and what it owns
-    std::unique_ptr<char[]> _packet;                                    ///< identifier and body
-    std::size_t _size = 0;                                              ///< of the body
-    MessageReader _reader;                                              ///< of bytes that stand in a line
+    Capture::SeededMap<std::string_view, const Inspect::MessageInfo*> _messages; ///< by name
+    std::unique_ptr<char[]> _block;                                              ///< the message and what it owns
+    std::unique_ptr<char[]> _packet;                                             ///< identifier and body
+    std::size_t _size = 0;                                                       ///< of the body
+    MessageReader _reader;                                                       ///< of bytes that stand in a line
     Inspect::JsonReading _reading;
 };
 

@@ -14,7 +14,7 @@
 
 #include <nettle/hmac.h>
 
-#include "tools/qlproto/messages/SeededHash.h"
+#include "Capture/SeededHash.h"
 
 namespace qlproto {
 
@@ -37,7 +37,7 @@ class Pseudonyms {
     void addTo(std::string& text, const std::string& shape, std::size_t begin, std::size_t end, char round);
 
     struct hmac_sha256_ctx _context;
-    SeededMap<std::string, std::string> _known; ///< short texts, which come again and again; bounded
+    Capture::SeededMap<std::string, std::string> _known; ///< short texts, which come again and again; bounded
     std::string _result;
 };
 

@@ -112,7 +112,7 @@ void Rendering::appendRow(const Capture::Packet& packet, const MessageReader& re
         if (i != 0) text += ',';
         cell.clear();
         if (_columns[i])
-            _columns[i]->each(reader, [&](const Inspect::Value& value) {
+            _columns[i]->each(packet, reader, [&](const Inspect::Value& value) {
                 if (!cell.empty()) cell += ' ';
                 Inspect::append_visible(shownText(value, _options.display), cell);
                 return true;

@@ -102,6 +102,7 @@ void addSelectionOptions(CLI::App& command, ScanOptions& options) {
     addPolicy(command, options.policy);
     addWhich(command, options);
     addHow(command, options);
+    addNetworkChoice(command, options.network);
     addTelling(command, options);
 }
 

@@ -7,6 +7,7 @@
 
 #include "Inspect/Display.h"
 #include "Inspect/Verify.h"
+#include "tools/qlproto/messages/OpenCapture.h"
 #include "tools/qlproto/terminal/TimeText.h"
 
 namespace CLI {
@@ -28,6 +29,7 @@ struct ScanOptions {
     bool isVerbose = false;                 ///< people are told how much was read, also if they do not watch
     TimeForm time = TimeForm::raw;
     Inspect::Display display = {};
+    NetworkChoice network = {};
 
     /// The same without what chooses among messages.
     ScanOptions ofAll() const {

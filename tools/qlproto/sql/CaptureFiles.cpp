@@ -27,7 +27,7 @@ CaptureFiles::CaptureFiles(std::vector<std::string> paths) : _paths(std::move(pa
             if (_copy < 0) copyStandardInput();
             path = "/proc/self/fd/" + std::to_string(_copy);
         }
-        openCapture(path);
+        openCaptures({path});
     }
 }
 

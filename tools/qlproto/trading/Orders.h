@@ -11,8 +11,8 @@
 #include <string_view>
 #include <vector>
 
+#include "Capture/SeededHash.h"
 #include "tools/qlproto/messages/MessageReader.h"
-#include "tools/qlproto/messages/SeededHash.h"
 
 namespace qlproto {
 
@@ -77,9 +77,10 @@ class Orders {
 
     const OrderKind& _kind;
     std::vector<OrderRow> _rows;
-    SeededMap<int64_t, std::size_t> _byNumber; ///< positions in the rows
-    SeededMap<std::string, std::size_t> _byText;
-    SeededMap<std::string, std::size_t> _byClient; ///< of quote requests, for messages that name the order alone
+    Capture::SeededMap<int64_t, std::size_t> _byNumber; ///< positions in the rows
+    Capture::SeededMap<std::string, std::size_t> _byText;
+    Capture::SeededMap<std::string, std::size_t>
+        _byClient; ///< of quote requests, for messages that name the order alone
 };
 
 } // namespace qlproto

@@ -125,7 +125,9 @@ std::vector<Trace::Step> Trace::steps() {
     std::vector<Step> steps;
     std::size_t message = 0;
     _kept.forEach([&](const Capture::Packet& packet, uint64_t number) {
-        if (belongs[message++]) steps.push_back({packet.time, number, std::string(packet.bytes)});
+        if (!belongs[message++]) return;
+        steps.push_back({packet.time, number, std::string(packet.bytes)});
+        if (packet.connection != nullptr) steps.back().connection = *packet.connection;
     });
     std::stable_sort(steps.begin(), steps.end(), [](const Step& a, const Step& b) { return a.time < b.time; });
     return steps;

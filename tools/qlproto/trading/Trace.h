@@ -12,9 +12,9 @@
 #include <string>
 #include <vector>
 
+#include "Capture/SeededHash.h"
 #include "tools/qlproto/analysis/PacketSpool.h"
 #include "tools/qlproto/messages/MessageReader.h"
-#include "tools/qlproto/messages/SeededHash.h"
 #include "tools/qlproto/trading/Identifiers.h"
 
 namespace qlproto {
@@ -36,9 +36,10 @@ bool mayTellOf(const TraceRule& rule, Velmora::MsgType_t id);
 class Trace {
   public:
     struct Step {
-        int64_t time;       ///< of the packet
-        uint64_t number;    ///< of the packet, from 1
-        std::string packet; ///< its bytes
+        int64_t time;                                       ///< of the packet
+        uint64_t number;                                    ///< of the packet, from 1
+        std::string packet;                                 ///< its bytes
+        std::optional<Capture::Connection> connection = {}; ///< by which it came, if that is known
     };
 
     /// `user`: messages that name only other users are none of it.
@@ -68,7 +69,7 @@ class Trace {
     TraceRule _rule;
     std::optional<Identifier> _user;
     std::vector<uint32_t> _known; ///< from the start
-    SeededMap<std::string, uint32_t> _numbers;
+    Capture::SeededMap<std::string, uint32_t> _numbers;
     std::vector<uint32_t> _linked;
     std::vector<Link> _links; ///< one for each message kept
     PacketSpool _kept;

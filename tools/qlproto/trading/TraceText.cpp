@@ -30,14 +30,21 @@ std::string describe(const MessageReader& reader, const Inspect::Display& displa
 } // namespace
 
 Table traceTable(const std::vector<Trace::Step>& steps, const ScanOptions& options) {
-    Table table({"packet", "time", "gap", "message", "fields"}, 5);
+    const bool hasConnections =
+        std::ranges::any_of(steps, [](const Trace::Step& it) { return it.connection.has_value(); });
+    std::vector<std::string> columns{"packet", "time", "gap", "message", "fields"};
+    if (hasConnections) columns.insert(columns.begin() + 3, "from and to");
+    Table table(columns, columns.size());
     MessageReader reader(options.policy);
     int64_t before = steps.empty() ? 0 : steps.front().time;
     for (const Trace::Step& step : steps) {
         reader.read(step.packet);
-        table.add({std::to_string(step.number), timeText(step.time, options.time),
-                   Cell::of('+' + readableDuration(step.time - before), std::to_string(step.time - before)),
-                   reader.descriptor().name(), describe(reader, options.display)});
+        std::vector<Cell> row{std::to_string(step.number), timeText(step.time, options.time),
+                              Cell::of('+' + readableDuration(step.time - before), std::to_string(step.time - before))};
+        if (hasConnections) row.push_back(step.connection ? step.connection->way() : "");
+        row.push_back(reader.descriptor().name());
+        row.push_back(describe(reader, options.display));
+        table.add(row);
         before = step.time;
     }
     return table;
@@ -54,6 +61,7 @@ std::string traceLines(const std::vector<Trace::Step>& steps, const ScanOptions&
         line.message(reader, options.display);
         line.member("packet", std::to_string(step.number));
         line.member("gap", std::to_string(step.time - before));
+        if (step.connection) line.member("connection", '"' + step.connection->way() + '"');
         line.end();
         before = step.time;
     }

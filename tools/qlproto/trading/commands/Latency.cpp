@@ -28,7 +28,7 @@ namespace {
 using Hop = LatencyStats::Hop;
 
 struct LatencyOptions {
-    std::string capture;
+    std::vector<std::string> captures;
     TableForm form;
     std::string by;
     std::string sort;
@@ -152,7 +152,9 @@ std::string json(const LatencyOptions& options, const std::vector<SlowestMessage
     return json.dump(2) + '\n';
 }
 
-bool isLive(const LatencyOptions& options) { return options.form == TableForm::table && isWatched(options.capture); }
+bool isLive(const LatencyOptions& options) {
+    return options.form == TableForm::table && isWatched(options.captures.front());
+}
 
 void tellSlowest(const LatencyOptions& options, const std::optional<FieldValue>& by, CaptureScan& scan) {
     SlowestMessages slowest(options.slowest);
@@ -162,9 +164,9 @@ void tellSlowest(const LatencyOptions& options, const std::optional<FieldValue>&
             options.form, [&] { return table(options, messages); }, [&] { return json(options, messages); });
     };
     if (isLive(options)) scan.showMeanwhile(told);
-    scan.run(options.capture, [&](const Capture::Packet& packet, const MessageReader& reader) {
+    scan.run(options.captures, [&](const Capture::Packet& packet, const MessageReader& reader) {
         SlowestMessages::ValueOf valueOf;
-        if (by) valueOf = [&] { return by->of(reader, options.scan.display); };
+        if (by) valueOf = [&] { return by->of(packet, reader, options.scan.display); };
         slowest.add(packet, reader, scan.packets(), valueOf);
     });
     Capture::writeText(told());
@@ -202,8 +204,8 @@ void tellHops(const LatencyOptions& options, const std::optional<FieldValue>& by
         Groups<LatencyStats> found(mostGroups);
         const auto told = [&] { return toldText(options, groupsOf(found), wholeOf(found).overall()); };
         if (isLive(options)) scan.showMeanwhile(told);
-        scan.run(options.capture, [&](const Capture::Packet& packet, const MessageReader& reader) {
-            if (hasWay(reader)) found[by->of(reader, options.scan.display)].add(packet, reader);
+        scan.run(options.captures, [&](const Capture::Packet& packet, const MessageReader& reader) {
+            if (hasWay(reader)) found[by->of(packet, reader, options.scan.display)].add(packet, reader);
         });
         return Capture::writeText(told());
     }
@@ -219,10 +221,10 @@ void tellHops(const LatencyOptions& options, const std::optional<FieldValue>& by
     };
     if (isLive(options)) {
         scan.showMeanwhile(told);
-        scan.run(options.capture,
+        scan.run(options.captures,
                  [&](const Capture::Packet& packet, const MessageReader& reader) { stats.add(packet, reader); });
     } else {
-        stats = scan.gather<LatencyStats>(options.capture);
+        stats = scan.gather<LatencyStats>(options.captures);
     }
     Capture::writeText(told());
 }
@@ -243,9 +245,7 @@ int latency(const LatencyOptions& options) {
 void addLatency(CLI::App& app, Commands& commands) {
     const auto options = std::make_shared<LatencyOptions>();
     CLI::App* const command = app.add_subcommand("latency", "Tell how long messages took from station to station");
-    command->add_option("capture", options->capture, "The capture to read; - is standard input")
-        ->required()
-        ->type_name(FILE_VALUE);
+    addCaptures(*command, options->captures);
     addScanOptions(*command, options->scan);
     addTableForm(*command, options->form);
     command

@@ -27,7 +27,7 @@ namespace {
 using nlohmann::ordered_json;
 
 struct OrdersOptions {
-    std::string capture;
+    std::vector<std::string> captures;
     TableForm form;
     std::string outcome;
     std::string sort;
@@ -169,7 +169,7 @@ int listOrders(const OrderKind& kind, const OrdersOptions& options) {
         return type != nullptr && std::ranges::find(kind.messages, type->name) != kind.messages.end();
     });
     scan.onBegin([&](int64_t time) { filter.beginAt(time); });
-    scan.run(options.capture, [&](const Capture::Packet& packet, const MessageReader& reader) {
+    scan.run(options.captures, [&](const Capture::Packet& packet, const MessageReader& reader) {
         orders.add(packet, reader, scan.packets(), filter.takes(packet));
     });
 
@@ -188,9 +188,7 @@ void add(CLI::App& app, Commands& commands, const OrderKind& kind, const std::st
          const std::string& footer) {
     const auto options = std::make_shared<OrdersOptions>();
     CLI::App* const command = app.add_subcommand(std::string(kind.what), description);
-    command->add_option("capture", options->capture, "The capture to read; - is standard input")
-        ->required()
-        ->type_name(FILE_VALUE);
+    addCaptures(*command, options->captures);
     addTableForm(*command, options->form);
     command->add_option("--outcome", options->outcome, "Only those with this outcome, as the totals name it")
         ->check(CLI::Validator(

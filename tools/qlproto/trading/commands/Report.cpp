@@ -27,7 +27,7 @@ using nlohmann::ordered_json;
 using Traffic = TrafficStats::Traffic;
 
 struct ReportOptions {
-    std::string capture;
+    std::vector<std::string> captures;
     std::string output;
     ScanOptions scan;
 };
@@ -46,7 +46,7 @@ struct Findings {
     void add(const Capture::Packet& packet, const MessageReader& reader) {
         traffic.add(packet, reader);
         latency.add(packet, reader);
-        if (hasWay(reader)) latencyByFeed[feed.of(reader, {})].add(packet, reader);
+        if (hasWay(reader)) latencyByFeed[feed.of(packet, reader, {})].add(packet, reader);
         orders.add(packet, reader, 0);
         newOrders.add(packet, reader, 0);
     }
@@ -211,11 +211,12 @@ int report(const ReportOptions& options) {
     Findings findings;
     CaptureScan scan(options.scan);
     scan.onFault([&](const CaptureScan::Fault& fault) { findings.faults.add(fault); });
-    scan.run(options.capture,
+    scan.run(options.captures,
              [&](const Capture::Packet& packet, const MessageReader& reader) { findings.add(packet, reader); });
     // Dates are for people, as the page is.
     const TimeForm form = options.scan.time == TimeForm::raw ? TimeForm::utc : options.scan.time;
-    Capture::writeText(page(embeddable(data(options.capture, findings, form))), options.output);
+    Capture::writeText(page(embeddable(data(fmt::format("{}", fmt::join(options.captures, ", ")), findings, form))),
+                       options.output);
     tellOutOfTime(findings.traffic);
     scan.summarize();
     return scan.exitCode();
@@ -226,9 +227,7 @@ int report(const ReportOptions& options) {
 void addReport(CLI::App& app, Commands& commands) {
     const auto options = std::make_shared<ReportOptions>();
     CLI::App* const command = app.add_subcommand("report", "Write a page with rates, latencies, orders and faults");
-    command->add_option("capture", options->capture, "The capture to read; - is standard input")
-        ->required()
-        ->type_name(FILE_VALUE);
+    addCaptures(*command, options->captures);
     addScanOptions(*command, options->scan);
     command->add_option("-o,--output", options->output, "The page to write, HTML; - is standard output")
         ->required()

@@ -20,7 +20,7 @@ namespace qlproto {
 namespace {
 
 struct TraceOptions {
-    std::string capture;
+    std::vector<std::string> captures;
     std::string order;
     std::string quote;
     std::optional<int32_t> user;
@@ -41,12 +41,16 @@ int trace(const TraceOptions& options) {
     scan.concerns([&](Velmora::MsgType_t id) { return mayTellOf(rule, id); });
     Filter filter(options.scan);
     scan.onBegin([&](int64_t time) { filter.beginAt(time); });
-    scan.run(options.capture, [&](const Capture::Packet& packet, const MessageReader& reader) {
+    scan.run(options.captures, [&](const Capture::Packet& packet, const MessageReader& reader) {
         trace.add(packet, reader, scan.packets());
     });
 
     std::vector<Trace::Step> steps = trace.steps();
-    std::erase_if(steps, [&](const Trace::Step& it) { return !filter.takes({it.time, it.packet}); });
+    std::erase_if(steps, [&](const Trace::Step& it) {
+        Capture::Packet packet{it.time, it.packet};
+        if (it.connection) packet.connection = &*it.connection;
+        return !filter.takes(packet);
+    });
     if (options.scan.first < steps.size()) steps.resize(options.scan.first);
     if (!steps.empty() || options.form == TableForm::csv)
         Capture::writeText(inForm(
@@ -65,9 +69,7 @@ int trace(const TraceOptions& options) {
 void addTrace(CLI::App& app, Commands& commands) {
     const auto options = std::make_shared<TraceOptions>();
     CLI::App* const command = app.add_subcommand("trace", "Follow one order, quote or user through all messages");
-    command->add_option("capture", options->capture, "The capture to read; - is standard input")
-        ->required()
-        ->type_name(FILE_VALUE);
+    addCaptures(*command, options->captures);
     addScanOptions(*command, options->scan);
     CLI::Option* const order =
         command->add_option("--order", options->order, "An order, by its clOrdID, orderID or exOrdID")

@@ -1,10 +1,10 @@
-#include "tools/qlproto/messages/SeededHash.h"
+#include "Capture/SeededHash.h"
 
 #include <bit>
 #include <cstring>
 #include <random>
 
-namespace qlproto {
+namespace Capture {
 
 namespace {
 
@@ -72,4 +72,4 @@ const SipKey& SeededHash::processKey() {
     return key;
 }
 
-} // namespace qlproto
+} // namespace Capture

@@ -11,7 +11,7 @@
 #include <string_view>
 #include <unordered_map>
 
-namespace qlproto {
+namespace Capture {
 
 struct SipKey {
     uint64_t low, high;
@@ -36,4 +36,4 @@ class SeededHash {
 template <class Key, class Value>
 using SeededMap = std::unordered_map<Key, Value, SeededHash, std::equal_to<>>;
 
-} // namespace qlproto
+} // namespace Capture

@@ -1,0 +1,38 @@
+// Between whom messages of a network travel.
+#pragma once
+
+#include <array>
+#include <compare>
+#include <cstdint>
+#include <string>
+
+namespace Capture {
+
+struct Endpoint {
+    std::array<char, 16> address{}; ///< of IPv6; one of IPv4 in its last four bytes, after ten of 0 and two of 0xFF
+    uint16_t port = 0;
+
+    auto operator<=>(const Endpoint&) const = default;
+
+    /// "10.0.0.1:9001", "[2001:db8::1]:9001".
+    std::string text() const;
+};
+
+/// What a message knows of the connection by which it came.
+struct Connection {
+    uint64_t number = 0;  ///< from 1 on, in the order in which they were met
+    Endpoint from, to;    ///< from is who opened it, as far as the capture tells, else who was seen first
+    bool isBack = false;  ///< the message goes from `to` to `from`
+    bool isStream = true; ///< TCP, else UDP
+
+    bool operator==(const Connection&) const = default;
+
+    const Endpoint& sender() const { return isBack ? to : from; }
+    const Endpoint& receiver() const { return isBack ? from : to; }
+
+    /// "10.0.0.1:40000 > 10.0.0.2:9001": who opened it stands first, or else who sends.
+    std::string text() const { return from.text() + " > " + to.text(); }
+    std::string way() const { return sender().text() + " > " + receiver().text(); }
+};
+
+} // namespace Capture
