@@ -11,6 +11,8 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include "Capture/Framer.h"
+#include "Capture/NetworkPackets.h"
 #include "Inspect/Json.h"
 #include "Inspect/Reflection.h"
 #include "tests/Samples.h"
@@ -296,6 +298,54 @@ TEST_F(Dissector, MarksMalformedPacketsAndNoOthers) {
     };
     for (const Case& it : cases)
         EXPECT_NE(tshark({it.packet}, "-V -O ql").find(it.complaint), std::string::npos) << it.complaint;
+}
+
+/// The analyser reassembles streams itself: whatever became of the segments, it shows the messages that the tool finds.
+TEST_F(Dissector, FramesOverANetworkAreWhatTheToolFinds) {
+    const Packets packets = packetsOfSession(2000);
+    for (const std::string framing : {"frames", "7:u8, length:u16be=frame, seq:u32be, id:u16be, body",
+                                      "length:u32le=frame, (length:u16be=body, id:u16le, body)"}) {
+        SCOPED_TRACE(framing);
+        ASSERT_EQ(_folder.run("qlproto dissector --port 9001 --framing '" + framing + "' -o ql.lua").exitCode, 0);
+        Capture::Framer framer(Capture::Framing::of(framing));
+        std::string stream;
+        for (const std::string& it : packets) framer.append(identifierOf(it), std::string_view(it).substr(2), stream);
+        const Capture::Endpoint from = Capture::endpointOf(0x0A000001, 40000),
+                                to = Capture::endpointOf(0x0A000002, 9001);
+        std::vector<std::string> frames;
+        const auto add = [&](uint32_t at, unsigned flags, std::string_view bytes) {
+            frames.push_back(Capture::ethernetFrame(Capture::tcpPacket(from, to, {1000 + at, 1, flags}, bytes)));
+        };
+        std::mt19937 random(1);
+        add(UINT32_MAX, Capture::TcpFlags::SYN, "");
+        for (size_t at = 0, size; at < stream.size(); at += size) {
+            size = std::min<size_t>(stream.size() - at, 1 + random() % 900);
+            add(static_cast<uint32_t>(at), Capture::TcpFlags::ACK, std::string_view(stream).substr(at, size));
+            if (random() % 10 == 0)
+                frames.push_back(frames[frames.size() - 1 - random() % std::min<size_t>(frames.size(), 4)]);
+        }
+        for (size_t i = 2; i + 1 < frames.size(); i += 1 + random() % 20) std::swap(frames[i], frames[i + 1]);
+        Capture::Writer writer(_folder.path("n.pcap"), {.linkType = Capture::LinkType::ETHERNET});
+        int64_t time = 0;
+        for (const std::string& it : frames)
+            writer.packet({.time = time += 1000, .bytes = it, .linkType = Capture::LinkType::ETHERNET});
+        writer.close();
+
+        const auto names = [&](const std::string& command) {
+            const ToolFolder::Result result = _folder.run("set -o pipefail; " + command);
+            EXPECT_EQ(result.exitCode, 0) << result.err;
+            return result.out;
+        };
+        const std::string found = names("qlproto decode --framing '" + framing + "' n.pcap | cut -d' ' -f2");
+        EXPECT_EQ(linesOf(found).size(), packets.size());
+        const std::string shark =
+            "tshark -X lua_script:ql.lua -o tcp.reassemble_out_of_order:TRUE -T fields -e ql.message "
+            "-E occurrence=a -r ";
+        EXPECT_EQ(names(shark + "n.pcap | tr ',' '\\n' | grep ."), found);
+        names("qlproto convert n.pcap --framing '" + framing + "' --over udp -o u.pcap");
+        EXPECT_EQ(names(shark + "u.pcap | tr ',' '\\n' | grep ."), found);
+        EXPECT_EQ(names(shark + "u.pcap -Y 'ql.truncated || ql.noframe || _ws.lua.error'"), "");
+    }
 }
 
 } // namespace

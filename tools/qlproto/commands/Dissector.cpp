@@ -12,6 +12,7 @@
 #include "tools/qlproto/commands/Arguments.h"
 #include "tools/qlproto/commands/Commands.h"
 #include "tools/qlproto/dissector/Runtime.h"
+#include "tools/qlproto/messages/OpenCapture.h"
 #include "tools/qlproto/terminal/Errors.h"
 
 namespace qlproto {
@@ -85,11 +86,31 @@ class Tables {
     std::string _text;
 };
 
-int dissector(const std::string& path) {
+/// A row of the framing as a Lua table, without its end.
+std::string framingRow(const Capture::Framing::Row& row) {
+    static constexpr const char* kinds[] = {"constant", "length", "id", "sequence", "count", "skip"};
+    std::string text = fmt::format("{{ before = {}, after = {}, lengthEnd = {}, around = {}", row.before, row.after,
+                                   row.lengthEnd, row.lengthOf(0));
+    for (const Capture::Framing::Field& it : row.fields)
+        if (!it.isAfterBody)
+            text += fmt::format(", {{ kind = \"{}\", at = {}, size = {}, isHighFirst = {}, value = {} }}",
+                                kinds[static_cast<int>(it.kind)], it.at, it.size, it.isHighFirst, it.value);
+    return text;
+}
+
+std::string framingTables(const NetworkChoice& network) {
+    if (!network.isMade()) return "local framing, ports = nil, {}\n\n";
+    const Capture::Framing framing = network.read();
+    std::string text = "local framing = " + framingRow(framing.frame());
+    if (framing.message() != nullptr) text += ", messages = " + framingRow(*framing.message()) + " }";
+    return text + fmt::format(" }}\nlocal ports = {{ {} }}\n\n", fmt::join(network.ports, ", "));
+}
+
+int dissector(const std::string& path, const NetworkChoice& network) {
     Capture::writeText(
         fmt::format("-- Dissector of {} for link type USER0 (147). Made by {} dissector. Do not edit.\n\n", title(),
                     thisTool.program)
-            + Tables().text() + std::string(DISSECTOR_RUNTIME),
+            + Tables().text() + framingTables(network) + std::string(DISSECTOR_RUNTIME),
         path);
     return EXIT_FINE;
 }
@@ -98,16 +119,21 @@ int dissector(const std::string& path) {
 
 void addDissector(CLI::App& app, Commands& commands) {
     const auto output = std::make_shared<std::string>("-");
+    const auto network = std::make_shared<NetworkChoice>();
     CLI::App* const command =
         app.add_subcommand("dissector", "Write a packet-analyser plug-in, a Lua script for Wireshark and tshark");
     command->add_option("-o,--output", *output, "The script to write; - is standard output")
         ->capture_default_str()
         ->type_name(FILE_VALUE);
-    addExamples(*command, "",
-                {"$tool dissector -o $tool.lua",
-                 "$tool dissector -o $tool.lua && tshark -X lua_script:$tool.lua -r session.pcap -c 20",
-                 "$tool dissector | grep -c secret"});
-    commands.push_back({command, [output] { return dissector(*output); }});
+    addNetworkChoice(*command, *network);
+    addExamples(
+        *command,
+        "With a framing it also shows messages in TCP streams and UDP datagrams of the ports; without ports, where "
+        "the\nanalyser is told to decode them as such.",
+        {"$tool dissector -o $tool.lua", "$tool dissector --framing frames --port 9001 -o $tool.lua",
+         "$tool dissector -o $tool.lua && tshark -X lua_script:$tool.lua -r session.pcap -c 20",
+         "$tool dissector | grep -c secret"});
+    commands.push_back({command, [output, network] { return dissector(*output, *network); }});
 }
 
 } // namespace qlproto

@@ -4,6 +4,11 @@
 --   enumerations  NAME = { [number] = "ENUMERATOR", ... }
 --   records       NAME = { size = fewest bytes on the wire, { "field", "type" }, ... }
 --   messages      { id = identifier, name = "NAME", { "field", "type", secret = true or absent }, ... }
+--   framing       nil, or how messages stand in streams and datagrams: a row { before = bytes in front of the body,
+--                 after = bytes after it, lengthEnd = where the length ends or 0, around = what it counts besides the body,
+--                 { kind = "constant" | "length" | "id" | "sequence" | "count" | "skip", at = place, size = bytes,
+--                 isHighFirst = true or false, value = of a constant }, ... , messages = nil or the row of one message }
+--   ports         of TCP and UDP that are framed so
 --
 -- with types as the protocol's definition spells them: "int64", "Side", "KeyValuePair[]".
 --
@@ -456,10 +461,10 @@ local function dissect(tree)
     dissectBody(message, tree)
 end
 
-function analyser.dissector(buffer, info, root)
+-- Shows a message, identifier and body; returns what the Info column says of it.
+local function show(buffer, root)
     tvb, pos, summary = buffer, 1, {}
     data = buffer:raw()
-    info.cols.protocol = protocol.name
     local tree = root:add(analyser, buffer())
 
     local fine, problem = pcall(dissect, tree)
@@ -471,8 +476,128 @@ function analyser.dissector(buffer, info, root)
         tree:add_proto_expert_info(cut and problem.info == truncated and cutByCapture or problem.info, problem.text)
         line = line .. " [" .. problem.text .. "]"
     end
-    info.cols.info = line
     tvb, data = nil, nil
+    return line
+end
+
+function analyser.dissector(buffer, info, root)
+    info.cols.protocol = protocol.name
+    info.cols.info = show(buffer, root)
 end
 
 DissectorTable.get("wtap_encap"):add(wtap.USER0, analyser)
+
+-- ---------------------------------------------------------------------------------------------------------------------
+-- Messages in streams and datagrams, as the framing has them.
+
+if framing then
+    local LONGEST = 262144 + 4096 -- bytes of a frame: what says that it has more is none
+
+    local function numberAt(buffer, at, field)
+        local bytes = buffer(at + field.at, field.size)
+        if field.size == 8 then return (field.isHighFirst and bytes:uint64() or bytes:le_uint64()):tonumber() end
+        return field.isHighFirst and bytes:uint() or bytes:le_uint()
+    end
+
+    -- The row of fields at a place, in front of `last`, where a datagram or frame ends; a stream, nil, may go on. Returns
+    -- the row's values, or "more" if bytes are lacking, or nil if it does not fit.
+    local function rowAt(row, buffer, at, last)
+        if at + row.before > buffer:len() then
+            if last then return nil end
+            return "more"
+        end
+        local it = { at = at, begin = at + row.before, count = 0 }
+        for _, field in ipairs(row) do
+            local value = numberAt(buffer, at, field)
+            if field.kind == "constant" and value ~= field.value then return nil end
+            it[field.kind] = value
+        end
+        if row.lengthEnd ~= 0 then
+            local body = it.length - row.around
+            if body < 0 or body > LONGEST then return nil end
+            it.last = it.begin + body
+        elseif last then
+            it.last = last - row.after
+        else
+            return nil
+        end
+        it.size = it.last + row.after - at
+        if last and it.last + row.after > last then return nil end
+        return it
+    end
+
+    local function showMessage(buffer, it, root)
+        local id = it.id
+        if id > 65535 then return "?" end
+        local idField = it.idField
+        local isInPlace = idField and idField.size == 2 and not idField.isHighFirst and it.idEnd == it.begin
+        if isInPlace then return show(buffer(it.begin - 2, it.last - it.begin + 2):tvb(), root) end
+        local bytes = char(id % 256, floor(id / 256))
+        if it.last > it.begin then bytes = bytes .. buffer:raw(it.begin, it.last - it.begin) end
+        return show(ByteArray.new(bytes, true):tvb("Message"), root)
+    end
+
+    local inner = framing.messages or framing
+    local idField
+    for _, field in ipairs(inner) do
+        if field.kind == "id" then idField = field end
+    end
+
+    -- Shows the messages of a frame; returns what the Info column says of them.
+    local function showFrame(buffer, frame, root)
+        local lines = {}
+        local at, number = frame.begin, 0
+        while at < frame.last or number == 0 do
+            local it = frame
+            if framing.messages then
+                if frame.count ~= 0 and number == frame.count then break end
+                it = rowAt(inner, buffer, at, frame.last)
+                if not it then break end
+                at = at + it.size
+            else
+                at = frame.last
+            end
+            it.idField, it.idEnd = idField, it.at + idField.at + idField.size
+            number = number + 1
+            lines[number] = showMessage(buffer, it, root)
+            if not framing.messages then break end
+        end
+        return table.concat(lines, "; ")
+    end
+
+    local framed = Proto(protocol.prefix .. "framed", protocol.name .. " in frames")
+    local noFrame = ProtoExpert.new(PREFIX .. "noframe", "No frame begins here", expert.group.MALFORMED,
+                                    expert.severity.ERROR)
+    framed.experts = { noFrame }
+
+    local function isDatagram(info) return info.port_type == 3 end -- PT_UDP
+
+    function framed.dissector(buffer, info, root)
+        local at, length, lines = 0, buffer:len(), {}
+        local last = isDatagram(info) and length or nil
+        info.cols.protocol = protocol.name
+        while at < length do
+            local frame = rowAt(framing, buffer, at, last)
+            if frame == nil then
+                root:add(framed, buffer(at)):add_proto_expert_info(noFrame)
+                break
+            end
+            if frame == "more" or at + frame.size > length then
+                if last or info.can_desegment == 0 then break end
+                info.desegment_offset = at
+                info.desegment_len = frame == "more" and DESEGMENT_ONE_MORE_SEGMENT or at + frame.size - length
+                break
+            end
+            lines[#lines + 1] = showFrame(buffer, frame, root)
+            at = at + frame.size
+        end
+        if #lines > 0 then info.cols.info = table.concat(lines, "; ") end
+        return length
+    end
+
+    for _, transport in ipairs({ "tcp", "udp" }) do
+        local known = DissectorTable.get(transport .. ".port")
+        for _, port in ipairs(ports) do known:add(port, framed) end
+        if #ports == 0 then known:add_for_decode_as(framed) end
+    end
+end
