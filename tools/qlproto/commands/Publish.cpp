@@ -40,9 +40,10 @@ class LivePace {
     /// False if the wait was interrupted.
     bool waitFor(int64_t time) {
         if (_speed == 0) return !isInterrupted();
-        if (!_first) _first = time;
+        if (!_isBegun) _first = time;
+        _isBegun = true;
         const auto due =
-            _start + std::chrono::nanoseconds(static_cast<int64_t>(static_cast<double>(time - *_first) / _speed));
+            _start + std::chrono::nanoseconds(static_cast<int64_t>(static_cast<double>(time - _first) / _speed));
         for (auto now = Clock::now(); now < due && !isInterrupted(); now = Clock::now())
             std::this_thread::sleep_for(std::min<Clock::duration>(due - now, std::chrono::milliseconds(100)));
         return !isInterrupted();
@@ -52,7 +53,8 @@ class LivePace {
     using Clock = std::chrono::steady_clock;
     const double _speed;
     const Clock::time_point _start = Clock::now();
-    std::optional<int64_t> _first;
+    int64_t _first = 0; ///< once it is begun
+    bool _isBegun = false;
 };
 
 struct Interrupted {};
