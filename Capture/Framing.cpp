@@ -216,7 +216,7 @@ std::string Framing::text() const {
             if (it.kind == Kind::length && (row.counts != Counts::rest || row.more != 0)) {
                 for (const auto& [counted, counts] : COUNTS)
                     if (counts == row.counts) piece += '=' + std::string(counted);
-                if (row.more != 0) piece += (row.more > 0 ? "+" : "-") + std::to_string(std::abs(row.more));
+                if (row.more != 0) piece.append(row.more > 0 ? "+" : "-").append(std::to_string(std::abs(row.more)));
             }
             append(piece);
         }
