@@ -48,6 +48,12 @@ TEST_P(OtherTools, TakeAndGiveBackEveryMessage) {
         + "); do tool annotate a.pcap --packet $i >/dev/null || exit 1; done; "
           "for i in $(tool decode a.pcap | cut -d ' ' -f 2 | uniq); do tool describe $i >/dev/null || exit 1; done");
     EXPECT_EQ(json::parse(run("tool schema"))["messages"].size(), messages.size());
+    // Templates are taken as they are, and so is what is left of them when their bodies are taken out.
+    run("for i in $(tool messages --csv | tail -n +2 | cut -d, -f3); do tool template $i; done >templates; "
+        "tool encode templates -o zeros.pcap && tool verify --policy strict zeros.pcap >/dev/null; "
+        "sed 's/,\"body\".*/}/' templates | tool encode --partial - -o nothing.pcap");
+    for (const char* capture : {"zeros.pcap", "nothing.pcap"})
+        EXPECT_EQ(linesOf(run(std::string("tool decode ") + capture)).size(), messages.size());
     run("for i in $(tool enum); do tool enum $i >/dev/null || exit 1; done; tool manpage >/dev/null; tool completion "
         "bash "
         "| bash -n");

@@ -963,6 +963,11 @@ TEST_F(Analysis, TheStoryOfAnIncidentIsFoundByTheCommands) {
     EXPECT_EQ(feeds.size(), 3u);
     EXPECT_EQ(reasons.size(), 4u);
     EXPECT_EQ(users.size(), 8u) << "three and three and two, for the first stays connected";
+    // Until something goes wrong, which is not before a tenth of it, the session is what it is without.
+    ASSERT_EQ(folder.run("qlproto generate --messages 7000 --seed 20 -o usual.pcap").exitCode, 0);
+    const std::string usual = folder.content("usual.pcap"), incident = folder.content("a.pcap");
+    EXPECT_EQ(usual.substr(0, usual.size() / 10), incident.substr(0, usual.size() / 10));
+    EXPECT_NE(usual, incident);
     EXPECT_EQ(folder.run("qlproto generate --profile incident --messages 4999 -o a.pcap").exitCode, 2);
     EXPECT_EQ(folder.run("qlproto generate --truth t -o a.pcap").exitCode, 2);
 }
@@ -1015,7 +1020,9 @@ TEST_F(Analysis, ReportShowsFiguresAndChartsInABrowser) {
     const Case cases[] = {{"a.pcap", 0, 5}, {hostile, 1, 5}, {"empty.pcap", 0, 0}};
     for (const Case& it : cases) {
         SCOPED_TRACE(it.capture);
-        const ToolFolder::Result made = folder.run("qlproto report '" + it.capture + "' -o report.html");
+        const ToolFolder::Result made =
+            folder.run("qlproto report --time " + std::string(it.exitCode == 0 ? "Europe/Zurich" : "utc") + " '"
+                       + it.capture + "' -o report.html");
         EXPECT_EQ(made.exitCode, it.exitCode) << made.err;
         // Counts the charts of which more than a few points have a colour.
         std::ofstream(folder.path("report.html"), std::ios::app) << R"(<script>
@@ -1040,6 +1047,10 @@ TEST_F(Analysis, ReportShowsFiguresAndChartsInABrowser) {
         EXPECT_EQ(shown.err.find("CONSOLE"), std::string::npos) << shown.err;
         EXPECT_NE(shown.out.find("data-state=\"drawn\""), std::string::npos);
         EXPECT_NE(shown.out.find("data-charts=\"" + std::to_string(it.charts) + "\""), std::string::npos);
+        const char* const period = it.exitCode == 0 ? "2024-03-04 08:00:00.000 to 2024-03-04 08:00:01."
+                                                    : "2024-03-04 07:00:00.000 to 2024-03-04 07:00:5";
+        EXPECT_EQ(shown.out.find(period) != std::string::npos, it.charts != 0);
+        EXPECT_EQ(shown.out.find("UTC+01:00") != std::string::npos, it.exitCode == 0 && it.charts != 0);
         EXPECT_NE(shown.out.find("data-sorted=\"true,true,true\""), std::string::npos);
         EXPECT_EQ(shown.out.find("1 message outside of the time shown") != std::string::npos, it.exitCode == 1);
         EXPECT_EQ(shown.out.find("<img"), std::string::npos);
@@ -1065,6 +1076,27 @@ TEST_F(Analysis, ReportShowsFiguresAndChartsInABrowser) {
             EXPECT_TRUE(std::any_of(rows.begin(), rows.end(), [&](const std::string& row) {
                 return row.starts_with(beginning);
             })) << beginning;
+        }
+        const json totals =
+            json::parse(folder.run("qlproto orders --totals --json '" + it.capture + "'").out)["totals"];
+        for (const char* by : {"reason", "user", "feed"})
+            for (const auto& [name, total] : totals[by].items()) {
+                std::string row = name + '|' + grouped(total["count"]) + '|';
+                if (by != std::string("reason"))
+                    row += grouped(total["refused"]) + '|' + grouped(total["traded"]) + '|';
+                EXPECT_TRUE(rows.contains(row + '|')) << by << ' ' << row; // and a bar
+            }
+        EXPECT_EQ(totals["reason"].empty(), it.charts == 0);
+        const json feeds =
+            json::parse(folder.run("qlproto latency --by feedID --json '" + it.capture + "'").out)["groups"];
+        for (const auto& [feed, hops] : feeds.items()) {
+            json slowest = hops[0];
+            for (const json& hop : hops)
+                if (hop.value("p99", 0) > slowest.value("p99", 0)) slowest = hop;
+            const std::string beginning = feed + '|' + slowest["from"].get<std::string>() + " → "
+                                          + slowest["to"].get<std::string>() + '|' + grouped(slowest["count"]) + '|';
+            EXPECT_TRUE(std::ranges::any_of(rows, [&](const auto& row) { return row.starts_with(beginning); }))
+                << beginning;
         }
         const bool isFault = it.exitCode == 1;
         EXPECT_EQ(rows.contains("unknown identifier|1|100.0 %|1|1|"), isFault);

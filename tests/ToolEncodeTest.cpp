@@ -142,6 +142,22 @@ TEST_F(Encode, TellsAllErrorsOfALineAtOnce) {
     EXPECT_TRUE(reader.errors().empty());
 }
 
+// A line of a stranger, wrong from one end to the other, takes neither long nor much to tell of.
+TEST(EncodeCommand, TellsOfAFewErrorsOfAnEndlessLine) {
+    const ToolFolder folder;
+    std::string list = "true";
+    for (int i = 1; i < 100'000; ++i) list += ",true";
+    folder.write("lines", R"({"message": "BatchesCompletedMessage", "body": {"batchesCompleted": [)" + list + "]}}\n"
+                              + R"({"message": "TimerMessage", "body": {"tqid": 7}})");
+    const ToolFolder::Result result = folder.run("qlproto encode --format hex lines");
+    EXPECT_EQ(result.out, "24d00e\n") << "the line after it";
+    const auto told = linesOf(result.err);
+    ASSERT_EQ(told.size(), 22u) << result.err;
+    EXPECT_EQ(told[19], "line 1: body.batchesCompleted[19]: not an integer");
+    EXPECT_EQ(told[20], "line 1: no more errors are looked for");
+    EXPECT_EQ(told[21], "1 of 2 lines bad");
+}
+
 TEST_F(Encode, TakesTemplatesAndWhatIsLeftOfThem) {
     const ToolFolder folder;
     MessageLineReader strict, partial(Inspect::whole, true);
