@@ -49,4 +49,9 @@ std::size_t FileSource::read(char* bytes, std::size_t size) {
     return static_cast<std::size_t>(got);
 }
 
+void FileSource::seek(uint64_t offset) {
+    if (::lseek(_fd, static_cast<off_t>(offset), SEEK_SET) < 0) throw IoError(_name + ": " + std::strerror(errno));
+    _bytesRead = offset;
+}
+
 } // namespace Capture

@@ -40,6 +40,9 @@ class FileSource : public ByteSource {
     /// Waits for bytes, or the end, up to so many milliseconds; whether there are any to be read without waiting.
     bool hasInput(int milliseconds) const;
 
+    /// Goes on at that offset. Throws IoError. REQUIRES: size() != 0.
+    void seek(uint64_t offset);
+
     uint64_t size() const { return _size; } ///< 0 if that is not known, as of a pipe
     uint64_t bytesRead() const { return _bytesRead; }
     const std::string& name() const { return _name; }

@@ -40,6 +40,14 @@ void ByteWindow::read(std::size_t size) {
     }
 }
 
+void ByteWindow::jump(const Place& to) {
+    _contents.reset(); // before the file, which it may be reading ahead
+    _file.seek(to.file);
+    _begin = _end = 0;
+    _isAtEnd = _isRecognised = false;
+    _position = to.contents;
+}
+
 std::optional<SourceFault> ByteWindow::takeFault() {
     if (!hasFault()) return std::nullopt;
     std::optional<SourceFault> fault(std::move(_contents->faults.front()));

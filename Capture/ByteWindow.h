@@ -13,6 +13,12 @@
 
 namespace Capture {
 
+/// A place in a file from which reading can begin.
+struct Place {
+    uint64_t file = 0;     ///< offset in the file: of a frame, if it is compressed
+    uint64_t contents = 0; ///< and in the contents
+};
+
 class ByteWindow {
   public:
     /// The furthest look ahead.
@@ -31,6 +37,9 @@ class ByteWindow {
 
     /// Goes on after the next bytes. REQUIRES: the last peek() gave as many.
     void skip(std::size_t size) { _begin += size, _position += size; }
+
+    /// Goes on at another place. Throws IoError. REQUIRES: isFile().
+    void jump(const Place& to);
 
     /// What is held already of the next bytes.
     std::string_view held() const { return {_bytes.get() + _begin, _end - _begin}; }

@@ -37,6 +37,12 @@ class Container {
     /// Whether the next packet can be had without waiting for its writer.
     virtual bool isReady() const = 0;
 
+    /// The window was taken to the start of another record: what was known of the last one does not hold.
+    virtual void jumped() = 0;
+
+    /// How often the file has told of itself until now. What comes later is lost on those who jump over it.
+    virtual uint64_t descriptions() const { return 0; }
+
     /// What was wrong between the packet before and this one, or the end. Null if nothing was.
     const Damage* damage() const { return _damage ? &*_damage : nullptr; }
 

@@ -22,6 +22,9 @@ class MergedReader {
     /// Reads the next packet; false at the end. Its bytes are valid until the next call.
     bool next(Packet& packet);
 
+    /// The only capture goes on at another place (Reader::jump()). REQUIRES: as there.
+    void jump(const Index::Part& part) { _inputs.front().reader.jump(part); }
+
     /// What was wrong since the last call.
     const std::vector<Damage>& faults() const { return _faults; }
 

@@ -171,6 +171,7 @@ bool Pcapng::looksLikePacket(std::string_view block) {
 
 /// A section: all that was said before holds no longer.
 void Pcapng::section(std::string_view block) {
+    ++_descriptions;
     constexpr std::size_t optionsAt = 24;
     _interfaces.clear();
     _isGuessed = false;
@@ -182,6 +183,7 @@ void Pcapng::section(std::string_view block) {
 
 /// An interface.
 void Pcapng::describe(std::string_view block) {
+    ++_descriptions;
     constexpr std::size_t optionsAt = 16;
     if (block.size() < optionsAt + 4 || _interfaces.size() == MOST_INTERFACES) return;
     const uint32_t word = _finder.wordAt(block, 8);

@@ -28,6 +28,8 @@ class Pcapng : public Container {
 
     bool next(Packet& packet) override;
     bool isReady() const override;
+    void jumped() override { _block.reset(); }
+    uint64_t descriptions() const override { return _descriptions; }
 
   private:
     struct Interface {
@@ -56,9 +58,10 @@ class Pcapng : public Container {
     const Takes _takes;
     std::optional<Block> _block; ///< the last one, still at the window's position
     std::vector<Interface> _interfaces;
-    int64_t _time = 0;        ///< of the last packet
-    bool _hasPackets = false; ///< some came out
-    bool _isGuessed = false;  ///< that no interface is described was told
+    int64_t _time = 0;          ///< of the last packet
+    uint64_t _descriptions = 0; ///< sections and interfaces
+    bool _hasPackets = false;   ///< some came out
+    bool _isGuessed = false;    ///< that no interface is described was told
 };
 
 } // namespace Capture

@@ -1,5 +1,6 @@
 #include "Capture/Reader.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace Capture {
@@ -13,6 +14,18 @@ bool Reader::next(Packet& packet) {
     if (_window->hasFault()) noteFault();
     _originalLength = packet.original;
     return isThere;
+}
+
+void Reader::jump(const Index::Part& part) {
+    _window->jump(part.place);
+    for (uint64_t left = part.offset - part.place.contents; left != 0;) { // within a compressed frame
+        const std::size_t size = std::min(left, uint64_t{ByteWindow::CAPACITY / 2});
+        const std::size_t held = std::min<std::size_t>(size, _window->peek(size).size());
+        if (held == 0) break;
+        _window->skip(held);
+        left -= held;
+    }
+    _container->jumped();
 }
 
 /// Of all that is wrong since the packet before, one thing is told: the packets' offset and what was skipped, and why.

@@ -8,6 +8,7 @@
 
 #include "Capture/ByteWindow.h"
 #include "Capture/Container.h"
+#include "Capture/Index.h"
 #include "Capture/Packet.h"
 #include "Inspect/Protocol.h"
 
@@ -27,6 +28,10 @@ class Reader {
     /// if its packets turn out to be none of ours, or to be compressed beyond the limits.
     bool next(Packet& packet);
 
+    /// Goes on at the record of a packet, by an index. Throws IoError. REQUIRES: a packet was read already, and the capture
+    /// is a regular file.
+    void jump(const Index::Part& part);
+
     /// What was wrong between the packet before and this one, or the end. Null if nothing was.
     const Damage* damage() const { return _fileDamage ? &*_fileDamage : _container->damage(); }
 
@@ -39,6 +44,9 @@ class Reader {
     /// What the capture's writer says of the definition that it was made with (Definition.h). Empty if he says nothing, or
     /// no packet was read yet.
     const std::string& definition() const { return _container->definition(); }
+
+    /// How often the file has told of itself until now (Container).
+    uint64_t descriptions() const { return _container->descriptions(); }
 
     /// Bytes that the last packet had before it was cut to what the capture holds of it; as many as it has if it was
     /// not.

@@ -54,6 +54,9 @@ class RecordFinder {
     /// before the one found ends.
     bool pass(const Found& found);
 
+    /// The records that come are of another time than those before.
+    void forgetTime() { _seconds.reset(); }
+
   private:
     std::size_t sizeOf(const Found& found);
     std::optional<std::size_t> overlapping(const Found& found);

@@ -52,6 +52,12 @@ bool Records<Form>::isReady() const {
 }
 
 template <class Form>
+void Records<Form>::jumped() {
+    _found.reset();
+    _finder.forgetTime();
+}
+
+template <class Form>
 std::string Records<Form>::describe(std::string_view header) const {
     if (header.size() < Form::HEADER) return "the capture ends inside its header";
     const typename Form::Record record = _form.recordAt(header);

@@ -20,6 +20,7 @@ class Records : public Container {
 
     bool next(Packet& packet) override;
     bool isReady() const override;
+    void jumped() override;
 
   private:
     bool nextRecord();

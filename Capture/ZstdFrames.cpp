@@ -1,5 +1,7 @@
 #include "Capture/ZstdFrames.h"
 
+#include <algorithm>
+#include <fstream>
 #include <new>
 #include <stdexcept>
 
@@ -11,11 +13,50 @@ namespace {
 
 constexpr std::size_t FRAME = 1024 * 1024; ///< bytes of content, and those of one record
 
+// Of the frame that tells the lengths: what it begins and ends with, the bytes of its end and of the lengths of one frame.
+constexpr std::size_t SKIPPABLE = 0x184D2A5E, SEEKABLE = 0x8F92EAB1, FOOTER = 9, ENTRY = 8, HEADER = 8;
+
 void appendWord(std::string& bytes, std::size_t number) {
     for (int shift = 0; shift < 32; shift += 8) bytes += static_cast<char>(number >> shift & 0xFF);
 }
 
+std::size_t wordAt(std::string_view bytes, std::size_t at) {
+    std::size_t word = 0;
+    for (std::size_t i = 0; i < 4; ++i)
+        word |= static_cast<std::size_t>(static_cast<unsigned char>(bytes[at + i])) << 8 * i;
+    return word;
+}
+
+/// The last `size` bytes; fewer if there are not as many.
+std::string endOf(std::ifstream& file, uint64_t fileSize, std::size_t size) {
+    std::string bytes(static_cast<std::size_t>(std::min<uint64_t>(size, fileSize)), '\0');
+    file.seekg(static_cast<std::streamoff>(fileSize - bytes.size()));
+    file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    return file ? bytes : std::string();
+}
+
 } // namespace
+
+std::vector<Place> framesOf(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    file.seekg(0, std::ios::end);
+    if (!file) return {};
+    const auto size = static_cast<uint64_t>(file.tellg());
+    const std::string footer = endOf(file, size, FOOTER);
+    if (footer.size() < FOOTER || wordAt(footer, FOOTER - 4) != SEEKABLE || footer[4] != '\0') return {};
+    const std::size_t frames = wordAt(footer, 0), table = HEADER + frames * ENTRY + FOOTER;
+    if (table > size) return {};
+    const std::string bytes = endOf(file, size, table);
+    if (bytes.size() < table || wordAt(bytes, 0) != SKIPPABLE || wordAt(bytes, 4) != table - HEADER) return {};
+    std::vector<Place> places;
+    Place place;
+    for (std::size_t i = 0; i < frames; ++i) {
+        places.push_back(place);
+        place.file += wordAt(bytes, HEADER + i * ENTRY);
+        place.contents += wordAt(bytes, HEADER + i * ENTRY + 4);
+    }
+    return place.file == size - table ? places : std::vector<Place>();
+}
 
 void ZstdFrames::Free::operator()(ZSTD_CCtx_s* context) const { ZSTD_freeCCtx(context); }
 
@@ -42,15 +83,14 @@ void ZstdFrames::endFrame() {
 }
 
 void ZstdFrames::close() {
-    constexpr std::size_t skippable = 0x184D2A5E, seekable = 0x8F92EAB1, footer = 9, entry = 8;
     endFrame();
     std::string frame;
-    appendWord(frame, skippable);
-    appendWord(frame, _table.size() + footer);
+    appendWord(frame, SKIPPABLE);
+    appendWord(frame, _table.size() + FOOTER);
     frame += _table;
-    appendWord(frame, _table.size() / entry);
+    appendWord(frame, _table.size() / ENTRY);
     frame += '\0'; // no checksums in the table
-    appendWord(frame, seekable);
+    appendWord(frame, SEEKABLE);
     _output.append(frame);
 }
 

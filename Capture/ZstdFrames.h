@@ -6,12 +6,17 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "Capture/ByteWindow.h"
 #include "Capture/Output.h"
 
 struct ZSTD_CCtx_s; // of <zstd.h>
 
 namespace Capture {
+
+/// Where a file's frames begin, by the frame that tells their lengths; nothing if it has none that can be true.
+std::vector<Place> framesOf(const std::string& path);
 
 class ZstdFrames {
   public:

@@ -57,6 +57,8 @@ struct Policy {
     /// down: what is missing reads as zero, as if zeros followed. They are judged by the other liberties.
     bool missingLastFields = false;
 
+    bool operator==(const Policy&) const = default;
+
     /// Whether whatever read() decodes without leaving the range is accepted, as far as it goes.
     constexpr bool accepts_every_form() const {
         return overlongVarints && droppedBits && nonMinimal && unknownEnumerators && anyBoolean && reservedPriceBits;

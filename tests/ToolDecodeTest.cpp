@@ -457,4 +457,68 @@ TEST_F(Decode, TimesAreReadAsTheyAreWritten) {
         EXPECT_FALSE(parseTime(bad).has_value()) << bad;
 }
 
+// By an index parts of a capture are passed over, and nothing else changes: the same messages, packet numbers, exit status.
+TEST_F(Decode, IndexPassesOverWhatIsNotAskedForAndNoMore) {
+    ASSERT_EQ(_folder.run("qlproto generate --messages 90000 --seed 7 -o whole.pcap").exitCode, 0);
+    std::string bytes = _folder.content("whole.pcap");
+    for (const double at : {0.1, 0.4, 0.6, 0.95})
+        for (size_t i = 0; i < 40; ++i)
+            bytes[static_cast<size_t>(at * static_cast<double>(bytes.size())) + i] ^= '\x15';
+    _folder.write("a.pcap", bytes);
+    const auto times =
+        linesOf(_folder.run("qlproto decode a.pcap 2>/dev/null | sed -n '1p;40000p;85000p' | cut -d' ' -f1").out);
+    ASSERT_EQ(times.size(), 3u);
+    const std::string lines = "qlproto decode --format json ";
+    const std::vector<std::string> options = {lines + "--from " + times[2],
+                                              lines + "--to " + times[0],
+                                              lines + "--from " + times[1] + " --first 5",
+                                              lines + "--from " + times[1] + " --to " + times[1],
+                                              lines + "--message ClientConnectMessage",
+                                              lines + "--where contents.clOrdID=none",
+                                              lines + "--policy strict --from " + times[2],
+                                              "qlproto stats --json --from " + times[2], // on several threads
+                                              "qlproto verify --json --to " + times[0],
+                                              "qlproto annotate --packet 2",
+                                              "qlproto annotate --packet 40001",
+                                              "qlproto annotate --packet 84999",
+                                              "qlproto annotate --packet 100000"};
+    for (const std::string name : {"a.pcap", "a.pcapng", "a.pcap.zst"}) {
+        SCOPED_TRACE(name);
+        if (name != "a.pcap") _folder.run("qlproto convert a.pcap -o " + name);
+        std::vector<ToolFolder::Result> without;
+        for (const std::string& it : options) without.push_back(_folder.run(it + " " + name));
+        const ToolFolder::Result made = _folder.run("qlproto index " + name);
+        EXPECT_EQ(made.exitCode, name == "a.pcap" ? 1 : without[0].exitCode) << made.err;
+        size_t passed = 0;
+        for (size_t i = 0; i < options.size(); ++i) {
+            const ToolFolder::Result with = _folder.run(options[i] + " " + name);
+            EXPECT_EQ(with.out, without[i].out) << options[i];
+            EXPECT_EQ(with.exitCode, without[i].exitCode) << options[i] << with.err;
+            passed += with.err.find("in parts that the index passes over") != std::string::npos;
+        }
+        EXPECT_GE(passed, 3u);
+        const std::string index = _folder.content(name + ".index"), captured = _folder.content(name);
+        size_t line = index.find('\n') + 1;
+        if (name != "a.pcap") continue;
+        for (const std::string& wrong :
+             {std::string(), std::string("{"), index.substr(0, index.size() / 2), "[" + index,
+              index.substr(0, line) + "[1,24,99999999999,24,0,0,0,\"0\"]\n",
+              index.substr(0, line) + "[1,1e99,24,24,0,0,0,\"0\"]\n", index.substr(0, line) + "[1,24]\n"}) {
+            _folder.write(name + ".index", wrong);
+            const ToolFolder::Result with = _folder.run(options[0] + " " + name);
+            EXPECT_EQ(with.out, without[0].out) << wrong.substr(0, 80);
+            EXPECT_NE(with.err.find(".index is not of this capture as it is now"), std::string::npos)
+                << wrong.substr(0, 80);
+        }
+        _folder.write(name + ".index", index);
+        _folder.write(name, captured + captured.substr(captured.size() - 1));
+        EXPECT_NE(_folder.run(options[0] + " " + name).err.find("is not of this capture"), std::string::npos);
+        _folder.write(name, captured);
+    }
+    _folder.run("gzip -k a.pcap");
+    EXPECT_EQ(_folder.run("qlproto index a.pcap.gz").exitCode, 1);
+    EXPECT_EQ(_folder.run("cat a.pcapng a.pcapng >b.pcapng; qlproto index b.pcapng").exitCode, 1);
+    EXPECT_EQ(_folder.run("qlproto index none.pcap").exitCode, 3);
+}
+
 } // namespace

@@ -7,7 +7,7 @@ int main(int argc, char** argv) {
         addGenerate, addDecode,          addEncode,          addVerify,   addRoundTrip, addStats,    addLatency,
         addTrace,    qlproto::addOrders, qlproto::addQuotes, addQuery,    addExport,    addDiff,     addConvert,
         addSlice,    addScrub,           addMerge,           addPublish,  addRecord,    addWatch,    addMetrics,
-        addReport,   addAnnotate,        addMessages,        addDescribe, addEnum,      addTemplate, addSchema,
-        addCorpus,   addDissector,       addManual};
+        addReport,   addAnnotate,        addMessages,        addDescribe, addEnum,      addTemplate, addIndex,
+        addSchema,   addCorpus,          addDissector,       addManual};
     return runTool(argc, argv, all);
 }

@@ -49,10 +49,19 @@ std::string contentOf(const std::string& path, std::size_t longest) {
 std::string packetOf(const std::string& path, const NetworkChoice& network, uint64_t number) {
     const auto source = openCaptures({path}, network);
     Capture::Packet packet;
-    for (uint64_t i = 0; i < number; ++i)
-        if (!source->next(packet))
+    for (uint64_t i = 0; i < number; ++i) {
+        const bool isThere = source->next(packet);
+        i += source->passedOver().packets;
+        if (!isThere)
             throw Capture::DamagedCapture(
                 fmt::format("{}: has no packet {}, only {}", path, number, Capture::counted(i, "packet")));
+        if (i != 0 || network.isMade()) continue;
+        if (std::optional<Capture::Index> index = openIndex(path, *source)) {
+            const Capture::Index::Part* const part = index->partOf(number);
+            source->passOver(std::move(*index), [at = part != nullptr ? part->packet : 0](
+                                                    const Capture::Index::Part& it) { return it.packet == at; });
+        }
+    }
     return std::string(packet.bytes);
 }
 

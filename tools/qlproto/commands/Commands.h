@@ -43,6 +43,7 @@ void addEncode(CLI::App& app, Commands& commands);
 void addEnum(CLI::App& app, Commands& commands);
 void addExport(CLI::App& app, Commands& commands);
 void addGenerate(CLI::App& app, Commands& commands);
+void addIndex(CLI::App& app, Commands& commands);
 void addLatency(CLI::App& app, Commands& commands);
 void addManual(CLI::App& app, Commands& commands); ///< adds manpage and completion
 void addMerge(CLI::App& app, Commands& commands);

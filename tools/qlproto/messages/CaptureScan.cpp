@@ -49,9 +49,22 @@ CaptureScan::Verdict CaptureScan::judge(const Capture::Packet& packet, MessageRe
     return Verdict::bad;
 }
 
-void CaptureScan::beginAt(int64_t time) {
+void CaptureScan::beginAt(int64_t time, Capture::MessageSource& source) {
     _filter.beginAt(time);
     if (_onBegin) _onBegin(time);
+    // An index tells what is wrong under `whole`.
+    if (_paths.size() != 1 || _network.isMade() || !_filter.isNarrow() || _policy != Inspect::whole) return;
+    if (std::optional<Capture::Index> index = openIndex(_paths[0], source))
+        source.passOver(std::move(*index), [this](const Capture::Index::Part& part) {
+            return _filter.mayTake(part.earliest, part.latest, part.messages);
+        });
+}
+
+/// Counts what is wrong in parts that were passed over.
+void CaptureScan::notePassedOver(uint64_t faults) {
+    if (faults == 0) return;
+    _bad += faults;
+    _kinds["in parts that the index passes over"] += faults;
 }
 
 void CaptureScan::Batch::add(const Capture::Packet& packet, uint64_t number) {
@@ -84,8 +97,10 @@ bool CaptureScan::fill(Capture::MessageSource& source, Batch& batch) {
         }
         for (const Capture::Damage& damage : source.faults())
             batch.damages.push_back({_read, 0, 0, damage.kind, faultText(damage, _paths)});
+        _read += source.passedOver().packets;
+        notePassedOver(source.passedOver().faults);
         if (!isThere) break;
-        if (_read == 0) beginAt(packet.time);
+        if (_read == 0) beginAt(packet.time, source);
         batch.add(packet, ++_read);
     } while (source.isReady() && batch.bytes.size() < BATCH_BYTES && batch.items.size() < BATCH_PACKETS);
     batch.end = source.captures().position();
@@ -124,8 +139,10 @@ bool CaptureScan::next(Capture::MessageSource& source, Capture::Packet& packet) 
     const bool isThere = source.next(packet);
     for (const Capture::Damage& damage : source.faults())
         note({_packets, 0, 0, damage.kind, faultText(damage, _paths)});
+    _packets += source.passedOver().packets;
+    notePassedOver(source.passedOver().faults);
     if (!isThere) return false;
-    if (_packets == 0) beginAt(packet.time);
+    if (_packets == 0) beginAt(packet.time, source);
     if (++_packets % 1024 == 0) _progress.update(source.captures().position(), source.captures().fileSize());
     _bytes += packet.bytes.size();
     return true;

@@ -201,7 +201,8 @@ class CaptureScan {
 
     std::unique_ptr<Capture::MessageSource> open(const std::vector<std::string>& paths);
     Verdict judge(const Capture::Packet& packet, MessageReader& reader, std::string& fault) const;
-    void beginAt(int64_t time);
+    void beginAt(int64_t time, Capture::MessageSource& source);
+    void notePassedOver(uint64_t faults);
     bool fill(Capture::MessageSource& source, Batch& batch);
     void settle(const Batch& batch, uint64_t last, uint64_t taken);
     bool next(Capture::MessageSource& source, Capture::Packet& packet);

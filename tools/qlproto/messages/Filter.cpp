@@ -301,6 +301,13 @@ void Filter::beginAt(int64_t time) {
     if (_toClock) _to = atClock(time, *_toClock, _form, _fromClock > _toClock ? 1 : 0); // past midnight
 }
 
+bool Filter::mayTake(int64_t earliest, int64_t latest, const std::vector<bool>& messages) const {
+    if (earliest > _to || latest < _from) return false;
+    for (std::size_t i = 0; i < messages.size(); ++i)
+        if (messages[i] && _isTaken[i]) return true;
+    return false;
+}
+
 bool Filter::takes(const Capture::Packet& packet) const {
     if (_takesAll || packet.bytes.size() < Capture::IDENTIFIER_SIZE) return true;
     const Velmora::MsgType_t id = Capture::identifierOf(packet.bytes);

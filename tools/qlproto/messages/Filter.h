@@ -68,6 +68,12 @@ class Filter {
     /// When the capture begins: by then times of day are those of that day.
     void beginAt(int64_t time);
 
+    /// Whether it takes not just everything.
+    bool isNarrow() const { return !_takesAll; }
+
+    /// Whether it may take one of some packets, by their times and the messages, by INDEX, that are among them.
+    bool mayTake(int64_t earliest, int64_t latest, const std::vector<bool>& messages) const;
+
     /// Of a body that is refused under the policy, whether its values before the fault are taken. Packets of no known
     /// message are taken.
     bool takes(const Capture::Packet& packet) const;

@@ -82,6 +82,14 @@ std::unique_ptr<Capture::MessageSource> openCaptures(const std::vector<std::stri
     return source;
 }
 
+std::optional<Capture::Index> openIndex(const std::string& path, const Capture::MessageSource& source) {
+    if (source.captures().fileSize() == 0) return std::nullopt;
+    std::string why;
+    std::optional<Capture::Index> index = Capture::Index::beside(path, thisTool.protocol, why);
+    if (!why.empty()) tellFault(why);
+    return index;
+}
+
 std::string faultText(const Capture::Damage& fault, const std::vector<std::string>& paths) {
     return paths.size() > 1 ? fmt::format("{}: {}", paths[fault.capture], fault.text()) : fault.text();
 }

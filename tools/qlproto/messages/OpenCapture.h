@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -38,6 +39,9 @@ const Capture::Definition& ownDefinition();
 /// Opens captures as one stream; "-" is standard input. Tells on standard error if one was made with another definition.
 std::unique_ptr<Capture::MessageSource> openCaptures(const std::vector<std::string>& paths,
                                                      const NetworkChoice& network = {});
+
+/// The index beside a capture that was opened; none if there is none, or it is of no use, of which standard error tells.
+std::optional<Capture::Index> openIndex(const std::string& path, const Capture::MessageSource& source);
 
 /// What is said of a fault between messages: with the capture's name, if there are several.
 std::string faultText(const Capture::Damage& fault, const std::vector<std::string>& paths);
