@@ -38,12 +38,12 @@ struct Tool {
     const Inspect::Protocol& protocol;
 
     // What cannot be known of any protocol.
-    std::string_view title = {};            ///< the name in sentences, if not "the protocol NAME"
-    std::span<const Family> families = {};  ///< of messages, for --family and for buses
+    std::string_view title = {};                    ///< the name in sentences, if not "the protocol NAME"
+    std::span<const Family> families = {};          ///< of messages, for --family and for buses
     std::span<const std::string_view> busKeys = {}; ///< see Host::Topics
-    std::span<const Example> examples = {}; ///< instead of those that fit any protocol
-    Sample sample = {};                     ///< or else the first message
-    std::string_view keyFields = {};        ///< names of fields that tell most; a packet analyser shows them first
+    std::span<const Example> examples = {};         ///< instead of those that fit any protocol
+    Sample sample = {};                             ///< or else the first message
+    std::string_view keyFields = {}; ///< names of fields that tell most; a packet analyser shows them first
     /// Up to two bodies of the message as they occur in life, for the corpus.
     std::vector<std::string> (*bodiesOf)(Velmora::MsgType_t id) = nullptr;
 };

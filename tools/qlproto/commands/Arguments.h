@@ -120,9 +120,9 @@ inline void addPriceScale(CLI::App& command, int64_t& scale, const std::string& 
     });
 }
 
-inline constexpr const char* BUS_REMARK =
-    "A bus is mem:NAME, shared memory of this machine (mem:/PATH or mem:./PATH: a file), or nats://HOST:PORT, a stream of a\n"
-    "NATS server, if the program is built with it.";
+inline constexpr const char* BUS_REMARK = "A bus is mem:NAME, shared memory of this machine (mem:/PATH or mem:./PATH: "
+                                          "a file), or nats://HOST:PORT, a stream of a\n"
+                                          "NATS server, if the program is built with it.";
 
 /// Adds --bus.
 inline void addBus(CLI::App& command, std::string& url) {
