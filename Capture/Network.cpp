@@ -49,8 +49,9 @@ void Network::takeTcp(const Datagram& datagram, const Origin& origin) {
     if (!isTaken(from, to)) return;
     if (!_options.framing.fitsStreams()) {
         if (!std::exchange(_isRefused, true))
-            _faults.tell("no frame", "'" + _options.framing.text() + "' has no length outside of brackets: streams, as "
-                                         + from.text() + " > " + to.text() + ", are left out");
+            _faults.tell("no frame", std::string("'").append(_options.framing.text())
+                                         + "' has no length outside of brackets: streams, as " + from.text() + " > "
+                                         + to.text() + ", are left out");
         return;
     }
     const unsigned flags = byteAt(bytes, 13);
