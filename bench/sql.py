@@ -71,7 +71,7 @@ def main():
     subprocess.run([tool, "slice", capture, "-o", small, "--first", str(messages // 100)], check=True)
     subprocess.run([tool, "dissector", "-o", plugin], check=True)
     run(f"{messages // 100} messages, tshark", "tshark", "-X", "lua_script:" + plugin, "-r", small, "-T", "fields",
-        "-e", "frame.time_epoch", "-e", "ql.feedID", "-e", "ql.timeExchange", "-e", "ql.timeApiClient")
+        "-e", "frame.time_epoch", "-e", "ql.message", "-e", "ql.mktdata.timeExchange", "-e", "ql.mktdata.timeApiClient")
     written = 0.0
     if not os.path.exists(lines):
         with open(lines, "wb") as output:
