@@ -185,22 +185,31 @@ bool Deframer::isSound(DeframerContext& context, const Framing& framing, std::st
     return bool(result);
 }
 
-/// Whether the bytes begin with a frame that is sound; if it is short, another must be able to follow.
-bool Deframer::isBelieved(DeframerContext& context, const Framing& framing, std::string_view bytes) {
+/// Whether the fields of a frame in front of its messages fit there.
+Deframer::Fit Deframer::headerAt(const Framing& framing, std::string_view bytes, Frame& frame) {
+    const Fit fit = frameAt(framing, bytes, frame);
+    return frame.size != 0 ? Fit::fits : fit;
+}
+
+/// Whether the bytes, perhaps all that come, begin with a frame that is sound; if it is short, another must be able to follow.
+Deframer::Fit Deframer::isBelieved(DeframerContext& context, const Framing& framing, std::string_view bytes,
+                                   bool isEnd) {
     constexpr uint64_t ration = 8; // for each byte of the stream: whoever sends it chooses the lengths
-    Frame frame, other;
-    if (_verified > ration * (_position + _bytes.size() + MAX_PACKET)) return false;
-    if (frameAt(framing, bytes, frame) != Fit::fits || !isSound(context, framing, bytes, frame)) return false;
     constexpr std::size_t isShort = 16;
-    return frame.size >= isShort || frame.size == bytes.size()
-           || frameAt(framing, bytes.substr(frame.size), other) != Fit::misfit;
+    Frame frame, other;
+    if (_verified > ration * (_position + _bytes.size() + MAX_PACKET)) return Fit::misfit;
+    if (frameAt(framing, bytes, frame) != Fit::fits || !isSound(context, framing, bytes, frame)) return Fit::misfit;
+    if (frame.size >= isShort) return Fit::fits;
+    if (frame.size == bytes.size()) return isEnd ? Fit::fits : Fit::needsMore;
+    const Fit next = headerAt(framing, bytes.substr(frame.size), other);
+    return next == Fit::needsMore && isEnd ? Fit::fits : next;
 }
 
 /// Whether a frame stands inside those bytes, after the first.
 bool Deframer::holdsFrame(DeframerContext& context, std::string_view bytes) {
     while (bytes.size() > 1) {
         bytes.remove_prefix(1);
-        if (isBelieved(context, context.framing, bytes)) return true;
+        if (isBelieved(context, context.framing, bytes, true) == Fit::fits) return true;
     }
     return false;
 }
@@ -209,11 +218,11 @@ bool Deframer::holdsFrame(DeframerContext& context, std::string_view bytes) {
 Deframer::Fit Deframer::isFollowed(DeframerContext& context, std::string_view bytes) {
     if (bytes.empty()) return _isAtEnd ? Fit::fits : Fit::needsMore;
     Frame frame;
-    const Fit fit = frameAt(context.framing, bytes, frame);
-    if (fit == Fit::misfit) return fit;
-    if (frame.size == 0) return _isAtEnd ? Fit::misfit : Fit::needsMore; // not even its fields are there
+    const Fit fit = headerAt(context.framing, bytes, frame);
+    if (fit != Fit::fits) return fit == Fit::needsMore && _isAtEnd ? Fit::misfit : fit;
     Message message;
-    messageAt(context.framing, bytes, frame, frame.begin, message);
+    const Fit first = messageAt(context.framing, bytes, frame, frame.begin, message);
+    if (first == Fit::needsMore && message.size == 0 && !_isAtEnd) return first; // not even its fields are there
     return isKnown(context.protocol, message.id) ? Fit::fits : Fit::misfit;
 }
 
@@ -329,7 +338,9 @@ bool Deframer::findStep(DeframerContext& context, const Connection& connection) 
         Frame frame;
         const Fit fit = frameAt(context.framing, bytes, frame);
         if (fit == Fit::needsMore && !_isAtEnd && mayBecomeFrame(context, bytes, frame)) return false;
-        if (fit != Fit::fits || !isBelieved(context, context.framing, bytes)) continue;
+        const Fit belief = fit == Fit::fits ? isBelieved(context, context.framing, bytes, _isAtEnd) : Fit::misfit;
+        if (belief == Fit::needsMore) return false;
+        if (belief == Fit::misfit) continue;
         tellLoss(context, connection);
         _isSearching = false;
         return true;
@@ -375,7 +386,7 @@ std::string Deframer::hint(DeframerContext& context) {
     if (context.hints == 0) return "";
     --context.hints;
     for (const Framing& it : context.framing.relatives())
-        if (isBelieved(context, it, rest(_at))) return "; '" + it.text() + "' would fit";
+        if (isBelieved(context, it, rest(_at), true) == Fit::fits) return "; '" + it.text() + "' would fit";
     return "";
 }
 

@@ -102,7 +102,8 @@ class Deframer {
     Fit messageAt(const Framing& framing, std::string_view bytes, const Frame& frame, std::size_t at, Message& message);
     Fit misfit(const Misfit& why);
     bool isSound(DeframerContext& context, const Framing& framing, std::string_view bytes, const Frame& frame);
-    bool isBelieved(DeframerContext& context, const Framing& framing, std::string_view bytes);
+    Fit isBelieved(DeframerContext& context, const Framing& framing, std::string_view bytes, bool isEnd);
+    Fit headerAt(const Framing& framing, std::string_view bytes, Frame& frame);
     bool holdsFrame(DeframerContext& context, std::string_view bytes);
     Fit isFollowed(DeframerContext& context, std::string_view bytes);
     bool mayBecomeFrame(DeframerContext& context, std::string_view bytes, const Frame& frame);
