@@ -6,8 +6,12 @@
 
 #include <fmt/format.h>
 #include <gtest/gtest.h>
+#include <netinet/in.h>
 #include <nlohmann/json.hpp>
+#include <sys/socket.h>
+#include <unistd.h>
 
+#include "Capture/Framer.h"
 #include "tests/Sessions.h"
 #include "tests/ToolFolder.h"
 #include "tools/qlproto/analysis/Histogram.h"
@@ -142,6 +146,40 @@ TEST_F(Analysis, OfOneSessionIsTheSameOverANetwork) {
         EXPECT_EQ(result.exitCode, exitCode) << options << result.err;
         EXPECT_NE(result.err.find(told), std::string::npos) << options << result.err;
     }
+}
+
+/// All messages in frames, to a pipe and over TCP; a connection that is refused is an error.
+TEST_F(Analysis, ReplaySendsWhatTheCaptureHolds) {
+    const std::vector<Sent> sent = session(1, 300);
+    folder.run("qlproto generate --messages 300 -o a.pcap");
+    Capture::Framer frames(Capture::Framing::of("frames")),
+        numbers(Capture::Framing::of("seq:u32be, length:u16be, id:u16be, body"));
+    std::string framed, numbered;
+    for (const Sent& it : sent) {
+        frames.append(it.id(), std::string_view(it.bytes).substr(2), framed);
+        numbers.append(it.id(), std::string_view(it.bytes).substr(2), numbered);
+    }
+    EXPECT_EQ(folder.run("qlproto replay a.pcap --target - --speed max").out, framed);
+
+    const int listener = socket(AF_INET, SOCK_STREAM, 0);
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t size = sizeof(address);
+    ASSERT_EQ(bind(listener, reinterpret_cast<sockaddr*>(&address), size), 0);
+    ASSERT_EQ(getsockname(listener, reinterpret_cast<sockaddr*>(&address), &size), 0);
+    const std::string command =
+        "qlproto replay a.pcap --speed 20 --framing 'seq:u32be, length:u16be, id:u16be, body' --target tcp:127.0.0.1:"
+        + std::to_string(ntohs(address.sin_port));
+    EXPECT_EQ(folder.run(command).exitCode, 3); // nobody listens
+    ASSERT_EQ(listen(listener, 1), 0);
+    EXPECT_EQ(folder.run(command).exitCode, 0);
+    const int connection = accept(listener, nullptr, nullptr);
+    std::string received(numbered.size() + 1, '\0');
+    received.resize(static_cast<size_t>(recv(connection, received.data(), received.size(), MSG_WAITALL)));
+    EXPECT_EQ(received, numbered);
+    close(connection);
+    close(listener);
 }
 
 /// Two taps, each of which lost packets, and whose clocks differ: what either has seen is there once, in either's order.

@@ -52,6 +52,7 @@ void addMetrics(CLI::App& app, Commands& commands);
 void addOrders(CLI::App& app, Commands& commands);
 void addQuery(CLI::App& app, Commands& commands);
 void addPublish(CLI::App& app, Commands& commands);
+void addReplay(CLI::App& app, Commands& commands);
 void addQuotes(CLI::App& app, Commands& commands);
 void addRecord(CLI::App& app, Commands& commands);
 void addReport(CLI::App& app, Commands& commands);
