@@ -2,7 +2,6 @@
 #include <cerrno>
 #include <cstring>
 #include <memory>
-#include <optional>
 
 #include <netdb.h>
 #include <sys/socket.h>
@@ -35,7 +34,7 @@ class ReplayTarget {
         if (_isDatagram || to.starts_with("tcp:"))
             connectTo(to.substr(4));
         else
-            _pipe.emplace(to);
+            _pipe = std::make_unique<Capture::Output>(to);
     }
     ~ReplayTarget() {
         if (_socket >= 0) ::close(_socket);
@@ -87,7 +86,7 @@ class ReplayTarget {
     const std::string _name;
     const bool _isDatagram;
     int _socket = -1;
-    std::optional<Capture::Output> _pipe;
+    std::unique_ptr<Capture::Output> _pipe; ///< null: it is a socket
 };
 
 int replay(const ReplayOptions& options) {
