@@ -61,9 +61,9 @@ TEST_F(Secrets, AreHiddenByEveryCommand) {
         {"watch --redact --bus - --seconds 5 --messages 1 <a.pcap", "***"},
     };
     // Those that show no packets but may copy them, and those whose texts are asked for below or where an engine is.
-    std::set<std::string> tested = {"completion", "convert", "corpus", "encode",  "enum",  "export",
-                                    "generate",   "manpage", "merge",  "metrics", "slice", "index",
-                                    "messages",   "publish", "query",  "record",  "scrub", "trace"};
+    std::set<std::string> tested = {"completion", "convert", "corpus",  "encode", "enum",  "export",   "generate",
+                                    "manpage",    "merge",   "metrics", "slice",  "index", "messages", "publish",
+                                    "query",      "record",  "replay",  "scrub",  "trace"};
     EXPECT_EQ(folder.run("qlproto slice --redact a.pcap -o c.pcap").exitCode, 2) << "it would not";
     for (const auto& it : cases) {
         tested.insert(it.command.substr(0, it.command.find(' ')));
