@@ -38,6 +38,8 @@ TEST(Examples, RunAsPrinted) {
     for (const std::string& example : examples) {
         if (needsEngine(example) && !hasEngine()) continue;
         const ToolFolder::Result result = folder.run("set -o pipefail; " + example);
+        // Not every build has every library, which the program then says.
+        if (result.exitCode == 2 && result.err.find("this program was built without") != std::string::npos) continue;
         EXPECT_EQ(result.exitCode, 0) << example << "\n" << result.err;
     }
 }
