@@ -15,9 +15,11 @@
 #include "tools/qlproto/analysis/FlatFields.h"
 #include "tools/qlproto/commands/Arguments.h"
 #include "tools/qlproto/commands/Commands.h"
+#include "tools/qlproto/messages/Filter.h"
 #include "tools/qlproto/messages/MessageReader.h"
 #include "tools/qlproto/messages/Names.h"
 #include "tools/qlproto/messages/OpenCapture.h"
+#include "tools/qlproto/messages/ScanOptions.h"
 #include "tools/qlproto/terminal/Errors.h"
 #include "tools/qlproto/terminal/Terminal.h"
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <ranges>
 #include <sstream>
 
 #include <fmt/format.h>
@@ -35,9 +34,11 @@ constexpr std::pair<std::string_view, PacketValue::What> PacketValue::NAMES[] = 
 
 PacketValue::PacketValue(std::string_view name) {
     const auto found = std::ranges::find(NAMES, name, &std::pair<std::string_view, What>::first);
-    if (found == std::end(NAMES))
-        throw FilterError(fmt::format("'{}' is nothing that is known of messages: there are {}", name,
-                                      fmt::join(NAMES | std::views::keys, ", ")));
+    if (found == std::end(NAMES)) {
+        std::string names;
+        for (const auto& it : NAMES) names.append(names.empty() ? "" : ", ").append(it.first);
+        throw FilterError(fmt::format("'{}' is nothing that is known of messages: there are {}", name, names));
+    }
     _what = found->second;
 }
 
