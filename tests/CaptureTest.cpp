@@ -25,7 +25,7 @@ struct InEachContainer : Module, testing::WithParamInterface<CaptureForm::Contai
 };
 constexpr const char* CONTAINERS[] = {"pcap", "pcapng", "erf"};
 INSTANTIATE_TEST_SUITE_P(CaptureFile, InEachContainer,
-                         testing::Values(CaptureForm::pcap, CaptureForm::pcapng, CaptureForm::erf),
+                         testing::Values(CaptureForm::pcap, CaptureForm::pcapng, CaptureForm::erfCapture),
                          [](const auto& it) { return CONTAINERS[it.param]; });
 
 constexpr size_t FILE_HEADER = 24, HEADER = 16;
@@ -99,9 +99,9 @@ TEST_P(InEachContainer, DamagedInAHundredPlacesLosesNoGoodPacket) {
         const Original original(seed, 2000, form);
         const auto isLength = [&](size_t at) { // a place in a record
             if (form.container == CaptureForm::pcapng) return at < 8 || (at >= 20 && at < 28);
-            return at < HEADER && at >= (form.container == CaptureForm::erf ? 14 : 8);
+            return at < HEADER && at >= (form.container == CaptureForm::erfCapture ? 14 : 8);
         };
-        const size_t headers = form.header().size() + (form.container == CaptureForm::erf ? HEADER : 0);
+        const size_t headers = form.header().size() + (form.container == CaptureForm::erfCapture ? HEADER : 0);
         std::string bytes = original.bytes;
         qlproto::session::Rng rng(seed);
         std::map<uint64_t, bool>
@@ -161,7 +161,7 @@ TEST_P(InEachContainer, OneDamagedLengthLosesNoPacket) {
     }
     for (const size_t at : places) {
         for (const char value : {'\x08', '\x60', '\xFF'}) {
-            if (form.container == CaptureForm::erf && at == 10) continue; // tells what the file is
+            if (form.container == CaptureForm::erfCapture && at == 10) continue; // tells what the file is
             std::string bytes = original.bytes;
             if (bytes[at] == value) continue;
             bytes[at] = value;
@@ -177,7 +177,7 @@ TEST_P(InEachContainer, OneDamagedLengthLosesNoPacket) {
 TEST_P(InEachContainer, CutToALengthAndDamagedLosesNothingAndInventsNothing) {
     constexpr unsigned most = 18; // bytes of one damage: fewer than any record has, of which one could take the place
     for (size_t length : {20u, 40u, 96u, 200u, 65000u}) {
-        if (form.container == CaptureForm::erf) length = (length + 7) / 8 * 8; // the container knows no others
+        if (form.container == CaptureForm::erfCapture) length = (length + 7) / 8 * 8; // the container knows no others
         for (int damages = 0; damages < 400; damages += form.container == CaptureForm::pcap ? 20 : 40) {
             SCOPED_TRACE(testing::Message() << "length " << length << ", damages " << damages);
             qlproto::session::Rng rng(length + static_cast<uint64_t>(damages));
@@ -193,7 +193,8 @@ TEST_P(InEachContainer, CutToALengthAndDamagedLosesNothingAndInventsNothing) {
             for (int i = 0; i < damages; ++i) {
                 const auto hit = static_cast<size_t>(rng.between(0, 2999));
                 std::string& record = records[hit];
-                if (isHit[hit] || (hit == 0 && form.container == CaptureForm::erf)) continue; // tells what the file is
+                if (isHit[hit] || (hit == 0 && form.container == CaptureForm::erfCapture))
+                    continue; // tells what the file is
                 isHit[hit] = true;
                 const auto anywhere = static_cast<int64_t>(record.size()) - 1;
                 const auto at = static_cast<size_t>(rng.between(0, i % 2 == 0 ? 15 : anywhere));

@@ -529,7 +529,7 @@ TEST_F(NetworkTest, ConnectionsBeginAndEnd) {
 
 /// Damaged in a hundred places, a capture of a network loses no packet that was not hit, whatever it stands in.
 TEST_F(NetworkTest, CapturesOfNetworksSurviveDamageAsOthersDo) {
-    for (const auto container : {CaptureForm::pcap, CaptureForm::pcapng, CaptureForm::erf}) {
+    for (const auto container : {CaptureForm::pcap, CaptureForm::pcapng, CaptureForm::erfCapture}) {
         for (unsigned seed = 1; seed <= 10; ++seed) {
             SCOPED_TRACE(testing::Message() << "container " << container << ", seed " << seed);
             CaptureForm form{.container = container};

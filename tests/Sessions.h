@@ -28,7 +28,7 @@ inline std::vector<Sent> session(uint64_t seed, uint64_t messages) {
 
 /// The bytes of captures.
 struct CaptureForm {
-    enum Container { pcap, pcapng, erf };
+    enum Container { pcap, pcapng, erfCapture };
 
     uint32_t perSecond = 1'000'000'000; ///< fractions that times are told in
     bool isSwapped = false;             ///< the other byte order
@@ -37,7 +37,7 @@ struct CaptureForm {
 
     std::string header() const {
         const std::string version = word(isSwapped ? 0x00020004 : 0x00040002);
-        if (container == erf) return "";
+        if (container == erfCapture) return "";
         if (container == pcap)
             return word(perSecond == 1'000'000 ? 0xA1B2C3D4 : 0xA1B23C4D) + version + word(0) + word(0) + word(262144)
                    + word(linkType);

@@ -47,7 +47,7 @@ TEST_F(Analysis, OfOneSessionIsTheSameInEveryContainer) {
     const std::vector<Sent> sent = session(1, 3000);
     for (const auto& [name, form] : {std::pair("swapped.pcap", CaptureForm{.isSwapped = true}),
                                      {"swapped.pcapng", {.isSwapped = true, .container = CaptureForm::pcapng}},
-                                     {"card.erf", {.container = CaptureForm::erf}}}) {
+                                     {"card.erf", {.container = CaptureForm::erfCapture}}}) {
         std::string bytes = form.header();
         for (const Sent& it : sent) bytes += form.record(it);
         folder.write(name, bytes);
@@ -885,12 +885,13 @@ TEST_F(Analysis, SlowestPacketsAreNamed) {
                                                                                      {1000, 5000, 900},
                                                                                      {0, 0, 7},
                                                                                      {INT64_MIN, 1, INT64_MAX}})
-        packets.emplace_back(5, ToolFolder::packet<SubmitOrderMessage>([&](SubmitOrderMessage& it) {
-                                 it.userID = static_cast<int32_t>(packets.size());
-                                 it.contents.timeApiClient = client;
-                                 it.contents.timeApiServer = server;
-                                 it.contents.timeHandler = handler;
-                             }));
+        packets.emplace_back(5, ToolFolder::packet<SubmitOrderMessage>(
+                                    [&, client = client, server = server, handler = handler](SubmitOrderMessage& it) {
+                                        it.userID = static_cast<int32_t>(packets.size());
+                                        it.contents.timeApiClient = client;
+                                        it.contents.timeApiServer = server;
+                                        it.contents.timeHandler = handler;
+                                    }));
     folder.store("a.pcap", packets);
     EXPECT_EQ(folder.run("qlproto latency --slowest 2 --by userID --csv a.pcap").out,
               "packet,time,message,way,took,slowest hop,it took,userID\n"
