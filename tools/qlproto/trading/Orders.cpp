@@ -83,6 +83,8 @@ int64_t sum(int64_t a, int64_t b) {
     return __builtin_add_overflow(a, b, &result) ? (b > 0 ? INT64_MAX : INT64_MIN) : result;
 }
 
+constexpr std::array<std::string_view, ORDER_STEPS> QUOTE_STEPS{"requested", "quoted", "ordered", "answered", "ended"};
+
 } // namespace
 
 constinit const OrderKind ORDERS{.what = "orders",
@@ -93,13 +95,13 @@ constinit const OrderKind ORDERS{.what = "orders",
                                  .done = TRADED | FILLED};
 constinit const OrderKind QUOTES{.what = "quotes",
                                  .outcomes = QUOTE_OUTCOMES,
-                                 .steps = {"requested", "quoted", "ordered", "answered", "ended"},
+                                 .steps = QUOTE_STEPS,
                                  .messages = QUOTE_MESSAGES,
                                  .refused = PASSED | ORDER_REJECTED,
                                  .done = ORDER_ACCEPTED};
 constinit const OrderKind NEW_ORDERS{.what = "new orders",
                                      .outcomes = NEW_ORDER_OUTCOMES,
-                                     .steps = QUOTES.steps,
+                                     .steps = QUOTE_STEPS,
                                      .messages = std::span(QUOTE_MESSAGES).last(4),
                                      .refused = ORDER_REJECTED,
                                      .done = ORDER_ACCEPTED};
