@@ -54,4 +54,13 @@ void FileSource::seek(uint64_t offset) {
     _bytesRead = offset;
 }
 
+std::string FileSource::bytesAt(uint64_t offset, std::size_t size) {
+    seek(offset);
+    std::string bytes(size, '\0');
+    std::size_t held = 0;
+    for (std::size_t got = 1; got != 0 && held != size; held += got) got = read(bytes.data() + held, size - held);
+    bytes.resize(held);
+    return bytes;
+}
+
 } // namespace Capture

@@ -43,6 +43,9 @@ class FileSource : public ByteSource {
     /// Goes on at that offset. Throws IoError. REQUIRES: size() != 0.
     void seek(uint64_t offset);
 
+    /// Goes there and reads so many bytes, fewer at the end. Throws IoError. REQUIRES: as above.
+    std::string bytesAt(uint64_t offset, std::size_t size);
+
     uint64_t size() const { return _size; } ///< 0 if that is not known, as of a pipe
     uint64_t bytesRead() const { return _bytesRead; }
     const std::string& name() const { return _name; }

@@ -1,13 +1,16 @@
 #include "Capture/Index.h"
 
 #include <algorithm>
-#include <fstream>
+#include <cstdio>
+#include <filesystem>
 
 #include <nlohmann/json.hpp>
 
+#include "Capture/ByteSource.h"
 #include "Capture/Decompression.h"
 #include "Capture/Errors.h"
 #include "Capture/Output.h"
+#include "Capture/SeededHash.h"
 #include "Capture/ZstdFrames.h"
 
 namespace Capture {
@@ -17,36 +20,21 @@ namespace {
 constexpr uint64_t PART = 4 * 1024 * 1024;
 constexpr std::size_t END = 64 * 1024, LONGEST_INDEX = 64 * 1024 * 1024;
 
-std::string bytesOf(std::ifstream& file, uint64_t from, std::size_t size) {
-    std::string bytes(size, '\0');
-    file.clear();
-    file.seekg(static_cast<std::streamoff>(from));
-    file.read(bytes.data(), static_cast<std::streamsize>(size));
-    bytes.resize(static_cast<std::size_t>(file.gcount()));
-    return bytes;
-}
-
-std::ifstream open(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    if (!file) throw IoError(path + ": cannot be read");
-    return file;
-}
-
-uint64_t sizeOf(std::ifstream& file) {
-    file.seekg(0, std::ios::end);
-    const auto size = file.tellg();
-    return size < 0 ? 0 : static_cast<uint64_t>(size);
-}
-
-/// FNV-1a of both ends of the file. Nobody is kept from forging an index: it saves time, and a wrong one only hides packets.
-std::string hashOfEnds(const std::string& path, uint64_t size) {
-    std::ifstream file = open(path);
-    uint64_t hash = 0xCBF29CE484222325;
-    for (const uint64_t from : {uint64_t{0}, size - std::min<uint64_t>(size, END)})
-        for (const char c : bytesOf(file, from, END)) hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001B3;
+/// Of both ends of the file. Nobody is kept from forging an index: it saves time, and a wrong one only hides packets.
+std::string hashOfEnds(const std::string& path) {
+    FileSource file(path);
+    const std::string first = file.bytesAt(0, END);
+    const std::string last = file.bytesAt(file.size() - std::min<uint64_t>(file.size(), END), END);
     char digits[17];
-    std::snprintf(digits, sizeof digits, "%016llx", static_cast<unsigned long long>(hash));
+    std::snprintf(digits, sizeof digits, "%016llx", static_cast<unsigned long long>(sipHash(first + last, {0, 0})));
     return digits;
+}
+
+/// By their place in the protocol.
+std::vector<Velmora::MsgType_t> idsOf(const Inspect::Protocol& protocol) {
+    std::vector<Velmora::MsgType_t> ids;
+    for (const Inspect::MessageInfo& it : protocol.messages) ids.push_back(it.id);
+    return ids;
 }
 
 std::string hexOf(const std::vector<bool>& bits) {
@@ -70,13 +58,11 @@ std::vector<bool> bitsOf(const std::string& hex, std::size_t size) {
 } // namespace
 
 Index::Index(const std::string& capture, const Inspect::Protocol& protocol)
-    : Index(capture, protocol, [&] {
-          std::ifstream file = open(capture);
-          return sizeOf(file);
-      }()) {
-    std::ifstream file = open(capture);
-    if (!isCompressed(bytesOf(file, 0, 8))) return;
-    _frames = framesOf(capture);
+    : Index(capture, protocol, FileSource(capture).size()) {
+    if (_size == 0) throw IoError(capture + ": no regular file, or an empty one");
+    FileSource file(capture);
+    if (!isCompressed(file.bytesAt(0, 8))) return;
+    _frames = framesOf(file);
     if (_frames.empty())
         throw DamagedCapture(
             capture
@@ -106,13 +92,11 @@ void Index::add(const Packet& packet, bool isBad) {
 }
 
 void Index::write() const {
-    std::vector<Velmora::MsgType_t> ids;
-    for (const Inspect::MessageInfo& it : _protocol->messages) ids.push_back(it.id);
     std::string text = nlohmann::ordered_json{{"index", 1},
                                               {"size", _size},
-                                              {"ends", hashOfEnds(_capture, _size)},
+                                              {"ends", hashOfEnds(_capture)},
                                               {"packets", _packets},
-                                              {"messages", ids}}
+                                              {"messages", idsOf(*_protocol)}}
                            .dump()
                        + '\n';
     for (const Part& it : _parts)
@@ -125,11 +109,17 @@ void Index::write() const {
 
 std::optional<Index> Index::beside(const std::string& capture, const Inspect::Protocol& protocol, std::string& why) {
     const std::string name = nameFor(capture);
-    std::ifstream file(name, std::ios::binary), captured(capture, std::ios::binary);
-    if (!file || !captured) return std::nullopt;
-    Index index(capture, protocol, sizeOf(captured));
-    if (index.read(bytesOf(file, 0, static_cast<std::size_t>(std::min<uint64_t>(sizeOf(file), LONGEST_INDEX)))))
-        return index;
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(name, error)) return std::nullopt; // what else stands there may be waited for
+    try {
+        FileSource file(name);
+        Index index(capture, protocol, FileSource(capture).size());
+        if (file.size() <= LONGEST_INDEX && index.read(file.bytesAt(0, static_cast<std::size_t>(file.size()))))
+            return index;
+    } catch (const IoError& failure) {
+        why = failure.what();
+        return std::nullopt;
+    }
     why = name + " is not of this capture as it is now, and is not used; qlproto index makes it anew";
     return std::nullopt;
 }
@@ -139,10 +129,9 @@ bool Index::read(const std::string& text) try {
     using nlohmann::json;
     std::size_t at = text.find('\n');
     const json head = json::parse(text.substr(0, at));
-    std::vector<Velmora::MsgType_t> ids;
-    for (const Inspect::MessageInfo& it : _protocol->messages) ids.push_back(it.id);
+    const std::vector<Velmora::MsgType_t> ids = idsOf(*_protocol);
     if (head.at("index") != 1 || head.at("size") != _size || head.at("messages") != json(ids)
-        || head.at("ends") != hashOfEnds(_capture, _size))
+        || head.at("ends") != hashOfEnds(_capture))
         return false;
     _packets = head.at("packets");
     while (at != text.npos && at + 1 < text.size()) {

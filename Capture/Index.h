@@ -43,8 +43,8 @@ class Index {
     /// Writes it beside the capture. Throws IoError.
     void write() const;
 
-    /// The index beside the capture. None if there is none, and if it is of another file or no index at all: then `why` says
-    /// so, on one line.
+    /// The index beside the capture, a regular file. None if there is none, and if it cannot be read or is of another file or
+    /// no index at all: then `why` says so, on one line.
     static std::optional<Index> beside(const std::string& capture, const Inspect::Protocol& protocol, std::string& why);
 
     static std::string nameFor(const std::string& capture) { return capture + ".index"; }

@@ -1,7 +1,5 @@
 #include "Capture/ZstdFrames.h"
 
-#include <algorithm>
-#include <fstream>
 #include <new>
 #include <stdexcept>
 
@@ -27,26 +25,16 @@ std::size_t wordAt(std::string_view bytes, std::size_t at) {
     return word;
 }
 
-/// The last `size` bytes; fewer if there are not as many.
-std::string endOf(std::ifstream& file, uint64_t fileSize, std::size_t size) {
-    std::string bytes(static_cast<std::size_t>(std::min<uint64_t>(size, fileSize)), '\0');
-    file.seekg(static_cast<std::streamoff>(fileSize - bytes.size()));
-    file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    return file ? bytes : std::string();
-}
-
 } // namespace
 
-std::vector<Place> framesOf(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    file.seekg(0, std::ios::end);
-    if (!file) return {};
-    const auto size = static_cast<uint64_t>(file.tellg());
-    const std::string footer = endOf(file, size, FOOTER);
+std::vector<Place> framesOf(FileSource& file) {
+    const uint64_t size = file.size();
+    if (size < FOOTER) return {};
+    const std::string footer = file.bytesAt(size - FOOTER, FOOTER);
     if (footer.size() < FOOTER || wordAt(footer, FOOTER - 4) != SEEKABLE || footer[4] != '\0') return {};
     const std::size_t frames = wordAt(footer, 0), table = HEADER + frames * ENTRY + FOOTER;
     if (table > size) return {};
-    const std::string bytes = endOf(file, size, table);
+    const std::string bytes = file.bytesAt(size - table, table);
     if (bytes.size() < table || wordAt(bytes, 0) != SKIPPABLE || wordAt(bytes, 4) != table - HEADER) return {};
     std::vector<Place> places;
     Place place;

@@ -16,7 +16,8 @@ struct ZSTD_CCtx_s; // of <zstd.h>
 namespace Capture {
 
 /// Where a file's frames begin, by the frame that tells their lengths; nothing if it has none that can be true.
-std::vector<Place> framesOf(const std::string& path);
+/// Throws IoError. REQUIRES: it is a regular one.
+std::vector<Place> framesOf(FileSource& file);
 
 class ZstdFrames {
   public:

@@ -474,6 +474,7 @@ TEST_F(Decode, IndexPassesOverWhatIsNotAskedForAndNoMore) {
                                               lines + "--from " + times[1] + " --first 5",
                                               lines + "--from " + times[1] + " --to " + times[1],
                                               lines + "--message ClientConnectMessage",
+                                              lines + "--message ClientConnectMessage --first 1",
                                               lines + "--where contents.clOrdID=none",
                                               lines + "--policy strict --from " + times[2],
                                               "qlproto stats --json --from " + times[2], // on several threads
@@ -510,6 +511,10 @@ TEST_F(Decode, IndexPassesOverWhatIsNotAskedForAndNoMore) {
             EXPECT_NE(with.err.find(".index is not of this capture as it is now"), std::string::npos)
                 << wrong.substr(0, 80);
         }
+        _folder.run("rm a.pcap.index; mkfifo a.pcap.index");
+        const ToolFolder::Result with =
+            _folder.run("timeout 60 " QLPROTO_TOOL + options[0].substr(7) + " a.pcap; rm a.pcap.index");
+        EXPECT_EQ(with.out, without[0].out) << "what is no file is not waited for";
         _folder.write(name + ".index", index);
         _folder.write(name, captured + captured.substr(captured.size() - 1));
         EXPECT_NE(_folder.run(options[0] + " " + name).err.find("is not of this capture"), std::string::npos);

@@ -13,6 +13,7 @@
 #include <unistd.h>
 
 #include "Capture/Errors.h"
+#include "Capture/SeededHash.h"
 #include "tools/qlproto/terminal/TimeText.h"
 
 namespace qlproto::sql {
@@ -112,8 +113,7 @@ fs::path ExportFolder::markOf(const std::string& table, const std::string& name,
 std::string ExportFolder::nameOf(const std::string& capture) {
     std::error_code error;
     const fs::path path = fs::weakly_canonical(capture, error);
-    uint32_t hash = 2166136261; // FNV-1a
-    for (const char c : path.native()) hash = (hash ^ static_cast<unsigned char>(c)) * 16777619;
+    const auto hash = static_cast<uint32_t>(Capture::sipHash(path.native(), {0, 0})); // the same in each run
     std::string stem = fs::path(capture).filename();
     for (char& c : stem)
         if (!std::isalnum(static_cast<unsigned char>(c)) && c != '-' && c != '_') c = '_';
