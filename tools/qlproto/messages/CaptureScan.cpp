@@ -81,6 +81,7 @@ bool CaptureScan::fill(Capture::MessageSource& source, Batch& batch) {
     batch.items.clear();
     batch.damages.clear();
     batch.faults.clear();
+    batch.passedOver.clear();
     batch.text.clear();
     batch.pieces.clear();
     batch.connections.clear();
@@ -97,14 +98,16 @@ bool CaptureScan::fill(Capture::MessageSource& source, Batch& batch) {
         }
         for (const Capture::Damage& damage : source.faults())
             batch.damages.push_back({_read, 0, 0, damage.kind, faultText(damage, _paths)});
-        _read += source.passedOver().packets;
-        notePassedOver(source.passedOver().faults);
+        if (const auto& it = source.passedOver(); it.packets != 0) {
+            batch.passedOver.emplace_back(_read, it.faults);
+            _read += it.packets;
+        }
         if (!isThere) break;
         if (_read == 0) beginAt(packet.time, source);
         batch.add(packet, ++_read);
     } while (source.isReady() && batch.bytes.size() < BATCH_BYTES && batch.items.size() < BATCH_PACKETS);
     batch.end = source.captures().position();
-    return !batch.items.empty() || !batch.damages.empty();
+    return !batch.items.empty() || !batch.damages.empty() || !batch.passedOver.empty();
 }
 
 /// Counts and tells of what the batch holds up to packet `last`, of which `taken` are taken.
@@ -117,6 +120,9 @@ void CaptureScan::settle(const Batch& batch, uint64_t last, uint64_t taken) {
     }
     for (; damage != batch.damages.end(); ++damage)
         if (damage->packet < last) note(*damage);
+
+    for (const auto& [packet, faults] : batch.passedOver)
+        if (packet < last) notePassedOver(faults);
 
     for (const Item& item : batch.items) {
         if (item.number > last) break;

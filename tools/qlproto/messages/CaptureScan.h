@@ -186,6 +186,8 @@ class CaptureScan {
         uint64_t end = 0;           ///< offset in the file
         std::vector<Fault> damages; ///< of the capture between packets
         std::vector<Fault> faults;  ///< of packets
+        /// Parts that an index let be passed over: the packet before, and the faults in them.
+        std::vector<std::pair<uint64_t, uint64_t>> passedOver;
         std::string text;
         std::vector<Piece> pieces;
         std::vector<Capture::Connection> connections;
