@@ -6,45 +6,28 @@
 #include "tools/qlproto/commands/Commands.h"
 #include "tools/qlproto/live/Live.h"
 #include "tools/qlproto/live/LivePace.h"
-#include "tools/qlproto/messages/CaptureScan.h"
 
 namespace qlproto {
 
 namespace {
 
 struct PublishOptions {
-    std::vector<std::string> captures;
+    PacedCaptures paced;
     std::string bus;
-    double speed = 1; ///< 0: as fast as it goes
-    bool isLooped = false, isStamped = false;
-    ScanOptions scan;
+    bool isStamped = false;
 };
 
 int publish(const PublishOptions& options) {
     const std::unique_ptr<Host::Bus> bus = openLiveBus(options.bus);
     endOnInterrupt();
-    uint64_t published = 0;
-    int exitCode = EXIT_FINE;
-    do {
-        CaptureScan scan(options.scan);
-        LivePace pace(options.speed);
-        const uint64_t before = published;
-        try {
-            scan.run(options.captures, [&](const Capture::Packet& packet, const MessageReader& reader) {
-                if (!pace.waitFor(packet.time)) throw Interrupted();
-                bus->publish({.id = reader.descriptor().id(),
-                              .body = reader.body(),
-                              .time = options.isStamped ? timeNow() : packet.time});
-                ++published;
-            });
-        } catch (const Interrupted&) {
-        }
-        scan.summarize();
-        exitCode = std::max(exitCode, scan.exitCode());
-        if (published == before) break; // nothing to be repeated
-    } while (options.isLooped && !isInterrupted());
-    if (!options.scan.isQuiet) tell(Capture::counted(published, "message") + " published");
-    return exitCode;
+    Sent published;
+    sendPaced(options.paced, published, [&](const Capture::Packet& packet, const MessageReader& reader) {
+        bus->publish({.id = reader.descriptor().id(),
+                      .body = reader.body(),
+                      .time = options.isStamped ? timeNow() : packet.time});
+    });
+    if (!options.paced.scan.isQuiet) tell(Capture::counted(published.messages, "message") + " published");
+    return published.exitCode;
 }
 
 } // namespace
@@ -52,11 +35,11 @@ int publish(const PublishOptions& options) {
 void addPublish(CLI::App& app, Commands& commands) {
     const auto options = std::make_shared<PublishOptions>();
     CLI::App* const command = app.add_subcommand("publish", "Publish the messages of a capture on a bus");
-    addCaptures(*command, options->captures);
+    addCaptures(*command, options->paced.captures);
     addBus(*command, options->bus);
-    addPace(*command, options->speed, options->isLooped);
+    addPace(*command, options->paced);
     command->add_flag("--now", options->isStamped, "Give messages the time at which they are published, not their own");
-    addSelectionOptions(*command, options->scan);
+    addSelectionOptions(*command, options->paced.scan);
     addExamples(*command, BUS_REMARK,
                 {"$tool publish session.pcap --bus mem:./bus --speed max",
                  "$tool publish session.pcap --bus mem:./bus --speed 10 --first 100 --now"});

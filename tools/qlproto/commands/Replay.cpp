@@ -13,18 +13,14 @@
 #include "tools/qlproto/commands/Commands.h"
 #include "tools/qlproto/live/Live.h"
 #include "tools/qlproto/live/LivePace.h"
-#include "tools/qlproto/messages/CaptureScan.h"
 
 namespace qlproto {
 
 namespace {
 
 struct ReplayOptions {
-    std::vector<std::string> captures;
+    PacedCaptures paced;
     std::string target;
-    double speed = 1; ///< 0: as fast as it goes
-    bool isLooped = false;
-    ScanOptions scan;
 };
 
 /// Where frames go: tcp:HOST:PORT, udp:HOST:PORT, or a pipe.
@@ -90,39 +86,27 @@ class ReplayTarget {
 };
 
 int replay(const ReplayOptions& options) {
-    const Capture::Framing framing =
-        options.scan.network.isMade() ? options.scan.network.read() : Capture::Framing::of("frames");
+    const ScanOptions& scan = options.paced.scan;
+    const Capture::Framing framing = scan.network.isMade() ? scan.network.read() : Capture::Framing::of("frames");
     ReplayTarget target(options.target);
     Capture::Framer framer(framing);
     endOnInterrupt();
-    uint64_t sent = 0;
-    int exitCode = EXIT_FINE;
+    Sent sent;
     std::string frame;
     Capture::whileRead([&] {
-        for (bool goesOn = true; goesOn;) {
-            CaptureScan scan(options.scan);
-            LivePace pace(options.speed);
-            const uint64_t before = sent;
-            try {
-                scan.run(options.captures, [&](const Capture::Packet& packet, const MessageReader& reader) {
-                    frame.clear();
-                    framer.append(reader.descriptor().id(), reader.body(), frame);
-                    if (!pace.waitFor(packet.time)) throw Interrupted();
-                    target.send(frame);
-                    ++sent;
-                });
-            } catch (const Interrupted&) {
-            } catch (const Capture::FramingError& error) {
-                throw FilterError(fmt::format("--framing: {}", error.what()));
-            }
-            scan.summarize();
-            exitCode = std::max(exitCode, scan.exitCode());
-            goesOn = options.isLooped && sent != before && !isInterrupted();
+        try {
+            sendPaced(options.paced, sent, [&](const Capture::Packet&, const MessageReader& reader) {
+                frame.clear();
+                framer.append(reader.descriptor().id(), reader.body(), frame);
+                target.send(frame);
+            });
+        } catch (const Capture::FramingError& error) {
+            throw FilterError(fmt::format("--framing: {}", error.what()));
         }
         target.close();
     });
-    if (!options.scan.isQuiet) tell(Capture::counted(sent, "message") + " sent");
-    return exitCode;
+    if (!scan.isQuiet) tell(Capture::counted(sent.messages, "message") + " sent");
+    return sent.exitCode;
 }
 
 } // namespace
@@ -131,12 +115,12 @@ void addReplay(CLI::App& app, Commands& commands) {
     const auto options = std::make_shared<ReplayOptions>();
     CLI::App* const command =
         app.add_subcommand("replay", "Send the messages of captures to an address or a pipe, in their own time");
-    addCaptures(*command, options->captures);
+    addCaptures(*command, options->paced.captures);
     command->add_option("--target", options->target, "tcp:HOST:PORT, udp:HOST:PORT, or a pipe; - is standard output")
         ->required()
         ->type_name("ADDRESS");
-    addPace(*command, options->speed, options->isLooped);
-    addSelectionOptions(*command, options->scan);
+    addPace(*command, options->paced);
+    addSelectionOptions(*command, options->paced.scan);
     addExamples(
         *command,
         "Messages are sent as --framing has them, or else in the frames of the host library. They are due as long "

@@ -23,8 +23,8 @@ std::optional<double> speedOf(const std::string& text) {
 
 } // namespace
 
-void addPace(CLI::App& command, double& speed, bool& isLooped) {
-    const auto choose = [&speed](const std::string& text) { speed = speedOf(text).value(); };
+void addPace(CLI::App& command, PacedCaptures& paced) {
+    const auto choose = [&paced](const std::string& text) { paced.speed = speedOf(text).value(); };
     command
         .add_option_function<std::string>("--speed", choose,
                                           "So many times as fast as the capture was made, or max: as fast as it goes")
@@ -35,7 +35,7 @@ void addPace(CLI::App& command, double& speed, bool& isLooped) {
             },
             "SPEED"))
         ->default_str("1");
-    command.add_flag("--loop", isLooped, "Begin again at the end, until it is interrupted");
+    command.add_flag("--loop", paced.isLooped, "Begin again at the end, until it is interrupted");
 }
 
 } // namespace qlproto

@@ -4,17 +4,29 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdint>
+#include <string>
 #include <thread>
+#include <vector>
 
 #include "tools/qlproto/live/Live.h"
+#include "tools/qlproto/messages/CaptureScan.h"
+#include "tools/qlproto/messages/ScanOptions.h"
 
 namespace qlproto {
 
 /// Ends what was going on when the user does.
 struct Interrupted {};
 
-/// Adds --speed, of which 0 stands for as fast as it goes, and --loop.
-void addPace(CLI::App& command, double& speed, bool& isLooped);
+/// Captures that are sent in their own time.
+struct PacedCaptures {
+    std::vector<std::string> captures;
+    double speed = 1; ///< 0: as fast as it goes
+    bool isLooped = false;
+    ScanOptions scan;
+};
+
+/// Adds --speed and --loop.
+void addPace(CLI::App& command, PacedCaptures& paced);
 
 /// Waits until a message is due: times count from the first one, so that no delay adds to another.
 class LivePace {
@@ -40,5 +52,35 @@ class LivePace {
     int64_t _first = 0; ///< once it is begun
     bool _isBegun = false;
 };
+
+/// What became of it, also if it ended by an exception.
+struct Sent {
+    uint64_t messages = 0;
+    int exitCode = EXIT_FINE;
+};
+
+/// Calls `send(packet, reader)` for each message that the options take when it is due, until the end or an interrupt.
+template <class Send>
+void sendPaced(const PacedCaptures& options, Sent& sent, Send&& send) {
+    for (bool goesOn = true; goesOn;) {
+        CaptureScan scan(options.scan);
+        LivePace pace(options.speed);
+        const uint64_t before = sent.messages;
+        try {
+            scan.run(options.captures, [&](const Capture::Packet& packet, const MessageReader& reader) {
+                if (!pace.waitFor(packet.time)) throw Interrupted();
+                send(packet, reader);
+                ++sent.messages;
+            });
+        } catch (const Interrupted&) {
+        } catch (const Capture::ClosedPipe&) { // what was bad before stays so
+            sent.exitCode = std::max(sent.exitCode, scan.exitCode());
+            throw;
+        }
+        scan.summarize();
+        sent.exitCode = std::max(sent.exitCode, scan.exitCode());
+        goesOn = options.isLooped && sent.messages != before && !isInterrupted();
+    }
+}
 
 } // namespace qlproto
