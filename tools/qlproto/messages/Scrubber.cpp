@@ -124,16 +124,17 @@ const char* Scrubber::toText(Deed deed) {
     return "";
 }
 
-Scrubber::Deed Scrubber::deedFor(const BodyValue& value) const {
+std::optional<Scrubber::Deed> Scrubber::deedFor(const BodyValue& value) const {
     const Kind kind = value.value.kind;
-    if (kind == Kind::vector) return Deed::kept;
-    if (value.isSecret || kind == Kind::padding) return Deed::emptied;
+    const bool isCount = kind == Kind::vector; // of elements, which are judged one by one
+    if (!isCount && (value.isSecret || kind == Kind::padding)) return Deed::emptied;
     if (std::find(_rules.kept.begin(), _rules.kept.end(), value.field.name) != _rules.kept.end()) return Deed::kept;
+    if (isCount) return {};
     if (Inspect::is_bytes(kind)) return Deed::renamed;
-    if (kind == Kind::price) return _rules.scale != 1 ? Deed::scaled : Deed::kept;
-    if (Inspect::is_floating(kind) || kind == Kind::boolean || kind == Kind::enumeration) return Deed::kept;
+    if (kind == Kind::price) return _rules.scale != 1 ? std::optional(Deed::scaled) : std::nullopt;
+    if (Inspect::is_floating(kind) || kind == Kind::boolean || kind == Kind::enumeration) return {};
     if (!value.field.identifies.empty()) return Deed::renamed;
-    return !value.field.station.empty() && _rules.shift != 0 ? Deed::shifted : Deed::kept;
+    return !value.field.station.empty() && _rules.shift != 0 ? std::optional(Deed::shifted) : std::nullopt;
 }
 
 std::string Scrubber::body(Velmora::MsgType_t id, std::string_view body) {
@@ -143,24 +144,17 @@ std::string Scrubber::body(Velmora::MsgType_t id, std::string_view body) {
     to.reserve(body.size() + 16);
     Inspect::walk_body(type, body, [&](const BodyValue& value) {
         if (value.end == value.begin) return false; // from here on all are missing, and read as zeros
-        const Deed deed = deedFor(value);
-        const bool isAskedFor =
-            deed == Deed::kept
-            && std::find(_rules.kept.begin(), _rules.kept.end(), value.field.name) != _rules.kept.end();
-        if (deed != Deed::kept || isAskedFor) ++_done[{std::string(type.name), std::string(value.field.name), deed}];
-        write(value, deed, body, to);
+        const std::optional<Deed> deed = deedFor(value);
+        if (deed) ++_done[{std::string(type.name), std::string(value.field.name), *deed}];
+        if (!deed || deed == Deed::kept)
+            to += body.substr(value.begin, value.end - value.begin);
+        else if (Inspect::is_bytes(value.value.kind))
+            writeText(value, *deed, body, to);
+        else
+            writeNumber(value.value.kind, numberFor(value, *deed), to);
         return true;
     });
     return to;
-}
-
-void Scrubber::write(const BodyValue& value, Deed deed, std::string_view body, std::string& to) {
-    if (deed == Deed::kept)
-        to += body.substr(value.begin, value.end - value.begin);
-    else if (Inspect::is_bytes(value.value.kind))
-        writeText(value, deed, body, to);
-    else
-        writeNumber(value.value.kind, numberFor(value, deed), to);
 }
 
 void Scrubber::writeText(const BodyValue& value, Deed deed, std::string_view body, std::string& to) {

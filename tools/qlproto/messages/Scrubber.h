@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -41,8 +42,7 @@ class Scrubber {
     const std::map<Done, uint64_t>& done() const { return _done; }
 
   private:
-    Deed deedFor(const Inspect::BodyValue& value) const;
-    void write(const Inspect::BodyValue& value, Deed deed, std::string_view body, std::string& to);
+    std::optional<Deed> deedFor(const Inspect::BodyValue& value) const; ///< none: nothing, without being asked
     void writeText(const Inspect::BodyValue& value, Deed deed, std::string_view body, std::string& to);
     int64_t numberFor(const Inspect::BodyValue& value, Deed deed);
 
