@@ -30,6 +30,13 @@ std::string hashOfEnds(const std::string& path) {
     return digits;
 }
 
+/// Throws an exception of json: numbers with a fraction or an exponent may be more than any integer holds.
+template <class T>
+T integerOf(const nlohmann::json& json) {
+    if (!json.is_number_integer()) throw nlohmann::json::type_error::create(302, "no integer", &json);
+    return json.get<T>();
+}
+
 /// By their place in the protocol.
 std::vector<Velmora::MsgType_t> idsOf(const Inspect::Protocol& protocol) {
     std::vector<Velmora::MsgType_t> ids;
@@ -133,11 +140,13 @@ bool Index::read(const std::string& text) try {
     if (head.at("index") != 1 || head.at("size") != _size || head.at("messages") != json(ids)
         || head.at("ends") != hashOfEnds(_capture))
         return false;
-    _packets = head.at("packets");
+    _packets = integerOf<uint64_t>(head.at("packets"));
     while (at != text.npos && at + 1 < text.size()) {
         const std::size_t end = text.find('\n', at + 1);
         const json it = json::parse(text.substr(at + 1, end - at - 1));
-        Part part{it.at(0), it.at(1), {it.at(2), it.at(3)}, it.at(4), it.at(5), it.at(6), bitsOf(it.at(7), ids.size())};
+        const auto count = [&it](std::size_t i) { return integerOf<uint64_t>(it.at(i)); };
+        const auto time = [&it](std::size_t i) { return integerOf<int64_t>(it.at(i)); };
+        Part part{count(0), count(1), {count(2), count(3)}, time(4), time(5), count(6), bitsOf(it.at(7), ids.size())};
         const uint64_t least = _parts.empty() ? 1 : _parts.back().packet + 1;
         if (part.packet < least || part.packet > _packets || part.place.file > _size
             || part.offset < part.place.contents || (!_parts.empty() && part.offset <= _parts.back().offset))
