@@ -91,15 +91,17 @@ JournalFileReader::JournalFileReader(const std::string& path)
 /// What follows so many bytes after the position: `size` bytes or more, fewer only where the file ends now.
 std::string_view JournalFileReader::peek(size_t at, size_t size) {
     while (_end - _begin < at + size && !_isAtEnd) {
+        if (_isTail) _end = _begin; // whoever writes may have cut it off since, and written something else there
         if (_begin + at + size > CAPACITY) {
             std::memmove(_bytes.get(), _bytes.get() + _begin, _end - _begin);
             _end -= std::exchange(_begin, 0);
         }
         const auto offset = static_cast<off_t>(_position + _end - _begin);
-        const ssize_t got = ::pread(_file.number(), _bytes.get() + _end, CAPACITY - _end, offset);
+        const size_t room = CAPACITY - _end;
+        const ssize_t got = ::pread(_file.number(), _bytes.get() + _end, room, offset);
         if (got < 0 && errno == EINTR) continue;
         if (got < 0) throw Capture::IoError(_path + ": " + std::strerror(errno));
-        _isAtEnd = got == 0;
+        _isTail = _isAtEnd = static_cast<size_t>(got) < room;
         _end += static_cast<size_t>(got);
     }
     const std::string_view held(_bytes.get() + _begin, _end - _begin);

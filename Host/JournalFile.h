@@ -65,6 +65,7 @@ class JournalFileReader {
     std::unique_ptr<char[]> _bytes;
     size_t _begin = 0, _end = 0; ///< of what was read of the file from the position on
     bool _isAtEnd = false;       ///< of the file, for now
+    bool _isTail = false;        ///< what was read ends where the file did
     uint64_t _damages = 0;
 };
 

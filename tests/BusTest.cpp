@@ -249,6 +249,29 @@ TEST_F(Journals, AreFollowedWhileTheyGrow) {
     EXPECT_FALSE(reader.next(record));
 }
 
+// A reader has seen the start of a message that was cut off then, and something else stands there now.
+TEST_F(Journals, AreFollowedWhereTheirEndIsWrittenAnew) {
+    {
+        Journal journal(path);
+        append(journal, 1);
+    }
+    const std::string name = "journal/" + JournalFile::in(path)[0].name;
+    std::string torn;
+    const std::string body(500, 'x');
+    appendJournalBlock(torn, {.id = 7, .body = body, .time = 1, .sequence = 2});
+    folder.write(name, folder.content(name) + torn.substr(0, 100));
+    JournalReader reader(path);
+    ASSERT_TRUE(reader.next(record));
+    Journal journal(path);
+    EXPECT_EQ(journal.cutOff(), 100u);
+    for (uint64_t i = 2; i <= 5; ++i) {
+        append(journal, i);
+        ASSERT_TRUE(reader.next(record));
+        EXPECT_EQ(numberOf(record), i);
+    }
+    EXPECT_EQ(reader.lost() + reader.damages(), 0u);
+}
+
 /// A limit on the size of files stands for a disk that is full.
 class FullDisk {
   public:
@@ -291,7 +314,12 @@ TEST_F(Journals, OutliveTheirWriters) {
     auto* const acknowledged =
         static_cast<uint64_t*>(mmap(nullptr, 4096, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
     std::mt19937 random(5);
-    uint64_t last = 0;
+    uint64_t last = 0, followed = 0;
+    std::filesystem::create_directory(path);
+    JournalReader follower(path);
+    const auto follow = [&] {
+        for (; follower.next(record); ++followed) ASSERT_EQ(numberOf(record), followed + 1);
+    };
     for (int round = 0; round < 20; ++round) {
         const pid_t child = fork();
         if (child == 0) {
@@ -301,7 +329,8 @@ TEST_F(Journals, OutliveTheirWriters) {
                 __atomic_store_n(acknowledged, i, __ATOMIC_SEQ_CST);
             }
         }
-        std::this_thread::sleep_for(std::chrono::microseconds(2000 + random() % 5000));
+        const auto end = std::chrono::steady_clock::now() + std::chrono::microseconds(2000 + random() % 5000);
+        while (std::chrono::steady_clock::now() < end) follow();
         kill(child, SIGKILL);
         waitpid(child, nullptr, 0);
         const Journal journal(path);
@@ -312,6 +341,9 @@ TEST_F(Journals, OutliveTheirWriters) {
     }
     EXPECT_EQ(readFrom(From::oldest()), numbers(1, last));
     EXPECT_GT(last, 100u);
+    follow();
+    EXPECT_EQ(followed, last);
+    EXPECT_EQ(follower.lost() + follower.damages(), 0u);
 }
 
 // --- buses
