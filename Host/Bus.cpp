@@ -1,5 +1,8 @@
 #include "Host/Bus.h"
 
+#include <algorithm>
+#include <cctype>
+
 #include "Capture/Packet.h"
 #include "Capture/Verification.h"
 
@@ -21,8 +24,9 @@ size_t Subscription::poll(int milliseconds) {
         take(record);
         ++passed;
     }
-    if (passed != 0 || !_source->wait(milliseconds)) return passed;
-    return poll(0);
+    if (passed == 0) return _source->wait(milliseconds) ? poll(0) : 0;
+    _source->done();
+    return passed;
 }
 
 void Subscription::take(const Record& record) {
@@ -56,13 +60,36 @@ Inspect::Encoded Bus::publish(Velmora::MsgType_t id, const void* message, int64_
     }
 }
 
+std::unique_ptr<Source> Bus::readAs(const std::string& name, From from) {
+    const auto isGood = [](unsigned char c) { return std::isalnum(c) != 0 || c == '-' || c == '_'; };
+    if (name.empty() || name.size() > LONGEST_READER_NAME || !std::ranges::all_of(name, isGood))
+        throw std::invalid_argument("'" + name + "' is no name of a reader: 1 to " + std::to_string(LONGEST_READER_NAME)
+                                    + " letters, digits, '-' and '_'");
+    return readNamed(name, from);
+}
+
+std::string shownUrl(std::string url) {
+    const size_t scheme = url.find("://");
+    if (scheme == url.npos) return url;
+    size_t begin = scheme + 3; // of a server
+    for (size_t at = begin; at < url.size() && url[at] != '/' && url[at] != '?';) {
+        if (url[at] == '@') {
+            url.erase(begin, at + 1 - begin);
+            at = begin;
+        } else if (url[at++] == ',') {
+            begin = at;
+        }
+    }
+    return url;
+}
+
 std::unique_ptr<Bus> openBus(const std::string& url, Topics topics, std::span<const Engine> engines) {
     std::string known;
     for (const Engine& engine : engines) {
         if (url.starts_with(std::string(engine.scheme) + ':')) return engine.open(url, std::move(topics));
         known += (known.empty() ? "" : ", ") + std::string(engine.scheme) + ':';
     }
-    throw BusError(url + ": no bus that this program knows (" + known + ")");
+    throw BusError(shownUrl(url) + ": no bus that this program knows (" + known + ")");
 }
 
 } // namespace Host

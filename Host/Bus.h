@@ -8,6 +8,8 @@
 //                                               .lost = [](uint64_t messages) { ... }});
 //     while (...) subscription->poll(1000);
 //
+//     const auto risk = bus->subscribeAs("risk", {}, From::oldest(), handler);    // goes on where "risk" stopped
+//
 // All that is published on a bus has one sequence. Whoever subscribes is told how many messages came and went that he did
 // not see: by poll(), in his own thread, which is the only one that handlers are called in. Who is slow holds up himself.
 //
@@ -44,7 +46,7 @@ class Subscription {
 
     /// Hands over what there is, up to a few hundred messages; if there is nothing, waits so many milliseconds for it.
     /// Returns how many messages it went over, those that the filter leaves out among them. Throws what the source and
-    /// the handlers throw.
+    /// the handlers throw. What it went over when it returns has been dealt with (see Bus::subscribeAs).
     size_t poll(int milliseconds);
 
     uint64_t delivered() const { return _delivered; } ///< messages that were handed over
@@ -75,12 +77,18 @@ class Bus {
     Bus(const Bus&) = delete;
     Bus& operator=(const Bus&) = delete;
 
-    /// Publishes the message; returns its sequence. Throws BusError, and std::length_error for a body that is longer than
+    /// Publishes the message; returns its sequence. From any thread. Throws BusError, and std::length_error for a body that is longer than
     /// captures hold. The body is not verified: subscribers do that.
     virtual uint64_t publish(const Record& record) = 0;
 
     /// Reads all that is published, unfiltered. Throws BusError. REQUIRES: the bus outlives it.
     virtual std::unique_ptr<Source> read(From from) = 0;
+
+    /// Reads under a name, which consists of letters, digits, '-' and '_': on from where the reader of that name stopped, in
+    /// this process or another; the first one begins at `from`. What was given out and not told to be done() comes again.
+    /// One at a time has a name, until it goes or its process dies. Throws as read() does, also if another one has it, and
+    /// std::invalid_argument for what is no name. REQUIRES: as above.
+    std::unique_ptr<Source> readAs(const std::string& name, From from);
 
     /// Tells the bus that this process keeps a journal of it. Engines that keep messages themselves need none: they do nothing.
     virtual void journalIs(const KeptJournal& /*journal*/, uint64_t /*last*/) {}
@@ -88,6 +96,11 @@ class Bus {
     /// Throws as read() does, and std::invalid_argument for a filter that names no message. REQUIRES: as above.
     std::unique_ptr<Subscription> subscribe(const Filter& filter, From from, Handler handler) {
         return std::make_unique<Subscription>(_topics, filter, read(from), std::move(handler));
+    }
+    /// The same under a name (see readAs()): after a death, what the last poll() that returned had not gone over comes again.
+    std::unique_ptr<Subscription> subscribeAs(const std::string& name, const Filter& filter, From from,
+                                              Handler handler) {
+        return std::make_unique<Subscription>(_topics, filter, readAs(name, from), std::move(handler));
     }
 
     /// Encodes the message and publishes it. Nothing is published if that is refused; `sequence` is 0 then.
@@ -104,6 +117,9 @@ class Bus {
     const Topics& topics() const { return _topics; }
 
   private:
+    /// As readAs() says, of a good name.
+    virtual std::unique_ptr<Source> readNamed(const std::string& name, From from) = 0;
+
     const Topics _topics;
 };
 
@@ -115,6 +131,9 @@ struct Engine {
 
 /// Buses in shared memory: "mem:NAME", or "mem:/path/of/a/file"; see MemBus.h.
 extern const Engine MEM_ENGINE;
+
+/// The URL as people may see it: without user and password.
+std::string shownUrl(std::string url);
 
 /// Opens the bus that the URL tells, by one of these engines. Throws BusError.
 std::unique_ptr<Bus> openBus(const std::string& url, Topics topics,

@@ -6,6 +6,7 @@
 
 #include "Capture/Errors.h"
 #include "Host/Journal.h"
+#include "Host/RingPlace.h"
 
 namespace Host {
 
@@ -86,6 +87,33 @@ class MemSource : public Source {
     RingReader _reader;
 };
 
+/// The same under a name. The ring is told what has been dealt with.
+class NamedSource : public Source {
+  public:
+    NamedSource(const MemRing& ring, const std::string& name, From from)
+        : _place(ring, name), _source(ring, begin(ring, from)) {}
+
+    bool next(Record& record) override {
+        if (!_source.next(record)) return false;
+        _last = record.sequence;
+        return true;
+    }
+    bool wait(int milliseconds) override { return _source.wait(milliseconds); }
+    void done() override {
+        if (_last != 0) _place.goOnWith(_last + 1);
+    }
+
+  private:
+    From begin(const MemRing& ring, From from) {
+        if (_place.next() == 0 && from.kind == From::Kind::live) _place.goOnWith(ring.last() + 1);
+        return _place.next() != 0 ? From::at(_place.next()) : from;
+    }
+
+    RingPlace _place;
+    MemSource _source;
+    uint64_t _last = 0;
+};
+
 /// What becomes of the ring's errors.
 template <class Work>
 auto asBusError(Work work) {
@@ -110,6 +138,10 @@ Inspect::Encoded MemBus::publish(Velmora::MsgType_t id, const void* message, int
 
 std::unique_ptr<Source> MemBus::read(From from) {
     return asBusError([&] { return std::make_unique<MemSource>(_ring, from); });
+}
+
+std::unique_ptr<Source> MemBus::readNamed(const std::string& name, From from) {
+    return asBusError([&] { return std::make_unique<NamedSource>(_ring, name, from); });
 }
 
 void MemBus::journalIs(const KeptJournal& journal, uint64_t last) {

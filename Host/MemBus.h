@@ -7,6 +7,9 @@
 // Publishing takes a message into memory and waits for nobody: it outlives processes, not the machine. Who wants messages kept
 // lets a process record them (Recorder.h). That process tells the ring where, so that late joiners get from its journal what
 // the ring no longer holds; and if it cannot write, nothing is published until it can again, or dies.
+//
+// Where readers with names stopped is kept in the ring, for up to 64 names, and goes with it: after the machine has started
+// anew they begin as they would the first time.
 #pragma once
 
 #include "Host/Bus.h"
@@ -26,6 +29,8 @@ class MemBus : public Bus {
     void journalIs(const KeptJournal& journal, uint64_t last) override;
 
   private:
+    std::unique_ptr<Source> readNamed(const std::string& name, From from) override;
+
     MemRing _ring;
 };
 

@@ -14,20 +14,14 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 
 #include "Host/Record.h"
+#include "Host/RingFile.h"
 #include "Inspect/Checked.h"
 
 namespace Host {
-
-/// The file cannot be made or opened, or is none of this layout, or nothing may be published now.
-class RingError : public std::runtime_error {
-    using std::runtime_error::runtime_error;
-};
 
 /// Who keeps in a journal what is published on a ring.
 struct RingKeeper {
@@ -36,25 +30,18 @@ struct RingKeeper {
         refusal; ///< why it cannot be written to; empty if it can. Nothing is published then, while the process lives
 };
 
-namespace detail {
-struct RingHeader;
-}
-
 class MemRing {
   public:
-    static constexpr size_t LEAST_SIZE = 1 << 16;
-
     /// Opens the ring in that file, best one in /dev/shm, or makes it with `size` bytes for messages (rounded up to a
     /// power of two; of a ring that is there it is what it is). Throws RingError.
-    static MemRing open(const std::string& path, size_t size = 64 << 20);
-
-    MemRing(MemRing&&) = default;
-    MemRing& operator=(MemRing&&) = default;
+    static MemRing open(const std::string& path, size_t size = 64 << 20) {
+        return MemRing(detail::RingFile::open(path, size));
+    }
 
     /// Publishes a message; returns its sequence. From any thread. Throws std::length_error if the body is longer than
     /// longestBody(), and RingError if the journal that is kept of the ring cannot be written to.
     uint64_t publish(const Record& record);
-    /// Encodes the message into its place in the ring. Nothing is published if it is refused; `sequence` is 0 then.
+    /// Encodes the message and publishes it. Nothing is published if it is refused; `sequence` is 0 then.
     Inspect::Encoded publish(const Inspect::Protocol& protocol, Velmora::MsgType_t id, const void* message,
                              int64_t time, uint64_t& sequence);
 
@@ -64,21 +51,18 @@ class MemRing {
     void setKeeper(const RingKeeper& keeper);
     RingKeeper keeper() const;
 
+    uint64_t last() const; ///< sequence of the last message; 0 if there was none
     size_t size() const;
     size_t longestBody() const; ///< that the ring takes: an eighth of it, at most what captures do
 
   private:
     friend class RingReader;
+    friend class RingPlace;
 
-    struct Unmap {
-        size_t size;
-        void operator()(detail::RingHeader* header) const;
-    };
-    class Turn;
+    explicit MemRing(detail::RingFile file) : _file(std::move(file)) {}
+    detail::RingHeader& header() const { return _file.header(); }
 
-    MemRing(int file, const std::string& path);
-
-    std::unique_ptr<detail::RingHeader, Unmap> _header;
+    detail::RingFile _file;
 };
 
 /// One reader's place in a ring, which must outlive it.

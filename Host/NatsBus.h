@@ -6,9 +6,10 @@
 //
 //   replicas   servers that hold each message, if the stream is made by this
 //   patience   seconds for which publishing is tried while no server answers for the stream; else 30
-//   ca         certificates of authorities: the connection is encrypted (as it is if the URL begins with tls:)
+//   ca         certificates of authorities, by which the server proves that it is the host of the URL: without them, those of
+//              the system, if the server wants to be spoken to in secret
 //   cert, key  this side's own certificate and its key
-//   creds      file with the user's credentials; name and password may also stand in the URL
+//   creds      file with the user's credentials; name and password, or a token, may also stand before the host: user:word@host
 //
 // A message goes to the subject ql.FAMILY.MESSAGE.KEY (Topics.h), with the payload of a packet of captures: identifier and
 // body. Its time stands in the header QL-Time. Characters that no subject may hold are %XX; no key is "-".
@@ -18,9 +19,12 @@
 // processes, and with replicas the loss of a minority of servers. It may be lost if all of them lose power at once: a server of
 // this version writes to its disk some minutes later.
 //
+// A reader with a name is a durable consumer of that name: see `nats consumer info`. The server keeps its place with the stream.
+//
 // This class starts threads by its library, so that processes are not to be forked once a bus of this kind was opened.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -45,9 +49,11 @@ class NatsBus : public Bus {
     std::string subjectOf(const Record& record) const;
 
   private:
+    std::unique_ptr<Source> readNamed(const std::string& name, From from) override;
+
     const std::unique_ptr<NatsConnection> _connection;
     const std::string _publisher; ///< of this object alone, whatever it is called
-    uint64_t _published = 0;
+    std::atomic<uint64_t> _published = 0;
 };
 
 extern const Engine NATS_ENGINE;

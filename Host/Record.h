@@ -1,6 +1,7 @@
 // A message at its place in a sequence, and where to begin reading one: what rings, journals and buses have in common.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -30,6 +31,9 @@ struct From {
     static From since(int64_t time) { return {Kind::time, 0, time}; }
 };
 
+/// Bytes of the name of a reader that goes on where one of that name stopped.
+inline constexpr size_t LONGEST_READER_NAME = 48;
+
 /// Messages one after the other, from wherever they are read.
 class Source {
   public:
@@ -40,6 +44,8 @@ class Source {
     virtual bool next(Record& record) = 0;
     /// Waits until there may be one, for so many milliseconds at most. False if there is none.
     virtual bool wait(int milliseconds) = 0;
+    /// All that was given out has been dealt with: the next reader of this one's name, if it has one, goes on after it.
+    virtual void done() {}
 };
 
 } // namespace Host
