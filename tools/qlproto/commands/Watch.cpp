@@ -1,7 +1,6 @@
 // qlproto watch: messages as they are published, or statistics of them.
 #include <memory>
 
-#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include "Capture/Output.h"
@@ -11,6 +10,7 @@
 #include "tools/qlproto/live/LiveStats.h"
 #include "tools/qlproto/messages/CaptureScan.h"
 #include "tools/qlproto/messages/Rendering.h"
+#include "tools/qlproto/terminal/LiveView.h"
 #include "tools/qlproto/terminal/Terminal.h"
 
 namespace qlproto {
@@ -25,27 +25,6 @@ struct WatchOptions {
     Rendering::Options rendering;
 };
 
-/// The table, drawn over itself on a terminal once a second; else drawn once, at the end.
-class StatisticsView {
-  public:
-    void draw(LiveStats& stats, Capture::Output& output, bool isEnd) {
-        if (!_isTerminal && !isEnd) return;
-        winsize size{};
-        const bool isKnown = _isTerminal && ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_row > 4;
-        const auto now = Clock::now();
-        const double seconds = std::chrono::duration<double>(now - _last).count();
-        _last = now;
-        output.append(_isTerminal ? "\x1B[H\x1B[J" : "");
-        output.append(stats.text(seconds, isKnown ? size.ws_row - 3u : 1000u));
-        output.flush();
-    }
-
-  private:
-    using Clock = std::chrono::steady_clock;
-    const bool _isTerminal = isatty(STDOUT_FILENO) == 1;
-    Clock::time_point _last = Clock::now();
-};
-
 class Watcher {
   public:
     explicit Watcher(const WatchOptions& options)
@@ -53,13 +32,15 @@ class Watcher {
           _live(openLive(options.bus, options.span.from())),
           _filter(options.scan),
           _reader(options.scan.policy),
-          _rendering(options.rendering) {}
+          _rendering(options.rendering) {
+        if (options.isStatistics && isatty(STDOUT_FILENO) == 1) _view.start([this] { return _stats.text(); });
+    }
 
     int run() {
         Every second(std::chrono::seconds(1)), end(std::chrono::seconds(_options.span.seconds));
         uint64_t left = std::min(_options.span.messages, _options.scan.first);
         while (left != 0 && !isInterrupted() && !end.isDue()) {
-            if (_options.isStatistics && second.isDue()) _view.draw(_stats, _output, false);
+            if (_view.isOn() && second.isDue()) _view.draw();
             if (_live.source->next(_record)) {
                 if (take()) --left;
                 continue;
@@ -68,7 +49,8 @@ class Watcher {
             _output.flush();
             _live.source->wait(100);
         }
-        if (_options.isStatistics) _view.draw(_stats, _output, true);
+        _view.clear();
+        if (_options.isStatistics) _output.append(_stats.text());
         _output.close();
         return _isBad ? EXIT_BAD_DATA : EXIT_FINE;
     }
@@ -103,6 +85,7 @@ class Watcher {
     void complain(const std::string& what) {
         _isBad = true;
         if (_options.scan.isQuiet || _told++ >= _options.scan.faults) return;
+        _view.clear();
         tellFault(fmt::format("message {}: {}", _record.sequence, what));
     }
 
@@ -112,8 +95,8 @@ class Watcher {
     MessageReader _reader;
     Rendering _rendering;
     Capture::Output _output;
-    StatisticsView _view;
     LiveStats _stats;
+    LiveView _view; ///< of them, on a terminal
     Host::Record _record;
     std::string _bytes, _text;
     uint64_t _told = 0;

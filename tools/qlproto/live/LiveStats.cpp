@@ -1,6 +1,7 @@
 #include "tools/qlproto/live/LiveStats.h"
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 #include <fmt/format.h>
@@ -21,14 +22,15 @@ void LiveStats::add(const Host::Record& record, int64_t now) {
     kind.hop.add(std::max<int64_t>(0, now - record.time)); // clocks differ
 }
 
-std::string LiveStats::text(double seconds, std::size_t lines) {
-    const auto rate = [&](uint64_t now, uint64_t before) {
-        return fmt::format("{:.0f}", static_cast<double>(now - before) / std::max(seconds, 1e-3));
+std::string LiveStats::text() {
+    const auto now = Clock::now();
+    const double seconds = std::chrono::duration<double>(now - std::exchange(_told, now)).count();
+    const auto rate = [&](uint64_t all, uint64_t before) {
+        return fmt::format("{:.0f}", static_cast<double>(all - before) / std::max(seconds, 1e-3));
     };
     std::vector<std::pair<Velmora::MsgType_t, Kind*>> kinds;
     for (auto& [id, kind] : _kinds) kinds.emplace_back(id, &kind);
     std::ranges::stable_sort(kinds, std::ranges::greater{}, [](const auto& it) { return it.second->messages; });
-    if (kinds.size() > lines) kinds.resize(lines);
 
     Table table({"message", "messages", "/s", "bytes", "hop p50", "p99", "max"});
     for (auto& [id, kind] : kinds) {

@@ -1,6 +1,7 @@
 // What is known of the messages that came: how many, how fast, and how long they took to come here.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <map>
 #include <string>
@@ -19,11 +20,11 @@ class LiveStats {
 
     uint64_t messages() const { return _messages; }
 
-    /// A table for people, the most frequent messages first, at most so many lines; rates are of the `seconds` since the
-    /// last call.
-    std::string text(double seconds, std::size_t lines);
+    /// A table for people, the most frequent messages first; rates are of the time since the last call.
+    std::string text();
 
   private:
+    using Clock = std::chrono::steady_clock;
     struct Kind {
         uint64_t messages = 0, bytes = 0, before = 0; ///< before: messages at the last call
         Histogram hop;                                ///< nanoseconds from the message's time to its arrival
@@ -31,6 +32,7 @@ class LiveStats {
 
     std::map<Velmora::MsgType_t, Kind> _kinds;
     uint64_t _messages = 0, _bytes = 0, _before = 0, _faults = 0, _lost = 0;
+    Clock::time_point _told = Clock::now();
 };
 
 } // namespace qlproto
