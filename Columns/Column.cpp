@@ -61,20 +61,43 @@ const char* formatOf(Kind kind) {
 
 constexpr Kind TIME = Kind::int64;
 
+/// Bytes of a value while the column grows. What Arrow has in another form gets that when it is handed over.
+size_t widthOf(const std::string& format) {
+    switch (format[0]) {
+    case 'b': // bits
+    case 'c':
+    case 'C':
+        return 1;
+    case 's':
+    case 'S':
+        return 2;
+    case 'i':
+    case 'I':
+    case 'f':
+        return 4;
+    case 'u':
+    case 'z':
+    case '+':
+        return 0;
+    default: // 'd' has 16
+        return 8;
+    }
+}
+
 constexpr bool isPlain(char c) { return static_cast<unsigned char>(c) < 0x80 && c != '\\'; }
 
 /// Appends the first character of a text. What is no UTF-8 is mapped as in the strings of JSON (Inspect/Json.h): to \xHH, and
 /// a backslash to two. Returns how many bytes of the text that was.
-size_t appendMapped(std::string_view text, std::vector<uint8_t>& to) {
+size_t appendMapped(std::string_view text, Buffer& to) {
     const auto [value, length] = Inspect::first_code_point(text);
     const auto byte = static_cast<unsigned char>(text[0]);
     if (length == 0) {
-        for (const char c : {'\\', 'x', Inspect::HEX_DIGITS[byte >> 4], Inspect::HEX_DIGITS[byte & 15]})
-            to.push_back(static_cast<uint8_t>(c));
+        const char escape[] = {'\\', 'x', Inspect::HEX_DIGITS[byte >> 4], Inspect::HEX_DIGITS[byte & 15]};
+        to.append({escape, sizeof escape});
         return 1;
     }
-    if (byte == '\\') to.push_back(byte);
-    to.insert(to.end(), text.begin(), text.begin() + static_cast<std::ptrdiff_t>(length));
+    if (byte == '\\') to.append(text.substr(0, 1));
+    to.append(text.substr(0, length));
     return length;
 }
 
@@ -96,8 +119,8 @@ void release(ArrowSchema* schema) {
 
 /// What an array owns.
 struct OwnedArray {
-    std::vector<uint8_t> validity, values;
-    std::vector<int32_t> offsets;
+    std::vector<uint8_t> validity;
+    Buffer values, offsets;
     std::vector<const void*> buffers;
     std::vector<ArrowArray> columns;
     std::vector<ArrowArray*> pointers;
@@ -134,17 +157,20 @@ OwnedSchema& own(ArrowSchema& to, std::string format, std::string name, size_t c
 } // namespace
 
 Column::Column(std::string name, const Inspect::ValueInfo& value, std::optional<int> decimals)
-    : _name(std::move(name)), _format(formatOf(value.kind)), _kind(value.kind) {
+    : Column(std::move(name), formatOf(value.kind)) {
+    _kind = value.kind;
+    _enumeration = value.enumeration;
     if (decimals && _kind == Kind::price) _format = "d:19," + std::to_string(*decimals); // 19 digits hold any
     reset();
 }
 
-Column::Column(std::string name, const char* format) : _name(std::move(name)), _format(format), _kind(TIME) { reset(); }
+Column::Column(std::string name, const char* format)
+    : _name(std::move(name)), _format(format), _kind(TIME), _width(widthOf(_format)) {}
 
 Column& Column::within(Column column) { return _columns.emplace_back(std::move(column)); }
 
 size_t Column::bytes() const {
-    size_t all = _validity.size() + _values.size() + _offsets.size() * sizeof(int32_t);
+    size_t all = _validity.size() + _values.size() + _offsets.size();
     for (const Column& column : _columns) all += column.bytes();
     return all;
 }
@@ -152,80 +178,31 @@ size_t Column::bytes() const {
 void Column::reset() {
     _length = _nulls = 0;
     _validity.clear();
-    _values.clear();
-    _offsets.clear();
+    _values = Buffer();
+    _offsets = Buffer();
     _indices.clear();
     _names.clear();
-    if (Inspect::is_bytes(_kind) || _kind == Kind::vector) _offsets.push_back(0);
+    if (_width == 0 && _kind != Kind::record) _offsets.append(0, sizeof(int32_t));
 }
 
 // --- values
 
-void Column::valid(bool isValid) {
-    if (!isValid && _nulls++ == 0) _validity.assign((_length + 7) / 8, 0xFF); // all before are there
-    if (_nulls != 0) {
-        _validity.resize(_length / 8 + 1);
-        auto& byte = _validity.back();
-        const auto bit = static_cast<uint8_t>(1u << _length % 8);
-        byte = static_cast<uint8_t>(isValid ? byte | bit : byte & ~bit);
-    }
-    ++_length;
-}
-
-template <class T>
-void Column::append(T value) {
-    const size_t at = _values.size();
-    _values.resize(at + sizeof value);
-    std::memcpy(_values.data() + at, &value, sizeof value);
-}
-
-void Column::put(int64_t value) {
-    switch (_format[0]) {
-    case 'b':
-        if (_length % 8 == 0) _values.push_back(0);
-        _values.back() = static_cast<uint8_t>(_values.back() | (value != 0) << _length % 8);
-        break;
-    case 'c':
-    case 'C':
-        append(static_cast<int8_t>(value));
-        break;
-    case 's':
-    case 'S':
-        append(static_cast<int16_t>(value));
-        break;
-    case 'i':
-    case 'I':
-    case 'f': // only the zero that stands for a null
-        append(static_cast<int32_t>(value));
-        break;
-    case 'd': // of 128 bits
-        append(value);
-        append(value < 0 ? int64_t{-1} : int64_t{0});
-        break;
-    default:
-        append(value);
-    }
-}
-
-void Column::number(int64_t value) {
-    put(value);
-    valid(true);
+void Column::real(double value) {
+    number(_kind == Kind::float4 ? std::bit_cast<int32_t>(static_cast<float>(value)) : std::bit_cast<int64_t>(value));
 }
 
 void Column::text(std::string_view bytes) {
-    if (_format == "z") {
-        _values.insert(_values.end(), bytes.begin(), bytes.end());
-    } else {
+    if (_kind == Kind::string || _kind == Kind::stringFixed || _kind == Kind::cryptstring)
         while (!bytes.empty()) {
             size_t plain = 0;
             while (plain < bytes.size() && isPlain(bytes[plain])) ++plain;
-            _values.insert(_values.end(), bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(plain));
+            _values.append(bytes.substr(0, plain));
             bytes.remove_prefix(plain);
             if (!bytes.empty()) bytes.remove_prefix(appendMapped(bytes, _values));
         }
-    }
-    _offsets.push_back(static_cast<int32_t>(_values.size()));
-    valid(true);
+    _values.append(bytes);
+    _offsets.append(_values.size(), sizeof(int32_t));
+    ++_length;
 }
 
 void Column::word(size_t number_, std::string_view text_) {
@@ -238,39 +215,37 @@ void Column::word(size_t number_, std::string_view text_) {
     number(index);
 }
 
-void Column::name(const Inspect::Value& value) {
-    const auto number_ = static_cast<size_t>(value.number); // a byte
-    const bool isKnown = number_ < _indices.size() && _indices[number_] >= 0;
-    word(number_, isKnown ? std::string() : Inspect::number_text(value));
+void Column::enumerator(int64_t value) {
+    const auto number_ = static_cast<size_t>(value); // a byte
+    if (number_ < _indices.size() && _indices[number_] >= 0) return number(_indices[number_]);
+    word(number_, Inspect::number_text({.kind = _kind, .number = value, .text = {}, .enumeration = _enumeration}));
 }
 
-void Column::value(const Inspect::Value& value) {
-    if (value.is_text())
-        text(value.text);
-    else if (value.kind == Kind::enumeration)
-        name(value);
-    else if (value.kind == Kind::float4)
-        append(static_cast<float>(value.real)), valid(true);
-    else if (value.kind == Kind::float8)
-        append(value.real), valid(true);
-    else
-        number(value.number);
-}
+void Column::null() { nulls(1); }
 
-void Column::null() {
-    if (!_offsets.empty())
-        _offsets.push_back(_offsets.back());
-    else
-        put(0);
-    valid(false);
+void Column::nullsUpTo(size_t length) { nulls(length - _length); }
+
+void Column::nulls(size_t count) {
+    if (count == 0) return;
+    if (_width != 0) {
+        _values.appendZeros(count * _width);
+    } else {
+        const auto end = _offsets.last<uint32_t>();
+        for (size_t i = 0; i < count; ++i) _offsets.append(end, sizeof end);
+    }
+    const size_t end = _length + count;
+    _validity.resize((_length + 7) / 8, 0xFF); // all before are there
+    if (_length % 8 != 0) _validity.back() = static_cast<uint8_t>(_validity.back() & ~(0xFFu << _length % 8));
+    _validity.resize((end + 7) / 8, 0);
+    if (end % 8 != 0) _validity.back() = static_cast<uint8_t>(_validity.back() | 0xFFu << end % 8);
+    _length = end;
+    _nulls += count;
 }
 
 void Column::elements(size_t count) {
-    _offsets.push_back(_offsets.back() + static_cast<int32_t>(count));
-    valid(true);
+    _offsets.append(_offsets.last<uint32_t>() + count, sizeof(int32_t));
+    ++_length;
 }
-
-void Column::row() { valid(true); }
 
 // --- handing over
 
@@ -283,11 +258,33 @@ void Column::exportSchema(ArrowSchema& to) const {
     }
 }
 
-void Column::exportArray(ArrowArray& to) {
+/// The values in the form that Arrow has.
+Buffer Column::arrowValues() {
+    Buffer values;
+    if (_format[0] == 'd') { // of 128 bits
+        for (size_t i = 0; i < _length; ++i) {
+            int64_t value;
+            std::memcpy(&value, _values.data() + i * sizeof value, sizeof value);
+            values.append(static_cast<uint64_t>(value), sizeof value);
+            values.append(value < 0 ? ~uint64_t{0} : 0, sizeof value);
+        }
+    } else if (_format[0] == 'b') {
+        values.appendZeros((_length + 7) / 8);
+        for (size_t i = 0; i < _length; ++i)
+            values.data()[i / 8] = static_cast<uint8_t>(values.data()[i / 8] | (_values.data()[i] & 1) << i % 8);
+    } else {
+        values = std::move(_values);
+    }
+    return values;
+}
+
+void Column::exportArray(ArrowArray& to, size_t length) {
+    const bool isRecord = _kind == Kind::record, isVector = _kind == Kind::vector;
+    if (!isRecord) nullsUpTo(length);
     auto owned = std::make_unique<OwnedArray>();
     owned->columns.resize(_columns.size());
     for (size_t i = 0; i < _columns.size(); ++i) {
-        _columns[i].exportArray(owned->columns[i]);
+        _columns[i].exportArray(owned->columns[i], isVector ? _offsets.last<uint32_t>() : length);
         owned->pointers.push_back(&owned->columns[i]);
     }
     if (_kind == Kind::enumeration) {
@@ -295,13 +292,14 @@ void Column::exportArray(ArrowArray& to) {
         for (const std::string& it : _names) names.text(it);
         names.exportArray(owned->dictionary);
     }
+    if (_nulls != 0) _validity.resize((length + 7) / 8, 0xFF);
     owned->validity = std::move(_validity);
-    owned->values = std::move(_values);
+    owned->values = arrowValues();
     owned->offsets = std::move(_offsets);
     owned->buffers.push_back(_nulls != 0 ? owned->validity.data() : nullptr);
-    if (!owned->offsets.empty()) owned->buffers.push_back(owned->offsets.data());
-    if (_kind != Kind::record && _kind != Kind::vector) owned->buffers.push_back(owned->values.data());
-    to = {.length = static_cast<int64_t>(_length),
+    if (_width == 0 && !isRecord) owned->buffers.push_back(owned->offsets.data());
+    if (!isRecord && !isVector) owned->buffers.push_back(owned->values.data());
+    to = {.length = static_cast<int64_t>(length),
           .null_count = static_cast<int64_t>(_nulls),
           .offset = 0,
           .n_buffers = static_cast<int64_t>(owned->buffers.size()),

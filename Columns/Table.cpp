@@ -98,97 +98,71 @@ void Table::plan(std::vector<Column>& columns, size_t& at, const FieldInfo& fiel
 }
 
 void Table::plan(Column& column, Column* sentinel, const ValueInfo& value, const FieldInfo& field, bool isSecret) {
-    Step step{.kind = Step::Kind::value, .column = &column, .sentinel = sentinel};
-    if (value.kind == Kind::vector) {
-        const size_t begin = _steps.size();
-        step.kind = Step::Kind::vector;
-        _steps.push_back(step);
-        ++_vectors;
-        plan(column.columns()[0], nullptr, *value.element, field, isSecret);
-        --_vectors;
-        _steps[begin].end = _steps.size();
-        return;
-    }
+    using enum Target::Kind;
     if (value.kind == Kind::record) {
         size_t at = 0;
         for (const FieldInfo& inner : value.record->fields)
             if (takes(inner)) plan(column.columns(), at, inner, isSecret);
-        step.kind = Step::Kind::row;
-    } else if (isSecret && !_options.showsSecrets) {
-        step.kind = Step::Kind::secret;
-    } else if (isTime(field)) {
-        step.kind = Step::Kind::time;
+        return;
     }
-    _steps.push_back(step);
+    Target target{.kind = number, .column = &column, .sentinel = sentinel};
+    if (value.kind == Kind::vector)
+        target.kind = vector;
+    else if (isSecret && !_options.showsSecrets)
+        target.kind = secret;
+    else if (isTime(field))
+        target.kind = time;
+    else if (Inspect::is_bytes(value.kind))
+        target.kind = text;
+    else if (Inspect::is_floating(value.kind))
+        target.kind = real;
+    else if (value.kind == Kind::enumeration)
+        target.kind = word;
+    else if (sentinel != nullptr)
+        target.kind = price;
+    _targets.push_back(target);
+    if (value.kind != Kind::vector) return;
+    ++_vectors;
+    plan(column.columns()[0], nullptr, *value.element, field, isSecret);
+    --_vectors;
 }
 
 /// Puts the values of one body into the columns, as they come.
-class Table::Filling {
-  public:
-    explicit Filling(const std::vector<Step>& steps) : _steps(steps) { settle(); }
+struct Table::Filling {
+    const Target* const targets;
 
-    void take(const Inspect::Value& value) {
-        const Step& step = _steps[_at++];
-        switch (step.kind) {
-        case Step::Kind::vector: {
-            const auto count = static_cast<size_t>(value.number);
-            step.column->elements(count);
-            if (count == 0)
-                _at = step.end;
-            else
-                _loops.push_back({_at, step.end, count});
-            break;
-        }
-        case Step::Kind::secret:
-            step.column->null();
-            if (step.sentinel != nullptr) step.sentinel->null();
-            break;
-        case Step::Kind::time:
-            value.number != 0 ? step.column->number(value.number) : step.column->null();
-            break;
+    QL_FORCE_INLINE void number(size_t i, int64_t value) const {
+        const Target& to = targets[i];
+        switch (to.kind) {
+        case Target::Kind::word:
+            return to.column->enumerator(value);
+        case Target::Kind::time:
+            return value != 0 ? to.column->number(value) : to.column->null();
+        case Target::Kind::price:
+            if (const std::string_view name = Velmora::sentinelName(value); !name.empty()) return sentinel(to, name);
+            return to.column->number(value);
+        case Target::Kind::secret:
+            return to.column->null();
         default:
-            put(step, value);
-        }
-        settle();
-    }
-
-  private:
-    struct Loop {
-        size_t begin, end;
-        size_t left; ///< elements, the one at hand included
-    };
-
-    static void put(const Step& step, const Inspect::Value& value) {
-        if (step.sentinel == nullptr) return step.column->value(value);
-        const std::string_view name = Velmora::sentinelName(value.number);
-        if (name.empty()) {
-            step.column->value(value);
-            step.sentinel->null();
-        } else {
-            step.column->null();
-            step.sentinel->value({.kind = Kind::string, .text = name});
+            return to.column->number(value);
         }
     }
-
-    /// Ends records and elements whose last value has come.
-    void settle() {
-        for (;;) {
-            if (!_loops.empty() && _at == _loops.back().end) {
-                if (--_loops.back().left != 0)
-                    _at = _loops.back().begin;
-                else
-                    _loops.pop_back();
-            } else if (_at != _steps.size() && _steps[_at].kind == Step::Kind::row) {
-                _steps[_at++].column->row();
-            } else {
-                return;
-            }
-        }
+    void real(size_t i, double value) const {
+        const Target& to = targets[i];
+        to.kind == Target::Kind::secret ? to.column->null() : to.column->real(value);
     }
+    void text(size_t i, std::string_view bytes) const {
+        const Target& to = targets[i];
+        to.kind == Target::Kind::secret ? to.column->null() : to.column->text(bytes);
+    }
+    void elements(size_t i, size_t count) const { targets[i].column->elements(count); }
 
-    const std::vector<Step>& _steps;
-    size_t _at = 0;
-    std::vector<Loop> _loops;
+    /// Columns of sentinels, nearly all null, are filled up to where one is.
+    static void sentinel(const Target& to, std::string_view name) {
+        to.sentinel->nullsUpTo(to.column->length());
+        to.sentinel->text(name);
+        to.column->null();
+    }
 };
 
 void Table::add(const Origin& origin, std::string_view body) {
@@ -196,11 +170,7 @@ void Table::add(const Origin& origin, std::string_view body) {
     if (_time != nullptr) _time->number(origin.time);
     if (_identifier != nullptr) _identifier->number(_id);
     if (_capture != nullptr) _capture->word(origin.capture, _options.captures[origin.capture]);
-    Filling filling(_steps);
-    _values.read(body, [&](const Inspect::Value& value) {
-        filling.take(value);
-        return true;
-    });
+    _values.pour(body, Filling{_targets.data()});
     _table.row();
 }
 

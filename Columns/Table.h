@@ -55,7 +55,7 @@ class Table {
   public:
     /// `type` is that of the message with that identifier.
     Table(Velmora::MsgType_t id, const Inspect::TypeInfo& type, const Options& options);
-    Table(const Table&) = delete; // the steps refer to the columns
+    Table(const Table&) = delete; // the targets refer to the columns
     Table& operator=(const Table&) = delete;
 
     /// Adds a row. REQUIRES: verify() accepts the body; the texts of a batch have less than 2 GB together.
@@ -70,18 +70,11 @@ class Table {
     void exportBatch(ArrowArray& to) { _table.exportArray(to); }
 
   private:
-    /// What is done with a value, in the order in which values travel.
-    struct Step {
-        enum class Kind : uint8_t {
-            value,
-            time,
-            secret,
-            vector,
-            row, ///< no value comes: the record is at its end
-        } kind;
+    /// What becomes of the values of a field.
+    struct Target {
+        enum class Kind : uint8_t { number, real, text, vector, word, time, price, secret } kind;
         Column* column;
         Column* sentinel = nullptr; ///< of a price
-        size_t end = 0;             ///< of a vector: the step after those of its elements
     };
 
     bool takes(const Inspect::FieldInfo& field);
@@ -89,7 +82,7 @@ class Table {
     void plan(std::vector<Column>& columns, size_t& at, const Inspect::FieldInfo& field, bool isSecret);
     void plan(Column& column, Column* sentinel, const Inspect::ValueInfo& value, const Inspect::FieldInfo& field,
               bool isSecret);
-    class Filling;
+    struct Filling;
 
     const Velmora::MsgType_t _id;
     const Options _options;
@@ -98,7 +91,7 @@ class Table {
     size_t _vectors = 0;                   ///< that it is in
     Column _table;
     Column *_packet = nullptr, *_time = nullptr, *_identifier = nullptr, *_capture = nullptr; ///< null if not taken
-    std::vector<Step> _steps;
+    std::vector<Target> _targets; ///< of the values, in the order in which they travel
     Inspect::Selection _values;
 };
 

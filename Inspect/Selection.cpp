@@ -11,12 +11,6 @@
 namespace Inspect {
 namespace {
 
-template <class Signed>
-int64_t signed_number(Skipper& at) {
-    using Unsigned = std::make_unsigned_t<Signed>;
-    return Velmora::unzigzag<Signed>(at.number<Unsigned>());
-}
-
 /// A step of a path in a text.
 struct Piece {
     std::string_view name;
@@ -77,12 +71,14 @@ class Selection::Builder {
 
     void read(const ValueInfo& value, bool isSecret) {
         if (value.kind == Kind::vector)
-            elements({.kind = Step::Kind::shownVector, .value = value.kind, .isSecret = isSecret}, value, isSecret);
+            elements({.kind = Step::Kind::shownVector, .value = value.kind, .isSecret = isSecret, .number = _shown++},
+                     value, isSecret);
         else
             _steps.push_back({.kind = Step::Kind::read,
                               .value = value.kind,
                               .isSecret = isSecret,
                               .isTime = _isTime,
+                              .number = _shown++,
                               .enumeration = value.enumeration});
         _needed = _steps.size();
     }
@@ -173,6 +169,7 @@ class Selection::Builder {
     const Choose& _choose;
     std::vector<PathPiece> _path;
     bool _isTime = false;
+    size_t _shown = 0;  ///< values chosen so far
     size_t _first = 0;  ///< of the steps that belong to the same list as the next one
     size_t _needed = 0; ///< steps up to the last value chosen
 };
@@ -225,72 +222,24 @@ Value Selection::take(const Step& step, Skipper& at, std::string& room) {
                 .enumeration = step.enumeration,
                 .isSecret = step.isSecret,
                 .isTime = step.isTime};
-    switch (step.value) {
-    case Kind::boolean:
-        value.number = at.held<uint8_t>() != 0;
-        break;
-    case Kind::int8:
-        value.number = at.held<int8_t>();
-        break;
-    case Kind::uint8:
-    case Kind::enumeration:
-        value.number = at.held<uint8_t>();
-        break;
-    case Kind::int16:
-        value.number = signed_number<int16_t>(at);
-        break;
-    case Kind::int32:
-        value.number = signed_number<int32_t>(at);
-        break;
-    case Kind::int64:
-        value.number = signed_number<int64_t>(at);
-        break;
-    case Kind::price:
-        value.number = static_cast<int64_t>(at.price());
-        break;
-    case Kind::uint16:
-        value.number = at.number<uint16_t>();
-        break;
-    case Kind::uint32:
-        value.number = at.number<uint32_t>();
-        break;
-    case Kind::uint64:
-        value.number = static_cast<int64_t>(at.number<uint64_t>());
-        break;
-    case Kind::uint16Fixed:
-        value.number = at.held<uint16_t>();
-        break;
-    case Kind::uint32Fixed:
-        value.number = at.held<uint32_t>();
-        break;
-    case Kind::int64Fixed:
-        value.number = at.held<int64_t>();
-        break;
-    case Kind::float4:
-        value.real = at.held<float>();
-        break;
-    case Kind::float8:
-        value.real = at.held<double>();
-        break;
-    case Kind::stringFixed:
-        value.text = at.fixedText();
-        break;
-    case Kind::string:
-    case Kind::padding:
-    case Kind::blob:
-        value.text = at.text();
-        break;
-    case Kind::cryptstring:
-    case Kind::cryptblob:
-        room = at.text();
-        if (!room.empty()) Quillon::DumbCrypt::decrypt(room.data(), static_cast<int>(room.size()), 0);
-        value.text = room;
-        break;
-    case Kind::record:
-    case Kind::vector:
-        break; // have steps of their own
-    }
+    struct Filling {
+        Value& value;
+        std::string& room;
+        void number(size_t, int64_t it) { value.number = it; }
+        void real(size_t, double it) { value.real = it; }
+        void text(size_t, std::string_view it) {
+            const bool isDeciphered = value.kind == Kind::cryptstring || value.kind == Kind::cryptblob;
+            value.text = isDeciphered ? room.assign(it) : it;
+        }
+    } to{value, room};
+    hand(step, at, to);
     return value;
+}
+
+std::string_view Selection::decipher(std::string_view text, std::string& room) {
+    room = text;
+    if (!room.empty()) Quillon::DumbCrypt::decrypt(room.data(), static_cast<int>(room.size()), 0);
+    return room;
 }
 
 } // namespace Inspect
