@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <nlohmann/json.hpp>
 
@@ -411,21 +412,84 @@ TEST_F(ColumnsOfCaptures, ErrorsComeAfterWhatWasReadBefore) {
                  std::invalid_argument);
 }
 
-// A consumer may go at any time and keep what it has.
-TEST_F(ColumnsOfCaptures, BatchesOutliveTheirStream) {
+/// What a consumer may hold of a stream that it has not read to its end.
+struct Held {
     ArrowArrayStream stream;
-    Columns::exportStream({folder.path("good")}, Inspect::default_protocol(),
-                          {.table = "MktDataMessage", .batchRows = 5}, stream);
-    ArrowSchema schema;
-    ArrowArray first, second;
-    ASSERT_EQ(stream.get_schema(&stream, &schema), 0);
-    ASSERT_EQ(stream.get_next(&stream, &first), 0);
-    ASSERT_EQ(stream.get_next(&stream, &second), 0);
-    stream.release(&stream);
-    first.release(&first);
-    EXPECT_EQ(rowsOf(schema, second).at(0)["_packet"], 9);
-    second.release(&second);
-    schema.release(&schema);
+    ArrowSchema schema, field; ///< the field was moved out of the schema
+    ArrowArray first, second, column;
+
+    explicit Held(const std::string& path) {
+        Columns::exportStream({path}, Inspect::default_protocol(), {.table = "MktDataMessage", .batchRows = 5}, stream);
+        for (ArrowArray* batch : {&first, &second}) EXPECT_EQ(stream.get_next(&stream, batch), 0);
+        EXPECT_EQ(stream.get_schema(&stream, &schema), 0);
+        EXPECT_STREQ(schema.children[3]->name, "_capture");
+        field = std::exchange(*schema.children[3], {});
+        column = std::exchange(*second.children[3], {});
+    }
+
+    /// Releases one of them. None of the others may notice.
+    void release(int which) {
+        const auto end = [](auto& it) {
+            it.release(&it);
+            EXPECT_EQ(it.release, nullptr);
+        };
+        switch (which) {
+        case 0:
+            return end(stream);
+        case 1:
+            return end(schema);
+        case 2:
+            return end(field);
+        case 3:
+            return end(first);
+        case 4:
+            return end(second);
+        default:
+            return end(column);
+        }
+    }
+
+    /// Reads what is still there, with the schema of another stream where its own is gone.
+    void expectReadable(const ArrowSchema& other, const std::string& path) {
+        if (stream.release != nullptr) {
+            ArrowArray next;
+            ASSERT_EQ(stream.get_next(&stream, &next), 0);
+            EXPECT_EQ(next.length, 5);
+            next.release(&next);
+        }
+        if (first.release != nullptr) {
+            EXPECT_EQ(ArrowReader::value(other, first, 4)["_packet"], 8);
+        }
+        if (second.release != nullptr) {
+            EXPECT_EQ(ArrowReader::value(*other.children[0], *second.children[0], 0), 9);
+        }
+        if (column.release != nullptr) {
+            const ArrowSchema& known = field.release != nullptr ? field : *other.children[3];
+            EXPECT_EQ(ArrowReader::value(known, column, 4), path);
+        }
+        if (schema.release != nullptr) {
+            EXPECT_STREQ(schema.children[4]->name, "mvd");
+        }
+    }
+};
+
+// Consumers release what they have in any order, at any time, and go on with the rest.
+TEST_F(ColumnsOfCaptures, WhatIsReleasedFirstTakesNothingAlong) {
+    const std::string path = folder.path("good");
+    Held other(path);
+    std::array order{0, 1, 2, 3, 4, 5};
+    ArrowSchema whole;
+    ASSERT_EQ(other.stream.get_schema(&other.stream, &whole), 0);
+    do {
+        Held held(path);
+        for (const int which : order) {
+            held.expectReadable(whole, path);
+            held.release(which);
+        }
+        ASSERT_FALSE(HasFailure()) << testing::PrintToString(order);
+    } while (std::ranges::next_permutation(order).found);
+    for (const int which : order) other.release(which);
+    whole.release(&whole);
 }
 
 } // namespace
