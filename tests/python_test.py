@@ -138,6 +138,23 @@ class Captures(unittest.TestCase):
         few = qlproto.open(self.path).table("SubmitOrder", ["contents.side", "_packet"]).to_pandas()
         self.assertEqual(sorted(few.columns), ["_packet", "contents.side"])
 
+    def test_elements_of_lists_are_arrays(self):
+        entries = [it["body"]["mvd"]["mdEntryList"] for it in self.decoded("MktDataMessage")]
+        row = 0
+        for batch in qlproto.open(self.path).table("MktData", ["mvd.mdEntryList"], batch_rows=100).batches():
+            begins, prices = batch.offsets("mvd.mdEntryList"), batch.column("mvd.mdEntryList.price")
+            sides = batch.column("mvd.mdEntryList.side")
+            self.assertFalse(begins.flags.owndata or prices.flags.owndata)
+            for begin, end in zip(begins, begins[1:]):
+                self.assertEqual(prices[begin:end].tolist(), [int(it["price"]) for it in entries[row]])
+                self.assertEqual(sides[begin:end].tolist(), [it["side"] for it in entries[row]])
+                row += 1
+            with self.assertRaises(TypeError):
+                batch.offsets("mvd.mdEntryList.price")
+            with self.assertRaises(KeyError):
+                batch.column("mvd.mdEntryList.none")
+        self.assertEqual(row, len(entries))
+
     def test_arrays_keep_their_batches(self):
         capture = qlproto.open(self.path)
         table = capture.table("MktData", ["_packet", "batchID", "mvd.timeExchange"], batch_rows=50)

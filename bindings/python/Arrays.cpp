@@ -2,6 +2,7 @@
 
 #include <cstring>
 #include <string_view>
+#include <utility>
 
 #include "bindings/python/Values.h"
 
@@ -21,11 +22,10 @@ const T* valuesOf(const ArrowArray& array) {
     return static_cast<const T*>(array.buffers[1]);
 }
 
-/// An array of numpy over the buffer, which `owner` keeps.
-py::object shared(const char* type, const ArrowArray& array, const py::object& owner) {
+/// An array of numpy over a buffer, which `owner` keeps.
+py::object shared(const char* type, int64_t length, const void* buffer, const py::object& owner) {
     static const char nothing[8] = {};
-    const void* const data = array.length != 0 ? array.buffers[1] : nothing;
-    py::array result(py::dtype(type), {array.length}, data, owner);
+    py::array result(py::dtype(type), {length}, length != 0 ? buffer : nothing, owner);
     result.attr("setflags")(py::arg("write") = false);
     return result;
 }
@@ -122,6 +122,14 @@ py::object valueAt(const ArrowSchema& schema, const ArrowArray& array, size_t ro
     }
 }
 
+/// The values of a dictionary; none if it is null.
+py::list wordsOf(const ArrowSchema* schema, const ArrowArray* array) {
+    py::list words;
+    for (size_t i = 0; array != nullptr && i < static_cast<size_t>(array->length); ++i)
+        words.append(valueAt(*schema, *array, i));
+    return words;
+}
+
 /// A copy in which null is not a time.
 py::object times(const ArrowArray& array) {
     constexpr int64_t notATime = INT64_MIN;
@@ -158,6 +166,7 @@ py::list Batch::columns() const {
 Batch::Column Batch::find(const std::string& path) const {
     Column at{_schema.get(), &_array};
     for (size_t begin = 0; begin <= path.size();) {
+        while (std::string_view(at.schema->format) == "+l") at = {at.schema->children[0], at.array->children[0]};
         const size_t end = std::min(path.find('.', begin), path.size());
         const std::string_view name = std::string_view(path).substr(begin, end - begin);
         int64_t i = 0;
@@ -175,17 +184,29 @@ py::object Batch::column(const py::object& self, const std::string& path) {
     const char format = it.schema->format[0];
     if (it.schema->dictionary == nullptr && format == 't' && it.array->null_count != 0) return times(*it.array);
     if (const char* const type = typeOf(format); type != nullptr && it.schema->dictionary == nullptr)
-        return shared(type, *it.array, self);
+        return shared(type, it.array->length, it.array->buffers[1], self);
     const py::object numpy = py::module_::import("numpy");
     if (format == 'b' && it.array->null_count == 0) {
         const py::array bits = py::array(py::dtype("u1"), {(it.array->length + 7) / 8}, it.array->buffers[1], self);
         return numpy.attr("unpackbits")(bits, py::arg("count") = it.array->length, py::arg("bitorder") = "little")
             .attr("view")("bool");
     }
-    py::object result = numpy.attr("empty")(it.array->length, "O");
-    for (size_t i = 0; i < static_cast<size_t>(it.array->length); ++i)
-        result[py::int_(i)] = valueAt(*it.schema, *it.array, i);
+    const py::array result = numpy.attr("empty")(it.array->length, "O");
+    auto* const to = static_cast<PyObject**>(const_cast<void*>(result.data()));
+    const py::list words = wordsOf(it.schema->dictionary, it.array->dictionary);
+    for (size_t i = 0; i < static_cast<size_t>(it.array->length); ++i) {
+        py::object value = it.schema->dictionary == nullptr || isNull(*it.array, i)
+                               ? valueAt(*it.schema, *it.array, i)
+                               : py::object(words[static_cast<size_t>(valuesOf<int16_t>(*it.array)[i])]);
+        Py_XDECREF(std::exchange(to[i], value.release().ptr()));
+    }
     return result;
+}
+
+py::object Batch::offsets(const py::object& self, const std::string& path) {
+    const Column it = self.cast<const Batch&>().find(path);
+    if (std::string_view(it.schema->format) != "+l") throw py::type_error(path + " is no list");
+    return shared("i4", it.array->length + 1, it.array->buffers[1], self);
 }
 
 py::object Batch::valid(const std::string& path) const {
@@ -200,10 +221,9 @@ py::object Batch::valid(const std::string& path) const {
 py::tuple Batch::words(const py::object& self, const std::string& path) {
     const Column it = self.cast<const Batch&>().find(path);
     if (it.schema->dictionary == nullptr) throw py::type_error(path + " is no enumeration");
-    py::list words;
-    for (size_t i = 0; i < static_cast<size_t>(it.array->dictionary->length); ++i)
-        words.append(valueAt(*it.schema->dictionary, *it.array->dictionary, i));
-    if (it.array->null_count == 0) return py::make_tuple(shared("i2", *it.array, self), words);
+    const py::list words = wordsOf(it.schema->dictionary, it.array->dictionary);
+    if (it.array->null_count == 0)
+        return py::make_tuple(shared("i2", it.array->length, it.array->buffers[1], self), words);
     py::array_t<int16_t> numbers(it.array->length);
     for (size_t i = 0; i < static_cast<size_t>(it.array->length); ++i)
         numbers.mutable_data()[i] = isNull(*it.array, i) ? int16_t{-1} : valuesOf<int16_t>(*it.array)[i];

@@ -23,9 +23,12 @@ class Batch {
     size_t rows() const { return static_cast<size_t>(_array.length); }
     pybind11::list columns() const; ///< the paths of all but records, as in "contents.price"
 
-    /// The values of a column; `self` is this object as the interpreter has it. Numbers and times are arrays of numbers,
-    /// which share the buffers; times and texts that are null, and all that has no like in numpy, are copied.
+    /// The values of a column; of what stands in lists those of all elements, one after the other. `self` is this object as
+    /// the interpreter has it. Numbers and times are arrays of numbers, which share the buffers; times and texts that are
+    /// null, and all that has no like in numpy, are copied.
     static pybind11::object column(const pybind11::object& self, const std::string& path);
+    /// Of lists: the places of their first elements among all elements, and the end.
+    static pybind11::object offsets(const pybind11::object& self, const std::string& path);
     /// Which values are there, or None if all are.
     pybind11::object valid(const std::string& path) const;
     /// Of enumerations: the numbers of words, and the words; -1 is null.

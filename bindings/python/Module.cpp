@@ -291,6 +291,7 @@ PYBIND11_MODULE(_core, module) {
         .def("__len__", &Batch::rows)
         .def("columns", &Batch::columns)
         .def("column", [](const py::object& self, const std::string& path) { return Batch::column(self, path); })
+        .def("offsets", [](const py::object& self, const std::string& path) { return Batch::offsets(self, path); })
         .def("valid", &Batch::valid)
         .def("words", [](const py::object& self, const std::string& path) { return Batch::words(self, path); });
 }
