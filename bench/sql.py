@@ -1,7 +1,8 @@
 """Measures SQL over a capture: three questions by `qlproto query`, and the same over the JSON of `qlproto decode` by the same engine;
-export; what columns cost; the module for Python, where it is given. Prints a table.
+export; what columns cost in C++ and in Python, and json.loads of the same messages. Prints a table.
 
-    python3 bench/sql.py build/release/tools/qlproto/qlproto FOLDER MESSAGES [build/release/python]
+    cmake --build --preset release --target qlproto qlcolumns qlproto_python
+    python3 bench/sql.py build/release FOLDER MESSAGES
 
 The engine has to be there: scripts/setup sql. The JSON takes some 750 bytes a message in FOLDER, and tshark reads a hundredth.
 """
@@ -47,8 +48,40 @@ def run(what, *command, output=subprocess.DEVNULL, environment=None):
     return seconds
 
 
+SOME_COLUMNS = ["_time", "mvd.timeExchange", "mvd.timeApiClient", "mvd.fmID.feedID", "mvd.fmID.marketID"]
+BATCHES = "import qlproto; print(sum(map(len, qlproto.open({!r}).table('MktData', {}).batches())))"
+ARRAYS = "import qlproto; print(len(qlproto.open({!r}).table('MktData', {}).to_numpy()['_time']))"
+# What json.loads takes of the lines of MktData, those alone.
+LOADS = """
+import itertools, json, time
+took = count = 0
+with open({!r}) as lines:
+    lines = (line for line in lines if '"message":"MktDataMessage"' in line[:200])
+    while some := list(itertools.islice(lines, 50000)):
+        start = time.perf_counter()
+        for line in some: json.loads(line)
+        took += time.perf_counter() - start
+        count += len(some)
+print(f"json.loads of {{count}} MktData: {{took:.1f}} s")
+"""
+
+
+def python(what, build, script):
+    return run(what, "/usr/bin/python3", "-c", script, environment={"PYTHONPATH": build + "/python"})
+
+
+def columns(build, capture):
+    """Rates of columns by each road."""
+    for name, chosen in {"5 columns": SOME_COLUMNS, "all columns": []}.items():
+        ours = run(f"{name} of MktData, C++", build + "/bench/columns/qlcolumns", capture, "MktDataMessage", *chosen)
+        theirs = python(f"{name} of MktData, Python", build, BATCHES.format(capture, chosen))
+        print(f"\n{name}: Python has {ours / theirs:.2f} of the rate of C++\n", flush=True)
+    python("5 columns of MktData, Python, as arrays", build, ARRAYS.format(capture, SOME_COLUMNS))
+
+
 def main():
-    tool, folder, messages = os.path.abspath(sys.argv[1]), sys.argv[2], int(sys.argv[3])
+    build, folder, messages = os.path.abspath(sys.argv[1]), sys.argv[2], int(sys.argv[3])
+    tool = build + "/tools/qlproto/qlproto"
     os.makedirs(folder, exist_ok=True)
     capture, lines = f"{folder}/{messages}.pcap", f"{folder}/{messages}.ndjson"
     if not os.path.exists(capture):
@@ -61,12 +94,7 @@ def main():
     run("export, parquet", tool, "export", capture, "-o", folder + "/columns", "--format", "parquet")
     run("p99 by feed, parquet", tool, "query", capture,
         QUESTIONS["p99 by feed"][0].replace("MktData", f"read_parquet('{folder}/columns/MktData/*/*.parquet')"))
-    if len(sys.argv) > 4:
-        columns = '["_time", "mvd.timeExchange", "mvd.timeApiClient", "mvd.fmID.feedID", "mvd.fmID.marketID"]'
-        python = "/usr/bin/python3"
-        run("columns of MktData, Python", python, "-c",
-            f"import qlproto; print(len(qlproto.open({capture!r}).table('MktData', {columns}).to_numpy()['_time']))",
-            environment={"PYTHONPATH": sys.argv[4]})
+    columns(build, capture)
     small, plugin = folder + "/small.pcap", folder + "/plugin.lua"
     subprocess.run([tool, "slice", capture, "-o", small, "--first", str(messages // 100)], check=True)
     subprocess.run([tool, "dissector", "-o", plugin], check=True)
@@ -78,6 +106,7 @@ def main():
             written = run("decode --format json", tool, "decode", "--format", "json", "--time", "raw", capture, output=output)
     theirs = {name: run(f"{name}, JSON", tool, "query", capture, LINES.format(lines) + sql)
               for name, (_, sql) in QUESTIONS.items()}
+    subprocess.run(["/usr/bin/python3", "-c", LOADS.format(lines)], check=True)
     print("\nto the first answer, JSON to ours: " + ", ".join(
         f"{name} {(written + theirs[name]) / seconds:.1f}" for name, seconds in ours.items()))
     print(f"all columns to three: {every / few:.1f}")
