@@ -36,41 +36,54 @@ class Report {
     Report(const ScanOptions& options, const std::vector<std::string>& paths) : _options(options), _paths(paths) {}
 
     void add(const Capture::Packet& packet, uint64_t number) {
-        const uint64_t originalLength = packet.originalLength();
         ++_packets;
-        Fault fault{.packet = number,
-                    .offset = packet.offset,
-                    .capture = nameOf(packet.capture),
-                    .time = timeText(packet.time, _options.time)};
+        const bool isCut = packet.originalLength() != packet.bytes.size();
         const bool hasIdentifier = packet.bytes.size() >= Capture::IDENTIFIER_SIZE;
         const Velmora::MsgType_t id = hasIdentifier ? Capture::identifierOf(packet.bytes) : Velmora::MsgType_t{};
-        if (const Inspect::TypeInfo* const type = Inspect::reflect(thisTool.protocol, id); hasIdentifier && type)
-            fault.message = type->name;
-        if (originalLength != packet.bytes.size()) {
-            if (hasIdentifier) ++_byMessage[id].bad;
-            fault.what = cutText(packet, originalLength);
-            return note("cut by the capture", std::move(fault));
+        Inspect::Result result;
+        if (hasIdentifier) {
+            Count& count = _byMessage[id];
+            if (!isCut) {
+                const std::string_view body = packet.bytes.substr(Capture::IDENTIFIER_SIZE);
+                result = Capture::verifyBody(thisTool.protocol, id, body, _options.policy);
+                if (result) {
+                    ++_sound;
+                    ++count.sound;
+                    return;
+                }
+            }
+            ++count.bad;
         }
-        if (!hasIdentifier) return note("no identifier", std::move(fault));
-        const Inspect::Result result =
-            Capture::verifyBody(thisTool.protocol, id, packet.bytes.substr(Capture::IDENTIFIER_SIZE), _options.policy);
-        if (result) {
-            ++_sound;
-            ++_byMessage[id].sound;
-            return;
-        }
-        ++_byMessage[id].bad;
-        fault.field = result.path();
-        fault.what = fault.message.empty() ? result.text() : fmt::format("{}: {}", fault.message, result.text());
-        note(Inspect::to_string(result.fault), std::move(fault));
+        note(isCut           ? "cut by the capture"
+             : hasIdentifier ? Inspect::to_string(result.fault)
+                             : "no identifier",
+             [&] {
+                 Fault fault{.packet = number,
+                             .offset = packet.offset,
+                             .capture = nameOf(packet.capture),
+                             .time = timeText(packet.time, _options.time)};
+                 if (const Inspect::TypeInfo* const type = Inspect::reflect(thisTool.protocol, id);
+                     hasIdentifier && type)
+                     fault.message = type->name;
+                 if (isCut) {
+                     fault.what = cutText(packet, packet.originalLength());
+                 } else if (hasIdentifier) {
+                     fault.field = result.path();
+                     fault.what =
+                         fault.message.empty() ? result.text() : fmt::format("{}: {}", fault.message, result.text());
+                 }
+                 return fault;
+             });
     }
 
     void add(const Capture::Damage& damage, uint64_t after) {
-        note(damage.kind, {.packet = after,
-                           .offset = damage.offset,
-                           .capture = nameOf(damage.capture),
-                           .what = damage.text(),
-                           .isBetween = true});
+        note(damage.kind, [&] {
+            return Fault{.packet = after,
+                         .offset = damage.offset,
+                         .capture = nameOf(damage.capture),
+                         .what = damage.text(),
+                         .isBetween = true};
+        });
     }
 
     std::string text() const {
@@ -140,10 +153,13 @@ class Report {
 
     std::string nameOf(std::size_t capture) const { return _paths.size() > 1 ? _paths[capture] : ""; }
 
-    void note(const std::string& kind, Fault fault) {
+    /// Counts one, and calls `describe` if it is among the first: of a million faults most are only counted.
+    template <class Describe>
+    void note(const std::string& kind, Describe&& describe) {
         ++_byFault[kind];
-        fault.kind = kind;
-        if (_first.size() < _options.faults) _first.push_back(std::move(fault));
+        if (_first.size() >= _options.faults) return;
+        _first.push_back(describe());
+        _first.back().kind = kind;
     }
 
     const ScanOptions& _options;
