@@ -111,7 +111,7 @@ function chart(place, label, options, values) {
   const draw = (isPaper = false) => {
     node.replaceChildren();
     const size = {width: node.clientWidth || 600, height: 280}, own = options();
-    const plot = new uPlot({...size, ...own, ...(isPaper ? {width: 720, height: 170} : {})}, values, node);
+    const plot = new uPlot({...size, ...own, ...(isPaper ? {width: 720, height: 210} : {})}, values, node);
     const picture = node.querySelector(".u-wrap"); // not the legend, which can be read and clicked
     picture.setAttribute("role", "img");
     picture.setAttribute("aria-label", label);
