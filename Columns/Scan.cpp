@@ -33,11 +33,11 @@ struct Scan::Batch {
         size_t begin, size; ///< in `bytes`
     };
     struct Between {
+        size_t item;     ///< before which it stands
         uint64_t packet; ///< the one before
         Capture::Damage damage;
     };
     uint64_t number = 0;
-    size_t capture = 0;
     std::string bytes;
     std::vector<Item> items;
     std::vector<Between> damages;
@@ -46,9 +46,9 @@ struct Scan::Batch {
 };
 
 Scan::Scan(std::vector<std::string> captures, const Inspect::Protocol& protocol, Request request)
-    : _captures(std::move(captures)), _protocol(protocol), _request(std::move(request)) {
-    if (_captures.size() > INT16_MAX) throw std::length_error("too many captures");
-    _request.options.captures = _captures;
+    : _protocol(protocol), _request(std::move(request)), _captures(std::move(captures), protocol, _request.network) {
+    if (_captures.paths().size() > INT16_MAX) throw std::length_error("too many captures");
+    _request.options.captures = _captures.paths();
     if (_request.table == MESSAGES_TABLE || _request.table == FAULTS_TABLE) return;
     const Inspect::MessageInfo* const message = messageNamed(protocol, _request.table);
     if (message == nullptr) throw std::invalid_argument("there is no table " + _request.table);
@@ -58,12 +58,6 @@ Scan::Scan(std::vector<std::string> captures, const Inspect::Protocol& protocol,
 
 Scan::~Scan() = default;
 
-void Scan::open() {
-    _capture = std::make_unique<Capture::Reader>(_captures[_opened], _protocol);
-    ++_opened;
-    _packets = 0;
-}
-
 bool Scan::isOfConcern(const Capture::Packet& packet) const {
     if (_request.table == FAULTS_TABLE) return true;
     if (packet.time < _request.from || packet.time > _request.to) return false;
@@ -71,22 +65,19 @@ bool Scan::isOfConcern(const Capture::Packet& packet) const {
            || (packet.bytes.size() >= Capture::IDENTIFIER_SIZE && Capture::identifierOf(packet.bytes) == _id);
 }
 
-/// Gathers the next packets of one capture. What was read before an error comes first.
+/// Gathers the next packets. What was read before an error comes first.
 bool Scan::read(Batch& batch) {
     const std::lock_guard lock(_reading);
     batch.bytes.clear();
     batch.items.clear();
     batch.damages.clear();
-    if (_capture == nullptr && _failure == nullptr && _opened == _captures.size()) return false;
+    if (_isAtEnd && _failure == nullptr) return false;
     batch.number = _batches++;
     if (_failure) std::rethrow_exception(std::exchange(_failure, nullptr));
     try {
-        if (_capture == nullptr) open();
-        batch.capture = _opened - 1;
         gather(batch);
     } catch (...) {
-        _capture.reset();
-        _opened = _captures.size();
+        _isAtEnd = true;
         if (batch.items.empty()) throw;
         _failure = std::current_exception();
     }
@@ -96,17 +87,21 @@ bool Scan::read(Batch& batch) {
 void Scan::gather(Batch& batch) {
     Capture::Packet packet;
     while (batch.items.size() < _request.batchRows && batch.bytes.size() < BATCH_BYTES) {
-        const bool isThere = _capture->next(packet);
-        if (const Capture::Damage* const damage = _capture->damage()) {
+        const bool isThere = _captures.next(packet);
+        for (const Capture::Damage& damage : _captures.faults()) {
             ++_faults;
-            batch.damages.push_back({_packets, *damage});
+            const bool isAfter = isThere && damage.capture == packet.capture; // counted by then
+            batch.damages.push_back(
+                {batch.items.size(), _captures.messages(damage.capture) - (isAfter ? 1 : 0), damage});
         }
-        if (!isThere) return _capture.reset();
-        ++_packets;
+        if (!isThere) {
+            _isAtEnd = true;
+            return;
+        }
         if (isOfConcern(packet)) {
-            batch.items.push_back({{_packets, packet.time, batch.capture},
+            batch.items.push_back({{_captures.messages(packet.capture), packet.time, packet.capture},
                                    packet.offset,
-                                   _capture->originalLength(),
+                                   packet.originalLength(),
                                    batch.bytes.size(),
                                    packet.bytes.size()});
             batch.bytes.append(packet.bytes);
@@ -187,7 +182,7 @@ class Scan::Worker::PacketRows : public Rows {
                 const auto fault = faultOf(batch, item);
                 text("fault", fault ? fault->reason : std::string_view());
             }
-            endRow(batch.capture);
+            endRow(item.origin.capture);
         }
     }
     size_t rows() const override { return _table.length(); }
@@ -224,7 +219,7 @@ class Scan::Worker::PacketRows : public Rows {
         to->word(static_cast<size_t>(message - _scan._protocol.messages.data()), message->type->name);
     }
     void endRow(size_t capture) {
-        if (Column* const to = column("capture")) to->word(capture, _scan._captures[capture]);
+        if (Column* const to = column("capture")) to->word(capture, _scan._captures.paths()[capture]);
         _table.row();
     }
 
@@ -256,15 +251,15 @@ class Scan::Worker::FaultRows : public PacketRows {
 
     void add(const Batch& batch) override {
         auto damage = batch.damages.begin();
-        const auto damagesUpTo = [&](uint64_t packet) {
-            for (; damage != batch.damages.end() && damage->packet < packet; ++damage) add(*damage, batch.capture);
+        const auto damagesUpTo = [&](size_t item) {
+            for (; damage != batch.damages.end() && damage->item <= item; ++damage) add(*damage);
         };
-        for (const Batch::Item& item : batch.items)
-            if (const auto fault = faultOf(batch, item)) {
-                damagesUpTo(item.origin.packet);
-                add(*fault, item, batch);
+        for (size_t i = 0; i < batch.items.size(); ++i)
+            if (const auto fault = faultOf(batch, batch.items[i])) {
+                damagesUpTo(i);
+                add(*fault, batch.items[i], batch);
             }
-        damagesUpTo(UINT64_MAX);
+        damagesUpTo(SIZE_MAX);
     }
 
   private:
@@ -277,18 +272,18 @@ class Scan::Worker::FaultRows : public PacketRows {
         name(batch.packet(item));
         number("time", item.origin.time);
         fault.byte ? number("byte", static_cast<int64_t>(*fault.byte)) : null("byte");
-        endRow(batch.capture);
+        endRow(item.origin.capture);
     }
-    void add(const Batch::Between& it, size_t capture) {
+    void add(const Batch::Between& it) {
         number("packet", static_cast<int64_t>(it.packet));
         number("offset", static_cast<int64_t>(it.damage.offset));
         null("field");
         text("reason", it.damage.text());
-        text("kind", "damaged record");
+        text("kind", it.damage.kind);
         name("");
         null("time");
         null("byte");
-        endRow(capture);
+        endRow(it.damage.capture);
     }
 };
 

@@ -1,11 +1,11 @@
-// Captures as tables: of the messages of one type, of all packets, or of faults. Rows come in the order of the captures, a
-// batch at a time; memory does not depend on how large the captures are.
+// Captures as tables: of the messages of one type, of all packets, or of faults. Rows come in the order of the captures or, of
+// networks, of time, a batch at a time; memory does not depend on how large the captures are.
 //
 //     ArrowArrayStream stream;
 //     Columns::exportStream({"session.pcap"}, protocol, {.table = "MktDataMessage"}, stream);
 //
 //   a message's name   its messages whose bodies are sound (Table.h); nothing else of the captures is decoded
-//   "messages"         a row a packet: packet (its number), time, name (null if it is of no message), size (bytes of identifier
+//   "messages"         a row a packet, or message of a network: packet (its number), time, name (null if it is of no message), size (bytes of identifier
 //                      and body), fault (what is wrong with it; null if nothing is), capture
 //   "faults"           packet (after which it is, if it is between packets), offset (of the packet or the damage in the
 //                      capture, decompressed), field, reason, kind, name, time, byte (of the body), capture; null where it
@@ -17,11 +17,12 @@
 #include <exception>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "Capture/Reader.h"
+#include "Capture/MessageSequence.h"
 #include "Columns/Arrow.h"
 #include "Columns/Table.h"
 #include "Inspect/Verify.h"
@@ -38,6 +39,8 @@ struct Request {
     int64_t from = INT64_MIN, to = INT64_MAX;
     /// At most so many rows in a batch; fewer where packets are bad, or those of a batch take over 16 MB.
     size_t batchRows = 65536;
+    /// How messages stand in captures of networks; without, these cannot be read.
+    std::optional<Capture::NetworkOptions> network = {};
 };
 
 /// A scan of captures, on which several threads work.
@@ -63,10 +66,8 @@ class Scan {
 
     bool read(Batch& batch);
     void gather(Batch& batch);
-    void open();
     bool isOfConcern(const Capture::Packet& packet) const;
 
-    const std::vector<std::string> _captures;
     const Inspect::Protocol& _protocol;
     Request _request;
     const Inspect::TypeInfo* _type = nullptr; ///< null if the table is not of a message
@@ -74,9 +75,8 @@ class Scan {
     std::atomic<uint64_t> _faults = 0;
 
     std::mutex _reading; ///< guards the following
-    std::unique_ptr<Capture::Reader> _capture;
-    size_t _opened = 0;    ///< captures until now
-    uint64_t _packets = 0; ///< read of this one
+    Capture::MessageSequence _captures;
+    bool _isAtEnd = false;
     uint64_t _batches = 0;
     std::exception_ptr _failure; ///< of reading; not told yet
 };

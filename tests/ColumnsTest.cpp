@@ -9,6 +9,7 @@
 #include <bit>
 #include <nlohmann/json.hpp>
 
+#include "Capture/NetworkWriter.h"
 #include "Capture/Writer.h"
 #include "Inspect/Checked.h"
 #include "Inspect/Json.h"
@@ -396,6 +397,46 @@ TEST_F(ColumnsOfCaptures, WhatIsBadStandsInFaultsAndTheRestArrives) {
     size_t bad = 0;
     for (const Json& it : read({"bad"}, {.table = "messages"})) bad += it["fault"].is_string();
     EXPECT_EQ(bad, 4u);
+}
+
+/// A connection that goes on in another capture, which is named first.
+TEST_F(ColumnsOfCaptures, OfANetworkAreOneStreamInTheOrderOfTime) {
+    struct Halves : Capture::PacketSink {
+        Capture::Writer& writer() { return packets++ < 203 ? first : second; } // with the three that open it
+        void packet(const Capture::Packet& it) override { writer().packet(it); }
+        Capture::Writer first, second;
+        size_t packets = 0;
+        explicit Halves(const Folder& folder)
+            : first(folder.path("later-named"), {.linkType = Capture::LinkType::ETHERNET}),
+              second(folder.path("named-first"), {.linkType = Capture::LinkType::ETHERNET}) {}
+    } halves(folder);
+    const Capture::Framing framing = Capture::Framing::of("frames");
+    Capture::NetworkWriter network(halves, Capture::Transport::tcp, framing);
+    Capture::Reader capture(folder.path("good"));
+    for (Capture::Packet it; capture.next(it);) network.packet(it);
+    network.close();
+    halves.first.close();
+    halves.second.close();
+    for (const char* const table : {"SubmitOrderMessage", "messages"}) {
+        std::vector<Json> expected = read({"good"}, {.table = table}),
+                          rows = read({"named-first", "later-named"},
+                                      {.table = table, .batchRows = 7, .network = Capture::NetworkOptions{framing}});
+        ASSERT_EQ(rows.size(), expected.size());
+        EXPECT_EQ(rows.front()[table[0] == 'm' ? "capture" : "_capture"], folder.path("later-named"));
+        for (std::vector<Json>* const all : {&expected, &rows})
+            for (Json& it : *all)
+                for (const char* const differs : {"_capture", "capture", "_packet", "packet"}) it.erase(differs);
+        EXPECT_EQ(rows, expected);
+    }
+    const auto faultsOf = [&](const char* text) {
+        return read({"later-named"},
+                    {.table = "faults", .network = Capture::NetworkOptions{Capture::Framing::of(text)}});
+    };
+    EXPECT_EQ(faultsOf("frames").size(), 0u);
+    const std::vector<Json> faults = faultsOf("length:u32be, id:u16le, body");
+    ASSERT_EQ(faults.size(), 1u);
+    EXPECT_EQ(faults[0]["kind"], "no frame");
+    EXPECT_NE(faults[0]["reason"].get<std::string>().find("would fit"), std::string::npos) << faults[0];
 }
 
 TEST_F(ColumnsOfCaptures, ErrorsComeAfterWhatWasReadBefore) {

@@ -110,6 +110,17 @@ TEST_F(Sql, AnswersDoNotDependOnWhatIsDecoded) {
     }
 }
 
+TEST_F(Sql, OfANetworkIsThatOfItsMessages) {
+    folder.run("qlproto convert session.pcap --over tcp --framing frames --connections 3 -o net.pcap");
+    const std::string sql = "SELECT _packet, _time, contents FROM SubmitOrder ORDER BY 1";
+    const auto result = query(sql, "net.pcap --framing frames");
+    EXPECT_EQ(result.exitCode, 0) << result.err;
+    EXPECT_EQ(result.out, query(sql).out);
+    EXPECT_EQ(linesOf(query("SELECT count(*) FROM messages", "net.pcap --framing frames --port 7").out).at(1), "0");
+    EXPECT_EQ(query(sql, "net.pcap --framing fields").exitCode, 2);
+    EXPECT_EQ(query(sql, "net.pcap").exitCode, 1) << "it is of a network";
+}
+
 TEST_F(Sql, PacketsThatAreBadStandInFaults) {
     folder.run("head -c 100000 session.pcap > cut.pcap");
     const auto faults = query("SELECT packet, kind, capture FROM faults", "cut.pcap");
@@ -252,6 +263,16 @@ TEST_F(Export, FilesByMessageAndHourHoldTheRows) {
         EXPECT_EQ(json["contents"]["amount"], 0.0);
         EXPECT_EQ(json["contents"]["parameters"][0]["key"], "k");
     }
+}
+
+TEST_F(Export, TakesMessagesOutOfPacketsOfANetwork) {
+    folder.run("mkdir net; qlproto convert session.pcap --over udp --framing frames -o net/session.pcap");
+    const auto result = folder.run("qlproto export net/session.pcap --framing frames -o net --format csv");
+    EXPECT_NE(result.err.find("files written"), result.err.npos) << result.err;
+    folder.run("qlproto export session.pcap -o csv --format csv");
+    for (const char* const table : {"Timer", "SubmitOrder"})
+        EXPECT_EQ(folder.run("cat net/" + std::string(table) + "/*/* | sed 's/,net.session.pcap,/,session.pcap,/'").out,
+                  folder.run("cat csv/" + std::string(table) + "/*/*").out);
 }
 
 TEST_F(Export, GoesOnWhereItWasAndLeavesNoHalfFile) {

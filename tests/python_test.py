@@ -188,6 +188,17 @@ class Captures(unittest.TestCase):
             thread.join()
         self.assertEqual(counts, [20000] * 3)
 
+    def test_networks_give_the_messages_in_their_packets(self):
+        path = self.folder.name + "/net.pcap"
+        run("convert", self.path, "--over", "tcp", "--framing", "frames", "--connections", "2", "-o", path)
+        capture = qlproto.open(path, framing="frames", ports=[9001])
+        there = [(it.packet, it.time, it.bytes) for it in capture]
+        self.assertEqual(there, [(it.packet, it.time, it.bytes) for it in qlproto.open(self.path)])
+        self.assertEqual(len(capture.table("messages").to_numpy()["packet"]), len(there))
+        self.assertEqual(list(qlproto.open(path, framing="frames", ports=[1])), [])
+        self.assertRaises(qlproto.CaptureError, qlproto.open, path)
+        self.assertRaisesRegex(ValueError, "framing: 'id:u16'", qlproto.open, path, framing="id:u16, body")
+
     def test_damaged_captures_give_what_is_good(self):
         path = self.folder.name + "/cut.pcap"
         with open(self.path, "rb") as whole, open(path, "wb") as cut:

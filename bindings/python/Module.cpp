@@ -10,7 +10,7 @@
 #include <pybind11/stl.h>
 
 #include "Capture/Errors.h"
-#include "Capture/Reader.h"
+#include "Capture/MessageSequence.h"
 #include "Capture/Verification.h"
 #include "Columns/Scan.h"
 #include "Inspect/Checked.h"
@@ -48,6 +48,17 @@ Inspect::Policy policyOf(const std::string& name) {
           std::pair("tolerant", Inspect::tolerant), std::pair("rolling", Inspect::rolling)})
         if (name == known) return policy;
     throw py::value_error("no policy is " + name);
+}
+
+/// How messages stand in captures of networks; nothing if the framing is None.
+std::optional<Capture::NetworkOptions> networkOf(const std::optional<std::string>& framing,
+                                                 const std::vector<uint16_t>& ports) {
+    if (!framing) return std::nullopt;
+    try {
+        return Capture::NetworkOptions{Capture::Framing::of(*framing), ports};
+    } catch (const Capture::FramingError& error) {
+        throw py::value_error(std::string("framing: ") + error.what());
+    }
 }
 
 py::object verify(const py::object& nameOrId, const std::string& body, const std::string& policy) {
@@ -100,8 +111,9 @@ py::bytes encode(const py::object& nameOrId, const std::string& json) {
 /// The good messages of captures, one by one.
 class Messages {
   public:
-    Messages(std::vector<std::string> paths, const std::string& policy, const std::vector<std::string>& names)
-        : _paths(std::move(paths)), _policy(policyOf(policy)) {
+    Messages(std::vector<std::string> paths, const std::string& policy, const std::optional<std::string>& framing,
+             const std::vector<uint16_t>& ports, const std::vector<std::string>& names)
+        : _captures(std::move(paths), protocol(), networkOf(framing, ports)), _policy(policyOf(policy)) {
         for (const std::string& name : names) _ids.push_back(messageOf(py::str(name)).id);
     }
 
@@ -111,7 +123,8 @@ class Messages {
             const py::gil_scoped_release unlocked;
             if (!advance()) return py::none();
         }
-        return py::make_tuple(textOf(_type->name), _id, _packet.time, _number, _paths[_opened - 1],
+        return py::make_tuple(textOf(_type->name), _id, _packet.time, _captures.messages(_packet.capture),
+                              _captures.paths()[_packet.capture],
                               py::bytes(_packet.bytes.substr(Capture::IDENTIFIER_SIZE)), _values->object());
     }
 
@@ -119,22 +132,12 @@ class Messages {
 
   private:
     bool advance() {
-        for (;;) {
-            if (_capture == nullptr) {
-                if (_opened == _paths.size()) return false;
-                _capture = std::make_unique<Capture::Reader>(_paths[_opened], protocol());
-                ++_opened;
-                _number = 0;
-            }
-            const bool isThere = _capture->next(_packet);
-            if (_capture->damage() != nullptr) ++_faults;
-            if (!isThere) {
-                _capture.reset();
-                continue;
-            }
-            ++_number;
-            if (isTaken()) return true;
+        for (bool isThere = true; isThere;) {
+            isThere = _captures.next(_packet);
+            _faults += _captures.faults().size();
+            if (isThere && isTaken()) return true;
         }
+        return false;
     }
 
     bool isTaken() {
@@ -142,7 +145,7 @@ class Messages {
         const bool hasId = bytes.size() >= Capture::IDENTIFIER_SIZE;
         if (hasId) _id = Capture::identifierOf(bytes);
         if (hasId && !_ids.empty() && std::find(_ids.begin(), _ids.end(), _id) == _ids.end()) return false;
-        const auto fault = Capture::verifyPacket(protocol(), bytes, _capture->originalLength(), _policy);
+        const auto fault = Capture::verifyPacket(protocol(), bytes, _packet.originalLength(), _policy);
         if (fault) {
             ++_faults;
             return false;
@@ -154,13 +157,11 @@ class Messages {
         return true;
     }
 
-    const std::vector<std::string> _paths;
+    Capture::MessageSequence _captures;
     const Inspect::Policy _policy;
     std::vector<Velmora::MsgType_t> _ids; ///< all if empty
-    std::unique_ptr<Capture::Reader> _capture;
-    size_t _opened = 0;
     Capture::Packet _packet;
-    uint64_t _number = 0, _faults = 0;
+    uint64_t _faults = 0;
     Velmora::MsgType_t _id = 0;
     const Inspect::TypeInfo* _type = nullptr;
     std::optional<BodyValues> _values;
@@ -171,11 +172,13 @@ class Messages {
 class Stream {
   public:
     Stream(std::vector<std::string> paths, const std::string& table, const std::vector<std::string>& columns,
-           std::optional<int> decimals, bool showsSecrets, const std::string& policy, size_t batchRows) {
+           std::optional<int> decimals, bool showsSecrets, const std::string& policy, size_t batchRows,
+           const std::optional<std::string>& framing, const std::vector<uint16_t>& ports) {
         Columns::Request request{.table = table,
                                  .options = {.showsSecrets = showsSecrets, .decimals = decimals},
                                  .policy = policyOf(policy),
-                                 .batchRows = batchRows};
+                                 .batchRows = batchRows,
+                                 .network = networkOf(framing, ports)};
         if (!columns.empty())
             request.options.takes = [columns](Inspect::Path path) {
                 const std::string text = Inspect::path_text(path);
@@ -279,12 +282,14 @@ PYBIND11_MODULE(_core, module) {
     module.def("describe", [](const py::object& nameOrId) { return describe(*messageOf(nameOrId).type); });
 
     py::class_<Messages>(module, "Messages")
-        .def(py::init<std::vector<std::string>, const std::string&, const std::vector<std::string>&>())
+        .def(py::init<std::vector<std::string>, const std::string&, const std::optional<std::string>&,
+                      const std::vector<uint16_t>&, const std::vector<std::string>&>())
         .def("next", &Messages::next)
         .def_property_readonly("faults", &Messages::faults);
     py::class_<Stream>(module, "Stream")
         .def(py::init<std::vector<std::string>, const std::string&, const std::vector<std::string>&, std::optional<int>,
-                      bool, const std::string&, size_t>())
+                      bool, const std::string&, size_t, const std::optional<std::string>&,
+                      const std::vector<uint16_t>&>())
         .def("next", &Stream::next)
         .def("capsule", &Stream::capsule);
     py::class_<Batch>(module, "Batch")

@@ -97,8 +97,8 @@ class Message:
 
 
 class _Iterator:
-    def __init__(self, paths, policy, names):
-        self._messages = _core.Messages(paths, policy, names)
+    def __init__(self, paths, policy, network, names):
+        self._messages = _core.Messages(paths, policy, *network, names)
 
     def __iter__(self):
         return self
@@ -118,8 +118,8 @@ class _Iterator:
 class Table:
     """Messages of one type as columns. Each use reads the captures anew."""
 
-    def __init__(self, paths, name, columns, decimals, secrets, policy, batch_rows):
-        self._arguments = (paths, name, columns, decimals, secrets, policy, batch_rows)
+    def __init__(self, paths, name, columns, decimals, secrets, policy, batch_rows, network):
+        self._arguments = (paths, name, columns, decimals, secrets, policy, batch_rows, *network)
         self._stream().capsule()  # is there such a table?
 
     def _stream(self):
@@ -181,24 +181,24 @@ def _series(pandas, numpy, batch, path):
 class Capture:
     """One capture or several. Iterating gives the messages that are sound, in their order."""
 
-    def __init__(self, paths, policy):
-        self._paths, self._policy = paths, policy
+    def __init__(self, paths, policy, framing, ports):
+        self._paths, self._policy, self._network = paths, policy, (framing, list(ports))
         for path in paths:
-            _core.Stream([path], "messages", ["packet"], None, False, policy, 1).next()
+            _core.Stream([path], "messages", ["packet"], None, False, policy, 1, *self._network).next()
 
     def __iter__(self):
         return self.messages()
 
     def messages(self, names=()):
         """Iterates over messages of these names, or all; `faults` of the iterator counts the bad ones."""
-        return _Iterator(self._paths, self._policy, [names] if isinstance(names, str) else list(names))
+        return _Iterator(self._paths, self._policy, self._network, [names] if isinstance(names, str) else list(names))
 
     def table(self, name, columns=(), *, decimals=None, secrets=False, batch_rows=65536):
         """The messages of a type as columns, or "messages" or "faults". `columns` are paths, as in "contents.price"; only
         what they need is read. Prices and amounts are decimal numbers of `decimals`, or integers."""
         if name not in ("messages", "faults"):
             name = _core.message(name)[0]
-        return Table(self._paths, name, list(columns), decimals, secrets, self._policy, batch_rows)
+        return Table(self._paths, name, list(columns), decimals, secrets, self._policy, batch_rows, self._network)
 
     @property
     def faults(self):
@@ -220,13 +220,14 @@ def _plain(value):
     return int(value) if hasattr(value, "dtype") and value.dtype.kind in "iu" else value
 
 
-def open(path, policy="whole"):
-    """Opens a capture, several (a list of paths), or those in a folder. Raises CaptureError."""
+def open(path, policy="whole", framing=None, ports=()):
+    """Opens a capture, several (a list of paths), or those in a folder. Of networks, the framing tells how messages stand in
+    streams and datagrams, those of the ports alone if any are named. Raises CaptureError, or ValueError of a framing."""
     paths = [os.fspath(it) for it in path] if isinstance(path, (list, tuple)) else [os.fspath(path)]
     if len(paths) == 1 and os.path.isdir(paths[0]):
         names = (".pcap", ".pcapng", ".erf", ".pcap.zst", ".pcapng.zst", ".pcap.gz", ".pcapng.gz")
         paths = sorted(os.path.join(paths[0], it) for it in os.listdir(paths[0]) if it.endswith(names))
-    return Capture(paths, policy)
+    return Capture(paths, policy, framing, ports)
 
 
 def decode(name_or_id, body, policy="whole"):

@@ -68,7 +68,8 @@ class LineWriter : public TableWriter {
                               {.table = table,
                                .options = {.showsSecrets = _options.showsSecrets, .decimals = _options.decimals},
                                .policy = _options.policy,
-                               .batchRows = 16384},
+                               .batchRows = 16384,
+                               .network = _options.network},
                               stream);
         const std::unique_ptr<ArrowArrayStream, void (*)(ArrowArrayStream*)> owner(
             &stream, [](ArrowArrayStream* it) { it->release(it); });
@@ -135,7 +136,7 @@ class LineWriter : public TableWriter {
 /// The messages that occur in a capture, by name, in the order of the protocol.
 std::vector<std::string> tablesOf(const std::string& path, const ExportOptions& options) {
     std::set<Velmora::MsgType_t> met;
-    Capture::Reader capture(path, thisTool.protocol);
+    Capture::MessageSource capture({path}, thisTool.protocol, options.sql.network.options());
     for (Capture::Packet packet; capture.next(packet);)
         if (packet.bytes.size() >= Capture::IDENTIFIER_SIZE) met.insert(Capture::identifierOf(packet.bytes));
     std::vector<std::string> tables;
@@ -150,7 +151,7 @@ std::vector<std::string> tablesOf(const std::string& path, const ExportOptions& 
 }
 
 int exportCaptures(const ExportOptions& options) {
-    const sql::CaptureFiles captures(options.captures);
+    const sql::CaptureFiles captures(options.captures, options.sql.network);
     sql::ExportFolder folder(options.folder);
     std::size_t files = 0, kept = 0;
     bool hasFaults = false;

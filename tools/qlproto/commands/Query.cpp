@@ -93,7 +93,7 @@ int query(QueryOptions options) {
         tellFault("no capture is named");
         return EXIT_USAGE;
     }
-    const sql::CaptureFiles captures(options.arguments);
+    const sql::CaptureFiles captures(options.arguments, options.sql.network);
     sql::Database database(options.sql.of(captures.paths()));
     const std::string format = !options.format.empty() ? options.format : isatty(STDOUT_FILENO) == 1 ? "table" : "csv";
     const sql::RowForm form = format == "table" ? sql::RowForm::table

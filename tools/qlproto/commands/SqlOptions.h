@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "tools/qlproto/commands/Arguments.h"
+#include "tools/qlproto/messages/OpenCapture.h"
 #include "tools/qlproto/sql/Database.h"
 #include "tools/qlproto/terminal/Errors.h"
 
@@ -16,6 +17,7 @@ struct SqlOptions {
     int64_t priceScale = 1;
     bool showsSecrets = false;
     uint64_t memory = sql::DatabaseOptions().memory;
+    NetworkChoice network = {};
 
     sql::DatabaseOptions of(const std::vector<std::string>& captures) const {
         sql::DatabaseOptions options{
@@ -23,6 +25,7 @@ struct SqlOptions {
         int decimals = 0;
         for (int64_t scale = priceScale; scale > 1; scale /= 10) ++decimals;
         if (decimals != 0) options.decimals = decimals;
+        options.network = network.options();
         return options;
     }
 };
@@ -34,6 +37,7 @@ inline void addSqlOptions(CLI::App& command, SqlOptions& options) {
     command.add_flag("--secrets", options.showsSecrets, "Show passwords and other secrets, which are null otherwise");
     addNumber(command, "--memory", options.memory,
               "MB that the engine may take before it puts data into files of $TMPDIR", 64);
+    addNetworkChoice(command, options.network);
 }
 
 /// Each line of the engine's message on one of its own: it shows the place.

@@ -35,6 +35,11 @@ Capture::Framing NetworkChoice::read() const {
     }
 }
 
+std::optional<Capture::NetworkOptions> NetworkChoice::options() const {
+    if (!isMade()) return std::nullopt;
+    return Capture::NetworkOptions{read(), ports};
+}
+
 void addNetworkChoice(CLI::App& command, NetworkChoice& choice) {
     CLI::Option* const framing =
         command
@@ -67,12 +72,10 @@ const Capture::Definition& ownDefinition() {
 
 std::unique_ptr<Capture::MessageSource> openCaptures(const std::vector<std::string>& paths,
                                                      const NetworkChoice& network) {
-    std::optional<Capture::NetworkOptions> options;
-    if (network.isMade()) options = Capture::NetworkOptions{network.read(), network.ports};
     std::vector<std::string> differences;
     for (const std::string& path : paths)
         differences.push_back(path == "-" ? "" : Capture::differenceOfDefinition(path, ownDefinition()));
-    auto source = std::make_unique<Capture::MessageSource>(paths, thisTool.protocol, std::move(options));
+    auto source = std::make_unique<Capture::MessageSource>(paths, thisTool.protocol, network.options());
     for (std::size_t i = 0; i < paths.size(); ++i) {
         if (differences[i].empty())
             differences[i] =

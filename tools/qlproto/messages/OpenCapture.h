@@ -25,6 +25,9 @@ struct NetworkChoice {
 
     /// The framing. Throws FilterError if it is none, IoError if its file cannot be read. REQUIRES: isMade().
     Capture::Framing read() const;
+
+    /// What readers of captures take of it; nothing if it is not made. Throws as read() does.
+    std::optional<Capture::NetworkOptions> options() const;
 };
 
 /// Adds --framing and --port.

@@ -11,7 +11,6 @@
 #include <unistd.h>
 
 #include "Capture/Errors.h"
-#include "tools/qlproto/messages/OpenCapture.h"
 
 namespace qlproto::sql {
 
@@ -21,13 +20,13 @@ namespace {
 
 } // namespace
 
-CaptureFiles::CaptureFiles(std::vector<std::string> paths) : _paths(std::move(paths)) {
+CaptureFiles::CaptureFiles(std::vector<std::string> paths, const NetworkChoice& network) : _paths(std::move(paths)) {
     for (std::string& path : _paths) {
         if (path == "-") {
             if (_copy < 0) copyStandardInput();
             path = "/proc/self/fd/" + std::to_string(_copy);
         }
-        openCaptures({path});
+        openCaptures({path}, network);
     }
 }
 

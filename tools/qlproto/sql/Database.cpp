@@ -156,7 +156,8 @@ void Database::init(engine::InitInfo info) {
                                  .policy = database._options.policy,
                                  .from = times.from,
                                  .to = times.to,
-                                 .batchRows = engine.vector_size()};
+                                 .batchRows = engine.vector_size(),
+                                 .network = database._options.network};
         auto scanning = std::make_unique<Scanning>(database, std::move(request), std::move(columns));
         engine.init_set_init_data(info, scanning.release(), destroy<Scanning>);
         engine.init_set_max_threads(info, std::max(1u, std::thread::hardware_concurrency()));

@@ -15,6 +15,7 @@
 #include <string_view>
 #include <vector>
 
+#include "Capture/Network.h"
 #include "Inspect/Verify.h"
 #include "tools/qlproto/sql/DuckDb.h"
 #include "tools/qlproto/sql/Needs.h"
@@ -32,6 +33,7 @@ struct DatabaseOptions {
     bool showsSecrets = false;
     std::optional<int> decimals = std::nullopt; ///< of prices
     uint64_t memory = 320;                      ///< MB that the engine takes at most before it uses files
+    std::optional<Capture::NetworkOptions> network = std::nullopt; ///< see Columns::Request
 };
 
 struct ColumnOfResult {
