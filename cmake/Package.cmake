@@ -48,7 +48,7 @@ set(CPACK_DEBIAN_GENERATOR_PACKAGE_SECTION devel)
 set(CPACK_DEBIAN_GENERATOR_PACKAGE_DEPENDS "libqlprotocol-dev (= ${PROJECT_VERSION})")
 ql_describe(GENERATOR "protocol compiler"
     "This package holds qlgen, which makes the code of a protocol from its\ndefinition and compares definitions, and what tools of such protocols are\nbuilt with.")
-set(CPACK_DEBIAN_GENERATOR_PACKAGE_RECOMMENDS "libfmt-dev, libzstd-dev, nettle-dev, zlib1g-dev")
+set(CPACK_DEBIAN_GENERATOR_PACKAGE_RECOMMENDS "libfmt-dev, libpcap-dev, libzstd-dev, nettle-dev, zlib1g-dev")
 if(QL_BUILD_GENERATOR)
     list(APPEND CPACK_COMPONENTS_ALL generator)
 endif()

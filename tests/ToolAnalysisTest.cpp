@@ -2,6 +2,7 @@
 #include <map>
 #include <random>
 #include <set>
+#include <thread>
 #include <tuple>
 
 #include <fmt/format.h>
@@ -12,6 +13,7 @@
 #include <unistd.h>
 
 #include "Capture/Framer.h"
+#include "Capture/NetworkWriter.h"
 #include "tests/Sessions.h"
 #include "tests/ToolFolder.h"
 #include "tools/qlproto/analysis/Histogram.h"
@@ -148,6 +150,18 @@ TEST_F(Analysis, OfOneSessionIsTheSameOverANetwork) {
     }
 }
 
+/// A socket on the loopback interface, and its port.
+std::pair<int, std::string> boundSocket(int type) {
+    const int it = socket(AF_INET, type, 0);
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t size = sizeof(address);
+    EXPECT_EQ(bind(it, reinterpret_cast<sockaddr*>(&address), size), 0);
+    EXPECT_EQ(getsockname(it, reinterpret_cast<sockaddr*>(&address), &size), 0);
+    return {it, std::to_string(ntohs(address.sin_port))};
+}
+
 /// All messages in frames, to a pipe and over TCP; a connection that is refused is an error.
 TEST_F(Analysis, ReplaySendsWhatTheCaptureHolds) {
     const std::vector<Sent> sent = session(1, 300);
@@ -161,16 +175,10 @@ TEST_F(Analysis, ReplaySendsWhatTheCaptureHolds) {
     }
     EXPECT_EQ(folder.run("qlproto replay a.pcap --target - --speed max").out, framed);
 
-    const int listener = socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t size = sizeof(address);
-    ASSERT_EQ(bind(listener, reinterpret_cast<sockaddr*>(&address), size), 0);
-    ASSERT_EQ(getsockname(listener, reinterpret_cast<sockaddr*>(&address), &size), 0);
+    const auto [listener, port] = boundSocket(SOCK_STREAM);
     const std::string command =
         "qlproto replay a.pcap --speed 20 --framing 'seq:u32be, length:u16be, id:u16be, body' --target tcp:127.0.0.1:"
-        + std::to_string(ntohs(address.sin_port));
+        + port;
     EXPECT_EQ(folder.run(command).exitCode, 3); // nobody listens
     ASSERT_EQ(listen(listener, 1), 0);
     EXPECT_EQ(folder.run(command).exitCode, 0);
@@ -180,6 +188,51 @@ TEST_F(Analysis, ReplaySendsWhatTheCaptureHolds) {
     EXPECT_EQ(received, numbered);
     close(connection);
     close(listener);
+}
+
+/// What is sent on the loopback interface while it is tapped: packets as they are, and the messages in them as they come.
+TEST_F(Analysis, TapGivesWhatComesOnAnInterface) {
+    const ToolFolder::Result none = folder.run("qlproto tap -i none --seconds 9 -o x.pcap");
+    if (none.err.find("built without") != none.err.npos || none.err.find("cap_net_raw") != none.err.npos)
+        GTEST_SKIP() << none.err;
+    EXPECT_EQ(none.exitCode, 3);
+    EXPECT_NE(none.err.find("no interface is named 'none'; there are "), none.err.npos) << none.err;
+    EXPECT_EQ(folder.run("qlproto tap -i lo --filter 'tcp prot 1' -o x.pcap").exitCode, 2);
+    const auto [listener, tcp] = boundSocket(SOCK_STREAM);
+    const auto [sink, udp] = boundSocket(SOCK_DGRAM);
+    ASSERT_EQ(listen(listener, 1), 0);
+    folder.write("script", "TCP=" + tcp + " UDP=" + udp + " tool='" QLPROTO_TOOL "'" + R"(
+        listening() { until grep -q 'listening on lo' $1; do sleep 0.02; done; }
+        qlproto generate --messages 3000 --seed 7 -o a.pcap
+        $tool tap -i lo --filter "udp port $UDP" --first 3000 --seconds 60 -o udp.pcapng.zst 2>udp & udp=$!
+        $tool tap -i lo --filter "tcp port $TCP" --framing frames --seconds 60 2>tcp >fifo & tcp=$!
+        qlproto decode - <fifo >live & decode=$!
+        listening udp && listening tcp
+        qlproto replay a.pcap --target udp:127.0.0.1:$UDP --speed max
+        qlproto replay a.pcap --target tcp:127.0.0.1:$TCP --speed max
+        wait $udp || exit 2 # it ends after the last one
+        for i in $(seq 500); do test $(wc -l <live) = 3000 && break; sleep 0.02; done
+        kill -INT $tcp
+        wait $tcp && wait $decode || exit 3
+        qlproto decode udp.pcapng.zst --framing frames --port $UDP >stored || exit 4
+        for it in live stored; do
+            cmp <(cut -d' ' -f2- $it) <(qlproto decode a.pcap | cut -d' ' -f2-) || exit 5
+        done)");
+    std::thread server([listener = listener] { // takes what comes
+        const int connection = accept(listener, nullptr, nullptr);
+        for (char bytes[4096]; recv(connection, bytes, sizeof(bytes), 0) > 0;) {
+        }
+        close(connection);
+    });
+    const ToolFolder::Result result = folder.run("mkfifo fifo; . ./script");
+    shutdown(listener, SHUT_RDWR); // if nobody came
+    server.join();
+    close(listener);
+    close(sink);
+    const std::string told = folder.content("udp") + folder.content("tcp");
+    EXPECT_EQ(result.exitCode, 0) << result.out << result.err << told;
+    EXPECT_NE(told.find("3000 packets, 0 dropped by the kernel\n"), told.npos) << told;
+    EXPECT_NE(told.find("3000 messages in "), told.npos) << told;
 }
 
 /// Two taps, each of which lost packets, and whose clocks differ: what either has seen is there once, in either's order.

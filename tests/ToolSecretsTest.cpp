@@ -63,7 +63,7 @@ TEST_F(Secrets, AreHiddenByEveryCommand) {
     // Those that show no packets but may copy them, and those whose texts are asked for below or where an engine is.
     std::set<std::string> tested = {"completion", "convert", "corpus",  "encode", "enum",  "export",   "generate",
                                     "manpage",    "merge",   "metrics", "slice",  "index", "messages", "publish",
-                                    "query",      "record",  "replay",  "scrub",  "trace"};
+                                    "query",      "record",  "replay",  "scrub",  "tap",   "trace"};
     EXPECT_EQ(folder.run("qlproto slice --redact a.pcap -o c.pcap").exitCode, 2) << "it would not";
     for (const auto& it : cases) {
         tested.insert(it.command.substr(0, it.command.find(' ')));

@@ -12,8 +12,8 @@
 namespace qlproto {
 
 struct CaptureOutput {
-    std::string path;
-    std::string container; ///< empty: what the name says
+    std::string path = {};
+    std::string container = {}; ///< empty: what the name says
     bool isCompressed = false;
     uint64_t rotateSize = 0; ///< MB
     int64_t rotateTime = 0;  ///< seconds

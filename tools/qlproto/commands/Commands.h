@@ -61,6 +61,7 @@ void addSchema(CLI::App& app, Commands& commands);
 void addScrub(CLI::App& app, Commands& commands);
 void addSlice(CLI::App& app, Commands& commands);
 void addStats(CLI::App& app, Commands& commands);
+void addTap(CLI::App& app, Commands& commands);
 void addTemplate(CLI::App& app, Commands& commands);
 void addTrace(CLI::App& app, Commands& commands);
 void addVerify(CLI::App& app, Commands& commands);

@@ -153,10 +153,11 @@ int runTool(int argc, char** argv, std::span<const AddCommand> all) {
 }
 
 int runTool(int argc, char** argv) {
-    static constexpr AddCommand all[] = {
-        addDecode,   addEncode,   addVerify, addRoundTrip, addStats,   addQuery,  addExport, addDiff,      addConvert,
-        addSlice,    addScrub,    addMerge,  addReplay,    addPublish, addRecord, addWatch,  addMetrics,   addAnnotate,
-        addMessages, addDescribe, addEnum,   addTemplate,  addIndex,   addSchema, addCorpus, addDissector, addManual};
+    static constexpr AddCommand all[] = {addDecode,   addEncode,   addVerify,    addRoundTrip, addStats,    addQuery,
+                                         addExport,   addDiff,     addConvert,   addSlice,     addScrub,    addMerge,
+                                         addReplay,   addPublish,  addRecord,    addTap,       addWatch,    addMetrics,
+                                         addAnnotate, addMessages, addDescribe,  addEnum,      addTemplate, addIndex,
+                                         addSchema,   addCorpus,   addDissector, addManual};
     return runTool(argc, argv, all);
 }
 
