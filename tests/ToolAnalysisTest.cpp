@@ -235,6 +235,55 @@ TEST_F(Analysis, TapGivesWhatComesOnAnInterface) {
     EXPECT_NE(told.find("3000 messages in "), told.npos) << told;
 }
 
+/// Two taps of one connection at different places, each of which lost packets: the result has all, and of messages also those
+/// that no tap has seen whole.
+TEST_F(Analysis, TapsOfANetworkMergedFillTheGapsOfEachOther) {
+    const std::vector<Sent> sent = session(4, 4000);
+    struct Packets : Capture::PacketSink {
+        void packet(const Capture::Packet& it) override { all.push_back({it.time, std::string(it.bytes)}); }
+        std::vector<Sent> all;
+    } packets;
+    Capture::NetworkWriter network(packets, Capture::Transport::tcp, Capture::Framing::of("frames"), 3);
+    for (const Sent& it : sent) network.packet({.time = it.time, .bytes = it.bytes});
+    network.close();
+    std::mt19937 random(1);
+    size_t lacks[2] = {};
+    {
+        Capture::Writer taps[] = {{folder.path("0.pcap"), {.linkType = Capture::LinkType::ETHERNET}},
+                                  {folder.path("1.pcap"), {.linkType = Capture::LinkType::ETHERNET}}};
+        for (Sent it : packets.all) {
+            const size_t seen = 1 + random() % 3; // by one or both
+            if (seen % 2 == 1) taps[0].packet({.time = it.time, .bytes = it.bytes});
+            it.bytes[14 + 8] = '\x3F'; // a hop more, and with it another checksum, in a frame of another length
+            it.bytes[14 + 10] = it.bytes[14 + 11] = '\0';
+            if (seen >= 2) taps[1].packet({.time = it.time + 1000, .bytes = it.bytes + "pad"});
+            for (const size_t tap : {0u, 1u}) lacks[tap] += (seen >> tap & 1) == 0;
+        }
+        for (Capture::Writer& it : taps) it.close();
+    }
+    folder.store("a.pcap", {{1, sent[0].bytes}});
+    const ToolFolder::Result result = folder.run("qlproto merge 0.pcap 1.pcap -o u.pcap --window 5");
+    EXPECT_EQ(result.exitCode, 0) << result.err;
+    EXPECT_NE(result.err.find(fmt::format("{} packets of a network, link type 1\n", packets.all.size())),
+              std::string::npos)
+        << result.err;
+    for (const size_t tap : {0u, 1u})
+        EXPECT_NE(result.err.find(fmt::format("lacks {} in ", lacks[tap])), std::string::npos) << result.err;
+    EXPECT_EQ(folder.run("qlproto stats 0.pcap --framing frames").exitCode, 1) << "it lacks packets";
+    Capture::MessageSource merged({folder.path("u.pcap")}, Inspect::default_protocol(),
+                                  Capture::NetworkOptions{Capture::Framing::of("frames")});
+    std::multiset<std::string> expected, found;
+    for (const Sent& it : sent) expected.insert(it.bytes);
+    for (Capture::Packet it; merged.next(it); found.emplace(it.bytes))
+        for (const Capture::Damage& fault : merged.faults()) ADD_FAILURE() << fault.text();
+    EXPECT_EQ(found, expected);
+    const ToolFolder::Result mixed = folder.run("qlproto merge a.pcap u.pcap -o x.pcap");
+    EXPECT_EQ(mixed.exitCode, 1);
+    EXPECT_NE(mixed.err.find("u.pcap: packets of a network, link type 1 cannot follow those of messages"),
+              std::string::npos)
+        << mixed.err;
+}
+
 /// Two taps, each of which lost packets, and whose clocks differ: what either has seen is there once, in either's order.
 TEST_F(Analysis, TapsMergedGiveWhatEitherHasSeenAndTellWhatEachLacks) {
     const std::vector<Sent> sent = session(3, 6000);

@@ -2,10 +2,28 @@
 
 #include <algorithm>
 
+#include "Capture/Ip.h"
+#include "Capture/Link.h"
+
 namespace qlproto {
 
 namespace {
 constexpr std::size_t OVERHEAD = 1024; ///< bytes that a packet is held with, at most
+}
+
+/// What all taps see alike of a packet.
+const std::string& TapMerge::bytesOf(const Capture::Packet& packet) {
+    constexpr std::size_t v6Header = 40; // that long, a packet of IPv6 may not say how long it is
+    const std::string_view ip = Capture::ipPacketOf(packet.linkType, packet.bytes);
+    const std::size_t size = Capture::lengthOfIp(ip);
+    if (packet.linkType == Capture::LinkType::MESSAGE || size == 0) return _key = packet.bytes;
+    const bool isV4 = static_cast<unsigned char>(ip[0]) >> 4 == 4;
+    _key = isV4 || size != v6Header ? ip.substr(0, size) : ip; // what follows fills up the frame
+    if (isV4)
+        _key[8] = _key[10] = _key[11] = '\0';
+    else
+        _key[7] = '\0';
+    return _key;
 }
 
 bool TapMerge::take(const Capture::Packet& packet, std::size_t tap) {
@@ -15,8 +33,9 @@ bool TapMerge::take(const Capture::Packet& packet, std::size_t tap) {
         release();
     }
     ++_sides[tap].packets;
-    auto it = _alike.find(packet.bytes);
-    if (it == _alike.end()) it = _alike.emplace(packet.bytes, Alike{{}, std::vector<uint64_t>(_sides.size())}).first;
+    const std::string& bytes = bytesOf(packet);
+    auto it = _alike.find(bytes);
+    if (it == _alike.end()) it = _alike.emplace(bytes, Alike{{}, std::vector<uint64_t>(_sides.size())}).first;
     Alike& alike = it->second;
     const auto unseen = std::lower_bound(alike.numbers.begin(), alike.numbers.end(), alike.next[tap]);
     if (unseen != alike.numbers.end()) {
@@ -29,7 +48,7 @@ bool TapMerge::take(const Capture::Packet& packet, std::size_t tap) {
     _held.push_back({packet.time, uint64_t(1) << tap, &it->first});
     alike.numbers.push_back(number);
     alike.next[tap] = number + 1;
-    _bytes += packet.bytes.size() + OVERHEAD;
+    _bytes += bytes.size() + OVERHEAD;
     return true;
 }
 

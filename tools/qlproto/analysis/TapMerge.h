@@ -1,7 +1,8 @@
 // Taps of one stream as one: what several have seen comes out once, and what one has not seen is told.
 //
 // A packet is that of another tap if its bytes are the same, their times differ by the window at most, and neither has been
-// paired with another packet of the same tap: what is sent twice comes out twice.
+// paired with another packet of the same tap: what is sent twice comes out twice. Of a packet of a network the bytes are those
+// of the IP packet, without what changes on its way: frames, hops and the checksum over them.
 #pragma once
 
 #include <cstdint>
@@ -60,6 +61,7 @@ class TapMerge {
     };
 
     void release();
+    const std::string& bytesOf(const Capture::Packet& packet);
 
     const int64_t _window;
     const std::function<void(const Gap&)> _onGap;
@@ -69,6 +71,7 @@ class TapMerge {
     std::deque<Held> _held;
     uint64_t _first = 1; ///< number of the first that is held
     std::size_t _bytes = 0;
+    std::string _key; ///< of the last packet
     bool _isOverfull = false;
 };
 

@@ -1,4 +1,5 @@
-// qlproto merge: captures of one stream as one, files that follow one another or taps that have seen the same.
+// qlproto merge: captures of one stream as one, files that follow one another or taps that have seen the same. Packets stay as
+// they are, those of networks, too: of what one tap has seen of a stream, the other's packets fill the gaps.
 #include <algorithm>
 #include <memory>
 #include <optional>
@@ -27,14 +28,19 @@ struct MergeOptions {
     bool gaps = false;
 };
 
+std::string kindOfPackets(uint32_t linkType) {
+    return linkType == Capture::LinkType::MESSAGE ? "messages" : fmt::format("a network, link type {}", linkType);
+}
+
 int merge(const MergeOptions& options) {
     const std::vector<std::string>& names = options.captures;
     for (const std::string& name : names) {
         const std::string difference = Capture::differenceOfDefinition(name, ownDefinition());
         if (!difference.empty()) tellFault(difference);
     }
-    Capture::MergedReader captures(names, thisTool.protocol);
-    Capture::CaptureWriter writer = options.output.open();
+    Capture::MergedReader captures(names, thisTool.protocol, Capture::Takes::networks);
+    std::optional<Capture::CaptureWriter> writer; // once the packets are known
+    uint32_t linkType = Capture::LinkType::MESSAGE;
     std::optional<TapMerge> taps;
     if (options.window >= 0)
         taps.emplace(names.size(), options.window * 1000, [&](const TapMerge::Gap& gap) {
@@ -52,12 +58,19 @@ int merge(const MergeOptions& options) {
                 tellFault(fmt::format("{}: {}", names[damage.capture], damage.text()));
             }
             if (!isThere) break;
+            if (!writer) writer.emplace(options.output.open(linkType = packet.linkType));
+            if (packet.linkType != linkType)
+                throw Capture::DamagedCapture(
+                    fmt::format("{}: packets of {} cannot follow those of {}; convert makes messages of either",
+                                names[packet.capture], kindOfPackets(packet.linkType), kindOfPackets(linkType)));
             latest = std::max(latest, packet.time); // a capture's own order may be another
-            if (taps && !taps->take({latest, packet.bytes}, packet.capture)) continue;
+            if (taps && !taps->take({.time = latest, .bytes = packet.bytes, .linkType = linkType}, packet.capture))
+                continue;
             ++packets;
-            writer.packet(packet);
+            writer->packet(packet);
         }
-        writer.close();
+        if (!writer) writer.emplace(options.output.open());
+        writer->close();
     });
     if (taps) {
         taps->finish();
@@ -69,7 +82,8 @@ int merge(const MergeOptions& options) {
         }
         if (taps->isOverfull()) tell("more came within a window than is held: some may stand there twice");
     }
-    tell(Capture::counted(packets, "packet"));
+    tell(fmt::format("{}{}", Capture::counted(packets, "packet"),
+                     linkType == Capture::LinkType::MESSAGE ? "" : " of " + kindOfPackets(linkType)));
     return faults == 0 ? EXIT_FINE : EXIT_BAD_DATA;
 }
 
@@ -91,9 +105,12 @@ void addMerge(CLI::App& app, Commands& commands) {
     command->add_flag("--gaps", options->gaps, "Tell where each tap lacks what others have")->needs(window);
     addExamples(
         *command,
-        fmt::format("Of equal times, the capture named first comes first. A packet that comes from several taps "
-                    "has the time of the\nfirst that saw it.\n{}",
-                    ROTATION_REMARK),
+        fmt::format(
+            "Of equal times, the capture named first comes first. A packet that comes from several taps "
+            "has the time of the\nfirst that saw it. Packets of a network stay what they are; those that differ "
+            "in frames or hops alone are one.\nCommands that take messages out of them (--framing) find what no "
+            "single tap has seen whole.\n{}",
+            ROTATION_REMARK),
         {"$tool merge session.pcap session.pcap -o twice.pcap",
          "$tool merge session.pcap session.pcap -o once.pcapng.zst --window 500 --gaps"});
     commands.push_back({command, [options] { return merge(*options); }});
