@@ -1,6 +1,8 @@
 """The module qlproto: messages and columns are what the tool says, and nothing that is handed over crashes it."""
+import ctypes
 import gc
 import glob
+import itertools
 import json
 import os
 import random
@@ -11,6 +13,35 @@ import threading
 import unittest
 
 import qlproto
+
+class ArrowSchema(ctypes.Structure):
+    pass
+
+
+class ArrowArray(ctypes.Structure):
+    pass
+
+
+class ArrowStream(ctypes.Structure):
+    pass
+
+
+def released(it):
+    return ctypes.CFUNCTYPE(None, pointer(it))
+
+
+pointer, text, void, int64 = ctypes.POINTER, ctypes.c_char_p, ctypes.c_void_p, ctypes.c_int64
+ArrowSchema._fields_ = [
+    ("format", text), ("name", text), ("metadata", void), ("flags", int64), ("n_children", int64),
+    ("children", pointer(pointer(ArrowSchema))), ("dictionary", void), ("release", released(ArrowSchema)), ("private_data", void)]
+ArrowArray._fields_ = [
+    ("length", int64), ("null_count", int64), ("offset", int64), ("n_buffers", int64), ("n_children", int64),
+    ("buffers", pointer(void)), ("children", pointer(pointer(ArrowArray))), ("dictionary", void),
+    ("release", released(ArrowArray)), ("private_data", void)]
+ArrowStream._fields_ = [
+    (name, ctypes.CFUNCTYPE(ctypes.c_int, pointer(ArrowStream), pointer(it)))
+    for name, it in (("get_schema", ArrowSchema), ("get_next", ArrowArray))
+] + [("get_last_error", void), ("release", released(ArrowStream)), ("private_data", void)]
 
 ROOT, TOOL = os.environ["QL_ROOT"], os.environ["QLPROTO_TOOL"]
 
@@ -178,6 +209,40 @@ class Captures(unittest.TestCase):
             self.assertIn("arrow_array_stream", repr(capsule))
             next(table.batches())
         del capsule
+
+    def test_what_is_released_first_takes_nothing_along(self):
+        """As a library that takes Arrow does: the structures are its own, and go in any order."""
+        for order in itertools.permutations(["stream", "schema", "batch", "capsule", "table"]):
+            table = qlproto.open(self.path).table("SubmitOrder", ["_packet"], batch_rows=9)
+            capsule = table.__arrow_c_stream__()
+            address = ctypes.pythonapi.PyCapsule_GetPointer
+            address.restype, address.argtypes = ctypes.c_void_p, [ctypes.py_object, ctypes.c_char_p]
+            inside = ArrowStream.from_address(address(capsule, b"arrow_array_stream"))
+            stream = ArrowStream.from_buffer_copy(inside)  # moved out of the capsule
+            inside.release = ArrowStream().release
+            schema, batch = ArrowSchema(), ArrowArray()
+            self.assertEqual(stream.get_schema(ctypes.byref(stream), ctypes.byref(schema)), 0)
+            self.assertEqual(stream.get_next(ctypes.byref(stream), ctypes.byref(batch)), 0)
+            numbers = ctypes.cast(batch.children[0].contents.buffers[1], ctypes.POINTER(ctypes.c_uint64))
+            held = {"stream": stream, "schema": schema, "batch": batch}
+            for name in order:
+                if name in held:
+                    it = held.pop(name)
+                    it.release(ctypes.byref(it))
+                    self.assertFalse(it.release)
+                elif name == "table":
+                    del table
+                else:
+                    del capsule
+                gc.collect()
+                if "batch" in held:
+                    self.assertEqual(numbers[:9], sorted(numbers[:9]))
+                if "schema" in held:
+                    self.assertEqual(schema.children[0].contents.name, b"_packet")
+                if "stream" in held:
+                    more = ArrowArray()
+                    self.assertEqual(stream.get_next(ctypes.byref(stream), ctypes.byref(more)), 0)
+                    more.release(ctypes.byref(more))
 
     def test_threads_decode_at_once(self):
         counts = []
