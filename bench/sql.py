@@ -14,12 +14,16 @@ import time
 QUESTIONS = {
     "count": ("SELECT name, count(*) FROM messages GROUP BY name",
               "SELECT message, count(*) FROM lines GROUP BY message"),
-    "p99 by feed": (
-        "SELECT mvd.fmID.feedID AS feed, quantile_cont(epoch_ns(mvd.timeApiClient) - epoch_ns(mvd.timeExchange), 0.99) "
-        "FROM MktData GROUP BY feed",
-        "SELECT (body->>'$.mvd.fmID.feedID')::INT AS feed, "
-        "quantile_cont((body->>'$.mvd.timeApiClient')::BIGINT - (body->>'$.mvd.timeExchange')::BIGINT, 0.99) "
-        "FROM lines WHERE message = 'MktDataMessage' GROUP BY feed"),
+    "p99 by hop": (
+        "SELECT feed, hop, quantile_cont(took, 0.99) FROM (SELECT mvd.fmID.feedID AS feed, unnest(['wire', 'handler', 'server']) "
+        "AS hop, unnest([epoch_ns(mvd.timeArrival) - epoch_ns(mvd.timeExchange), epoch_ns(mvd.timeHandler) - "
+        "epoch_ns(mvd.timeArrival), epoch_ns(mvd.timeApiServer) - epoch_ns(mvd.timeHandler)]) AS took FROM MktData) "
+        "GROUP BY feed, hop",
+        "SELECT feed, hop, quantile_cont(took, 0.99) FROM (SELECT feed, unnest(['wire', 'handler', 'server']) AS hop, "
+        "unnest([a - e, h - a, s - h]) AS took FROM (SELECT (body->>'$.mvd.fmID.feedID')::INT AS feed, "
+        "NULLIF((body->>'$.mvd.timeExchange')::BIGINT, 0) AS e, NULLIF((body->>'$.mvd.timeArrival')::BIGINT, 0) AS a, "
+        "NULLIF((body->>'$.mvd.timeHandler')::BIGINT, 0) AS h, NULLIF((body->>'$.mvd.timeApiServer')::BIGINT, 0) AS s "
+        "FROM lines WHERE message = 'MktDataMessage')) GROUP BY feed, hop"),
     "asof": (
         "SELECT count(*), avg(o.price - q.price) FROM "
         "(SELECT _time AS t, contents.feedID AS f, contents.marketID AS m, contents.price AS price FROM SubmitOrder) o ASOF JOIN "
@@ -92,8 +96,8 @@ def main():
               "SELECT max(_time), max(mvd.fmID.feedID), max(mvd.timeExchange) FROM MktData")
     every = run("all columns of MktData", tool, "query", capture, "SELECT any_value(COLUMNS(*)) FROM MktData")
     run("export, parquet", tool, "export", capture, "-o", folder + "/columns", "--format", "parquet")
-    run("p99 by feed, parquet", tool, "query", capture,
-        QUESTIONS["p99 by feed"][0].replace("MktData", f"read_parquet('{folder}/columns/MktData/*/*.parquet')"))
+    run("p99 by hop, parquet", tool, "query", capture,
+        QUESTIONS["p99 by hop"][0].replace("MktData", f"read_parquet('{folder}/columns/MktData/*/*.parquet')"))
     columns(build, capture)
     small, plugin = folder + "/small.pcap", folder + "/plugin.lua"
     subprocess.run([tool, "slice", capture, "-o", small, "--first", str(messages // 100)], check=True)

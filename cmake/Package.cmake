@@ -72,7 +72,7 @@ if(BUILD_SHARED_LIBS)
     set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${debian}/triggers ${debian}/no/postinst ${debian}/no/postrm)
     # The tool's libraries are the ones of this build. No promise is made that others of the same major version do.
     set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR} ${PROJECT_BINARY_DIR}/Inspect
-        ${PROJECT_BINARY_DIR}/Capture ${PROJECT_BINARY_DIR}/Columns)
+        ${PROJECT_BINARY_DIR}/Capture ${PROJECT_BINARY_DIR}/Columns ${PROJECT_BINARY_DIR}/Host)
     set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "${runtime} (= ${PROJECT_VERSION})")
     set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "${runtime} (= ${PROJECT_VERSION}), tzdata")
     string(APPEND CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS ", ${runtime} (= ${PROJECT_VERSION})")

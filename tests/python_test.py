@@ -9,7 +9,9 @@ import random
 import subprocess
 import sys
 import tempfile
+import _thread
 import threading
+import time
 import unittest
 
 import qlproto
@@ -253,6 +255,23 @@ class Captures(unittest.TestCase):
             thread.join()
         self.assertEqual(counts, [20000] * 3)
 
+    def test_threads_share_iterators(self):
+        messages, seen = qlproto.open(self.path).messages(), []
+        stream = qlproto.open(self.path).table("MktData", ["_packet"], batch_rows=10)._stream()
+        rows = []
+
+        def take():
+            seen.extend(it.packet for it in messages)
+            rows.extend(len(batch) for batch in iter(stream.next, None))
+
+        threads = [threading.Thread(target=take) for _ in range(3)]
+        for thread in threads:
+            thread.start()
+        for thread in threads:
+            thread.join()
+        self.assertEqual(sorted(seen), list(range(1, 20001)))
+        self.assertEqual(sum(rows), len(self.decoded("MktDataMessage")))
+
     def test_networks_give_the_messages_in_their_packets(self):
         path = self.folder.name + "/net.pcap"
         run("convert", self.path, "--over", "tcp", "--framing", "frames", "--connections", "2", "-o", path)
@@ -277,6 +296,63 @@ class Captures(unittest.TestCase):
         self.assertGreater(good, 1000)
         self.assertEqual(messages.faults, len(capture.faults))
         self.assertGreater(messages.faults, 0)
+
+
+@unittest.skipUnless(hasattr(qlproto._core, "LiveMessages"), "built without buses")
+class Buses(unittest.TestCase):
+    def setUp(self):
+        self.folder = tempfile.TemporaryDirectory()
+        self.addCleanup(self.folder.cleanup)
+        self.path, self.url = self.folder.name + "/session.pcap", f"mem:{self.folder.name}/ring?size=1"
+        run("generate", "--messages", "3000", "--seed", "7", "-o", self.path)
+
+    def publish(self):
+        run("publish", "--bus", self.url, "--speed", "max", "--quiet", self.path)
+
+    def test_messages_are_those_that_were_published(self):
+        live = iter(qlproto.open(self.url))
+        self.publish()
+        expected = list(qlproto.open(self.path))
+        for sequence, message in enumerate(expected, 1):
+            it = next(live)
+            self.assertEqual((it.name, it.bytes, it.fields, it.packet, it.lost),
+                             (message.name, message.bytes, message.fields, sequence, 0))
+        orders = [it.bytes for it in expected if it.name == "SubmitOrderMessage"]
+        bus = qlproto.open(self.url, start="oldest")
+        self.assertEqual([it.bytes for it in bus.messages("SubmitOrder", timeout=0)], orders)
+        self.assertEqual(next(iter(qlproto.open(self.url, start=100))).packet, 100)
+        run("record", "--bus", self.url, "-o", self.folder.name + "/journal/", "--messages", "3000", "--seconds", "60")
+        journal = qlproto.open(self.folder.name + "/journal", start="oldest").messages(timeout=0)
+        self.assertEqual([it.bytes for it in journal], [it.bytes for it in expected])
+
+    def test_gaps_are_told(self):
+        first = qlproto.open(self.url, start=1).messages(timeout=0)
+        for _ in range(10):
+            self.publish()
+        messages = list(first)
+        self.assertGreater(messages[0].lost, 10000)
+        self.assertEqual(messages[0].packet, messages[0].lost + 1)
+        self.assertEqual((first.lost, messages[-1].packet, messages[1].lost), (messages[0].lost, 30000, 0))
+
+    def test_waiting_lets_others_go_on_and_ends(self):
+        live = qlproto.open(self.url).messages(timeout=60)
+        threading.Timer(0.3, self.publish).start()
+        self.assertEqual(next(live).packet, 1)
+        nothing = qlproto.open(self.url.replace("ring", "other"))  # where nobody publishes
+        threading.Timer(0.5, _thread.interrupt_main).start()
+        with self.assertRaises(KeyboardInterrupt):
+            next(iter(nothing))
+        start = time.monotonic()
+        self.assertEqual(list(qlproto.open(self.url).messages(timeout=0.2)), [])
+        self.assertLess(time.monotonic() - start, 30)
+
+    def test_errors_name_the_bus(self):
+        with self.assertRaisesRegex(qlproto.BusError, "mem:"):
+            qlproto.open("mem:")
+        with self.assertRaises(ValueError):
+            qlproto.open(self.url, start="soon")
+        with self.assertRaises(qlproto.CaptureError):
+            qlproto.open(self.folder.name + "/none", start="oldest")
 
 
 if __name__ == "__main__":

@@ -1,6 +1,7 @@
 // The module qlproto._core; qlproto/__init__.py is what its users see.
 #include <cstdlib>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <vector>
@@ -17,6 +18,10 @@
 #include "Inspect/Json.h"
 #include "Inspect/SizeWalk.h"
 #include "bindings/python/Arrays.h"
+#ifdef QL_WITH_HOST
+#include "bindings/python/Live.h"
+#endif
+#include "bindings/python/Named.h"
 #include "bindings/python/Values.h"
 
 namespace py = pybind11;
@@ -24,31 +29,12 @@ namespace py = pybind11;
 namespace qlproto_python {
 namespace {
 
-const Inspect::Protocol& protocol() { return Inspect::default_protocol(); }
-
 /// Raised for bodies and dicts that are wrong; the module's exceptions take what it holds.
 struct Refused {
     const char* exception;
     std::string reason, path;
     std::optional<size_t> offset;
 };
-
-const Inspect::MessageInfo& messageOf(const py::object& nameOrId) {
-    const bool isName = py::isinstance<py::str>(nameOrId);
-    const std::string name = isName ? nameOrId.cast<std::string>() : "";
-    const long id = isName ? -1 : nameOrId.cast<long>();
-    for (const Inspect::MessageInfo& it : Inspect::all_messages(protocol()))
-        if (isName ? it.type->name == name || it.type->name == name + "Message" : it.id == id) return it;
-    throw py::key_error("no message is " + py::str(nameOrId).cast<std::string>());
-}
-
-Inspect::Policy policyOf(const std::string& name) {
-    for (const auto& [known, policy] :
-         {std::pair("whole", Inspect::whole), std::pair("strict", Inspect::strict),
-          std::pair("tolerant", Inspect::tolerant), std::pair("rolling", Inspect::rolling)})
-        if (name == known) return policy;
-    throw py::value_error("no policy is " + name);
-}
 
 /// How messages stand in captures of networks; nothing if the framing is None.
 std::optional<Capture::NetworkOptions> networkOf(const std::optional<std::string>& framing,
@@ -119,8 +105,10 @@ class Messages {
 
     /// (name, identifier, time, packet, capture, body, dict), or nothing at the end.
     py::object next() {
+        std::unique_lock lock(_mutex, std::defer_lock);
         {
-            const py::gil_scoped_release unlocked;
+            const py::gil_scoped_release unlocked; // before the mutex: who has that waits for the lock
+            lock.lock();
             if (!advance()) return py::none();
         }
         return py::make_tuple(textOf(_type->name), _id, _packet.time, _captures.messages(_packet.capture),
@@ -157,6 +145,7 @@ class Messages {
         return true;
     }
 
+    std::mutex _mutex; ///< held while messages are read and told: threads that share this take turns
     Capture::MessageSequence _captures;
     const Inspect::Policy _policy;
     std::vector<Velmora::MsgType_t> _ids; ///< all if empty
@@ -199,10 +188,11 @@ class Stream {
 
     /// The next batch, or nothing at the end.
     std::unique_ptr<Batch> next() {
-        if (_stream.release == nullptr) throw py::value_error("the stream was handed over");
         ArrowArray array{};
         {
             const py::gil_scoped_release unlocked;
+            const std::lock_guard lock(_mutex);
+            checkThere();
             if (_schema == nullptr) {
                 ArrowSchema schema;
                 check(_stream.get_schema(&_stream, &schema));
@@ -217,7 +207,8 @@ class Stream {
     }
 
     py::capsule capsule() {
-        if (_stream.release == nullptr) throw py::value_error("the stream was handed over");
+        const std::lock_guard lock(_mutex);
+        checkThere();
         auto* const stream = new ArrowArrayStream(_stream);
         _stream.release = nullptr;
         return py::capsule(stream, "arrow_array_stream", [](PyObject* it) {
@@ -228,12 +219,16 @@ class Stream {
     }
 
   private:
+    void checkThere() const {
+        if (_stream.release == nullptr) throw py::value_error("the stream was handed over");
+    }
     void check(int result) {
         if (result == 0) return;
         const char* const error = _stream.get_last_error(&_stream);
         throw Capture::IoError(error != nullptr ? error : "captures cannot be read");
     }
 
+    std::mutex _mutex; ///< held while a batch is taken
     ArrowArrayStream _stream{};
     std::shared_ptr<ArrowSchema> _schema;
 };
@@ -261,6 +256,11 @@ void translate(std::exception_ptr error) {
     } catch (const Capture::DamagedCapture& it) {
         raise("CaptureError", it.what(), "", std::nullopt);
     }
+#ifdef QL_WITH_HOST
+    catch (const Host::BusError& it) {
+        raise("BusError", it.what(), "", std::nullopt);
+    }
+#endif
 }
 
 } // namespace
@@ -286,6 +286,13 @@ PYBIND11_MODULE(_core, module) {
                       const std::vector<uint16_t>&, const std::vector<std::string>&>())
         .def("next", &Messages::next)
         .def_property_readonly("faults", &Messages::faults);
+#ifdef QL_WITH_HOST
+    py::class_<LiveMessages>(module, "LiveMessages")
+        .def(py::init<const std::string&, const py::object&, const std::string&, const std::vector<std::string>&>())
+        .def("next", &LiveMessages::next)
+        .def_property_readonly("faults", &LiveMessages::faults)
+        .def_property_readonly("lost", &LiveMessages::lost);
+#endif
     py::class_<Stream>(module, "Stream")
         .def(py::init<std::vector<std::string>, const std::string&, const std::vector<std::string>&, std::optional<int>,
                       bool, const std::string&, size_t, const std::optional<std::string>&,

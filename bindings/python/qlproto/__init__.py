@@ -15,8 +15,8 @@ import os
 
 from . import _core
 
-__all__ = ["open", "encode", "decode", "verify", "describe", "messages", "Capture", "Message", "Record", "Table", "Batch",
-           "Fault", "Error", "CaptureError", "DecodeError", "EncodeError"]
+__all__ = ["open", "encode", "decode", "verify", "describe", "messages", "Capture", "Bus", "Message", "Record", "Table",
+           "Batch", "Fault", "Error", "BusError", "CaptureError", "DecodeError", "EncodeError"]
 
 Batch = _core.Batch
 
@@ -32,6 +32,10 @@ class Error(Exception):
 
 class CaptureError(Error, OSError):
     """A capture cannot be read."""
+
+
+class BusError(Error, OSError):
+    """A bus cannot be reached."""
 
 
 class DecodeError(Error, ValueError):
@@ -73,18 +77,19 @@ def _record(value):
 
 
 class Message:
-    """A message of a capture. Its fields are attributes: message.contents.side."""
+    """A message of a capture or a bus. Its fields are attributes: message.contents.side."""
 
-    __slots__ = ("name", "id", "time", "packet", "capture", "bytes", "fields")
+    __slots__ = ("name", "id", "time", "packet", "capture", "bytes", "fields", "lost")
 
-    def __init__(self, name, id, time, packet, capture, bytes, fields):
+    def __init__(self, name, id, time, packet, capture, bytes, fields, lost=0):
         self.name = name
         self.id = id
         self.time = time  # of the packet, nanoseconds since 1970
-        self.packet = packet  # its number in the capture, from 1
+        self.packet = packet  # its number in the capture, from 1; of a bus its sequence
         self.capture = capture
         self.bytes = bytes  # the body
         self.fields = Record(fields)
+        self.lost = lost  # messages of a bus that came and went unseen before it
 
     def __getattr__(self, name):
         return getattr(self.fields, name)
@@ -113,6 +118,48 @@ class _Iterator:
     def faults(self):
         """Packets that were bad until now, and damages."""
         return self._messages.faults
+
+
+class _Live:
+    def __init__(self, place, start, policy, names, timeout):
+        if not hasattr(_core, "LiveMessages"):
+            raise BusError(f"{place}: this module is built without buses")
+        self._messages, self._timeout = _core.LiveMessages(place, start, policy, names), timeout
+
+    def __iter__(self):
+        return self
+
+    def __next__(self):
+        it = self._messages.next(self._timeout)
+        if it is None:
+            raise StopIteration
+        return Message(*it)
+
+    @property
+    def faults(self):
+        """Messages that were bad until now."""
+        return self._messages.faults
+
+    @property
+    def lost(self):
+        """Messages that came and went unseen until now."""
+        return self._messages.lost
+
+
+class Bus:
+    """A bus or a journal. Iterating gives the messages that are sound, as they come."""
+
+    def __init__(self, place, policy, start):
+        self._place, self._policy, self._start = place, policy, start
+        self.messages()  # can it be reached?
+
+    def __iter__(self):
+        return self.messages()
+
+    def messages(self, names=(), *, timeout=None):
+        """Iterates over messages of these names, or all; ends when none comes for so many seconds. `lost` of the iterator
+        counts those that came and went unseen, `faults` the bad ones."""
+        return _Live(self._place, self._start, self._policy, [names] if isinstance(names, str) else list(names), timeout)
 
 
 class Table:
@@ -220,9 +267,15 @@ def _plain(value):
     return int(value) if hasattr(value, "dtype") and value.dtype.kind in "iu" else value
 
 
-def open(path, policy="whole", framing=None, ports=()):
+def open(path, policy="whole", framing=None, ports=(), *, start=None):
     """Opens a capture, several (a list of paths), or those in a folder. Of networks, the framing tells how messages stand in
-    streams and datagrams, those of the ports alone if any are named. Raises CaptureError, or ValueError of a framing."""
+    streams and datagrams, those of the ports alone if any are named. Raises CaptureError, or ValueError of a framing.
+
+    Or a bus ("mem:prices", "nats://host:4222"), or the folder of a journal that is being written, if it is said where to start:
+    with the next message ("live", as buses do unless told), the oldest that is kept ("oldest"), or a sequence. Raises BusError.
+    """
+    if start is not None or isinstance(path, str) and path.startswith(("mem:", "nats:")):
+        return Bus(os.fspath(path), policy, "live" if start is None else start)
     paths = [os.fspath(it) for it in path] if isinstance(path, (list, tuple)) else [os.fspath(path)]
     if len(paths) == 1 and os.path.isdir(paths[0]):
         names = (".pcap", ".pcapng", ".erf", ".pcap.zst", ".pcapng.zst", ".pcap.gz", ".pcapng.gz")
