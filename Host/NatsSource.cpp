@@ -30,10 +30,21 @@ NatsSource::NatsSource(const NatsConnection& connection, From from, const std::s
 }
 
 NatsSource::~NatsSource() {
-    if (_name.empty() || !_given || !_isDone) return;
-    natsMsg* answer = nullptr; // once more what was done with, and now the server says that it knows
-    natsConnection_RequestString(&answer, _connection.connection(), natsMsg_GetReply(_given.get()), "+ACK", 1000);
-    const NatsMessageOwner owner(answer);
+    if (!_name.empty() && _given && _isDone) { // once more what was done with, and now the server says that it knows
+        natsMsg* answer = nullptr;
+        natsConnection_RequestString(&answer, _connection.connection(), natsMsg_GetReply(_given.get()), "+ACK", 1000);
+        natsMsg_Destroy(answer);
+    }
+    leave();
+}
+
+/// Ends the subscription. The library (3.4.1) may be busy with a message of one that is destroyed, which it does not survive: so
+/// first no more is to come, and what has come is to be over when the answer to a ping is.
+void NatsSource::leave() {
+    if (!_subscription) return;
+    natsSubscription_Unsubscribe(_subscription.get());
+    natsConnection_FlushTimeout(_connection.connection(), 2000);
+    _subscription.reset();
 }
 
 bool NatsSource::next(Record& record) {
@@ -55,7 +66,7 @@ void NatsSource::done() {
 // --- the consumer
 
 natsStatus NatsSource::open(jsErrCode& error) {
-    _subscription.reset();
+    leave();
     if (!_name.empty()) return openNamed(error);
     jsSubOptions options;
     if (const natsStatus status = jsSubOptions_Init(&options); status != NATS_OK) return status;

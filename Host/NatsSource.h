@@ -26,6 +26,7 @@ class NatsSource : public Source {
     using Clock = std::chrono::steady_clock;
     static constexpr std::chrono::milliseconds RETRY{100};
 
+    void leave();
     natsStatus open(jsErrCode& error);
     natsStatus openNamed(jsErrCode& error);
     bool isTaken(jsErrCode error);

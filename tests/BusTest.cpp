@@ -574,6 +574,16 @@ TEST_P(Buses, TakeMessagesOfSeveralThreads) {
     EXPECT_EQ(numbers.size(), unsigned(EACH * THREADS));
 }
 
+TEST_P(Buses, LetReadersLeaveInTheMidstOfMessages) {
+    const auto bus = open();
+    for (int i = 1; i <= 2000; ++i) publishTimer(*bus, i);
+    for (int round = 0; round < 150; ++round) {
+        const auto source = bus->read(From::oldest());
+        Record record;
+        EXPECT_TRUE(source->next(record) || source->wait(10'000));
+    }
+}
+
 TEST_P(Buses, CountHostilePayloadsAndLeaveThemOut) {
     const auto bus = open();
     for (const auto& [id, body] : std::vector<std::pair<Velmora::MsgType_t, std::string>>{
