@@ -82,6 +82,8 @@ class RingReader final : public Source {
 
     const detail::RingHeader* _header;
     uint64_t _position = 0;
+    uint64_t _committed =
+        0; ///< as it was last looked at, which is when all before is read: publishers write it all the time
     uint64_t _next = 0;         ///< sequence that is expected; 0: any
     bool _isAtStart = false;    ///< of the ring: the first message is expected, whatever its sequence
     int64_t _since = INT64_MIN; ///< messages before that time are stepped over

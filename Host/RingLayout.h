@@ -13,7 +13,7 @@ namespace Host::detail {
 // Positions count bytes from the ring's making and never turn back; a position's place is what remains of it by the size.
 struct RingHeader {
     static constexpr uint64_t MAGIC = 0x31474E4952'4C51; // "QLRING1"
-    static constexpr uint64_t LAYOUT = 3;
+    static constexpr uint64_t LAYOUT = 4;
     static constexpr size_t MARKS = 16, PLACES = 64;
 
     /// Of a reader with a name.
@@ -32,9 +32,8 @@ struct RingHeader {
     int32_t keeper;                 ///< the process that says so
     char folder[512], refusal[256]; ///< as in RingKeeper, ended by NUL; to be touched by whose turn it is
 
-    /// All before are there in whole. The one word that publishes.
+    /// All before are there in whole. The one word that publishes; readers wait for its lower half to change.
     alignas(64) uint64_t committed;
-    uint32_t woken;   ///< changes with each message, for those who wait
     uint32_t waiting; ///< readers that do
     /// Bytes up to here less the size may be overwritten at any moment.
     alignas(64) uint64_t reserved;
@@ -47,6 +46,7 @@ struct RingHeader {
     static size_t offset() { return (sizeof(RingHeader) + 4095) / 4096 * 4096; }
     size_t placeOf(uint64_t position) const { return position & (size - 1); }
     size_t section() const { return size / MARKS; }
+    uint32_t* committedHalf() { return reinterpret_cast<uint32_t*>(&committed); } // the lower one, as x86-64 has it
 };
 
 /// Stands before the body. The last word of a record is its sequence: that of the next is known by the word before it.

@@ -21,7 +21,7 @@ RingReader::RingReader(const MemRing& ring, From from) : _header(&ring.header())
         return;
     }
     do { // what comes and goes before the first is read is lost, too
-        _position = load(_header->committed);
+        _position = _committed = load(_header->committed);
         _isAtStart = _position == 0;
         if (_isAtStart) return;
         copyWords(reinterpret_cast<char*>(&_next), _header->bytes() + _header->placeOf(_position - WORD), WORD);
@@ -36,20 +36,20 @@ void RingReader::catchUp() {
     const uint64_t committed = load(_header->committed), reserved = load(_header->reserved);
     const uint64_t margin = _header->section();
     const uint64_t least = reserved + margin > _header->size ? reserved + margin - _header->size : 0;
-    _position = committed;
+    _position = _committed = committed;
     for (const uint64_t& mark : _header->marks)
         if (const uint64_t it = load(mark); it >= least && it < _position) _position = it;
 }
 
 bool RingReader::next(Record& record) {
     for (;;) {
-        const uint64_t committed = load(_header->committed);
-        if (_position == committed) return false;
+        if (_position == _committed) _committed = load(_header->committed);
+        if (_position == _committed) return false;
         const char* const at = _header->bytes() + _header->placeOf(_position);
         RecordHeader header;
         copyWords(reinterpret_cast<char*>(&header), at, sizeof header);
         const size_t size = recordSize(header.bodySize);
-        const bool isWhole = size <= committed - _position && _header->placeOf(_position) + size <= _header->size;
+        const bool isWhole = size <= _committed - _position && _header->placeOf(_position) + size <= _header->size;
         if (isWhole) {
             if (_copy.size() < size) _copy.resize(size);
             copyWords(_copy.data(), at, size);
@@ -78,18 +78,16 @@ bool RingReader::next(Record& record) {
 
 bool RingReader::wait(int milliseconds) {
     auto& header = const_cast<RingHeader&>(*_header);
-    // A few microseconds awake, in which the next message mostly comes where many do: waking a reader costs its publisher more
-    // than all else.
+    // Some microseconds awake, in which the next message mostly comes where many do: to be woken costs more than all else.
     for (int left = milliseconds > 0 ? 300 : 0; left > 0; --left) {
         if (load(_header->committed) != _position) return true;
         __builtin_ia32_pause();
     }
-    const uint32_t seen = __atomic_load_n(&header.woken, __ATOMIC_SEQ_CST);
     if (load(_header->committed) != _position) return true;
     __atomic_add_fetch(&header.waiting, 1,
                        __ATOMIC_SEQ_CST); // if this process dies here, publishers wake nobody for ever
     const timespec time{milliseconds / 1000, milliseconds % 1000 * 1'000'000L};
-    ::syscall(SYS_futex, &header.woken, FUTEX_WAIT, seen, &time, nullptr, 0);
+    ::syscall(SYS_futex, header.committedHalf(), FUTEX_WAIT, static_cast<uint32_t>(_position), &time, nullptr, 0);
     __atomic_sub_fetch(&header.waiting, 1, __ATOMIC_SEQ_CST);
     return load(_header->committed) != _position;
 }

@@ -72,16 +72,20 @@ class RingTurn {
         mark();
         write({static_cast<uint32_t>(body), id, 0, time}, size, number);
         store(_header.committed, _position + size);
-        __atomic_add_fetch(&_header.woken, 1, __ATOMIC_SEQ_CST);
         if (__atomic_load_n(&_header.waiting, __ATOMIC_SEQ_CST) != 0)
-            ::syscall(SYS_futex, &_header.woken, FUTEX_WAKE, INT_MAX, nullptr, nullptr, 0);
+            ::syscall(SYS_futex, _header.committedHalf(), FUTEX_WAKE, INT_MAX, nullptr, nullptr, 0);
         return number;
     }
 
   private:
     char* at(uint64_t position) { return _header.bytes() + _header.placeOf(position); }
 
-    void reserve(size_t size) { store(_header.reserved, std::max(_header.reserved, _position + size)); }
+    /// Before any word there is written: who reads one that was sees this, too. Some more is taken at once, so that readers,
+    /// who look at it for each message, mostly have it in their cache.
+    void reserve(size_t size) {
+        if (const uint64_t end = _position + size; end > _header.reserved)
+            __atomic_store_n(&_header.reserved, end + _header.section() / 4, __ATOMIC_RELEASE);
+    }
     void write(const RecordHeader& header, size_t size, uint64_t number) {
         storeWords(at(_position), reinterpret_cast<const char*>(&header), sizeof header);
         storeWords(at(_position + size - WORD), reinterpret_cast<const char*>(&number), WORD);

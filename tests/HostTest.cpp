@@ -479,7 +479,7 @@ TEST_F(Ring, ForeignFilesAreRefused) {
         }
     };
     expectRefused(0, 'x', "is no ring");
-    expectRefused(8, 1, "layout 1, not 3");
+    expectRefused(8, 1, "layout 1, not 4");
     expectRefused(17, 1, "another size");
     expectRefused(bytes.size(), 1, "another size");
     EXPECT_THROW(Host::MemRing::open(folder.write("short", bytes.substr(0, 100))), Host::RingError);
