@@ -68,18 +68,24 @@ inline void store(uint64_t& word, uint64_t value) { __atomic_store_n(&word, valu
 
 // Copies what a publisher may be overwriting: word by word, so that it is no race, only a copy of no use. The order keeps a
 // publisher's words after its reservation, and a reader's look at the reservation after its words.
+
+/// REQUIRES: whole words.
 inline void copyWords(char* to, const char* from, size_t size) {
     for (size_t i = 0; i < size; i += WORD) {
         const uint64_t word = __atomic_load_n(reinterpret_cast<const uint64_t*>(from + i), __ATOMIC_ACQUIRE);
-        std::memcpy(to + i, &word, std::min(WORD, size - i));
+        std::memcpy(to + i, &word, WORD);
     }
 }
+/// The last word is filled with zeros.
 inline void storeWords(char* to, const char* from, size_t size) {
-    for (size_t i = 0; i < size; i += WORD) {
+    const auto storeWord = [&](size_t at, size_t bytes) {
         uint64_t word = 0;
-        std::memcpy(&word, from + i, std::min(WORD, size - i));
-        __atomic_store_n(reinterpret_cast<uint64_t*>(to + i), word, __ATOMIC_RELEASE);
-    }
+        std::memcpy(&word, from + at, bytes);
+        __atomic_store_n(reinterpret_cast<uint64_t*>(to + at), word, __ATOMIC_RELEASE);
+    };
+    size_t at = 0;
+    for (; at + WORD <= size; at += WORD) storeWord(at, WORD);
+    if (at != size) storeWord(at, size - at);
 }
 
 } // namespace Host::detail
