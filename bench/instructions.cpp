@@ -4,7 +4,11 @@
 
 #include <memory>
 #include <ostream>
+#include <string_view>
 
+#include <unistd.h>
+
+#include "Host/MemRing.h"
 #include "Inspect/Checked.h"
 #include "bench/Ours.h"
 
@@ -58,11 +62,34 @@ void countShape(const Shape<M>& shape) {
     if (keep || refused) std::abort(); // an even number of equal messages; used, so that nothing can be left out
 }
 
+/// What a ring adds to the encoding, and what it takes to read one; nobody waits, so that nobody is woken.
+template <class M>
+void countRing(const Shape<M>& shape) {
+    using T = typename OurType<M>::type;
+    OurMessages<M> ours(shape);
+    const std::string path = "/dev/shm/qlinstructions-" + std::to_string(getpid());
+    Host::MemRing ring = Host::MemRing::open(path);
+    unlink(path.c_str());
+    Host::RingReader reader(ring);
+    bool refused = false;
+    const std::string name = shape.name;
+    count(name + "/ring-publish", [&](size_t i) {
+        uint64_t sequence = 0;
+        refused |= !ring.publish(Inspect::default_protocol(), T::ID, &ours[i], 1, sequence);
+    });
+    Host::Record record;
+    count(name + "/ring-read", [&](size_t) { refused |= !reader.next(record); });
+    if (refused) std::abort();
+}
+
 } // namespace
 } // namespace bench
 
 int main() {
     Quillon::initialize();
     bench::forEachShape([](const auto& shape) { bench::countShape(shape); });
+    bench::forEachShape([](const auto& shape) {
+        if (shape.name == std::string_view("SubmitOrder")) bench::countRing(shape);
+    });
     Quillon::finalize();
 }
