@@ -155,6 +155,19 @@ TEST_F(Sql, MistakesAreToldWithTheirPlace) {
     EXPECT_EQ(query("COPY (SELECT 1) TO '/dev/full' (FORMAT csv)").exitCode, 3);
 }
 
+// Processes that share one would take each other's files for their own.
+TEST_F(Sql, FilesOfTheEngineAreOfOneProcessAndGoWithIt) {
+    const std::string statement = "SELECT current_setting('temp_directory') AS t";
+    folder.write("sql", statement);
+    folder.run("mkdir -p t/qlproto-sql-999999999-left t/qlproto-sql-1-init t/qlproto-sqlx");
+    const auto run = [&] { return folder.run("TMPDIR=$PWD/t qlproto query session.pcap \"$(cat sql)\"").out; };
+    const std::string first = run(), second = run();
+    EXPECT_NE(first.find("/t/qlproto-sql-"), first.npos) << first;
+    EXPECT_NE(first, second);
+    EXPECT_EQ(folder.run("ls t").out, "qlproto-sql-1-init\nqlproto-sqlx\n") << "of processes that live, or of none";
+    EXPECT_EQ(folder.run("TMPDIR=$PWD/none qlproto query session.pcap 'SELECT 1'").exitCode, 3);
+}
+
 TEST_F(Sql, RecipesRunAsTheyStand) {
     ASSERT_EQ(folder.run("qlproto generate --profile incident --messages 20000 --seed 7 -o session.pcap").exitCode, 0);
     ASSERT_EQ(folder.run("qlproto export session.pcap -o columns --format parquet --message MktDataMessage").exitCode,

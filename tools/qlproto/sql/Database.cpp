@@ -247,8 +247,7 @@ void Database::createViews() {
     _engine.destroy_table_function(&function);
     if (state != 0) throw Capture::IoError("DuckDB: the captures cannot be registered");
 
-    std::string temporary = std::getenv("TMPDIR") != nullptr ? std::getenv("TMPDIR") : "/tmp";
-    run("SET temp_directory=" + inQuotes(temporary + "/qlproto-sql", '\''));
+    run("SET temp_directory=" + inQuotes(_spilled.path(), '\''));
     std::vector<std::string> tables{std::string(Columns::MESSAGES_TABLE), std::string(Columns::FAULTS_TABLE)};
     for (const Inspect::MessageInfo& it : Inspect::all_messages(thisTool.protocol)) tables.emplace_back(it.type->name);
     std::string statements;

@@ -19,6 +19,7 @@
 #include "Inspect/Verify.h"
 #include "tools/qlproto/sql/DuckDb.h"
 #include "tools/qlproto/sql/Needs.h"
+#include "tools/qlproto/sql/SpillFolder.h"
 
 namespace qlproto::sql {
 
@@ -91,6 +92,7 @@ class Database {
 
     const DatabaseOptions _options;
     const engine::Functions& _engine;
+    const SpillFolder _spilled;
     engine::Database _database = nullptr;
     engine::Connection _connection = nullptr;
     std::map<std::string, std::string> _tables; ///< that views show, by the view's name in small letters

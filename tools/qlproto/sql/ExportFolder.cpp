@@ -34,14 +34,6 @@ auto asIoError(Do&& it) {
     }
 }
 
-bool isOfDeadProcess(const std::string& name) {
-    if (!name.starts_with(PART)) return false;
-    pid_t process = 0;
-    const char* const end = name.data() + name.size();
-    const auto [last, error] = std::from_chars(name.data() + PART.size(), end, process);
-    return error == std::errc() && last == end && process > 0 && kill(process, 0) != 0 && errno == ESRCH;
-}
-
 std::string fileName(const std::string& name, size_t number, const std::string& extension) {
     return name + (number == 0 ? "" : fmt::format("-{}", number)) + '.' + extension;
 }
@@ -55,11 +47,20 @@ bool isNumbered(const std::string& file, const std::string& name, const std::str
 
 } // namespace
 
+bool isOfDeadProcess(std::string_view name, std::string_view prefix) {
+    if (!name.starts_with(prefix)) return false;
+    pid_t process = 0;
+    const char* const end = name.data() + name.size();
+    const auto [last, error] = std::from_chars(name.data() + prefix.size(), end, process);
+    return error == std::errc() && (last == end || *last == '-') && process > 0 && kill(process, 0) != 0
+           && errno == ESRCH;
+}
+
 ExportFolder::ExportFolder(const std::string& path) : _folder(path) {
     asIoError([&] {
         fs::create_directories(_folder);
         for (const auto& it : fs::directory_iterator(_folder))
-            if (isOfDeadProcess(it.path().filename())) fs::remove_all(it.path());
+            if (isOfDeadProcess(it.path().filename().native(), PART)) fs::remove_all(it.path());
         _part = _folder / fmt::format("{}{}", PART, getpid());
         fs::remove_all(_part);
         fs::create_directory(_part);

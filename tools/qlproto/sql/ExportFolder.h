@@ -11,6 +11,9 @@
 
 namespace qlproto::sql {
 
+/// Whether the name is the prefix and the number of a process that is dead, and perhaps more after a hyphen.
+bool isOfDeadProcess(std::string_view name, std::string_view prefix);
+
 class ExportFolder {
   public:
     /// Throws Capture::IoError.
