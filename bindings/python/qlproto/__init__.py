@@ -102,48 +102,27 @@ class Message:
 
 
 class _Iterator:
-    def __init__(self, paths, policy, network, names):
-        self._messages = _core.Messages(paths, policy, *network, names)
+    def __init__(self, messages, *timeout):
+        self._messages, self._timeout = messages, timeout
 
     def __iter__(self):
         return self
 
     def __next__(self):
-        it = self._messages.next()
+        it = self._messages.next(*self._timeout)
         if it is None:
             raise StopIteration
         return Message(*it)
 
     @property
     def faults(self):
-        """Packets that were bad until now, and damages."""
-        return self._messages.faults
-
-
-class _Live:
-    def __init__(self, place, start, policy, names, timeout):
-        if not hasattr(_core, "LiveMessages"):
-            raise BusError(f"{place}: this module is built without buses")
-        self._messages, self._timeout = _core.LiveMessages(place, start, policy, names), timeout
-
-    def __iter__(self):
-        return self
-
-    def __next__(self):
-        it = self._messages.next(self._timeout)
-        if it is None:
-            raise StopIteration
-        return Message(*it)
-
-    @property
-    def faults(self):
-        """Messages that were bad until now."""
+        """Messages that were bad until now, and damages of captures."""
         return self._messages.faults
 
     @property
     def lost(self):
-        """Messages that came and went unseen until now."""
-        return self._messages.lost
+        """Messages of a bus that came and went unseen until now."""
+        return getattr(self._messages, "lost", 0)
 
 
 class Bus:
@@ -159,7 +138,9 @@ class Bus:
     def messages(self, names=(), *, timeout=None):
         """Iterates over messages of these names, or all; ends when none comes for so many seconds. `lost` of the iterator
         counts those that came and went unseen, `faults` the bad ones."""
-        return _Live(self._place, self._start, self._policy, [names] if isinstance(names, str) else list(names), timeout)
+        if not hasattr(_core, "LiveMessages"):
+            raise BusError(f"{self._place}: this module is built without buses")
+        return _Iterator(_core.LiveMessages(self._place, self._start, self._policy, _list(names)), timeout)
 
 
 class Table:
@@ -238,7 +219,7 @@ class Capture:
 
     def messages(self, names=()):
         """Iterates over messages of these names, or all; `faults` of the iterator counts the bad ones."""
-        return _Iterator(self._paths, self._policy, self._network, [names] if isinstance(names, str) else list(names))
+        return _Iterator(_core.Messages(self._paths, self._policy, *self._network, _list(names)))
 
     def table(self, name, columns=(), *, decimals=None, secrets=False, batch_rows=65536):
         """The messages of a type as columns, or "messages" or "faults". `columns` are paths, as in "contents.price"; only
@@ -256,6 +237,10 @@ class Capture:
                        for path in batch.columns()}
             rows += [{path: _plain(values[i]) for path, values in columns.items()} for i in range(len(batch))]
         return rows
+
+
+def _list(names):
+    return [names] if isinstance(names, str) else list(names)
 
 
 def _objects(batch, path):
