@@ -1,9 +1,12 @@
-// Bytes from strangers as hosts get them; the first one says how: as a stream of frames, as a file of a journal, or as the payload
-// of a message on a bus.
+// Bytes from strangers as hosts get them; the first one says how: as a stream of frames, as a file of a journal, as one that is
+// written on, or as the payload of a message on a bus.
 #include "fuzz/Input.h"
 
 #include <algorithm>
+#include <filesystem>
+#include <fstream>
 #include <string>
+#include <vector>
 
 #include <sys/mman.h>
 #include <unistd.h>
@@ -12,7 +15,7 @@
 #include "Capture/Verification.h"
 #include "Host/Bus.h"
 #include "Host/Frames.h"
-#include "Host/JournalFile.h"
+#include "Host/Journal.h"
 #include "Host/QLProtocol.h"
 
 namespace {
@@ -56,6 +59,28 @@ void journal(std::string_view file) {
     close(fd);
 }
 
+/// Who opens a journal with such a file goes on after what is whole in it, and nothing of that is lost.
+void recovery(std::string_view file) {
+    static const std::string folder = "/dev/shm/fuzz-journal-" + std::to_string(getpid());
+    std::filesystem::remove_all(folder);
+    std::filesystem::create_directory(folder);
+    std::ofstream(folder + '/' + Host::JournalFile::nameOf(1, 1), std::ios::binary) << file;
+    const auto sequences = [&] {
+        std::vector<uint64_t> all;
+        Host::JournalReader reader(folder);
+        for (Host::Record record; reader.next(record);) all.push_back(record.sequence);
+        return all;
+    };
+    std::vector<uint64_t> whole = sequences();
+    try {
+        Host::Journal journal(folder);
+        FUZZ_CHECK(whole.empty() || journal.last() >= whole.back());
+        whole.push_back(journal.append({.id = 1, .body = "next", .time = 1}));
+    } catch (const std::invalid_argument&) { // there is no sequence after the last one
+    }
+    FUZZ_CHECK(sequences() == whole);
+}
+
 /// What is handed over can be decoded; all else is counted.
 void payload(std::string_view bytes) {
     if (bytes.size() < Capture::IDENTIFIER_SIZE) return;
@@ -93,6 +118,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const std::string_view bytes(reinterpret_cast<const char*>(data) + 1, size - 1);
     if (data[0] == 'f') frames(bytes);
     if (data[0] == 'j') journal(bytes);
+    if (data[0] == 'r') recovery(bytes);
     if (data[0] == 'p') payload(bytes);
     return 0;
 }
