@@ -87,10 +87,6 @@ natsStatus NatsSource::openNamed(jsErrCode& error) {
     natsStatus status = js_GetConsumerInfo(&info, _connection.stream(), stream, _name.c_str(), nullptr, &error);
     const NatsConsumerOwner known(info);
     if (status != NATS_OK && status != NATS_NOT_FOUND) return status;
-    if (known && known->PushBound) { // the server itself would let this one take it from that one
-        error = JSConsumerNameExistErr;
-        return NATS_ERR;
-    }
     jsConsumerConfig config;
     if (known) {
         config = *known->Config;

@@ -690,9 +690,16 @@ TEST_P(Buses, TellWhoIsThere) {
         EXPECT_EQ(look(130, 1), "+8.1 ");
         Presence twin(*bus, QL_PRESENCE, {7, 2}, 140);
         EXPECT_EQ(look(140, 1), "+7.2 !7.2 ");
+        Presence late(*bus, QL_PRESENCE, {8, 2}, 300);
+        EXPECT_EQ(look(140, 1), "+8.2 ") << "the one before it has been silent for long";
     }
-    EXPECT_EQ(look(140, 3), "-7.2 -8.1 -7.1 ");
+    EXPECT_EQ(look(140, 4), "-8.2 -7.2 -8.1 -7.1 ");
     EXPECT_EQ(peers.present(), 0u);
+    for (int64_t i = 0; i < 66'000; ++i) { // by somebody who makes them up
+        const std::string body = QL_PRESENCE.body({1, i});
+        peers.take({.id = QL_PRESENCE.heartbeat, .body = body, .time = 1});
+    }
+    EXPECT_EQ(peers.present(), 65'536u);
 }
 
 #ifdef QL_WITH_NATS
@@ -737,6 +744,29 @@ TEST_P(NatsBuses, SayWhatTheyCarryInSubjects) {
     for (const char* other : {"nats://127.0.0.1:1", "nats://127.0.0.1:1/a.b", "nats://127.0.0.1:1?x=1",
                               "nats://127.0.0.1:1?replicas=0", "nats://127.0.0.1:1?ca", "nats://127.0.0.1:1?ca=/none"})
         EXPECT_THROW(NatsBus(other, qlTopics()), BusError) << other;
+}
+
+// The server gives a reader what is not done once more when it has died: this one knows that it has it.
+TEST_P(NatsBuses, GiveNamedReadersNothingTwiceWhenTheirServerDies) {
+    const auto bus = open();
+    for (int i = 1; i <= 5; ++i) publishTimer(*bus, i);
+    const auto source = bus->readAs("risk", From::oldest());
+    Record record;
+    const auto expectNext = [&](uint64_t first, uint64_t last) {
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+        for (uint64_t next = first; next <= last && std::chrono::steady_clock::now() < end;)
+            if (source->next(record))
+                EXPECT_EQ(record.sequence - record.lost, next++);
+            else
+                source->wait(100);
+        EXPECT_EQ(record.sequence, last);
+    };
+    expectNext(1, 3);
+    server.stop();
+    server.start();
+    publishTimer(*bus, 6);
+    expectNext(4, 6);
+    source->done();
 }
 
 // The acknowledgement comes too late, so that a message is sent again, under its identifier.

@@ -369,6 +369,33 @@ TEST_F(Connections, ComeAgainWithWhatWasQueued) {
     EXPECT_TRUE(client.isConnected() && !server->isOver()) << "heartbeats keep what is quiet: " << reason;
 }
 
+// Through buffers that hold less than a frame at a time, and to a peer that dies in the midst of one.
+TEST_F(Connections, SendFramesFromTheirStart) {
+    const int little = 2048;
+    EXPECT_EQ(setsockopt(listener.number(), SOL_SOCKET, SO_RCVBUF, &little, sizeof little), 0);
+    listenNow();
+    for (const bool dies : {true, false}) {
+        ASSERT_TRUE(pollUntil([&] { return client.isConnected(); }));
+        EXPECT_EQ(setsockopt(client.descriptor(), SOL_SOCKET, SO_SNDBUF, &little, sizeof little), 0);
+        int sent = 0;
+        while (client.send(7, text(sent))) ++sent;
+        for (int i = 0; i < 5; ++i) client.poll(1);
+        EXPECT_GT(client.queued(), 0u);
+        if (dies) {
+            accepted(); // and closed
+            ASSERT_TRUE(pollUntil([&] { return !client.isConnected(); }));
+            ASSERT_TRUE(pollUntil([&] { return client.isConnected(); }));
+        }
+        got.clear();
+        server.emplace(accepted(), options, noting(got));
+        ASSERT_TRUE(pollUntil([&] { return !got.empty() && got.back() == text(sent - 1); }));
+        EXPECT_EQ(got.size() == static_cast<size_t>(sent), !dies);
+        for (size_t i = 1; i <= got.size(); ++i) EXPECT_EQ(got[got.size() - i], text(sent - static_cast<int>(i)));
+        server.reset();
+        ASSERT_TRUE(pollUntil([&] { return !client.isConnected(); }));
+    }
+}
+
 TEST_F(Connections, AreLostWhenThePeerIsSilentOrTalksNonsense) {
     listenNow();
     ASSERT_TRUE(pollUntil([&] { return client.isConnected(); }));
@@ -497,6 +524,21 @@ TEST_F(Ring, ForeignFilesAreRefused) {
         if (byte == 0) continue; // what was there
         EXPECT_THROW(reader.next(record), Host::RingError);
     }
+}
+
+TEST_F(Ring, LengthsBeyondTheirEndAreRefused) {
+    Host::RingReader reader(ring);
+    const std::string body(1000, 'x'); // in records of 1024 bytes, 64 of them
+    const size_t records = ring.size() / 1024;
+    for (size_t i = 0; i < records + 6; ++i) {
+        ring.publish({.id = 1, .body = body});
+        EXPECT_TRUE(i >= records - 1 || reader.next(record));
+    }
+    std::fstream file(path, std::ios::in | std::ios::out | std::ios::binary);
+    file.seekp(-1024, std::ios::end); // what is read next
+    const uint32_t length = 3000;
+    file.write(reinterpret_cast<const char*>(&length), sizeof length).flush();
+    EXPECT_THROW(reader.next(record), Host::RingError);
 }
 
 TEST_F(Ring, WaitersAreWoken) {
