@@ -22,10 +22,17 @@ std::string keyOf(const Endpoint& a, const Endpoint& b, bool isStream) {
     return key;
 }
 
+/// The place among those found last, the same for both directions.
+std::size_t placeOf(const Endpoint& a, const Endpoint& b) {
+    return static_cast<unsigned char>(a.port ^ b.port ^ a.address.back() ^ b.address.back());
+}
+
 } // namespace
 
 Network::Network(NetworkOptions options, const Inspect::Protocol& protocol, Faults& faults)
-    : _options(std::move(options)), _faults(faults), _context{_options.framing, protocol, faults}, _ip(faults) {}
+    : _options(std::move(options)), _faults(faults), _context{_options.framing, protocol, faults}, _ip(faults) {
+    _recent.fill(_byAge.end());
+}
 
 void Network::take(const Packet& packet) {
     const std::string_view bytes = ipPacketOf(packet.linkType, packet.bytes);
@@ -64,7 +71,7 @@ void Network::takeTcp(const Datagram& datagram, const Origin& origin) {
     const bool isEmpty = segment.bytes.empty() && segment.missing == 0 && (flags & (syn | fin | reset)) == 0;
 
     bool isBack = false;
-    if (isEmpty && !_byKey.contains(keyOf(from, to, true))) return;
+    if (isEmpty && find(from, to, true) == _byAge.end()) return;
     const bool isAnswer = segment.isFirst && (flags & ack) != 0;
     Peers* peers = &peersOf(from, to, true, isAnswer, isBack);
     if (!isEmpty && (flags & reset) == 0 && !peers->streams[isBack].mayTake(segment)) {
@@ -105,19 +112,25 @@ bool Network::isTaken(const Endpoint& from, const Endpoint& to) const {
            || std::ranges::find(ports, to.port) != ports.end();
 }
 
+/// The connection; the end if there is none.
+Network::ByAge::iterator Network::find(const Endpoint& from, const Endpoint& to, bool isStream) {
+    ByAge::iterator& recent = _recent[placeOf(from, to)];
+    if (recent != _byAge.end() && recent->isBetween(from, to, isStream)) return recent;
+    const auto found = _byKey.find(keyOf(from, to, isStream));
+    return found != _byKey.end() ? recent = found->second : _byAge.end();
+}
+
 /// The connection, a new one if there is none. Who answers did not open it.
 Network::Peers& Network::peersOf(const Endpoint& from, const Endpoint& to, bool isStream, bool isAnswer, bool& isBack) {
-    std::string key = keyOf(from, to, isStream);
-    const auto found = _byKey.find(key);
-    if (found != _byKey.end()) {
-        _byAge.splice(_byAge.end(), _byAge, found->second);
+    if (const auto found = find(from, to, isStream); found != _byAge.end()) {
+        _byAge.splice(_byAge.end(), _byAge, found);
     } else {
         Peers& peers = _byAge.emplace_back();
-        peers.key = key;
+        peers.key = keyOf(from, to, isStream);
         ++_number;
         for (const bool back : {false, true})
             peers.connections[back] = {_number, isAnswer ? to : from, isAnswer ? from : to, back, isStream};
-        _byKey.emplace(std::move(key), std::prev(_byAge.end()));
+        _byKey.emplace(peers.key, std::prev(_byAge.end()));
     }
     Peers& peers = _byAge.back();
     isBack = !(peers.connections[0].from == from && peers.connections[0].to == to);
@@ -138,6 +151,8 @@ void Network::count(Peers& peers) {
 
 void Network::leave(ByAge::iterator it) {
     if (_current == &*it) _current = nullptr;
+    ByAge::iterator& recent = _recent[placeOf(it->connections[0].from, it->connections[0].to)];
+    if (recent == it) recent = _byAge.end();
     _byKey.erase(it->key);
     for (TcpStream& stream : it->streams) stream.finish();
     _leaving.splice(_leaving.end(), _byAge, it);

@@ -9,6 +9,7 @@
 // for the longest is finished and, unless both sides had closed it, told.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <list>
@@ -61,12 +62,19 @@ class Network {
         TcpStream streams[2];
         std::size_t memory = 0; ///< that was counted
         bool isReset = false;
+
+        /// Whether it is between those, whoever opened it.
+        bool isBetween(const Endpoint& a, const Endpoint& b, bool isStream) const {
+            const Connection& it = connections[0];
+            return it.isStream == isStream && ((it.from == a && it.to == b) || (it.from == b && it.to == a));
+        }
     };
     using ByAge = std::list<Peers>;
 
     void takeTcp(const Datagram& datagram, const Origin& origin);
     void takeUdp(const Datagram& datagram, const Origin& origin);
     bool isTaken(const Endpoint& from, const Endpoint& to) const;
+    ByAge::iterator find(const Endpoint& from, const Endpoint& to, bool isStream);
     Peers& peersOf(const Endpoint& from, const Endpoint& to, bool isStream, bool isAnswer, bool& isBack);
     void use(Peers& peers, bool isBack);
     void leave(ByAge::iterator it);
@@ -79,6 +87,9 @@ class Network {
     Ip _ip;
     ByAge _byAge; ///< the one that was silent for the longest first
     SeededMap<std::string, ByAge::iterator> _byKey;
+    /// The last one that was found of those that share a place, which spares most look-ups. Who makes all connections share
+    /// one gains nothing but the look-up.
+    std::array<ByAge::iterator, 256> _recent;
     ByAge _leaving; ///< finished, with messages that may still come out
     Peers* _current = nullptr;
     bool _isBack = false; ///< direction of the current one
