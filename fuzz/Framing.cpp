@@ -11,9 +11,10 @@
 
 namespace {
 
+/// Cut into pieces of that size. To look for framings that would fit takes longer than all else, and is no matter of pieces.
 std::vector<std::string> messagesOf(const Capture::Framing& framing, std::string_view stream, size_t piece) {
     Capture::Faults faults;
-    Capture::DeframerContext context{framing, Inspect::default_protocol(), faults};
+    Capture::DeframerContext context{framing, Inspect::default_protocol(), faults, piece == SIZE_MAX ? 1 : 0};
     Capture::Deframer deframer;
     const Capture::Connection connection;
     std::vector<std::string> messages;
@@ -48,7 +49,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
             for (const size_t piece : {1u, 7u}) FUZZ_CHECK(messagesOf(framing, stream, piece) == messages);
         }
         Capture::Faults faults;
-        Capture::DeframerContext context{framing, Inspect::default_protocol(), faults};
+        Capture::DeframerContext context{framing, Inspect::default_protocol(), faults, 0};
         Capture::Deframer deframer;
         for (const size_t missing : {0u, 1u, 1000u}) {
             deframer.takeDatagram(stream, missing, {});

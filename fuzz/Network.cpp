@@ -5,6 +5,7 @@
 #include "fuzz/Input.h"
 
 #include <string>
+#include <utility>
 
 #include "Capture/Network.h"
 #include "Capture/NetworkPackets.h"
@@ -28,9 +29,13 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     std::string_view input(reinterpret_cast<const char*>(data), size);
     Capture::Faults faults;
     Capture::Network network({Capture::Framing::of("frames")}, Inspect::default_protocol(), faults);
+    uint64_t last = 0; // connection of which a text was made, which takes longer than all else
     const auto drain = [&] {
-        for (Capture::Packet it; network.next(it);)
-            FUZZ_CHECK(it.connection != nullptr && it.bytes.size() <= it.original && !it.connection->way().empty());
+        for (Capture::Packet it; network.next(it);) {
+            FUZZ_CHECK(it.connection != nullptr && it.bytes.size() <= it.original);
+            if (std::exchange(last, it.connection->number) != it.connection->number)
+                FUZZ_CHECK(!it.connection->way().empty());
+        }
         FUZZ_CHECK(network.memory() < Capture::Network::MOST_BYTES + Capture::Ip::MOST_BYTES + (1 << 20));
     };
     for (int64_t time = 0; input.size() >= 2; time += 1'000'000'000) {
