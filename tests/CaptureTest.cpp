@@ -490,7 +490,9 @@ TEST_F(CaptureFile, CompressedInPartsLosesNoneButTheDamagedOne) {
     std::vector<std::string> parts(8);
     for (size_t i = 0; i < sent.size(); ++i)
         parts[i / 1000].append(i == 0 ? CaptureForm().header() : "").append(CaptureForm().record(sent[i]));
-    for (const std::string command : {"gzip -c", "zstd -qc"}) {
+    // Without the time of the file: a part that is cut takes the next header, with that time in it, for more of its own data, and
+    // with few times what comes out of it looks like a message.
+    for (const std::string command : {"gzip -nc", "zstd -qc"}) {
         std::vector<std::string> packed;
         for (const std::string& part : parts) {
             folder.write("part", part);
