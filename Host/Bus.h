@@ -85,7 +85,8 @@ class Bus {
     virtual std::unique_ptr<Source> read(From from) = 0;
 
     /// Reads under a name, which consists of letters, digits, '-' and '_': on from where the reader of that name stopped, in
-    /// this process or another; the first one begins at `from`. What was given out and not told to be done() comes again.
+    /// this process or another; the first one begins at `from`. What was given out and not told to be done() comes again,
+    /// and a server gives out no more than some thousand messages before it is told so.
     /// One at a time has a name, until it goes or its process dies. Throws as read() does, also if another one has it, and
     /// std::invalid_argument for what is no name. REQUIRES: as above.
     std::unique_ptr<Source> readAs(const std::string& name, From from);

@@ -20,6 +20,7 @@
 #include "Host/Frames.h"
 #include "Host/MemRing.h"
 #include "Host/MsgBlockPool.h"
+#include "Host/RingTurn.h"
 #include "Host/SharedMessage.h"
 #include "Inspect/Sizes.h"
 #include "tests/Folder.h"
@@ -551,6 +552,23 @@ TEST_F(Ring, WaitersAreWoken) {
     EXPECT_TRUE(reader.wait(100'000)) << "by the message, long before that time";
     other.join();
     EXPECT_TRUE(reader.wait(100'000)) << "it has not been read yet";
+}
+
+// Where a publisher that died wanted to begin a record, none may begin.
+TEST_F(Ring, MarksOfTheDeadAreForgotten) {
+    publish(1);
+    const auto file = Host::detail::RingFile::open(path, 1);
+    Host::detail::RingHeader& header = file.header();
+    const pid_t child = fork();
+    if (child == 0) {
+        const Host::detail::RingTurn turn(header);
+        header.marks[3] = header.committed + 64;
+        _exit(0); // its turn does not end
+    }
+    ASSERT_EQ(waitpid(child, nullptr, 0), child);
+    publish(2);
+    EXPECT_EQ(header.marks[3], 0u);
+    EXPECT_EQ(ring.last(), 2u);
 }
 
 // Publishers and readers at once, the readers at paces of their own.
