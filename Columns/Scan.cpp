@@ -54,6 +54,7 @@ Scan::Scan(std::vector<std::string> captures, const Inspect::Protocol& protocol,
     if (message == nullptr) throw std::invalid_argument("there is no table " + _request.table);
     _type = message->type;
     _id = message->id;
+    if (_request.sorted) _sorted = _request.sorted();
 }
 
 Scan::~Scan() = default;
@@ -84,22 +85,29 @@ bool Scan::read(Batch& batch) {
     return true;
 }
 
+/// Reads the next packet; what is wrong before it goes into the batch.
+bool Scan::next(Capture::Packet& packet, uint64_t& number, Batch& batch) {
+    if (_sorted != nullptr) return _sorted->next(packet, number);
+    const bool isThere = _captures.next(packet);
+    for (const Capture::Damage& damage : _captures.faults()) {
+        ++_faults;
+        const bool isAfter = isThere && damage.capture == packet.capture; // counted by then
+        batch.damages.push_back({batch.items.size(), _captures.messages(damage.capture) - (isAfter ? 1 : 0), damage});
+    }
+    if (isThere) number = _captures.messages(packet.capture);
+    return isThere;
+}
+
 void Scan::gather(Batch& batch) {
     Capture::Packet packet;
+    uint64_t number = 0;
     while (batch.items.size() < _request.batchRows && batch.bytes.size() < BATCH_BYTES) {
-        const bool isThere = _captures.next(packet);
-        for (const Capture::Damage& damage : _captures.faults()) {
-            ++_faults;
-            const bool isAfter = isThere && damage.capture == packet.capture; // counted by then
-            batch.damages.push_back(
-                {batch.items.size(), _captures.messages(damage.capture) - (isAfter ? 1 : 0), damage});
-        }
-        if (!isThere) {
+        if (!next(packet, number, batch)) {
             _isAtEnd = true;
             return;
         }
         if (isOfConcern(packet)) {
-            batch.items.push_back({{_captures.messages(packet.capture), packet.time, packet.capture},
+            batch.items.push_back({{number, packet.time, packet.capture},
                                    packet.offset,
                                    packet.originalLength(),
                                    batch.bytes.size(),

@@ -15,6 +15,7 @@
 #include <atomic>
 #include <cstdint>
 #include <exception>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -31,6 +32,14 @@ namespace Columns {
 
 inline constexpr std::string_view MESSAGES_TABLE = "messages", FAULTS_TABLE = "faults";
 
+/// Packets that were sorted out of the captures of a scan, in their order.
+class Packets {
+  public:
+    virtual ~Packets() = default;
+    /// The next one, and its number in the capture; false at the end. Valid until the next call. Throws Capture::IoError.
+    virtual bool next(Capture::Packet& packet, uint64_t& number) = 0;
+};
+
 struct Request {
     std::string table;    ///< the name of a message, or one of the above
     Options options = {}; ///< but for the captures, which are those of the scan
@@ -41,6 +50,8 @@ struct Request {
     size_t batchRows = 65536;
     /// How messages stand in captures of networks; without, these cannot be read.
     std::optional<Capture::NetworkOptions> network = {};
+    /// Opens what is read instead of the captures, if they were sorted; null if they were not. Not for faults.
+    std::function<std::unique_ptr<Packets>()> sorted = {};
 };
 
 /// A scan of captures, on which several threads work.
@@ -65,6 +76,7 @@ class Scan {
     struct Batch;
 
     bool read(Batch& batch);
+    bool next(Capture::Packet& packet, uint64_t& number, Batch& batch);
     void gather(Batch& batch);
     bool isOfConcern(const Capture::Packet& packet) const;
 
@@ -76,6 +88,7 @@ class Scan {
 
     std::mutex _reading; ///< guards the following
     Capture::MessageSequence _captures;
+    std::unique_ptr<Packets> _sorted; ///< read instead, if it is there
     bool _isAtEnd = false;
     uint64_t _batches = 0;
     std::exception_ptr _failure; ///< of reading; not told yet

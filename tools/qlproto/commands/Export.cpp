@@ -1,6 +1,6 @@
 // qlproto export: captures as files of columns.
 #include <memory>
-#include <set>
+#include <optional>
 
 #include <fmt/format.h>
 
@@ -16,6 +16,7 @@
 #include "tools/qlproto/sql/ArrowText.h"
 #include "tools/qlproto/sql/CaptureFiles.h"
 #include "tools/qlproto/sql/ExportFolder.h"
+#include "tools/qlproto/sql/SortedMessages.h"
 #include "tools/qlproto/terminal/Errors.h"
 
 namespace qlproto {
@@ -69,7 +70,8 @@ class LineWriter : public TableWriter {
                                .options = {.showsSecrets = _options.showsSecrets, .decimals = _options.decimals},
                                .policy = _options.policy,
                                .batchRows = 16384,
-                               .network = _options.network},
+                               .network = _options.network,
+                               .sorted = [&] { return _options.sorted(table); }},
                               stream);
         const std::unique_ptr<ArrowArrayStream, void (*)(ArrowArrayStream*)> owner(
             &stream, [](ArrowArrayStream* it) { it->release(it); });
@@ -133,47 +135,83 @@ class LineWriter : public TableWriter {
     int64_t _hour = -1;
 };
 
-/// The messages that occur in a capture, by name, in the order of the protocol.
-std::vector<std::string> tablesOf(const std::string& path, const ExportOptions& options) {
-    std::set<Velmora::MsgType_t> met;
-    Capture::MessageSource capture({path}, thisTool.protocol, options.sql.network.options());
-    for (Capture::Packet packet; capture.next(packet);)
-        if (packet.bytes.size() >= Capture::IDENTIFIER_SIZE) met.insert(Capture::identifierOf(packet.bytes));
-    std::vector<std::string> tables;
-    for (const Inspect::MessageInfo& it : Inspect::all_messages(thisTool.protocol)) {
-        const bool isWanted = options.messages.empty() || std::ranges::any_of(options.messages, [&](const auto& name) {
-                                  return findMessage(name)->id == it.id;
-                              });
-        if (isWanted && met.contains(it.id)) tables.emplace_back(it.type->name);
+/// What was done.
+struct ExportSummary {
+    std::size_t files = 0, kept = 0;
+    bool hasFaults = false;
+};
+
+/// Makes the tables of one capture that are not there yet.
+class CaptureExport {
+  public:
+    CaptureExport(const ExportOptions& options, const std::string& path, std::string name, sql::ExportFolder& folder,
+                  ExportSummary& summary)
+        : _options(options), _path(path), _name(std::move(name)), _folder(folder), _summary(summary) {}
+
+    void run() {
+        std::vector<Velmora::MsgType_t> types;
+        for (const Inspect::MessageInfo& it : Inspect::all_messages(thisTool.protocol))
+            if (isWanted(it) && !isKept(std::string(it.type->name))) types.push_back(it.id);
+        const std::string faults(Columns::FAULTS_TABLE);
+        const bool hasFaultsTable = isKept(faults);
+        std::optional<sql::SortedMessages> messages;
+        sql::DatabaseOptions options = _options.sql.of({_path});
+        options.sorted = [&](const std::string& table) -> std::unique_ptr<Columns::Packets> {
+            const Inspect::MessageInfo* const message = findMessage(table);
+            return message != nullptr ? messages->open(message->id) : nullptr;
+        };
+        std::unique_ptr<TableWriter> writer; // first: the engine may be absent
+        if (_options.format == "parquet")
+            writer = std::make_unique<ParquetWriter>(options);
+        else
+            writer = std::make_unique<LineWriter>(options, _options.format);
+        messages.emplace(_path, options.network, types, _folder.beside(".sorted"));
+        for (const Velmora::MsgType_t type : types) {
+            if (!messages->has(type)) continue;
+            write(*writer, std::string(Inspect::reflect(thisTool.protocol, type)->name));
+            messages->remove(type);
+        }
+        if (!hasFaultsTable) _summary.hasFaults |= write(*writer, faults);
     }
-    tables.emplace_back(Columns::FAULTS_TABLE);
-    return tables;
-}
+
+  private:
+    bool isWanted(const Inspect::MessageInfo& message) const {
+        return _options.messages.empty() || std::ranges::any_of(_options.messages, [&](const auto& name) {
+                   return findMessage(name)->id == message.id;
+               });
+    }
+    bool isKept(const std::string& table) {
+        const bool isComplete = _folder.isComplete(sql::Database::viewOf(table), _name, _options.format, _path);
+        if (isComplete) ++_summary.kept;
+        return isComplete;
+    }
+    /// Whether there are rows.
+    bool write(TableWriter& writer, const std::string& table) {
+        const std::string view = sql::Database::viewOf(table);
+        const bool hasRows = writer.write(table, _folder.beside(view));
+        _summary.files += _folder.complete(view, _name, _options.format);
+        return hasRows;
+    }
+
+    const ExportOptions& _options;
+    const std::string& _path;
+    const std::string _name;
+    sql::ExportFolder& _folder;
+    ExportSummary& _summary;
+};
 
 int exportCaptures(const ExportOptions& options) {
     const sql::CaptureFiles captures(options.captures, options.sql.network);
     sql::ExportFolder folder(options.folder);
-    std::size_t files = 0, kept = 0;
-    bool hasFaults = false;
+    ExportSummary summary;
     for (std::size_t i = 0; i < captures.paths().size(); ++i) {
         const std::string& path = captures.paths()[i];
         const std::string name = options.captures[i] == "-" ? "stdin" : sql::ExportFolder::nameOf(path);
-        std::unique_ptr<TableWriter> writer;
-        for (const std::string& table : tablesOf(path, options)) {
-            const std::string view = sql::Database::viewOf(table);
-            if (folder.isComplete(view, name, options.format, path)) {
-                ++kept;
-                continue;
-            }
-            if (writer == nullptr && options.format == "parquet")
-                writer = std::make_unique<ParquetWriter>(options.sql.of({path}));
-            if (writer == nullptr) writer = std::make_unique<LineWriter>(options.sql.of({path}), options.format);
-            hasFaults |= writer->write(table, folder.beside(view)) && table == Columns::FAULTS_TABLE;
-            files += folder.complete(view, name, options.format);
-        }
+        CaptureExport(options, path, name, folder, summary).run();
     }
-    tell(fmt::format("{} written, {} kept", Capture::counted(files, "file"), Capture::counted(kept, "table")));
-    return hasFaults ? EXIT_BAD_DATA : EXIT_FINE;
+    tell(fmt::format("{} written, {} kept", Capture::counted(summary.files, "file"),
+                     Capture::counted(summary.kept, "table")));
+    return summary.hasFaults ? EXIT_BAD_DATA : EXIT_FINE;
 }
 
 } // namespace

@@ -158,6 +158,8 @@ void Database::init(engine::InitInfo info) {
                                  .to = times.to,
                                  .batchRows = engine.vector_size(),
                                  .network = database._options.network};
+        if (database._options.sorted)
+            request.sorted = [&database, table = bound.table] { return database._options.sorted(table); };
         auto scanning = std::make_unique<Scanning>(database, std::move(request), std::move(columns));
         engine.init_set_init_data(info, scanning.release(), destroy<Scanning>);
         engine.init_set_max_threads(info, std::max(1u, std::thread::hardware_concurrency()));

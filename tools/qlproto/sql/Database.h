@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "Capture/Network.h"
+#include "Columns/Scan.h"
 #include "Inspect/Verify.h"
 #include "tools/qlproto/sql/DuckDb.h"
 #include "tools/qlproto/sql/Needs.h"
@@ -35,6 +36,8 @@ struct DatabaseOptions {
     std::optional<int> decimals = std::nullopt; ///< of prices
     uint64_t memory = 320;                      ///< MB that the engine takes at most before it uses files
     std::optional<Capture::NetworkOptions> network = std::nullopt; ///< see Columns::Request
+    /// Those of a table, if the captures were sorted; null if they were not.
+    std::function<std::unique_ptr<Columns::Packets>(const std::string& table)> sorted = {};
 };
 
 struct ColumnOfResult {

@@ -1,0 +1,76 @@
+#include "tools/qlproto/sql/SortedMessages.h"
+
+#include <fstream>
+
+#include "Capture/Errors.h"
+#include "Capture/MessageSequence.h"
+#include "tools/qlproto/Tool.h"
+#include "tools/qlproto/sql/ExportFolder.h"
+
+namespace qlproto::sql {
+
+namespace {
+
+/// What stands in a file before the bytes of a packet.
+struct SortedHead {
+    uint64_t number, size, original;
+    int64_t time;
+};
+
+class SortedPackets : public Columns::Packets {
+  public:
+    explicit SortedPackets(const std::filesystem::path& path) : _path(path), _file(path, std::ios::binary) {
+        if (!_file) fail();
+    }
+
+    bool next(Capture::Packet& packet, uint64_t& number) override {
+        SortedHead head;
+        _file.read(reinterpret_cast<char*>(&head), sizeof head);
+        if (_file.eof() && _file.gcount() == 0) return false;
+        if (_file) _bytes.resize(head.size);
+        if (!_file.read(_bytes.data(), static_cast<std::streamsize>(_bytes.size()))) fail();
+        packet = {.time = head.time, .bytes = _bytes, .original = head.original};
+        number = head.number;
+        return true;
+    }
+
+  private:
+    [[noreturn]] void fail() const { throw Capture::IoError(_path.string() + ": cannot be read again"); }
+
+    const std::filesystem::path _path;
+    std::ifstream _file;
+    std::string _bytes;
+};
+
+} // namespace
+
+SortedMessages::SortedMessages(const std::string& capture, const std::optional<Capture::NetworkOptions>& network,
+                               const std::vector<Velmora::MsgType_t>& types, const std::filesystem::path& folder) {
+    std::map<Velmora::MsgType_t, std::optional<LineFile>> files;
+    for (const Velmora::MsgType_t type : types) files.try_emplace(type);
+    Capture::MessageSequence messages({capture}, thisTool.protocol, network);
+    for (Capture::Packet packet; messages.next(packet);) {
+        if (packet.bytes.size() < Capture::IDENTIFIER_SIZE) continue;
+        const Velmora::MsgType_t type = Capture::identifierOf(packet.bytes);
+        const auto found = files.find(type);
+        if (found == files.end()) continue;
+        std::optional<LineFile>& file = found->second;
+        if (!file) file.emplace(_files[type] = folder / std::to_string(type));
+        const SortedHead head{messages.messages(0), packet.bytes.size(), packet.original, packet.time};
+        file->append({reinterpret_cast<const char*>(&head), sizeof head});
+        file->append(packet.bytes);
+    }
+    for (auto& [type, file] : files)
+        if (file) file->close();
+}
+
+std::unique_ptr<Columns::Packets> SortedMessages::open(Velmora::MsgType_t type) const {
+    return std::make_unique<SortedPackets>(_files.at(type));
+}
+
+void SortedMessages::remove(Velmora::MsgType_t type) {
+    std::error_code error; // the folder goes with all that is in it anyway
+    std::filesystem::remove(_files.at(type), error);
+}
+
+} // namespace qlproto::sql

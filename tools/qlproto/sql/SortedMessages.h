@@ -1,0 +1,35 @@
+// The messages of a capture, told apart by type: read once, into a file a type, however many tables are made of them.
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "Capture/Network.h"
+#include "Columns/Scan.h"
+
+namespace qlproto::sql {
+
+class SortedMessages {
+  public:
+    /// Reads the capture. Messages of these types go into files in the folder, which the caller removes. Throws as
+    /// Capture::Reader does.
+    SortedMessages(const std::string& capture, const std::optional<Capture::NetworkOptions>& network,
+                   const std::vector<Velmora::MsgType_t>& types, const std::filesystem::path& folder);
+
+    bool has(Velmora::MsgType_t type) const { return _files.contains(type); }
+
+    /// Those of a type. Throws Capture::IoError. REQUIRES: there are some.
+    std::unique_ptr<Columns::Packets> open(Velmora::MsgType_t type) const;
+
+    /// Removes the file of a type.
+    void remove(Velmora::MsgType_t type);
+
+  private:
+    std::map<Velmora::MsgType_t, std::filesystem::path> _files;
+};
+
+} // namespace qlproto::sql
