@@ -236,7 +236,6 @@ class Captures(unittest.TestCase):
                     del table
                 else:
                     del capsule
-                gc.collect()
                 if "batch" in held:
                     self.assertEqual(numbers[:9], sorted(numbers[:9]))
                 if "schema" in held:
