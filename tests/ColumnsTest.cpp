@@ -222,6 +222,36 @@ TYPED_TEST(ColumnsOf, HoldWhatJsonSays) {
     EXPECT_GT(rows, 20 * (TypeParam::MESSAGES - 1));
 }
 
+/// Adds how many secrets there are to `hidden`.
+void expectHidden(const Inspect::ValueInfo& info, const Json& column, bool isSecret, size_t& hidden) {
+    if (info.kind == Inspect::Kind::record) {
+        for (const Inspect::FieldInfo& field : info.record->fields)
+            expectHidden(field.value, column.at(std::string(field.name)), field.is_secret_in(isSecret), hidden);
+    } else if (info.kind == Inspect::Kind::vector) {
+        for (const Json& element : column) expectHidden(*info.element, element, isSecret, hidden);
+    } else if (isSecret) {
+        EXPECT_TRUE(column.is_null()) << column;
+        ++hidden;
+    }
+}
+
+TYPED_TEST(ColumnsOf, HideSecretsOfEveryKind) {
+    size_t hidden = 0;
+    TypeParam::messages([&]<class T>(Velmora::of<T>, const char* name) {
+        SCOPED_TRACE(name);
+        const Inspect::Protocol& protocol = Inspect::protocol_of<TypeParam>();
+        const Inspect::TypeInfo& type = *Inspect::reflect(protocol, T::ID);
+        Columns::Table table(T::ID, type, {});
+        const std::string bytes = this->template body<T>(Filling::typical, 7);
+        if (!Inspect::verify(protocol, T::ID, bytes.data(), bytes.data() + bytes.size(), Inspect::whole))
+            return true; // a pad
+        table.add({1, 2}, bytes);
+        expectHidden({.kind = Inspect::Kind::record, .record = &type}, rowsOf(table).front(), false, hidden);
+        return true;
+    });
+    EXPECT_GT(hidden, 0u);
+}
+
 TEST_F(ColumnsTest, OnlyChosenFieldsAndSecretsOnRequest) {
     using Message = Quillon::ClientConnectMessage;
     const Inspect::TypeInfo& type = *Inspect::reflect(Message::ID);

@@ -288,6 +288,13 @@ TEST_F(Export, TakesMessagesOutOfPacketsOfANetwork) {
                   folder.run("cat csv/" + std::string(table) + "/*/*").out);
 }
 
+TEST_F(Export, LeavesOutWhatTheCaptureHasCut) {
+    folder.run("printf '\\377' | dd of=session.pcap bs=1 seek=36 conv=notrunc"); // the first packet was of 255 bytes
+    EXPECT_EQ(folder.run("qlproto export session.pcap -o csv --format csv").exitCode, 1);
+    EXPECT_EQ(rowsIn(folder, "csv/Timer").size(), 61u);
+    EXPECT_EQ(rowsIn(folder, "csv/faults").size(), 3u);
+}
+
 TEST_F(Export, GoesOnWhereItWasAndLeavesNoHalfFile) {
     folder.run("qlproto export session.pcap -o made --format csv; rm made/Timer/.complete-*; rm made/Timer/*/*");
     const auto again = folder.run("mkdir made/.part-999999999; touch -d yesterday made/SubmitOrder/hour=*/*; "
