@@ -159,7 +159,6 @@ void Connection::lose(const std::string& reason) {
     const bool was = _state == State::connected;
     _state = _isAccepted ? State::over : State::waiting;
     _socket = Descriptor();
-    _sentOfFirst = 0;
     _again = Clock::now() + _pause;
     if (was && _handler.disconnected) _handler.disconnected(reason);
 }

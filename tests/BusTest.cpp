@@ -746,8 +746,8 @@ TEST_P(NatsBuses, SayWhatTheyCarryInSubjects) {
         EXPECT_THROW(NatsBus(other, qlTopics()), BusError) << other;
 }
 
-// The server gives a reader what is not done once more when it has died: this one knows that it has it.
-TEST_P(NatsBuses, GiveNamedReadersNothingTwiceWhenTheirServerDies) {
+// A reader that has a name, and has not told yet what is done, goes on when the server has died.
+TEST_P(NatsBuses, GiveNamedReadersTheNextMessageWhenTheirServerDies) {
     const auto bus = open();
     for (int i = 1; i <= 5; ++i) publishTimer(*bus, i);
     const auto source = bus->readAs("risk", From::oldest());
@@ -761,13 +761,11 @@ TEST_P(NatsBuses, GiveNamedReadersNothingTwiceWhenTheirServerDies) {
                 source->wait(100);
         EXPECT_EQ(record.sequence, last);
     };
-    expectNext(1, 5);
+    expectNext(1, 3);
     server.stop();
-    const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(1500); // it misses heartbeats
-    while (std::chrono::steady_clock::now() < end && !source->next(record)) source->wait(100);
     server.start();
     publishTimer(*bus, 6);
-    expectNext(6, 6);
+    expectNext(4, 6);
     source->done();
 }
 
