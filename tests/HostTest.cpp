@@ -383,7 +383,10 @@ TEST_F(Connections, SendFramesFromTheirStart) {
         for (int i = 0; i < 5; ++i) client.poll(1);
         EXPECT_GT(client.queued(), 0u);
         if (dies) {
-            send(accepted().number(), "\x09\0\0\0\7", 5, 0); // the start of a frame, and closed
+            const Descriptor peer = accepted(); // sends the start of a frame, and goes
+            EXPECT_EQ(send(peer.number(), "\x09\0\0\0\7", 5, 0), 5);
+            for (int i = 0; i < 5; ++i) client.poll(1);
+            EXPECT_EQ(shutdown(peer.number(), SHUT_RDWR), 0);
             ASSERT_TRUE(pollUntil([&] { return !client.isConnected(); }));
             ASSERT_TRUE(pollUntil([&] { return client.isConnected(); }));
         }
