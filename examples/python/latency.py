@@ -10,6 +10,8 @@ import qlproto
 
 STATIONS = ["timeExchange", "timeArrival", "timeHandler", "timeEnhanced", "timeApiServer", "timeApiClient"]
 
+if len(sys.argv) != 3:
+    sys.exit(__doc__)
 capture = qlproto.open(sys.argv[1])
 columns = capture.table("MktData", columns=["mvd." + it for it in STATIONS]).to_numpy()
 
