@@ -147,7 +147,9 @@ bool BlockFinder::isClosed(std::size_t at, uint32_t size) {
 
 /// Whether another block, or the end, follows after so many bytes.
 bool BlockFinder::isFollowed(std::size_t size) {
-    const std::string_view next = peek(size, Block::SMALLEST);
+    const std::string_view bytes = _window.peek(size + Block::SMALLEST);
+    if (bytes.size() < size) return false; // the file ends before
+    const std::string_view next = bytes.substr(size);
     return next.empty() || (next.size() >= Block::SMALLEST && isPlausible(next));
 }
 
