@@ -52,7 +52,9 @@ bool ErfForm::isWellFormed(const ErfRecord& it) const {
 
 int64_t ErfForm::timeOf(const ErfRecord& it) const {
     constexpr uint64_t nanoseconds = 1'000'000'000, half = uint64_t(1) << 31;
-    return static_cast<int64_t>(it.seconds * nanoseconds + ((it.fraction * nanoseconds + half) >> 32));
+    constexpr uint64_t end = (uint64_t(1) << 32) * nanoseconds; // which the last fraction would be rounded up to
+    return static_cast<int64_t>(
+        std::min(it.seconds * nanoseconds + ((it.fraction * nanoseconds + half) >> 32), end - 1));
 }
 
 std::string ErfForm::fault(const ErfRecord& it) const {
