@@ -224,15 +224,11 @@ Value Selection::take(const Step& step, Skipper& at, std::string& room) {
                 .isTime = step.isTime};
     struct Filling {
         Value& value;
-        std::string& room;
         void number(size_t, int64_t it) { value.number = it; }
         void real(size_t, double it) { value.real = it; }
-        void text(size_t, std::string_view it) {
-            const bool isDeciphered = value.kind == Kind::cryptstring || value.kind == Kind::cryptblob;
-            value.text = isDeciphered ? room.assign(it) : it;
-        }
-    } to{value, room};
-    hand(step, at, to);
+        void text(size_t, std::string_view it) { value.text = it; }
+    } to{value};
+    hand(step, at, room, to);
     return value;
 }
 

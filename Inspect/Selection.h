@@ -55,7 +55,8 @@ class Selection {
     template <class To>
     void pour(std::string_view body, To&& to) const {
         Skipper at(body.data(), body.data() + body.size());
-        Pouring<To> pouring{to};
+        std::string room;
+        Pouring<To> pouring{to, room};
         run(0, _steps.size(), at, pouring);
     }
 
@@ -102,8 +103,9 @@ class Selection {
     template <class To>
     struct Pouring {
         To& to;
+        std::string& room;
         QL_FORCE_INLINE bool value(const Step& step, Skipper& at) const {
-            hand(step, at, to);
+            hand(step, at, room, to);
             return true;
         }
         QL_FORCE_INLINE bool vector(const Step& step, size_t count) const {
@@ -119,7 +121,7 @@ class Selection {
     static Value take(const Step& step, Skipper& at, std::string& room);
     static std::string_view decipher(std::string_view text, std::string& room);
     template <class To>
-    static void hand(const Step& step, Skipper& at, To& to);
+    static void hand(const Step& step, Skipper& at, std::string& room, To& to);
 
     std::vector<Step> _steps;
 };
@@ -166,9 +168,9 @@ bool Selection::run(size_t begin, size_t end, Skipper& at, const Do& it) const {
     return true;
 }
 
-/// Hands over the value, in the form that its kind has.
+/// Hands over the value, in the form that its kind has. A text that travels enciphered is deciphered into `room`.
 template <class To>
-QL_FORCE_INLINE void Selection::hand(const Step& step, Skipper& at, To& to) {
+QL_FORCE_INLINE void Selection::hand(const Step& step, Skipper& at, std::string& room, To& to) {
     const auto zigzag = [&]<class Signed>(Signed) -> int64_t {
         return Velmora::unzigzag<Signed>(at.number<std::make_unsigned_t<Signed>>());
     };
@@ -211,10 +213,8 @@ QL_FORCE_INLINE void Selection::hand(const Step& step, Skipper& at, To& to) {
     case Kind::blob:
         return to.text(step.number, at.text());
     case Kind::cryptstring:
-    case Kind::cryptblob: {
-        std::string room;
+    case Kind::cryptblob:
         return to.text(step.number, decipher(at.text(), room));
-    }
     case Kind::record:
     case Kind::vector:
         break; // have steps of their own
