@@ -5,8 +5,9 @@
 //     Columns::exportStream({"session.pcap"}, protocol, {.table = "MktDataMessage"}, stream);
 //
 //   a message's name   its messages whose bodies are sound (Table.h); nothing else of the captures is decoded
-//   "messages"         a row a packet, or message of a network: packet (its number), time, name (null if it is of no message), size (bytes of identifier
-//                      and body), fault (what is wrong with it; null if nothing is), capture
+//   "messages"         a row a packet, or message of a network: packet (its number), time, name (null if it is of no
+//                      message), size (bytes of identifier and body), fault (what is wrong with it; null if nothing is),
+//                      capture
 //   "faults"           packet (after which it is, if it is between packets), offset (of the packet or the damage in the
 //                      capture, decompressed), field, reason, kind, name, time, byte (of the body), capture; null where it
 //                      says nothing

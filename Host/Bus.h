@@ -77,8 +77,8 @@ class Bus {
     Bus(const Bus&) = delete;
     Bus& operator=(const Bus&) = delete;
 
-    /// Publishes the message; returns its sequence. From any thread. Throws BusError, and std::length_error for a body that is longer than
-    /// captures hold. The body is not verified: subscribers do that.
+    /// Publishes the message; returns its sequence. From any thread. Throws BusError, and std::length_error for a body that is
+    /// longer than captures hold. The body is not verified: subscribers do that.
     virtual uint64_t publish(const Record& record) = 0;
 
     /// Reads all that is published, unfiltered. Throws BusError. REQUIRES: the bus outlives it.

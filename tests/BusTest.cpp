@@ -16,11 +16,9 @@
 
 #include "Capture/Errors.h"
 #include "Capture/Reader.h"
+#include "Host/Engines.h"
 #include "Host/Journal.h"
 #include "Host/MemBus.h"
-#ifdef QL_WITH_NATS
-#include "Host/NatsBus.h"
-#endif
 #include "Host/QLProtocol.h"
 #include "Host/Recorder.h"
 #include "tests/Folder.h"
@@ -390,10 +388,8 @@ class Server {
 constexpr bool HAS_NATS =
 #ifdef QL_WITH_NATS
     true;
-const Engine ENGINES[] = {MEM_ENGINE, NATS_ENGINE};
 #else
     false;
-const Engine ENGINES[] = {MEM_ENGINE};
 #endif
 
 /// A bus of its own for each test, by each of the engines. The test's own process opens it when it has no other to start any
@@ -414,7 +410,7 @@ class Buses : public testing::TestWithParam<const char*> {
     std::unique_ptr<Bus> open() const { return open(url); }
     static std::unique_ptr<Bus> open(const std::string& url) {
         for (int left = 100;; --left) try {
-                return openBus(url, qlTopics(), ENGINES);
+                return openBus(url, qlTopics(), engines());
             } catch (const BusError&) {
                 if (left == 0) throw;
                 std::this_thread::sleep_for(std::chrono::milliseconds(50)); // the server begins

@@ -5,26 +5,15 @@
 #include <utility>
 
 #include "Capture/Verification.h"
+#include "Host/Engines.h"
 #include "Host/Journal.h"
 #include "bindings/python/Named.h"
-#ifdef QL_WITH_NATS
-#include "Host/NatsBus.h"
-#endif
 
 namespace qlproto_python {
 
 namespace py = pybind11;
 
 namespace {
-
-std::unique_ptr<Host::Bus> openBus(const std::string& url) {
-#ifdef QL_WITH_NATS
-    const Host::Engine engines[] = {Host::MEM_ENGINE, Host::NATS_ENGINE};
-#else
-    const Host::Engine engines[] = {Host::MEM_ENGINE};
-#endif
-    return Host::openBus(url, Host::Topics(protocol()), engines);
-}
 
 Host::From fromOf(const py::object& start) {
     if (!py::isinstance<py::str>(start)) return Host::From::at(start.cast<uint64_t>());
@@ -45,7 +34,7 @@ LiveMessages::LiveMessages(const std::string& place, const py::object& start, co
     if (place.find(':') == place.npos) {
         _source = std::make_unique<Host::JournalReader>(place, from);
     } else {
-        _bus = openBus(place);
+        _bus = Host::openBus(place, Host::Topics(protocol()), Host::engines());
         _source = _bus->read(from);
     }
 }

@@ -8,11 +8,8 @@
 #include <memory>
 #include <string>
 
-#include "Host/Bus.h"
+#include "Host/Engines.h"
 #include "Host/QLProtocol.h"
-#ifdef QL_WITH_NATS
-#include "Host/NatsBus.h"
-#endif
 #include "generated/QLProtocol/MsgHandler.h"
 
 namespace market {
@@ -27,15 +24,6 @@ inline int64_t now() {
 }
 
 inline volatile std::sig_atomic_t isStopped = 0;
-
-inline std::unique_ptr<Host::Bus> openBus(const std::string& url) {
-#ifdef QL_WITH_NATS
-    const Host::Engine engines[] = {Host::MEM_ENGINE, Host::NATS_ENGINE};
-#else
-    const Host::Engine engines[] = {Host::MEM_ENGINE};
-#endif
-    return Host::openBus(url, Host::qlTopics(), engines);
-}
 
 /// A message in a block of its own.
 template <class T>
@@ -54,7 +42,8 @@ class New {
 class Process {
   public:
     Process(const char* url, int16_t application)
-        : bus(openBus(url)), _self(*bus, Host::QL_PRESENCE, {application, now()}, now()) {
+        : bus(Host::openBus(url, Host::qlTopics(), Host::engines())),
+          _self(*bus, Host::QL_PRESENCE, {application, now()}, now()) {
         for (const int signal : {SIGINT, SIGTERM}) std::signal(signal, [](int) { isStopped = 1; });
     }
 

@@ -4,10 +4,8 @@
 
 #include <CLI/CLI.hpp>
 
+#include "Host/Engines.h"
 #include "Host/Journal.h"
-#ifdef QL_WITH_NATS
-#include "Host/NatsBus.h"
-#endif
 #include "tools/qlproto/Tool.h"
 #include "tools/qlproto/commands/Arguments.h"
 #include "tools/qlproto/messages/OpenCapture.h"
@@ -47,12 +45,7 @@ class CaptureSource : public Host::Source {
 } // namespace
 
 std::unique_ptr<Host::Bus> openLiveBus(const std::string& url) {
-#ifdef QL_WITH_NATS
-    const Host::Engine engines[] = {Host::MEM_ENGINE, Host::NATS_ENGINE};
-#else
-    const Host::Engine engines[] = {Host::MEM_ENGINE};
-#endif
-    return Host::openBus(url, Host::Topics(thisTool.protocol, thisTool.families, thisTool.busKeys), engines);
+    return Host::openBus(url, Host::Topics(thisTool.protocol, thisTool.families, thisTool.busKeys), Host::engines());
 }
 
 Live openLive(const std::string& what, Host::From from) {
