@@ -19,4 +19,20 @@ std::string Endpoint::text() const {
     return '[' + std::string(name) + ']' + suffix;
 }
 
+std::string textOf(ConnectionFact fact, const Connection& connection) {
+    switch (fact) {
+    case ConnectionFact::connection:
+        return connection.text();
+    case ConnectionFact::connectionID:
+        return std::to_string(connection.number);
+    case ConnectionFact::from:
+        return connection.sender().text();
+    case ConnectionFact::to:
+        return connection.receiver().text();
+    case ConnectionFact::direction:
+        return connection.isBack ? "back" : "there";
+    }
+    return {};
+}
+
 } // namespace Capture

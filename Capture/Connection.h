@@ -5,6 +5,7 @@
 #include <compare>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace Capture {
 
@@ -34,5 +35,17 @@ struct Connection {
     std::string text() const { return from.text() + " > " + to.text(); }
     std::string way() const { return sender().text() + " > " + receiver().text(); }
 };
+
+/// What is known of a message by its connection, and the names by which users have it.
+///
+///   connection     "10.0.0.1:40000 > 10.0.0.2:9001", from who opened it
+///   connectionID   its number in the capture, from 1
+///   from, to       "10.0.0.1:40000": sender and receiver of the message
+///   direction      there, from who opened the connection, or back
+enum class ConnectionFact : uint8_t { connection, connectionID, from, to, direction };
+inline constexpr std::array<std::string_view, 5> CONNECTION_FACTS{"connection", "connectionID", "from", "to",
+                                                                  "direction"};
+
+std::string textOf(ConnectionFact fact, const Connection& connection);
 
 } // namespace Capture

@@ -31,6 +31,7 @@ struct Scan::Batch {
         Origin origin;
         uint64_t offset, originalLength;
         size_t begin, size; ///< in `bytes`
+        size_t connection;  ///< in `connections`, from 1; 0 for none
     };
     struct Between {
         size_t item;     ///< before which it stands
@@ -41,7 +42,26 @@ struct Scan::Batch {
     std::string bytes;
     std::vector<Item> items;
     std::vector<Between> damages;
+    std::vector<Capture::Connection> connections;
 
+    void add(const Capture::Packet& packet, uint64_t packetNumber) {
+        // Mostly that of the packet before.
+        if (packet.connection != nullptr && (connections.empty() || connections.back() != *packet.connection))
+            connections.push_back(*packet.connection);
+        items.push_back({{packetNumber, packet.time, packet.capture},
+                         packet.offset,
+                         packet.originalLength(),
+                         bytes.size(),
+                         packet.bytes.size(),
+                         packet.connection != nullptr ? connections.size() : 0});
+        bytes.append(packet.bytes);
+    }
+    /// Valid as long as the batch stays as it is.
+    Origin originOf(const Item& item) const {
+        Origin origin = item.origin;
+        if (item.connection != 0) origin.connection = &connections[item.connection - 1];
+        return origin;
+    }
     std::string_view packet(const Item& item) const { return std::string_view(bytes).substr(item.begin, item.size); }
 };
 
@@ -49,6 +69,7 @@ Scan::Scan(std::vector<std::string> captures, const Inspect::Protocol& protocol,
     : _protocol(protocol), _request(std::move(request)), _captures(std::move(captures), protocol, _request.network) {
     if (_captures.paths().size() > INT16_MAX) throw std::length_error("too many captures");
     _request.options.captures = _captures.paths();
+    _request.options.hasConnections = _request.network.has_value();
     if (_request.table == MESSAGES_TABLE || _request.table == FAULTS_TABLE) return;
     const Inspect::MessageInfo* const message = messageNamed(protocol, _request.table);
     if (message == nullptr) throw std::invalid_argument("there is no table " + _request.table);
@@ -72,6 +93,7 @@ bool Scan::read(Batch& batch) {
     batch.bytes.clear();
     batch.items.clear();
     batch.damages.clear();
+    batch.connections.clear();
     if (_isAtEnd && _failure == nullptr) return false;
     batch.number = _batches++;
     if (_failure) std::rethrow_exception(std::exchange(_failure, nullptr));
@@ -107,12 +129,7 @@ void Scan::gather(Batch& batch) {
             return;
         }
         if (isOfConcern(packet)) {
-            batch.items.push_back({{number, packet.time, packet.capture},
-                                   packet.offset,
-                                   packet.originalLength(),
-                                   batch.bytes.size(),
-                                   packet.bytes.size()});
-            batch.bytes.append(packet.bytes);
+            batch.add(packet, number);
         } else if (packet.bytes.size() < Capture::IDENTIFIER_SIZE
                    || _protocol.index.find(Capture::identifierOf(packet.bytes)) == nullptr) {
             ++_faults;
@@ -161,7 +178,7 @@ class Scan::Worker::MessageRows : public Rows {
             Inspect::Result result;
             if (isWhole) result = Capture::verifyBody(_scan._protocol, _scan._id, body, _scan._request.policy);
             if (isWhole && result)
-                _table.add(item.origin, Capture::readableBody(_scan._protocol, result, body, _room));
+                _table.add(batch.originOf(item), Capture::readableBody(_scan._protocol, result, body, _room));
             else
                 ++_scan._faults;
         }
@@ -190,7 +207,7 @@ class Scan::Worker::PacketRows : public Rows {
                 const auto fault = faultOf(batch, item);
                 text("fault", fault ? fault->reason : std::string_view());
             }
-            endRow(item.origin.capture);
+            endRow(batch.originOf(item));
         }
     }
     size_t rows() const override { return _table.length(); }
@@ -200,13 +217,17 @@ class Scan::Worker::PacketRows : public Rows {
   protected:
     PacketRows(Scan& scan, std::initializer_list<std::string_view> names)
         : Rows(scan), _table("", ValueInfo{.kind = Kind::record}), _columns(std::size(NAMES)) {
+        const auto isTaken = [&](std::string_view name) {
+            const Inspect::PathPiece piece{name};
+            return !scan._request.options.takes || scan._request.options.takes({&piece, 1});
+        };
         std::vector<size_t> taken;
         for (const std::string_view name : names) {
-            const Inspect::PathPiece piece{name};
-            if (scan._request.options.takes && !scan._request.options.takes({&piece, 1})) continue;
+            if (!isTaken(name)) continue;
             taken.push_back(placeOf(name));
             _table.within(columnOf(name));
         }
+        if (scan._request.options.hasConnections) _connection.addTo(_table, "", isTaken);
         for (size_t i = 0; i < taken.size(); ++i) _columns[taken[i]] = &_table.columns()[i];
     }
 
@@ -226,8 +247,9 @@ class Scan::Worker::PacketRows : public Rows {
         if (message == nullptr) return to->null();
         to->word(static_cast<size_t>(message - _scan._protocol.messages.data()), message->type->name);
     }
-    void endRow(size_t capture) {
-        if (Column* const to = column("capture")) to->word(capture, _scan._captures.paths()[capture]);
+    void endRow(const Origin& origin) {
+        if (Column* const to = column("capture")) to->word(origin.capture, _scan._captures.paths()[origin.capture]);
+        _connection.row(origin.connection);
         _table.row();
     }
 
@@ -250,6 +272,7 @@ class Scan::Worker::PacketRows : public Rows {
 
     Column _table;
     std::vector<Column*> _columns; ///< by the place of the name; null if it is not taken
+    ConnectionColumns _connection;
 };
 
 class Scan::Worker::FaultRows : public PacketRows {
@@ -280,7 +303,7 @@ class Scan::Worker::FaultRows : public PacketRows {
         name(batch.packet(item));
         number("time", item.origin.time);
         fault.byte ? number("byte", static_cast<int64_t>(*fault.byte)) : null("byte");
-        endRow(item.origin.capture);
+        endRow(batch.originOf(item));
     }
     void add(const Batch::Between& it) {
         number("packet", static_cast<int64_t>(it.packet));
@@ -291,7 +314,7 @@ class Scan::Worker::FaultRows : public PacketRows {
         name("");
         null("time");
         null("byte");
-        endRow(it.damage.capture);
+        endRow({.capture = it.damage.capture});
     }
 };
 

@@ -7,10 +7,11 @@
 //   a message's name   its messages whose bodies are sound (Table.h); nothing else of the captures is decoded
 //   "messages"         a row a packet, or message of a network: packet (its number), time, name (null if it is of no
 //                      message), size (bytes of identifier and body), fault (what is wrong with it; null if nothing is),
-//                      capture
+//                      capture, and of networks connection, connectionID, from, to, direction (Capture/Connection.h), null
+//                      if it came by none
 //   "faults"           packet (after which it is, if it is between packets), offset (of the packet or the damage in the
-//                      capture, decompressed), field, reason, kind, name, time, byte (of the body), capture; null where it
-//                      says nothing
+//                      capture, decompressed), field, reason, kind, name, time, byte (of the body), capture, and of networks
+//                      those of the connection; null where it says nothing
 #pragma once
 
 #include <atomic>
@@ -43,7 +44,7 @@ class Packets {
 
 struct Request {
     std::string table;    ///< the name of a message, or one of the above
-    Options options = {}; ///< but for the captures, which are those of the scan
+    Options options = {}; ///< but for captures and connections: there are those of the scan, these if it is of networks
     Inspect::Policy policy = Inspect::whole;
     /// Times of packets, both included. Not for faults, which have no time if they are between packets.
     int64_t from = INT64_MIN, to = INT64_MAX;

@@ -35,14 +35,18 @@ Table::Table(Velmora::MsgType_t id, const TypeInfo& type, const Options& options
       _options(options),
       _table("", ValueInfo{.kind = Kind::record, .record = &type}),
       _values(chosen(type, options)) {
-    const auto inFront = [&](const char* name, const auto&... how) {
+    const auto isTaken = [&](std::string_view name) {
         const Inspect::PathPiece piece{name};
-        const bool isTaken = !_options.takes || _options.takes({&piece, 1});
-        if (isTaken) _table.within(Column(name, how...));
-        return isTaken;
+        return !_options.takes || _options.takes({&piece, 1});
+    };
+    const auto inFront = [&](const char* name, const auto&... how) {
+        const bool isThere = isTaken(name);
+        if (isThere) _table.within(Column(name, how...));
+        return isThere;
     };
     const bool hasPacket = inFront("_packet", "L"), hasTime = inFront("_time", TIMESTAMP), hasId = inFront("_id", "S"),
                hasCapture = !options.captures.empty() && inFront("_capture", WORD);
+    if (options.hasConnections) _connection.addTo(_table, "_", isTaken);
     for (const FieldInfo& field : type.fields)
         if (takes(field)) addColumn(_table, field);
     // Now they stay where they are.
@@ -52,6 +56,7 @@ Table::Table(Velmora::MsgType_t id, const TypeInfo& type, const Options& options
     _time = next(hasTime);
     _identifier = next(hasId);
     _capture = next(hasCapture);
+    at += _connection.count();
     for (const FieldInfo& field : type.fields)
         if (takes(field)) plan(_table.columns(), at, field, false);
 }
@@ -170,6 +175,7 @@ void Table::add(const Origin& origin, std::string_view body) {
     if (_time != nullptr) _time->number(origin.time);
     if (_identifier != nullptr) _identifier->number(_id);
     if (_capture != nullptr) _capture->word(origin.capture, _options.captures[origin.capture]);
+    _connection.row(origin.connection);
     _values.pour(body, Filling{_targets.data()});
     _table.row();
 }

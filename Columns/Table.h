@@ -6,8 +6,9 @@
 //     ArrowArray batch;   orders.exportBatch(batch);
 //
 // In front stand `_packet` (uint64, its number in the capture), `_time` (timestamp in nanoseconds, without a zone), `_id` (uint16,
-// the identifier) and, if captures are named, `_capture` (dictionary of these names); then the fields of the message in their
-// order:
+// the identifier), if captures are named, `_capture` (dictionary of these names) and, if connections are asked for, what tells by
+// which one it came, null if by none: `_connection`, `_connectionID` (uint64), `_from`, `_to`, `_direction` (dictionary;
+// Capture/Connection.h says what they are); then the fields of the message in their order:
 //
 //   record                 struct
 //   vector                 list
@@ -29,6 +30,7 @@
 #include <vector>
 
 #include "Columns/Column.h"
+#include "Columns/ConnectionColumns.h"
 #include "Inspect/Selection.h"
 
 namespace Columns {
@@ -39,6 +41,7 @@ struct Options {
     std::optional<int> decimals = std::nullopt;
     /// Names of captures; at most 32,767.
     std::vector<std::string> captures = {};
+    bool hasConnections = false; ///< whether there are columns of the connections by which messages came
     /// Whether a value becomes a column; asked of values that are no records, and of whole vectors. A record becomes one if
     /// anything in it does, a sentinel goes with its price. Columns in front are paths of one name. All do if this is empty.
     std::function<bool(Inspect::Path)> takes = {};
@@ -48,7 +51,8 @@ struct Options {
 struct Origin {
     uint64_t packet = 0;
     int64_t time = 0;
-    size_t capture = 0; ///< the place of its name
+    size_t capture = 0;                              ///< the place of its name
+    const Capture::Connection* connection = nullptr; ///< by which it came; null if that is not known
 };
 
 class Table {
@@ -91,6 +95,7 @@ class Table {
     size_t _vectors = 0;                   ///< that it is in
     Column _table;
     Column *_packet = nullptr, *_time = nullptr, *_identifier = nullptr, *_capture = nullptr; ///< null if not taken
+    ConnectionColumns _connection;
     std::vector<Target> _targets; ///< of the values, in the order in which they travel
     Inspect::Selection _values;
 };

@@ -455,7 +455,11 @@ TEST_F(ColumnsOfCaptures, OfANetworkAreOneStreamInTheOrderOfTime) {
         EXPECT_EQ(rows.front()[table[0] == 'm' ? "capture" : "_capture"], folder.path("later-named"));
         for (std::vector<Json>* const all : {&expected, &rows})
             for (Json& it : *all)
-                for (const char* const differs : {"_capture", "capture", "_packet", "packet"}) it.erase(differs);
+                for (const char* const differs :
+                     {"capture", "packet", "connection", "connectionID", "from", "to", "direction"}) {
+                    it.erase(differs);
+                    it.erase("_" + std::string(differs));
+                }
         EXPECT_EQ(rows, expected);
     }
     const auto faultsOf = [&](const char* text) {
@@ -467,6 +471,46 @@ TEST_F(ColumnsOfCaptures, OfANetworkAreOneStreamInTheOrderOfTime) {
     ASSERT_EQ(faults.size(), 1u);
     EXPECT_EQ(faults[0]["kind"], "no frame");
     EXPECT_NE(faults[0]["reason"].get<std::string>().find("would fit"), std::string::npos) << faults[0];
+}
+
+/// More connections than texts are kept of, each with a message and an answer; and messages that came by none.
+TEST_F(ColumnsOfCaptures, OfANetworkTellByWhichConnectionEachCame) {
+    constexpr unsigned connections = 200;
+    const Capture::Framing framing = Capture::Framing::of("frames");
+    Capture::Writer writer(folder.path("net"), {.linkType = Capture::LinkType::ETHERNET});
+    const Capture::Endpoint server = Capture::endpointOf(0x0A000002, 9001);
+    std::vector<Json> expected;
+    for (unsigned i = 0; i < 2 * connections; ++i) {
+        const bool isBack = i >= connections;
+        const unsigned number = i % connections;
+        const Capture::Endpoint client = Capture::endpointOf(0x0A000001, static_cast<uint16_t>(40000 + number));
+        std::string frame;
+        Capture::Framer(framing).append(Order::ID, packet<Order>(i).substr(Capture::IDENTIFIER_SIZE), frame);
+        const std::string ip = Capture::udpPacket(isBack ? server : client, isBack ? client : server, frame);
+        writer.packet({.time = i, .bytes = Capture::ethernetFrame(ip), .linkType = Capture::LinkType::ETHERNET});
+        const std::string there = "10.0.0.1:" + std::to_string(40000 + number), back = "10.0.0.2:9001";
+        expected.push_back({{"connection", there + " > " + back},
+                            {"connectionID", number + 1},
+                            {"from", isBack ? back : there},
+                            {"to", isBack ? there : back},
+                            {"direction", isBack ? "back" : "there"}});
+    }
+    writer.close();
+    const std::optional network = Capture::NetworkOptions{framing};
+    for (const std::string table : {"SubmitOrderMessage", "messages"}) {
+        const std::string prefix = table == "messages" ? "" : "_";
+        const std::vector<Json> rows = read({"net", "good"}, {.table = table, .network = network}),
+                                plain = read({"good"}, {.table = table});
+        ASSERT_EQ(rows.size(), expected.size() + plain.size());
+        for (const auto& [name, value] : expected[0].items()) {
+            for (size_t i = 0; i < rows.size(); ++i)
+                ASSERT_EQ(rows[i].at(prefix + name), i < expected.size() ? expected[i][name] : Json()) << name << i;
+            EXPECT_FALSE(plain[0].contains(prefix + name)) << "no network";
+            Columns::Request one{.table = table, .network = network};
+            one.options.takes = [&](Inspect::Path path) { return Inspect::path_text(path) == prefix + name; };
+            EXPECT_EQ(read({"net"}, one).back(), (Json{{prefix + name, expected.back()[name]}}));
+        }
+    }
 }
 
 TEST_F(ColumnsOfCaptures, ErrorsComeAfterWhatWasReadBefore) {

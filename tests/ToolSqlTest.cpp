@@ -112,6 +112,13 @@ TEST_F(Sql, AnswersDoNotDependOnWhatIsDecoded) {
 
 TEST_F(Sql, OfANetworkIsThatOfItsMessages) {
     folder.run("qlproto convert session.pcap --over tcp --framing frames --connections 3 -o net.pcap");
+    const std::string by =
+        query("SELECT connection, count(*) FROM messages GROUP BY 1 ORDER BY 1", "net.pcap --framing frames").out;
+    EXPECT_EQ(by.substr(by.find('\n') + 1),
+              folder
+                  .run("qlproto stats --csv --by _connection --sort name net.pcap --framing frames | cut -d, -f1-2 "
+                       "| sed '1d; /^all/d'")
+                  .out);
     const std::string sql = "SELECT _packet, _time, contents FROM SubmitOrder ORDER BY 1";
     const auto result = query(sql, "net.pcap --framing frames");
     EXPECT_EQ(result.exitCode, 0) << result.err;
@@ -172,6 +179,7 @@ TEST_F(Sql, RecipesRunAsTheyStand) {
     ASSERT_EQ(folder.run("qlproto generate --profile incident --messages 20000 --seed 7 -o session.pcap").exitCode, 0);
     ASSERT_EQ(folder.run("qlproto export session.pcap -o columns --format parquet --message MktDataMessage").exitCode,
               0);
+    ASSERT_EQ(folder.run("qlproto convert session.pcap --over tcp --framing frames -o net.pcap").exitCode, 0);
     std::ifstream text(QL_ROOT "/docs/sql.md");
     std::string recipe;
     bool isRecipe = false;
@@ -183,7 +191,8 @@ TEST_F(Sql, RecipesRunAsTheyStand) {
         } else if (isRecipe && line == "```") {
             isRecipe = false;
             ++recipes;
-            const auto result = query(recipe);
+            const bool isOfNetwork = recipe.find("connection") != recipe.npos;
+            const auto result = query(recipe, isOfNetwork ? "net.pcap --framing frames" : "session.pcap");
             EXPECT_EQ(result.exitCode, 0) << recipe << result.err;
             EXPECT_GT(result.lines(), 1u) << recipe;
         } else if (isRecipe) {
@@ -284,7 +293,11 @@ TEST_F(Export, TakesMessagesOutOfPacketsOfANetwork) {
     EXPECT_NE(result.err.find("files written"), result.err.npos) << result.err;
     folder.run("qlproto export session.pcap -o csv --format csv");
     for (const char* const table : {"Timer", "SubmitOrder"})
-        EXPECT_EQ(folder.run("cat net/" + std::string(table) + "/*/* | sed 's/,net.session.pcap,/,session.pcap,/'").out,
+        EXPECT_EQ(folder
+                      .run("cat net/" + std::string(table)
+                           + "/*/* | sed 's/,_connection,_connectionID,_from,_to,_direction,/,/; s/,net.session.pcap,"
+                             "10.0.0.1:40000 > 10.0.0.2:9001,1,10.0.0.1:40000,10.0.0.2:9001,there,/,session.pcap,/'")
+                      .out,
                   folder.run("cat csv/" + std::string(table) + "/*/*").out);
 }
 

@@ -277,7 +277,12 @@ class Captures(unittest.TestCase):
         capture = qlproto.open(path, framing="frames", ports=[9001])
         there = [(it.packet, it.time, it.bytes) for it in capture]
         self.assertEqual(there, [(it.packet, it.time, it.bytes) for it in qlproto.open(self.path)])
-        self.assertEqual(len(capture.table("messages").to_numpy()["packet"]), len(there))
+        columns = capture.table("messages").to_numpy()
+        for name in "connection", "connectionID", "from", "to", "direction":
+            values = [getattr(it, "_" + name) for it in capture]
+            self.assertTrue(values == columns[name].tolist(), name)
+        self.assertEqual({it._from for it in capture}, {"10.0.0.1:40000", "10.0.0.1:40001"})
+        self.assertIsNone(next(iter(qlproto.open(self.path)))._direction)
         self.assertEqual(list(qlproto.open(path, framing="frames", ports=[1])), [])
         self.assertRaises(qlproto.CaptureError, qlproto.open, path)
         self.assertRaisesRegex(ValueError, "framing: 'id:u16'", qlproto.open, path, framing="id:u16, body")

@@ -103,7 +103,8 @@ class Messages {
         for (const std::string& name : names) _ids.push_back(messageOf(py::str(name)).id);
     }
 
-    /// (name, identifier, time, packet, capture, body, dict), or nothing at the end.
+    /// (name, identifier, time, packet, capture, body, dict, messages that were lost before it, facts of its connection or
+    /// None), or nothing at the end.
     py::object next() {
         std::unique_lock lock(_mutex, std::defer_lock);
         {
@@ -113,12 +114,27 @@ class Messages {
         }
         return py::make_tuple(textOf(_type->name), _id, _packet.time, _captures.messages(_packet.capture),
                               _captures.paths()[_packet.capture],
-                              py::bytes(_packet.bytes.substr(Capture::IDENTIFIER_SIZE)), _values->object());
+                              py::bytes(_packet.bytes.substr(Capture::IDENTIFIER_SIZE)), _values->object(), 0,
+                              connection());
     }
 
     uint64_t faults() const { return _faults; }
 
   private:
+    /// The facts of the connection by which the message came.
+    py::object connection() {
+        if (_packet.connection == nullptr) return py::none();
+        if (_facts && _connection == *_packet.connection) return *_facts;
+        _connection = *_packet.connection;
+        py::tuple facts(Capture::CONNECTION_FACTS.size());
+        for (size_t i = 0; i < facts.size(); ++i) {
+            const auto fact = static_cast<Capture::ConnectionFact>(i);
+            facts[i] = fact == Capture::ConnectionFact::connectionID ? py::object(py::int_(_connection.number))
+                                                                     : textOf(Capture::textOf(fact, _connection));
+        }
+        return *(_facts = facts);
+    }
+
     bool advance() {
         for (bool isThere = true; isThere;) {
             isThere = _captures.next(_packet);
@@ -155,6 +171,8 @@ class Messages {
     const Inspect::TypeInfo* _type = nullptr;
     std::optional<BodyValues> _values;
     std::string _room;
+    Capture::Connection _connection; ///< the last one
+    std::optional<py::tuple> _facts; ///< of it; nothing as long as there was none
 };
 
 /// A stream of batches. Whoever takes it by its capsule, takes it over.

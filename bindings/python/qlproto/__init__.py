@@ -77,11 +77,13 @@ def _record(value):
 
 
 class Message:
-    """A message of a capture or a bus. Its fields are attributes: message.contents.side."""
+    """A message of a capture or a bus. Its fields are attributes: message.contents.side. What is known of the connection by
+    which a message of a network came has names that no field has: message._from."""
 
-    __slots__ = ("name", "id", "time", "packet", "capture", "bytes", "fields", "lost")
+    __slots__ = ("name", "id", "time", "packet", "capture", "bytes", "fields", "lost",
+                 "_connection", "_connectionID", "_from", "_to", "_direction")
 
-    def __init__(self, name, id, time, packet, capture, bytes, fields, lost=0):
+    def __init__(self, name, id, time, packet, capture, bytes, fields, lost=0, connection=None):
         self.name = name
         self.id = id
         self.time = time  # of the packet, nanoseconds since 1970
@@ -90,6 +92,7 @@ class Message:
         self.bytes = bytes  # the body
         self.fields = Record(fields)
         self.lost = lost  # messages of a bus that came and went unseen before it
+        self._connection, self._connectionID, self._from, self._to, self._direction = connection or (None,) * 5
 
     def __getattr__(self, name):
         return getattr(self.fields, name)

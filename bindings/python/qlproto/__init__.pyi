@@ -33,6 +33,11 @@ class Message:
     bytes: bytes
     fields: Record
     lost: int
+    _connection: str | None
+    _connectionID: int | None
+    _from: str | None
+    _to: str | None
+    _direction: str | None
     def __getattr__(self, name: str) -> Any: ...
     def __getitem__(self, name: str) -> Any: ...
 

@@ -1,7 +1,6 @@
 #include "tools/qlproto/messages/FieldPath.h"
 
 #include <algorithm>
-#include <iterator>
 #include <sstream>
 
 #include <fmt/format.h>
@@ -26,48 +25,22 @@ bool FieldPath::isEndOf(Inspect::Path path) const {
     return true;
 }
 
-constexpr std::pair<std::string_view, PacketValue::What> PacketValue::NAMES[] = {{"_connection", What::connection},
-                                                                                 {"_connectionID", What::connectionID},
-                                                                                 {"_from", What::from},
-                                                                                 {"_to", What::to},
-                                                                                 {"_direction", What::direction}};
-
 PacketValue::PacketValue(std::string_view name) {
-    const auto found = std::ranges::find(NAMES, name, &std::pair<std::string_view, What>::first);
-    if (found == std::end(NAMES)) {
-        std::string names;
-        for (const auto& it : NAMES) names.append(names.empty() ? "" : ", ").append(it.first);
-        throw FilterError(fmt::format("'{}' is nothing that is known of messages: there are {}", name, names));
-    }
-    _what = found->second;
+    constexpr const auto& facts = Capture::CONNECTION_FACTS;
+    const auto found = std::ranges::find(facts, name.substr(1));
+    if (found == facts.end())
+        throw FilterError(
+            fmt::format("'{}' is nothing that is known of messages: there are _{}", name, fmt::join(facts, ", _")));
+    _fact = static_cast<Capture::ConnectionFact>(found - facts.begin());
 }
-
-bool PacketValue::isNumber() const { return _what == What::connectionID; }
 
 std::optional<Inspect::Value> PacketValue::of(const Capture::Packet& packet, std::string& room) const {
     if (packet.connection == nullptr) return std::nullopt;
-    const Capture::Connection& it = *packet.connection;
-    Inspect::Value value{.kind = Inspect::Kind::string, .text = {}};
-    switch (_what) {
-    case What::connectionID:
-        value.kind = Inspect::Kind::uint64;
-        value.number = static_cast<int64_t>(it.number);
-        return value;
-    case What::connection:
-        room = it.text();
-        break;
-    case What::from:
-        room = it.sender().text();
-        break;
-    case What::to:
-        room = it.receiver().text();
-        break;
-    case What::direction:
-        room = it.isBack ? "back" : "there";
-        break;
-    }
-    value.text = room;
-    return value;
+    if (isNumber())
+        return Inspect::Value{
+            .kind = Inspect::Kind::uint64, .number = static_cast<int64_t>(packet.connection->number), .text = {}};
+    room = Capture::textOf(_fact, *packet.connection);
+    return Inspect::Value{.kind = Inspect::Kind::string, .text = room};
 }
 
 FieldValue::FieldValue(const std::string& path) : _path(path) {

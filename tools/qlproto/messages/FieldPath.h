@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "Capture/Connection.h"
 #include "Capture/Packet.h"
 #include "Inspect/Display.h"
 #include "Inspect/Selection.h"
@@ -32,12 +33,8 @@ class FieldPath {
     std::vector<std::string> _names;
 };
 
-/// What is known of a message by how it came. One that came by no connection has no such values.
-///
-///   _connection     "10.0.0.1:40000 > 10.0.0.2:9001", from who opened it
-///   _connectionID   its number in the capture, from 1
-///   _from, _to      "10.0.0.1:40000": sender and receiver of the message
-///   _direction      there, from who opened the connection, or back
+/// What is known of a message by how it came: "_connection" and so on, the names of Capture::ConnectionFact. One that came by
+/// no connection has no such values.
 class PacketValue {
   public:
     /// Throws FilterError if there is none of that name.
@@ -45,16 +42,13 @@ class PacketValue {
 
     static bool isName(std::string_view name) { return name.starts_with('_'); }
 
-    bool isNumber() const;
+    bool isNumber() const { return _fact == Capture::ConnectionFact::connectionID; }
 
     /// The value, whose text lies in `room`.
     std::optional<Inspect::Value> of(const Capture::Packet& packet, std::string& room) const;
 
   private:
-    enum class What { connection, connectionID, from, to, direction };
-    static const std::pair<std::string_view, What> NAMES[];
-
-    What _what;
+    Capture::ConnectionFact _fact;
 };
 
 /// A value as text without quotes, as the options have it.

@@ -111,7 +111,9 @@ void Database::bind(engine::BindInfo info) {
         engine.free(text);
         engine.destroy_value(&parameter);
         Columns::Scan scan(database._options.captures, thisTool.protocol,
-                           {.table = bound->table, .options = {.decimals = database._options.decimals}});
+                           {.table = bound->table,
+                            .options = {.decimals = database._options.decimals},
+                            .network = database._options.network});
         Columns::Scan::Worker(scan).exportSchema(bound->schema);
         for (int64_t i = 0; i < bound->schema.n_children; ++i) {
             const ArrowSchema& column = *bound->schema.children[i];

@@ -13,8 +13,10 @@ namespace {
 
 /// What stands in a file before the bytes of a packet.
 struct SortedHead {
-    uint64_t number, size, original;
+    uint64_t number, original;
     int64_t time;
+    uint32_t size;
+    bool hasConnection; ///< it follows
 };
 
 class SortedPackets : public Columns::Packets {
@@ -27,9 +29,11 @@ class SortedPackets : public Columns::Packets {
         SortedHead head;
         _file.read(reinterpret_cast<char*>(&head), sizeof head);
         if (_file.eof() && _file.gcount() == 0) return false;
+        if (_file && head.hasConnection) _file.read(reinterpret_cast<char*>(&_connection), sizeof _connection);
         if (_file) _bytes.resize(head.size);
         if (!_file.read(_bytes.data(), static_cast<std::streamsize>(_bytes.size()))) fail();
         packet = {.time = head.time, .bytes = _bytes, .original = head.original};
+        if (head.hasConnection) packet.connection = &_connection;
         number = head.number;
         return true;
     }
@@ -40,6 +44,7 @@ class SortedPackets : public Columns::Packets {
     const std::filesystem::path _path;
     std::ifstream _file;
     std::string _bytes;
+    Capture::Connection _connection;
 };
 
 } // namespace
@@ -56,8 +61,11 @@ SortedMessages::SortedMessages(const std::string& capture, const std::optional<C
         if (found == files.end()) continue;
         std::optional<LineFile>& file = found->second;
         if (!file) file.emplace(_files[type] = folder / std::to_string(type));
-        const SortedHead head{messages.messages(0), packet.bytes.size(), packet.original, packet.time};
+        const SortedHead head{messages.messages(0), packet.original, packet.time,
+                              static_cast<uint32_t>(packet.bytes.size()), packet.connection != nullptr};
         file->append({reinterpret_cast<const char*>(&head), sizeof head});
+        if (head.hasConnection)
+            file->append({reinterpret_cast<const char*>(packet.connection), sizeof *packet.connection});
         file->append(packet.bytes);
     }
     for (auto& [type, file] : files)
