@@ -5,6 +5,7 @@
 // that are always 0, the longest packet, and the link type.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -68,10 +69,10 @@ struct PcapForm {
     /// Bytes of a record of so many bytes with what fills it up.
     static constexpr std::size_t filled(std::size_t size) { return size; }
 
-    /// Nanoseconds since 1970.
+    /// Nanoseconds since 1970. A fraction that is damaged is no more than the second that it is of.
     int64_t timeOf(const PcapRecord& it) const {
         constexpr int64_t nanoseconds = 1'000'000'000;
-        return it.seconds * nanoseconds + it.fraction * (nanoseconds / fractions);
+        return it.seconds * nanoseconds + std::min(it.fraction, fractions - 1) * (nanoseconds / fractions);
     }
 
     /// What is wrong with a header that is not well-formed. Empty if it is.
