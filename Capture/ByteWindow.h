@@ -65,11 +65,16 @@ class ByteWindow {
     uint64_t size() const { return _contents ? 0 : _file.size(); }
 
   private:
+    /// Small at first: of most captures no more is looked at ahead than a packet or two, and many may be open at once.
+    static constexpr std::size_t SMALLEST = 64 * 1024;
+
     void read(std::size_t size);
+    void makeRoom(std::size_t size);
 
     FileSource _file;
     std::unique_ptr<ByteSource> _contents; ///< null if they are the file itself
     std::unique_ptr<char[]> _bytes;
+    std::size_t _capacity = SMALLEST;
     std::size_t _begin = 0; ///< the bytes held are [_begin, _end)
     std::size_t _end = 0;
     bool _isAtEnd = false;

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstring>
 #include <limits>
+#include <memory>
 #include <new>
 #include <string>
 
@@ -145,9 +146,12 @@ class Zstd : public Format {
 class Decompressor : public ByteSource {
   public:
     Decompressor(std::string_view start, FileSource& file, std::unique_ptr<Format> format)
-        : _file(file), _format(std::move(format)), _buffer(KEPT + std::max(INPUT, start.size()), '\0') {
-        start.copy(_buffer.data(), start.size());
-        _in = std::string_view(_buffer).substr(0, start.size());
+        : _file(file),
+          _format(std::move(format)),
+          _size(KEPT + std::max(INPUT, start.size())),
+          _buffer(std::make_unique_for_overwrite<char[]>(_size)),
+          _in(_buffer.get(), start.size()) {
+        start.copy(_buffer.get(), start.size());
     }
 
     std::size_t read(char* bytes, std::size_t size) override {
@@ -202,7 +206,7 @@ class Decompressor : public ByteSource {
 
     /// Leaves a part that is damaged for what may be the start of another, which comes after its own.
     void goBack() {
-        const auto used = static_cast<std::size_t>(_in.data() - _buffer.data()); // of the buffer
+        const auto used = static_cast<std::size_t>(_in.data() - _buffer.get()); // of the buffer
         std::size_t back = std::min<uint64_t>(used, position() - _start);
         if (back == 0) return _in.remove_prefix(std::min<std::size_t>(1, _in.size()));
         if ((_gone += --back) > RATION * _file.bytesRead()) return;
@@ -211,13 +215,13 @@ class Decompressor : public ByteSource {
 
     /// Reads more input; false at the end of the file.
     bool fill() {
-        const auto used = static_cast<std::size_t>(_in.data() - _buffer.data());
+        const auto used = static_cast<std::size_t>(_in.data() - _buffer.get());
         if (used > KEPT) {
-            std::copy(_in.begin() - KEPT, _in.end(), _buffer.begin());
-            _in = std::string_view(_buffer).substr(KEPT, _in.size());
+            std::copy(_in.begin() - KEPT, _in.end(), _buffer.get());
+            _in = std::string_view(_buffer.get() + KEPT, _in.size());
         }
-        const auto end = static_cast<std::size_t>(_in.data() + _in.size() - _buffer.data());
-        const std::size_t got = _file.read(_buffer.data() + end, _buffer.size() - end);
+        const auto end = static_cast<std::size_t>(_in.data() + _in.size() - _buffer.get());
+        const std::size_t got = _file.read(_buffer.get() + end, _size - end);
         _in = std::string_view(_in.data(), _in.size() + got);
         return got != 0;
     }
@@ -235,7 +239,8 @@ class Decompressor : public ByteSource {
 
     FileSource& _file;
     const std::unique_ptr<Format> _format;
-    std::string _buffer;
+    const std::size_t _size; ///< of the buffer
+    const std::unique_ptr<char[]> _buffer;
     std::string_view _in; ///< of the buffer, what was not used yet
     bool _isInside = false;
     uint64_t _start = 0; ///< of the part, in the file

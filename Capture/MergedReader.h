@@ -12,7 +12,7 @@
 namespace Capture {
 
 /// Each capture is taken in its own order; among them the earliest packet comes first, of equal times that of the capture
-/// named first. All are open at once, with 2 MB of memory each.
+/// named first. All are open at once, with 64 kB of memory each, or some more where packets are long.
 class MergedReader {
   public:
     /// Throws as Reader does.

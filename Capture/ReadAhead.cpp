@@ -7,7 +7,7 @@
 
 namespace Capture {
 
-ReadAhead::ReadAhead(std::unique_ptr<ByteSource> source) : _source(std::move(source)) {
+void ReadAhead::start() {
     // Signals go to the threads that expect them.
     sigset_t all, old;
     sigfillset(&all);
@@ -17,6 +17,7 @@ ReadAhead::ReadAhead(std::unique_ptr<ByteSource> source) : _source(std::move(sou
 }
 
 ReadAhead::~ReadAhead() {
+    if (!_thread.joinable()) return;
     {
         const std::lock_guard lock(_mutex);
         _isStopped = true;
@@ -49,14 +50,25 @@ void ReadAhead::work() {
     }
 }
 
+void ReadAhead::take(std::deque<SourceFault>& from) {
+    std::ranges::move(from, std::back_inserter(faults));
+    from.clear();
+}
+
 std::size_t ReadAhead::read(char* bytes, std::size_t size) {
+    if (_direct < CHUNK) {
+        const std::size_t got = _source->read(bytes, size);
+        take(_source->faults);
+        _direct += got;
+        return got;
+    }
+    if (!_thread.joinable()) start();
     std::unique_lock lock(_mutex);
     _changed.wait(lock, [&] { return _filled != _emptied; });
     lock.unlock();
     Chunk& chunk = _chunks[_emptied % CHUNKS];
-    if (_used == 0) std::move(chunk.faults.begin(), chunk.faults.end(), std::back_inserter(faults));
+    take(chunk.faults);
     if (chunk.size == 0) { // stays, for those who ask once more
-        chunk.faults.clear();
         if (_failure) std::rethrow_exception(_failure);
         return 0;
     }

@@ -1,5 +1,6 @@
-// A source read ahead on a thread of its own: to decompress takes as long as to look at what comes out. For sources that
-// never wait, such as files: the thread is waited for at the end.
+// A source read ahead on a thread of its own: to decompress takes as long as to look at what comes out. The first chunk is
+// read without it: more is not in most small files, of which there may be many. For sources that never wait, such as files: the
+// thread is waited for at the end.
 #pragma once
 
 #include <array>
@@ -9,6 +10,7 @@
 #include <mutex>
 #include <string>
 #include <thread>
+#include <utility>
 
 #include "Capture/ByteSource.h"
 
@@ -16,7 +18,7 @@ namespace Capture {
 
 class ReadAhead : public ByteSource {
   public:
-    explicit ReadAhead(std::unique_ptr<ByteSource> source);
+    explicit ReadAhead(std::unique_ptr<ByteSource> source) : _source(std::move(source)) {}
     ~ReadAhead() override;
     ReadAhead(const ReadAhead&) = delete;
     ReadAhead& operator=(const ReadAhead&) = delete;
@@ -32,9 +34,12 @@ class ReadAhead : public ByteSource {
         std::deque<SourceFault> faults;
     };
 
+    void start();
     void work();
+    void take(std::deque<SourceFault>& from);
 
     const std::unique_ptr<ByteSource> _source;
+    std::size_t _direct = 0; ///< bytes that were read without the thread
     std::array<Chunk, CHUNKS> _chunks;
     std::size_t _used = 0; ///< of the chunk that is read from
     std::exception_ptr _failure;

@@ -19,8 +19,7 @@ bool Reader::next(Packet& packet) {
 void Reader::jump(const Index::Part& part) {
     _window->jump(part.place);
     for (uint64_t left = part.offset - part.place.contents; left != 0;) { // within a compressed frame
-        const std::size_t size = std::min(left, uint64_t{ByteWindow::CAPACITY / 2});
-        const std::size_t held = std::min<std::size_t>(size, _window->peek(size).size());
+        const std::size_t held = std::min<uint64_t>(left, _window->peek(1).size());
         if (held == 0) break;
         _window->skip(held);
         left -= held;
