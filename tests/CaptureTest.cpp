@@ -1,6 +1,10 @@
 // Reading captures, damaged ones above all: no good packet is lost, and what is damaged is told.
 #include <cstring>
 #include <map>
+#include <optional>
+#include <set>
+#include <tuple>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/mman.h>
@@ -9,6 +13,8 @@
 
 #include "Capture/CaptureWriter.h"
 #include "Capture/Errors.h"
+#include "Capture/Index.h"
+#include "Capture/MessageSource.h"
 #include "Capture/Reader.h"
 #include "tests/Folder.h"
 #include "tests/Sessions.h"
@@ -562,6 +568,141 @@ TEST_F(CaptureFile, WrittenByAHostEndsWithAWholePacketAtAnyTime) {
             EXPECT_LT(packet.time, first + 1'000'000'000);
         }
         ASSERT_TRUE(next == sent.size() || sent[next].time >= first + 1'000'000'000);
+    }
+}
+
+/// Several captures are one in the order of time, and what is wrong says in which of them it stands.
+TEST_F(CaptureFile, SeveralAreReadAsOneAndFaultsSayOfWhich) {
+    const Folder folder;
+    std::vector<std::string> paths;
+    using Places = std::set<std::pair<size_t, uint64_t>>; // captures and offsets in them
+    Places faults, told;
+    for (size_t i = 0; i < 3; ++i) {
+        const Original original(i + 1, 100);
+        std::string bytes = original.bytes;
+        for (size_t damage = 0; damage < i; ++damage) {
+            const uint64_t at = std::next(original.packets.begin(), static_cast<int>(90 - 40 * damage))->first;
+            bytes.insert(at, 40, '\xEE');
+            faults.emplace(i, at + (damage + 1 < i ? 40 : 0)); // the one before it is put in later
+        }
+        paths.push_back(folder.write(std::to_string(i), bytes));
+    }
+    Capture::MessageSource source(paths, Inspect::default_protocol());
+    std::map<size_t, size_t> messages;
+    int64_t last = 0;
+    for (Capture::Packet it;; ++messages[it.capture]) {
+        const bool isThere = source.next(it);
+        for (const Capture::Damage& damage : source.faults()) told.emplace(damage.capture, damage.offset);
+        if (!isThere) break;
+        EXPECT_GE(it.time, std::exchange(last, it.time));
+    }
+    EXPECT_EQ(told, faults);
+    EXPECT_EQ(messages, (std::map<size_t, size_t>{{0, 100}, {1, 100}, {2, 100}}));
+}
+
+TEST_F(CaptureFile, AnIndexTellsOfItsPartsAndIsOfItsCaptureAlone) {
+    const Folder folder;
+    const std::string bytes(5'000'000, 'x'); // no more is looked at than its size and ends
+    const std::string path = folder.write("a", bytes);
+    const Inspect::Protocol& protocol = Inspect::default_protocol();
+    std::string why;
+    {
+        Capture::Index index(path, protocol);
+        constexpr uint64_t size = 4 * 1024 * 1024;
+        for (const auto& [offset, time, isBad] :
+             {std::tuple(24ul, 50, false), {90ul, 30, true}, {23 + size, 70, false}, {24 + size, 40, true}})
+            index.add({.time = time, .bytes = "\x24\xD0\x0E", .offset = offset}, isBad);
+        index.write();
+        const std::optional<Capture::Index> read = Capture::Index::beside(path, protocol, why);
+        ASSERT_TRUE(read && read->parts().size() == 2) << why;
+        const auto tell = [](const Capture::Index::Part& it) {
+            return std::tuple(it.packet, it.offset, it.place.file, it.earliest, it.latest, it.faults);
+        };
+        EXPECT_EQ(tell(read->parts()[0]), std::tuple(1, 24, 24, 30, 70, 1));
+        EXPECT_EQ(tell(read->parts()[1]), std::tuple(4, 24 + size, 24 + size, 40, 40, 1));
+        const Capture::Index::Part* const parts = read->parts().data();
+        for (const auto& [packet, part] :
+             {std::pair(1u, parts), {3, parts}, {4, parts + 1}, {0, nullptr}, {5, nullptr}})
+            EXPECT_EQ(read->partOf(packet), part);
+    }
+    const auto isTaken = [&](const Inspect::Protocol& by) {
+        why.clear();
+        const bool isThere = Capture::Index::beside(path, by, why).has_value();
+        EXPECT_EQ(why.find("is not of this capture as it is now") != why.npos, !isThere);
+        return isThere;
+    };
+    for (const auto& [at, isLonger] : {std::pair(bytes.size() / 2, true),
+                                       {0ul, false},
+                                       {65'535ul, false},
+                                       {bytes.size() - 65'536, false},
+                                       {bytes.size() - 1, false}}) {
+        folder.write("a", std::string(bytes).replace(at, isLonger ? 0 : 1, "y"));
+        EXPECT_FALSE(isTaken(protocol)) << at;
+    }
+    folder.write("a", bytes);
+    EXPECT_TRUE(isTaken(protocol));
+    Inspect::Protocol other = protocol;
+    other.messages = other.messages.first(3);
+    EXPECT_FALSE(isTaken(other));
+
+    const std::string written = folder.content("a.index"), head = written.substr(0, written.find('\n') + 1);
+    const auto isRead = [&](const std::string& first, const std::string& second) {
+        const std::string end = ",0,0,0,\"0\"]\n";
+        folder.write("a.index", head + "[" + first + end + "[" + second + end);
+        return isTaken(protocol);
+    };
+    EXPECT_TRUE(isRead("1,24,24,24", "4,25,5000000,25"));
+    for (const auto& [first, second] : {std::pair("1,24,24,24", "5,25,25,25"), // there are 4 packets
+                                        {"1,24,24,24", "1,25,25,25"},
+                                        {"0,24,24,24", "4,25,25,25"},
+                                        {"1,24,24,24", "4,24,24,24"},
+                                        {"1,24,24,24", "4,25,5000001,25"},
+                                        {"1,24,24,24", "4,25,25,26"}})
+        EXPECT_FALSE(isRead(first, second)) << first << ' ' << second;
+}
+
+/// Whichever parts of a capture are wanted, their messages come out and no others.
+TEST_F(CaptureFile, PartsThatAreNotWantedArePassedOver) {
+    const Folder folder;
+    const Original original(5, 12);
+    const std::string path = folder.write("a.pcap", original.bytes);
+    const Inspect::Protocol& protocol = Inspect::default_protocol();
+    Capture::Index whole(path, protocol);
+    for (const auto& [offset, it] : original.packets)
+        whole.add({.time = it.time, .bytes = it.bytes, .offset = offset}, false);
+    whole.write();
+    std::string text = folder.content("a.pcap.index"), why;
+    text.resize(text.find('\n') + 1);
+    std::vector<uint64_t> offsets;
+    for (const auto& it : original.packets) offsets.push_back(it.first);
+    const std::vector<size_t> begins = {0, 3, 5, 8, 12}; // of parts: places of packets
+    for (size_t i = 0; i < 4; ++i) {
+        const std::string offset = std::to_string(offsets[begins[i]]);
+        text.append("[" + std::to_string(begins[i] + 1) + "," + offset + "," + offset + "," + offset)
+            .append(",0,0," + std::to_string(1 << i) + ",\"0\"]\n");
+    }
+    folder.write("a.pcap.index", text);
+    std::optional<Capture::Index> index = Capture::Index::beside(path, protocol, why);
+    ASSERT_TRUE(index) << why;
+    for (uint64_t wanted = 1; wanted < 16; wanted += 2) { // a bit for each part: its number of faults
+        std::vector<uint64_t> expected, found;
+        for (size_t i = 0; i < 4; ++i)
+            for (size_t k = begins[i]; k < begins[i + 1]; ++k)
+                if ((wanted >> i & 1) != 0) expected.push_back(offsets[k]);
+        Capture::MessageSource source({path}, protocol);
+        uint64_t packets = 0, faults = 0;
+        for (Capture::Packet it;;) {
+            const bool isThere = source.next(it);
+            packets += source.passedOver().packets;
+            faults += source.passedOver().faults;
+            if (!isThere) break;
+            if (found.empty())
+                source.passOver(*index, [&](const Capture::Index::Part& part) { return (wanted & part.faults) != 0; });
+            found.push_back(it.offset);
+        }
+        EXPECT_EQ(found, expected) << wanted;
+        EXPECT_EQ(packets, offsets.size() - expected.size()) << wanted;
+        EXPECT_EQ(faults, 15 - wanted);
     }
 }
 
