@@ -346,6 +346,22 @@ TEST_F(NetworkTest, DamagedFramesLoseNoOthers) {
     }
 }
 
+/// More may be verified the more has come: junk in front of every frame loses none of them, however many there are.
+TEST_F(NetworkTest, JunkInFrontOfEveryFrameLosesNone) {
+    const Sent pad{1, Capture::identifierBytes(Quillon::PadMessage::ID) + "\x60\xEA" + std::string(60'000, 'x')};
+    const std::string bytes = '\xEE' + framed({pad});
+    for (const bool isStream : {false, true}) {
+        std::vector<Raw> packets;
+        for (size_t i = 0; i < 120; ++i)
+            packets.push_back(isStream ? Sender(CLIENT, SERVER, 1).segment(i * bytes.size(), bytes, 1)
+                                       : Raw{1, Capture::ethernetFrame(Capture::udpPacket(CLIENT, SERVER, bytes))});
+        const Outcome outcome = read(packets);
+        EXPECT_EQ(outcome.messages.size(), packets.size());
+        EXPECT_TRUE(std::ranges::all_of(outcome.messages, [&](const Sent& it) { return it == pad; }));
+        EXPECT_EQ(outcome.faults.size(), packets.size());
+    }
+}
+
 /// Datagrams with several messages each, in fragments that come in any order, twice and overlapping.
 TEST_F(NetworkTest, DatagramsAreReassembledFromFragments) {
     const std::string framing = "seq:u32be, (length:u16le, id:u16le, body)";
