@@ -22,6 +22,9 @@ constexpr std::size_t REACH = ByteWindow::CAPACITY - 2 * (1024 + MAX_PACKET);
 /// How far before the end of a record another is looked for that overlaps it, or ends with it.
 constexpr std::size_t TAIL = 512;
 
+/// A packet of fewer bytes is easily a message by accident: where records are searched for, it must be near or followed.
+constexpr uint32_t SHORT = 16;
+
 /// Whoever makes a capture chooses its lengths, and with them how many bytes might be packets. Only so many bytes are
 /// verified for each byte of the capture, and of one more packet. Damage that nobody intended takes far less.
 constexpr uint64_t RATION = 8;
@@ -38,7 +41,8 @@ auto RecordFinder<Form>::recordHere() -> std::optional<Found> {
     const bool isWellFormed = _form.isWellFormed(record);
     const std::size_t size = record.size();
     const auto believe = [&](bool isSound, bool isFollowed) {
-        noteTime(record.seconds);
+        // What is only credible is so by its time, which says nothing new.
+        if (isSound || isFollowed || !_seconds) noteTime(record.seconds);
         if (isFollowed && record.captured < record.original) _longest = record.captured;
         if (isFollowed && record.isWhole() && record.captured > _longest) _longest = MAX_PACKET;
         return Found{record, record.captured, isSound, isFollowed};
@@ -65,6 +69,7 @@ auto RecordFinder<Form>::recordHere() -> std::optional<Found> {
 
 template <class Form>
 auto RecordFinder<Form>::search() -> std::optional<Found> {
+    _lastSeconds.reset();
     while (!_window.peek(1).empty()) {
         _window.skip(1);
         if (!isRecord(0)) continue;
@@ -153,14 +158,16 @@ bool RecordFinder<Form>::isRecord(std::size_t at) {
     if (!_form.isWellFormed(record) || !isKnown(record, bytes)) return false;
     if (peek(at, record.size()).size() < record.size()) return false;
     if (_seconds && areNear(record.seconds, *_seconds)) return true;
-    if (record.isWhole()) return isSound(record, at, record.captured);
-    return !_seconds && isFollowed(at, record.size(), record);
+    if (!record.isWhole()) return !_seconds && isFollowed(at, record.size(), record);
+    if (!isSound(record, at, record.captured)) return false;
+    return record.captured >= SHORT || isFollowed(at, record.size(), record);
 }
 
-/// A time that may be damaged counts only if it is near the one before.
+/// A time that may be damaged counts only if it is near the one before, with nothing in between that is no record.
 template <class Form>
 void RecordFinder<Form>::noteTime(uint32_t seconds) {
-    if (!_seconds || areNear(seconds, *_seconds) || areNear(seconds, _lastSeconds)) _seconds = seconds;
+    if (areNear(seconds, _seconds.value_or(seconds)) || (_lastSeconds && areNear(seconds, *_lastSeconds)))
+        _seconds = seconds;
     _lastSeconds = seconds;
 }
 

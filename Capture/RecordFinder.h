@@ -12,8 +12,9 @@
 // A record that holds only the start of its packet is as good as any other.
 //
 // Where there is none, records are searched for byte by byte. One begins where a known identifier follows a well-formed
-// header and one of the reasons holds. What is believed without being followed may have lost bytes: then the next record
-// is searched for inside it.
+// header and one of the reasons holds. There a packet of few bytes may be sound by accident: it must also be followed, or
+// of about the time of the others. What is believed without being followed may have lost bytes: then the next record is
+// searched for inside it.
 #pragma once
 
 #include <cstddef>
@@ -75,10 +76,10 @@ class RecordFinder {
     ByteWindow& _window;
     const Form _form;
     const Inspect::Protocol& _protocol;
-    std::optional<uint32_t> _seconds; ///< about the time of the records here
-    uint32_t _lastSeconds = 0;        ///< of the last record, right or wrong
-    uint32_t _longest;                ///< the length that packets are cut to, as far as is known
-    uint64_t _verified = 0;           ///< bytes of what might have been packets
+    std::optional<uint32_t> _seconds;     ///< about the time of the records here
+    std::optional<uint32_t> _lastSeconds; ///< of the record in front, right or wrong
+    uint32_t _longest;                    ///< the length that packets are cut to, as far as is known
+    uint64_t _verified = 0;               ///< bytes of what might have been packets
 };
 
 } // namespace Capture

@@ -294,7 +294,7 @@ TEST_F(CaptureFile, EmptyPacketsArePacketsButAHoleIsDamage) {
 /// What speaks for a record, and what does not: each capture is a row of pieces, of which those marked + are packets that
 /// come out, good, cut or bad, and all others are skipped.
 TEST_F(CaptureFile, RecordsAreBelievedForTheReasonsStated) {
-    constexpr int64_t year = 31'536'000'000'000'000;
+    constexpr int64_t day = 86'400'000'000'000, month = 29 * day, year = 365 * day;
     const int64_t now = session(8, 1)[0].time;
     const auto record = [](Sent it, size_t length = SIZE_MAX, int64_t later = 0) {
         const size_t original = it.bytes.size();
@@ -329,6 +329,36 @@ TEST_F(CaptureFile, RecordsAreBelievedForTheReasonsStated) {
          {'+', good},
          {'+', setLength(record(json), 3, 130)},
          {'+', good}},
+        // In junk, a few bytes that are sound must be near, or followed; more bytes need not; nor what stands in its place.
+        {{'+', good}, {'-', junk}, {'-', record(timer, 3, year)}, {'-', junk}, {'+', good}},
+        {{'-', junk}, {'-', good}, {'-', junk}, {'+', good}, {'+', good}},
+        {{'+', good}, {'-', junk}, {'+', good}, {'-', junk}, {'+', good}},
+        {{'+', good}, {'-', junk}, {'+', record(timer, 3, year)}, {'+', record(timer, 3, year)}, {'-', junk}},
+        {{'+', good}, {'-', junk}, {'+', record(json, 130, year)}, {'-', junk}, {'+', good}},
+        {{'+', good}, {'+', record(timer, 3, year)}, {'-', junk}, {'+', good}},
+        // The time of others is that of what is believed without it, and a new one if it is that of two in a row.
+        {{'+', good}, {'+', record(bad, 3, month)}, {'-', junk}, {'-', record(bad, 3, 2 * month)}, {'-', junk}},
+        {{'+', record(bad)}, {'-', junk}, {'+', good}, {'-', junk}}, // or of the first
+        {{'+', good},
+         {'+', record(json, 130, year)},
+         {'+', good},
+         {'-', junk},
+         {'-', record(bad, 3, year)},
+         {'-', junk}},
+        {{'+', good},
+         {'+', record(timer, 3, year)},
+         {'+', record(timer, 3, year)},
+         {'-', junk},
+         {'+', record(timer, 3, year)},
+         {'-', junk}},
+        {{'+', good},
+         {'-', junk},
+         {'+', record(json, 130, year)},
+         {'-', junk},
+         {'+', record(json, 130, year)},
+         {'-', junk},
+         {'-', record(bad, 3, year)},
+         {'-', junk}},
     };
     for (size_t i = 0; i < captures.size(); ++i) {
         SCOPED_TRACE(i);
@@ -343,6 +373,27 @@ TEST_F(CaptureFile, RecordsAreBelievedForTheReasonsStated) {
         for (Capture::Packet packet; capture.next(packet);) found[packet.offset] = packet.bytes.size();
         EXPECT_EQ(found, expected);
     }
+}
+
+/// Junk of small numbers, noise and identifiers of messages, of which many a place is like a record of few bytes.
+TEST_P(InEachContainer, NothingIsFoundInWordsThatAreNoRecords) {
+    const Original original(12, 400, form);
+    const auto messages = Inspect::default_protocol().messages;
+    qlproto::session::Rng rng(1);
+    std::string junk;
+    while (junk.size() < 2'000'000) {
+        const uint64_t noise = rng.next(), kind = noise >> 62;
+        junk += form.word(kind < 2    ? noise % 16
+                          : kind == 2 ? noise
+                                      : messages[noise % messages.size()].id | noise >> 16 << 16);
+    }
+    const uint64_t half = std::next(original.packets.begin(), 200)->first;
+    const Outcome outcome = read(std::string(original.bytes).insert(half, junk));
+    for (const auto& [offset, it] : original.packets) {
+        const auto found = outcome.packets.find(offset + (offset < half ? 0 : junk.size()));
+        EXPECT_TRUE(found != outcome.packets.end() && found->second == it) << "lost: " << offset;
+    }
+    EXPECT_EQ(outcome.packets.size(), original.packets.size());
 }
 
 /// Text can be a record. It is one only where records are looked for.
