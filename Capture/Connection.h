@@ -4,6 +4,7 @@
 #include <array>
 #include <compare>
 #include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -14,6 +15,9 @@ struct Endpoint {
     uint16_t port = 0;
 
     auto operator<=>(const Endpoint&) const = default;
+    bool operator==(const Endpoint& other) const { // compilers call a function for the defaulted one
+        return port == other.port && std::memcmp(address.data(), other.address.data(), address.size()) == 0;
+    }
 
     /// "10.0.0.1:9001", "[2001:db8::1]:9001".
     std::string text() const;

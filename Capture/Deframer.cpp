@@ -41,6 +41,13 @@ void Deframer::beginInside() {
 }
 
 bool Deframer::next(DeframerContext& context, const Connection& connection, Packet& message) {
+    if (advance(context, connection, message)) return true;
+    _bytes.keep();
+    return false;
+}
+
+/// As next().
+bool Deframer::advance(DeframerContext& context, const Connection& connection, Packet& message) {
     for (;;) {
         if (_isOpen) {
             if (nextOfFrame(context, connection, message)) return true;
@@ -98,9 +105,9 @@ bool Deframer::nextOfFrame(DeframerContext& context, const Connection& connectio
     FramedMessage message;
     const Fit fit = isOver ? Fit::misfit : _frames.messageAt(context.framing, _bytes.rest(), _frame, _inner, message);
     if (fit == Fit::fits || (fit == Fit::needsMore && _frames.missing() != 0 && message.size != 0)) {
+        emit(context, connection, message, packet);
         _inner += message.size;
         ++_taken;
-        emit(context, connection, message, packet);
         return true;
     }
     if (!isOver || (isRow && _inner < _frame.end)) {

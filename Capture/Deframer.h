@@ -21,10 +21,13 @@ namespace Capture {
 
 class Deframer {
   public:
-    /// The next bytes of a stream. REQUIRES: next() was false.
+    /// The next bytes of a stream, valid until keep() or until next() is false. REQUIRES: it was.
     void take(std::string_view bytes, const Origin& origin);
 
-    /// A datagram, of which the capture lacks so many bytes: it ends by itself. REQUIRES: next() was false.
+    /// What was taken is valid no longer.
+    void keep() { _bytes.keep(); }
+
+    /// A datagram, of which the capture lacks so many bytes: it ends by itself. REQUIRES: as above.
     void takeDatagram(std::string_view bytes, std::size_t missing, const Origin& origin);
 
     /// The stream ends here, or so many bytes are missing: then it goes on once next() was false and goOn() was called.
@@ -58,6 +61,7 @@ class Deframer {
         uint64_t missing = 0; ///< bytes since then that the capture lacks
     };
 
+    bool advance(DeframerContext& context, const Connection& connection, Packet& message);
     bool openFrame(DeframerContext& context, const Connection& connection);
     bool nextOfFrame(DeframerContext& context, const Connection& connection, Packet& packet);
     void emit(const DeframerContext& context, const Connection& connection, const FramedMessage& it, Packet& packet);

@@ -45,13 +45,6 @@ const std::vector<Framing::Preset>& Framing::presets() {
     return all;
 }
 
-int64_t Framing::Row::around() const {
-    const std::size_t bytes = counts == Counts::body    ? 0
-                              : counts == Counts::frame ? before + after
-                                                        : before - lengthEnd + after;
-    return static_cast<int64_t>(bytes);
-}
-
 /// Takes a text apart, field by field.
 class Framing::Parser {
   public:

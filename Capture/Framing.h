@@ -64,7 +64,12 @@ class Framing {
         int64_t bodyOf(uint64_t length) const { return static_cast<int64_t>(length) - more - around(); }
 
       private:
-        int64_t around() const;
+        int64_t around() const {
+            const std::size_t bytes = counts == Counts::body    ? 0
+                                      : counts == Counts::frame ? before + after
+                                                                : before - lengthEnd + after;
+            return static_cast<int64_t>(bytes);
+        }
     };
 
     /// Of a framing's text, or the name of a preset. Throws FramingError.

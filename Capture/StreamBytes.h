@@ -1,4 +1,7 @@
 // The bytes of one direction of a connection that are held, and the packets that they came in.
+//
+// Most packets end where a frame does. So their bytes are looked at where the taker has them, and only what is left of them
+// is copied.
 #pragma once
 
 #include <cstddef>
@@ -18,11 +21,16 @@ struct Origin {
 
 class StreamBytes {
   public:
-    /// The next bytes of the stream. What has been gone past may be forgotten.
+    /// The next bytes of the stream. What has been gone past may be forgotten. REQUIRES: they are valid until keep().
     void take(std::string_view bytes, const Origin& origin);
 
-    /// These bytes alone, and so many more that the capture lacks.
+    /// These bytes alone, and so many more that the capture lacks. REQUIRES: as above.
     void takeDatagram(std::string_view bytes, std::size_t missing, const Origin& origin);
+
+    /// What was taken is valid no longer: holds what is left of it.
+    void keep() {
+        if (!_isKept && _at != _taken.size()) copyRest();
+    }
 
     /// Forgets all bytes, and goes on after so many more, which are missing.
     void passOver(uint64_t missing);
@@ -30,7 +38,7 @@ class StreamBytes {
     /// Goes past so many bytes, or all that there are.
     void advance(std::size_t size);
 
-    std::string_view rest() const { return std::string_view(_bytes).substr(_at); } ///< from here on
+    std::string_view rest() const { return all().substr(_at); } ///< from here on
 
     uint64_t here() const { return _position + _at; } ///< in the stream
 
@@ -46,7 +54,12 @@ class StreamBytes {
         Origin origin;
     };
 
+    std::string_view all() const { return _isKept ? std::string_view(_bytes) : _taken; }
+    void copyRest();
+
     std::string _bytes;
+    std::string_view _taken; ///< instead of those, until they are kept
+    bool _isKept = true;
     uint64_t _position = 0; ///< of the first of them in the stream
     std::size_t _at = 0;    ///< where we are in them
     std::vector<Mark> _marks;

@@ -91,6 +91,7 @@ bool TcpStream::advance() {
         _waitingBytes -= std::min(_waitingBytes, early.bytes.size() + NODE);
         _waitingSince = _now;
         if (at + early.bytes.size() + early.missing > _position) deliver(early.bytes, early.missing, at, early.origin);
+        _deframer.keep();
         return true;
     }
     const bool isEnd = _isFinished || isOver();

@@ -495,6 +495,16 @@ TEST_F(NetworkTest, PacketsOfIpAreTakenAsTheyAre) {
     }
 }
 
+TEST_F(NetworkTest, SumsOfAnyLengthAreThoseOfTheirWords) {
+    EXPECT_EQ(Capture::wordSum(std::string_view("\x00\x01\xF2\x03\xF4\xF5\xF6\xF7", 8)), 0xDDF2u); // of RFC 1071
+    Random random(1);
+    for (std::string bytes; bytes.size() < 70; bytes += static_cast<char>(random())) {
+        uint64_t sum = 0;
+        for (size_t i = 0; i < bytes.size(); ++i) sum += uint64_t(Capture::byteAt(bytes, i)) << (i % 2 == 0 ? 8 : 0);
+        EXPECT_EQ(Capture::wordSum(bytes), sum == 0 ? 0 : (sum - 1) % 0xFFFF + 1) << bytes.size();
+    }
+}
+
 /// What is said of a framing that does not fit, of what it says about sequences, and of datagrams.
 TEST_F(NetworkTest, FramingsThatDoNotFitAreToldWithPlaceAndHint) {
     const std::vector<Sent> sent = session(3, 50);
