@@ -71,7 +71,7 @@ bool Deframer::openFrame(DeframerContext& context, const Connection& connection)
     if (bytes.empty()) return false;
     switch (_frames.frameAt(context.framing, bytes, _frame)) {
     case Fit::fits: {
-        if (_frames.isSound(context, bytes, _frame)) break;
+        if (_isProven = _frames.isSound(context, bytes, _frame); _isProven) break;
         const Fit next = _frames.isFollowed(context, bytes.substr(_frame.size), _isAtEnd);
         if (next == Fit::needsMore) return false;
         if (next == Fit::fits && !_frames.holdsFrame(context, bytes.substr(0, _frame.size))) break;
@@ -86,6 +86,7 @@ bool Deframer::openFrame(DeframerContext& context, const Connection& connection)
     }
     case Fit::needsMore:
         if (!_isAtEnd) return false;
+        _isProven = false;
         if (_frame.size != 0 && _frames.missing() != 0) break; // the capture lacks the rest of it
         loseStep(Loss::Cause::end,
                  _frames.missing() != 0 ? "the capture lacks its fields" : "the stream ends inside it");
@@ -139,6 +140,7 @@ void Deframer::emit(const DeframerContext& context, const Connection& connection
     packet.capture = origin.capture;
     packet.original = it.end - it.begin + IDENTIFIER_SIZE;
     packet.linkType = LinkType::MESSAGE;
+    packet.isProven = _isProven && _taken == 0;
     packet.connection = &connection;
 }
 

@@ -78,6 +78,7 @@ class Deframer {
     Frame _frame;           ///< that one
     std::size_t _inner = 0; ///< the next of its messages in it
     uint64_t _taken = 0;    ///< of them
+    bool _isProven = false; ///< the first of them verifies
 
     bool _isSearching = false; ///< for a frame
     Loss _loss;                ///< since when

@@ -32,6 +32,7 @@ struct Packet {
     uint64_t original = 0;   ///< bytes that it had if a capture holds only the first of them; 0 says that these are all
     std::size_t capture = 0; ///< the number of that capture, if it is one of several
     uint32_t linkType = LinkType::MESSAGE;  ///< what the bytes are
+    bool isProven = false;                  ///< it is known to be a sound message (Verification.h)
     const Connection* connection = nullptr; ///< by which it came; null if that is not known. Valid as the bytes are
 
     /// Bytes that it had before it was cut to what the capture holds of it.

@@ -21,6 +21,11 @@ inline constexpr Inspect::Policy PROOF = [] {
     return policy;
 }();
 
+/// Whether the message need not be verified: it was, to tell it from other bytes, and the policy takes what a proof takes.
+inline bool isKnownSound(const Packet& packet, const Inspect::Policy& policy) {
+    return packet.isProven && policy.accepts_all_of(PROOF);
+}
+
 /// Bytes that were looked at to verify so many: only too many elements are looked through before they are refused where they
 /// begin.
 inline uint64_t workOf(const Inspect::Result& result, std::size_t size) {

@@ -59,6 +59,14 @@ struct Policy {
 
     bool operator==(const Policy&) const = default;
 
+    /// Whether it takes whatever the other one takes.
+    constexpr bool accepts_all_of(const Policy& other) const {
+        return overlongVarints >= other.overlongVarints && droppedBits >= other.droppedBits
+               && nonMinimal >= other.nonMinimal && unknownEnumerators >= other.unknownEnumerators
+               && anyBoolean >= other.anyBoolean && reservedPriceBits >= other.reservedPriceBits
+               && trailingBytes >= other.trailingBytes && missingLastFields >= other.missingLastFields;
+    }
+
     /// Whether whatever read() decodes without leaving the range is accepted, as far as it goes.
     constexpr bool accepts_every_form() const {
         return overlongVarints && droppedBits && nonMinimal && unknownEnumerators && anyBoolean && reservedPriceBits;

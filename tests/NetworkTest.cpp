@@ -56,6 +56,8 @@ Outcome read(const std::vector<Raw>& packets, const std::string& framing = "fram
             outcome.messages.push_back({it.time, std::string(it.bytes)});
             outcome.ways.push_back(it.connection->way());
             EXPECT_LE(it.bytes.size(), it.original);
+            EXPECT_TRUE(!it.isProven
+                        || !Capture::verifyPacket(Inspect::default_protocol(), it.bytes, it.original, Capture::PROOF));
             if (it.original != it.bytes.size()) outcome.faults.push_back("cut");
         }
         outcome.memory = std::max(outcome.memory, network.memory());
@@ -563,6 +565,8 @@ TEST_F(NetworkTest, FramingsThatDoNotFitAreToldWithPlaceAndHint) {
          "count:u8, (length:u16le, id:u16le, body)",
          1,
          {"no message in the rest of a frame: 0 bytes"}},
+        // Only the first message of a frame is proven by the frame.
+        {{datagram('\1' + part + std::string("\2\0\x24\xD0", 4))}, "seq:u8, (length:u16le, id:u16le, body)", 2, {}},
         {{datagram('\1' + part + "x")}, "count:u8, (length:u16le, id:u16le, body)", 1, {"of a frame: 1 byte"}},
     };
     for (const Case& it : cases) {
@@ -573,6 +577,11 @@ TEST_F(NetworkTest, FramingsThatDoNotFitAreToldWithPlaceAndHint) {
         for (const char* told : it.told) EXPECT_NE(all.find(told), all.npos) << told << " is not in " << all;
         EXPECT_EQ(it.told.empty(), all.empty()) << all;
     }
+    // What is proven holds under policies that take as much.
+    Capture::Packet proven;
+    proven.isProven = true;
+    EXPECT_TRUE(Capture::isKnownSound(proven, Inspect::whole) && Capture::isKnownSound(proven, Inspect::rolling));
+    EXPECT_FALSE(Capture::isKnownSound(proven, Inspect::strict) || Capture::isKnownSound({}, Inspect::whole));
     // A datagram that the capture cut: its last message is known to be cut.
     Raw cut = datagram(one + one);
     cut.bytes.resize(cut.bytes.size() - 1);

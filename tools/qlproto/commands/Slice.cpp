@@ -18,6 +18,7 @@ struct SliceOptions {
 
 int slice(const SliceOptions& options) {
     CaptureScan scan(options.scan);
+    scan.onlyVerify();
     Capture::whileRead([&] {
         Capture::CaptureWriter writer = options.output.open();
         scan.run(options.captures, [&](const Capture::Packet& packet, const MessageReader&) { writer.packet(packet); });

@@ -143,6 +143,7 @@ int stats(const StatsOptions& options) {
     Groups<Traffic> groups(mostGroups);
     const std::optional<FieldValue> by = options.by.empty() ? std::nullopt : std::optional<FieldValue>(options.by);
     CaptureScan scan(options.scan);
+    if (!by) scan.onlyVerify();
     if (options.form == TableForm::table && isWatched(options.captures.front()))
         scan.showMeanwhile([&] { return toldText(options, stats, groups, stats.overall()); });
     scan.run(options.captures, [&](const Capture::Packet& packet, const MessageReader& reader) {

@@ -43,7 +43,7 @@ CaptureScan::Verdict CaptureScan::judge(const Capture::Packet& packet, MessageRe
         return Verdict::bad;
     }
     const bool isTaken = _filter.takes(packet);
-    if (isTaken ? reader.read(packet.bytes) : reader.verify(packet.bytes))
+    if (isTaken && !_isVerifying ? reader.read(packet.bytes) : reader.verify(packet))
         return isTaken ? Verdict::taken : Verdict::passedOver;
     fault = reader.fault();
     return Verdict::bad;

@@ -143,6 +143,9 @@ class CaptureScan {
         return std::move(handles[0].gathered);
     }
 
+    /// Messages are verified, but not decoded: the readers hold none, and are quicker.
+    void onlyVerify() { _isVerifying = true; }
+
     /// `listener` is told of each fault, too.
     void onFault(std::function<void(const Fault&)> listener) { _onFault = std::move(listener); }
 
@@ -221,6 +224,7 @@ class CaptureScan {
     uint64_t _messages = 0;
     uint64_t _bytes = 0;
     const NetworkChoice _network;
+    bool _isVerifying = false;
     std::vector<std::string> _paths;
     const TimeForm _form;
     uint64_t _told; ///< faults that people may still be told of

@@ -37,6 +37,10 @@ bool MessageReader::verify(std::string_view packet) {
     return result ? true : bad(result);
 }
 
+bool MessageReader::verify(const Capture::Packet& packet) {
+    return Capture::isKnownSound(packet, _policy) ? begin(packet.bytes) : verify(packet.bytes);
+}
+
 bool MessageReader::read(std::string_view packet) {
     if (!begin(packet)) return false;
     const Velmora::MsgType_t id = _descriptor->id();

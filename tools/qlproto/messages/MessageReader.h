@@ -27,6 +27,7 @@ class MessageReader {
 
     /// The same without decoding it: there is no message then either way.
     bool verify(std::string_view packet);
+    bool verify(const Capture::Packet& packet);
 
     /// What kind of fault, as in "truncated".
     const std::string& faultKind() const { return _faultKind; }
@@ -34,7 +35,8 @@ class MessageReader {
     /// One line: "TimerMessage: truncated at byte 0 (tqid)"; bytes count from the body's begin.
     const std::string& fault() const { return _fault; }
 
-    // REQUIRES: the last read() was true. Valid until the next one; the body as long as the packet.
+    // REQUIRES: the last read() was true, or for what is no message, verify(). Valid until the next one; the body as long
+    // as the packet.
     const Velmora::MsgDescriptor& descriptor() const { return *_descriptor; }
     const void* message() const { return _message.object; }
     std::string_view body() const { return _body; }
