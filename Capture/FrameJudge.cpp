@@ -1,6 +1,5 @@
 #include "Capture/FrameJudge.h"
 
-#include "Capture/Verification.h"
 #include "Inspect/Reflection.h"
 
 namespace Capture {
@@ -32,12 +31,11 @@ bool FrameJudge::isSound(const DeframerContext& context, std::string_view bytes,
 }
 
 Fit FrameJudge::isBelieved(const DeframerContext& context, const Framing& framing, std::string_view bytes, bool isEnd) {
-    constexpr std::size_t isShort = 16;
     Frame frame, other;
     if (_verified > _allowed) return Fit::misfit;
     if (frameAt(framing, bytes, frame) != Fit::fits || !verifies(context, framing, bytes, frame, _verified))
         return Fit::misfit;
-    if (frame.size >= isShort) return Fit::fits;
+    if (frame.size >= SHORT_PROOF) return Fit::fits;
     if (frame.size == bytes.size()) return isEnd ? Fit::fits : Fit::needsMore;
     const Fit next = headerAt(framing, bytes.substr(frame.size), other);
     return next == Fit::needsMore && isEnd ? Fit::fits : next;

@@ -9,6 +9,7 @@
 #include "Capture/Faults.h"
 #include "Capture/FrameReader.h"
 #include "Capture/Framing.h"
+#include "Capture/Verification.h"
 #include "Inspect/Protocol.h"
 
 namespace Capture {
@@ -25,7 +26,7 @@ struct DeframerContext {
 class FrameJudge : public FrameReader {
   public:
     /// So many bytes of the stream have come.
-    void allowFor(std::size_t bytes) { _allowed += RATION * bytes; }
+    void allowFor(std::size_t bytes) { _allowed += PROOF_RATION * bytes; }
 
     /// Whether the first message of the frame that the bytes begin with is known and verifies.
     bool isSound(const DeframerContext& context, std::string_view bytes, const Frame& frame);
@@ -47,12 +48,10 @@ class FrameJudge : public FrameReader {
     std::string hint(DeframerContext& context, std::string_view bytes);
 
   private:
-    static constexpr uint64_t RATION = 8;
-
     bool verifies(const DeframerContext& context, const Framing& framing, std::string_view bytes, const Frame& frame,
                   uint64_t& work);
 
-    uint64_t _allowed = RATION * MAX_PACKET; ///< bytes that may be verified in all
+    uint64_t _allowed = PROOF_RATION * MAX_PACKET; ///< bytes that may be verified in all
     uint64_t _verified = 0;                  ///< bytes that might have been messages
 };
 

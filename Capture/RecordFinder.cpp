@@ -22,13 +22,6 @@ constexpr std::size_t REACH = ByteWindow::CAPACITY - 2 * (1024 + MAX_PACKET);
 /// How far before the end of a record another is looked for that overlaps it, or ends with it.
 constexpr std::size_t TAIL = 512;
 
-/// A packet of fewer bytes is easily a message by accident: where records are searched for, it must be near or followed.
-constexpr uint32_t SHORT = 16;
-
-/// Whoever makes a capture chooses its lengths, and with them how many bytes might be packets. Only so many bytes are
-/// verified for each byte of the capture, and of one more packet. Damage that nobody intended takes far less.
-constexpr uint64_t RATION = 8;
-
 bool areNear(uint32_t a, uint32_t b) { return (a < b ? b - a : a - b) <= NEAR; }
 
 } // namespace
@@ -160,7 +153,7 @@ bool RecordFinder<Form>::isRecord(std::size_t at) {
     if (_seconds && areNear(record.seconds, *_seconds)) return true;
     if (!record.isWhole()) return !_seconds && isFollowed(at, record.size(), record);
     if (!isSound(record, at, record.captured)) return false;
-    return record.captured >= SHORT || isFollowed(at, record.size(), record);
+    return record.captured >= SHORT_PROOF || isFollowed(at, record.size(), record);
 }
 
 /// A time that may be damaged counts only if it is near the one before, with nothing in between that is no record.
@@ -195,7 +188,7 @@ bool RecordFinder<Form>::isFollowed(std::size_t at, std::size_t size, const Reco
 template <class Form>
 bool RecordFinder<Form>::isSound(const Record& record, std::size_t at, uint32_t length) {
     if (length < IDENTIFIER_SIZE || length > MAX_PACKET) return false;
-    if (_verified > RATION * (_window.position() + MAX_PACKET)) return false;
+    if (_verified > PROOF_RATION * (_window.position() + MAX_PACKET)) return false;
     const std::string_view packet = peek(at + record.packetAt(), length).substr(0, length);
     if (packet.size() < length) return false;
     const uint32_t linkType = _form.linkTypeOf(record);

@@ -21,6 +21,13 @@ inline constexpr Inspect::Policy PROOF = [] {
     return policy;
 }();
 
+/// Who makes a capture chooses its lengths, and with them how many bytes might be messages. Only so many are verified for
+/// each byte of the capture or stream, and of one more packet. Damage that nobody intended takes far less.
+inline constexpr uint64_t PROOF_RATION = 8;
+
+/// Fewer bytes prove little, for they are easily a sound message by accident: something else must speak for them, too.
+inline constexpr std::size_t SHORT_PROOF = 16;
+
 /// Whether the message need not be verified: it was, to tell it from other bytes, and the policy takes what a proof takes.
 inline bool isKnownSound(const Packet& packet, const Inspect::Policy& policy) {
     return packet.isProven && policy.accepts_all_of(PROOF);
