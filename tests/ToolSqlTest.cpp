@@ -4,9 +4,13 @@
 #include <fstream>
 #include <set>
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include "Capture/Framer.h"
+#include "Capture/NetworkPackets.h"
+#include "Capture/Reader.h"
 #include "tests/Engine.h"
 #include "tests/ToolFolder.h"
 
@@ -299,6 +303,88 @@ TEST_F(Export, TakesMessagesOutOfPacketsOfANetwork) {
                              "10.0.0.1:40000 > 10.0.0.2:9001,1,10.0.0.1:40000,10.0.0.2:9001,there,/,session.pcap,/'")
                       .out,
                   folder.run("cat csv/" + std::string(table) + "/*/*").out);
+}
+
+TEST_F(Export, AnotherWayOfReadingIsAnotherExport) {
+    folder.run("qlproto convert session.pcap --over tcp --framing frames -o net.pcap");
+    const auto run = [&](const std::string& how) {
+        return folder.run("qlproto export net.pcap -o made --format csv --framing " + how).err;
+    };
+    std::string ports = "frames --port 7 --port 9001";
+    for (const auto& [how, timers, kept] : // each differs from the one before in one thing
+         {std::tuple<std::string, size_t, size_t>("frames", 62, 0),
+          {"frames", 62, 3},
+          {"'length:u32le,id:u16le,body'", 62, 3},
+          {"'skip:u8, length:u8, id:u16be, body'", 0, 0},
+          {"frames", 62, 0},
+          {"frames --port 7", 0, 0},
+          {"frames --port 9001 --port 7", 62, 0},
+          {ports, 62, 3},
+          {ports += " --secrets", 62, 0},
+          {ports += " --price-scale 10", 62, 0},
+          {ports + " --policy strict", 62, 0},
+          {ports + " --policy rolling", 62, 0}}) {
+        const std::string told = run(how);
+        EXPECT_NE(told.find(fmt::format(", {} tables kept", kept)), told.npos) << how << told;
+        EXPECT_EQ(rowsIn(folder, "made/Timer").size(), timers) << how << ": what was there before is no more";
+    }
+    folder.run("qlproto export session.pcap -o made --format csv");
+    EXPECT_EQ(rowsIn(folder, "made/Timer").size(), 124u) << "another capture";
+}
+
+/// Its bytes cut into pieces, those after a third in a capture of their own; no piece ends where a message does.
+void cutInTwo(const ToolFolder& folder) {
+    constexpr size_t longest = 97;
+    std::string stream;
+    Capture::Framer framer(Capture::Framing::of("frames"));
+    Capture::Reader session(folder.path("session.pcap"));
+    for (Capture::Packet it; session.next(it);)
+        if (it.bytes.size() > 2) framer.append(Capture::identifierOf(it.bytes), it.bytes.substr(2), stream);
+    constexpr uint32_t ethernet = Capture::LinkType::ETHERNET;
+    Capture::Writer first(folder.path("a.pcap"), {.linkType = ethernet}),
+        second(folder.path("b.pcap"), {.linkType = ethernet});
+    for (size_t at = 0; at < stream.size(); at += longest) {
+        const std::string packet = Capture::ethernetFrame(
+            Capture::tcpPacket(Capture::endpointOf(0x0A000001, 40000), Capture::endpointOf(0x0A000002, 9001),
+                               {.sequence = static_cast<uint32_t>(at), .flags = Capture::TcpFlags::ACK},
+                               std::string_view(stream).substr(at, longest)));
+        (at < stream.size() / 3 ? first : second)
+            .packet({.time = static_cast<int64_t>(at), .bytes = packet, .linkType = ethernet});
+    }
+    first.close();
+    second.close();
+}
+
+TEST_F(Export, ConnectionsGoOnInTheNextCapture) {
+    cutInTwo(folder);
+    std::vector<std::string> formats{"csv", "ndjson"};
+    if (hasEngine()) formats.emplace_back("parquet");
+    for (const std::string& format : formats) {
+        SCOPED_TRACE(format);
+        const auto result =
+            folder.run("qlproto export b.pcap a.pcap ./a.pcap --framing frames -o made --format " + format);
+        EXPECT_EQ(result.exitCode, 0) << result.err;
+        const auto rows = [&](const std::string& capture) {
+            const std::string files = "made/SubmitOrder/*/" + capture + "_pcap-*." + format;
+            if (format != "parquet") return folder.run("cat " + files + " | grep -cE '" + capture + "[.]pcap\"?,'").out;
+            folder.write("sql", "SELECT count(*) FROM '" + files + "' WHERE _capture = '" + capture + ".pcap'");
+            return linesOf(folder.run("qlproto query session.pcap \"$(cat sql)\"").out).at(1) + '\n';
+        };
+        EXPECT_EQ(rows("a"), "20\n");
+        EXPECT_EQ(rows("b"), "40\n") << "with the one of which the other has the start";
+        EXPECT_EQ(files("made/faults/*." + format), format == "parquet" ? 2u : 0u);
+        const auto again = [&](const std::string& captures) {
+            return folder.run("qlproto export " + captures + " --framing frames -o made --format " + format).err;
+        };
+        const std::string same = again("a.pcap b.pcap");
+        folder.run("touch b.pcap");
+        const std::string newer = again("a.pcap b.pcap"), alone = again("b.pcap");
+        EXPECT_NE(same.find(" 6 tables kept"), same.npos) << same << "in whatever order";
+        EXPECT_NE(newer.find(" 0 tables kept"), newer.npos) << newer;
+        EXPECT_NE(alone.find(" 0 tables kept"), alone.npos) << alone;
+        EXPECT_EQ(rows("a"), "20\n");
+        EXPECT_EQ(rows("b"), "39\n") << "as it is alone";
+    }
 }
 
 TEST_F(Export, LeavesOutWhatTheCaptureHasCut) {

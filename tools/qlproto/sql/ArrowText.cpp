@@ -5,7 +5,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <iterator>
-#include <string_view>
 
 #include <fmt/format.h>
 
@@ -178,6 +177,13 @@ void appendJsonRow(const ArrowSchema& schema, const ArrowArray& rows, size_t row
 
 void appendCsvRow(const ArrowSchema& schema, const ArrowArray& rows, size_t row, std::string& text) {
     appendCsvCells(schema, rows, row, text);
+}
+
+std::vector<std::string_view> wordsOf(const ArrowArray& column) {
+    std::vector<std::string_view> words;
+    for (size_t i = 0; i < static_cast<size_t>(column.dictionary->length); ++i)
+        words.push_back(textAt(*column.dictionary, i));
+    return words;
 }
 
 void appendCsvHeader(const ArrowSchema& schema, std::string& text) { appendNames(schema, "", text); }

@@ -3,6 +3,8 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "Columns/Arrow.h"
 
@@ -16,5 +18,8 @@ void appendJsonRow(const ArrowSchema& schema, const ArrowArray& rows, size_t row
 /// as in "contents.side"; vectors are in JSON. Null is nothing.
 void appendCsvRow(const ArrowSchema& schema, const ArrowArray& rows, size_t row, std::string& text);
 void appendCsvHeader(const ArrowSchema& schema, std::string& text);
+
+/// The words of a column of words, by their numbers.
+std::vector<std::string_view> wordsOf(const ArrowArray& column);
 
 } // namespace qlproto::sql

@@ -1,19 +1,17 @@
 #include "tools/qlproto/sql/ExportFolder.h"
 
-#include <cerrno>
-#include <charconv>
-#include <csignal>
 #include <cstring>
-#include <utility>
+#include <fstream>
+#include <iterator>
 #include <vector>
 
-#include <fcntl.h>
 #include <fmt/format.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include "Capture/Errors.h"
 #include "Capture/SeededHash.h"
+#include "tools/qlproto/sql/AppendedFile.h"
+#include "tools/qlproto/sql/ProcessName.h"
 #include "tools/qlproto/terminal/TimeText.h"
 
 namespace qlproto::sql {
@@ -47,15 +45,6 @@ bool isNumbered(const std::string& file, const std::string& name, const std::str
 
 } // namespace
 
-bool isOfDeadProcess(std::string_view name, std::string_view prefix) {
-    if (!name.starts_with(prefix)) return false;
-    pid_t process = 0;
-    const char* const end = name.data() + name.size();
-    const auto [last, error] = std::from_chars(name.data() + prefix.size(), end, process);
-    return error == std::errc() && (last == end || *last == '-') && process > 0 && kill(process, 0) != 0
-           && errno == ESRCH;
-}
-
 ExportFolder::ExportFolder(const std::string& path) : _folder(path) {
     asIoError([&] {
         fs::create_directories(_folder);
@@ -72,43 +61,55 @@ ExportFolder::~ExportFolder() {
     fs::remove_all(_part, error);
 }
 
-size_t ExportFolder::complete(const std::string& table, const std::string& name, const std::string& extension) {
+size_t ExportFolder::complete(const std::string& table, size_t capture, const ExportedFiles& files) {
     return asIoError([&] {
-        size_t files = 0;
-        fs::create_directories(beside(table));
-        fs::create_directories(_folder / table);
-        fs::remove(markOf(table, name, extension));
-        for (const auto& it : fs::recursive_directory_iterator(_folder / table)) // what an earlier export has made
-            if (it.is_regular_file() && isNumbered(it.path().filename(), name, extension)) fs::remove(it.path());
+        const fs::path place = _folder / table, made = beside(table) / partOf(capture);
+        size_t count = 0;
+        fs::create_directories(made);
+        fs::create_directories(place);
+        remove(table, files);
         std::vector<fs::path> folders{"."};
-        for (const auto& it : fs::directory_iterator(beside(table)))
+        for (const auto& it : fs::directory_iterator(made))
             if (it.is_directory()) folders.push_back(it.path().filename());
         for (const fs::path& folder : folders) {
             size_t number = 0;
-            for (const auto& it : fs::directory_iterator(beside(table) / folder)) {
+            for (const auto& it : fs::directory_iterator(made / folder)) {
                 if (!it.is_regular_file()) continue;
-                fs::create_directories(_folder / table / folder);
-                fs::rename(it.path(), _folder / table / folder / fileName(name, number++, extension));
+                fs::create_directories(place / folder);
+                fs::rename(it.path(), place / folder / fileName(files.name, number++, files.extension));
             }
-            files += number;
+            count += number;
         }
-        fs::remove_all(beside(table));
-        LineFile(markOf(table, name, extension)).close();
-        return files;
+        fs::remove_all(made);
+        AppendedFile mark(markOf(table, files));
+        mark.append(files.how);
+        mark.close();
+        return count;
     });
 }
 
-bool ExportFolder::isComplete(const std::string& table, const std::string& name, const std::string& extension,
-                              const std::string& capture) const {
-    struct stat made {
-    }, read{};
-    return stat(markOf(table, name, extension).c_str(), &made) == 0 && stat(capture.c_str(), &read) == 0
-           && std::pair(made.st_mtim.tv_sec, made.st_mtim.tv_nsec)
-                  >= std::pair(read.st_mtim.tv_sec, read.st_mtim.tv_nsec);
+void ExportFolder::remove(const std::string& table, const ExportedFiles& files) {
+    asIoError([&] {
+        const fs::path place = _folder / table;
+        if (!fs::exists(place)) return;
+        fs::remove(markOf(table, files));
+        for (const auto& it : fs::recursive_directory_iterator(place))
+            if (it.is_regular_file() && isNumbered(it.path().filename(), files.name, files.extension))
+                fs::remove(it.path());
+    });
 }
 
-fs::path ExportFolder::markOf(const std::string& table, const std::string& name, const std::string& extension) const {
-    return _folder / table / fmt::format(".complete-{}.{}", name, extension);
+bool ExportFolder::isComplete(const std::string& table, const ExportedFiles& files, fs::file_time_type newest) const {
+    const fs::path mark = markOf(table, files);
+    std::error_code error;
+    const fs::file_time_type made = fs::last_write_time(mark, error);
+    if (error || made < newest) return false;
+    std::ifstream file(mark, std::ios::binary);
+    return std::string(std::istreambuf_iterator(file), {}) == files.how;
+}
+
+fs::path ExportFolder::markOf(const std::string& table, const ExportedFiles& files) const {
+    return _folder / table / fmt::format(".complete-{}.{}", files.name, files.extension);
 }
 
 std::string ExportFolder::nameOf(const std::string& capture) {
@@ -124,39 +125,5 @@ std::string ExportFolder::nameOf(const std::string& capture) {
 std::string ExportFolder::hourOf(int64_t time) {
     return "hour=" + timeText(time, TimeForm::utc).substr(0, std::strlen("2024-03-04T07"));
 }
-
-LineFile::LineFile(const fs::path& path) : _path(path) {
-    asIoError([&] { fs::create_directories(path.parent_path()); });
-    _file = open(_path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0666);
-    if (_file < 0) fail();
-    struct stat status {};
-    _isNew = fstat(_file, &status) == 0 && status.st_size == 0;
-}
-
-LineFile::~LineFile() {
-    if (_file >= 0) ::close(_file);
-}
-
-void LineFile::append(std::string_view lines) {
-    constexpr size_t capacity = 256 * 1024;
-    _lines += lines;
-    if (_lines.size() >= capacity) flush();
-}
-
-void LineFile::flush() {
-    for (std::string_view left = _lines; !left.empty();) {
-        const ssize_t written = write(_file, left.data(), left.size());
-        if (written < 0 && errno != EINTR) fail();
-        left.remove_prefix(static_cast<size_t>(std::max<ssize_t>(written, 0)));
-    }
-    _lines.clear();
-}
-
-void LineFile::close() {
-    flush();
-    if (::close(std::exchange(_file, -1)) != 0) fail();
-}
-
-void LineFile::fail() const { throw Capture::IoError(_path + ": " + std::strerror(errno)); }
 
 } // namespace qlproto::sql

@@ -11,8 +11,12 @@
 
 namespace qlproto::sql {
 
-/// Whether the name is the prefix and the number of a process that is dead, and perhaps more after a hyphen.
-bool isOfDeadProcess(std::string_view name, std::string_view prefix);
+/// What an export makes of a capture, of each table.
+struct ExportedFiles {
+    std::string name; ///< see ExportFolder::nameOf()
+    std::string extension;
+    std::string how; ///< they were made: those that were made otherwise are not the same
+};
 
 class ExportFolder {
   public:
@@ -22,16 +26,19 @@ class ExportFolder {
     ExportFolder(const ExportFolder&) = delete;
     ExportFolder& operator=(const ExportFolder&) = delete;
 
-    /// Where the files of a table are written, in folders as they shall have.
+    /// Where the files of a table are written, those of each capture in partOf() it, in folders as they shall have.
     std::filesystem::path beside(const std::string& table) const { return _part / table; }
+    static std::string partOf(size_t capture) { return "_part=" + std::to_string(capture); }
 
-    /// Puts them in their places, instead of those that an earlier export has made. They are named after the capture, with
-    /// numbers after the first of a folder. Returns how many there are. Throws Capture::IoError.
-    size_t complete(const std::string& table, const std::string& name, const std::string& extension);
+    /// Puts those of a capture in their places, instead of those that an earlier export has made. They are named after it,
+    /// with numbers after the first of a folder. Returns how many there are. Throws Capture::IoError.
+    size_t complete(const std::string& table, size_t capture, const ExportedFiles& files);
 
-    /// Whether such files are there already, all of them, and not older than the capture. A hidden file says so.
-    bool isComplete(const std::string& table, const std::string& name, const std::string& extension,
-                    const std::string& capture) const;
+    /// Removes those that an earlier export has made of a capture, however it did. Throws Capture::IoError.
+    void remove(const std::string& table, const ExportedFiles& files);
+
+    /// Whether such files are there already, all of them, and not older than that. A hidden file says so.
+    bool isComplete(const std::string& table, const ExportedFiles& files, std::filesystem::file_time_type newest) const;
 
     /// The name of what is made of a capture; different captures of the same name have different ones.
     static std::string nameOf(const std::string& capture);
@@ -40,32 +47,9 @@ class ExportFolder {
     static std::string hourOf(int64_t time);
 
   private:
-    std::filesystem::path markOf(const std::string& table, const std::string& name, const std::string& extension) const;
+    std::filesystem::path markOf(const std::string& table, const ExportedFiles& files) const;
 
     std::filesystem::path _folder, _part;
-};
-
-/// A file of lines, beside its place. Throws Capture::IoError.
-class LineFile {
-  public:
-    /// Lines go to its end.
-    explicit LineFile(const std::filesystem::path& path);
-    ~LineFile();
-    LineFile(const LineFile&) = delete;
-    LineFile& operator=(const LineFile&) = delete;
-
-    bool isNew() const { return _isNew; }
-    void append(std::string_view lines);
-    void close(); ///< to be called at the end
-
-  private:
-    void flush();
-    [[noreturn]] void fail() const;
-
-    const std::string _path;
-    int _file = -1;
-    bool _isNew = false;
-    std::string _lines;
 };
 
 } // namespace qlproto::sql

@@ -5,7 +5,7 @@
 #include "Capture/Errors.h"
 #include "Capture/MessageSequence.h"
 #include "tools/qlproto/Tool.h"
-#include "tools/qlproto/sql/ExportFolder.h"
+#include "tools/qlproto/sql/AppendedFile.h"
 
 namespace qlproto::sql {
 
@@ -16,6 +16,7 @@ struct SortedHead {
     uint64_t number, original;
     int64_t time;
     uint32_t size;
+    uint16_t capture;
     bool hasConnection; ///< it follows
 };
 
@@ -32,7 +33,7 @@ class SortedPackets : public Columns::Packets {
         if (_file && head.hasConnection) _file.read(reinterpret_cast<char*>(&_connection), sizeof _connection);
         if (_file) _bytes.resize(head.size);
         if (!_file.read(_bytes.data(), static_cast<std::streamsize>(_bytes.size()))) fail();
-        packet = {.time = head.time, .bytes = _bytes, .original = head.original};
+        packet = {.time = head.time, .bytes = _bytes, .original = head.original, .capture = head.capture};
         if (head.hasConnection) packet.connection = &_connection;
         number = head.number;
         return true;
@@ -49,20 +50,25 @@ class SortedPackets : public Columns::Packets {
 
 } // namespace
 
-SortedMessages::SortedMessages(const std::string& capture, const std::optional<Capture::NetworkOptions>& network,
+SortedMessages::SortedMessages(const std::vector<std::string>& captures,
+                               const std::optional<Capture::NetworkOptions>& network,
                                const std::vector<Velmora::MsgType_t>& types, const std::filesystem::path& folder) {
-    std::map<Velmora::MsgType_t, std::optional<LineFile>> files;
+    std::map<Velmora::MsgType_t, std::optional<AppendedFile>> files;
     for (const Velmora::MsgType_t type : types) files.try_emplace(type);
-    Capture::MessageSequence messages({capture}, thisTool.protocol, network);
+    Capture::MessageSequence messages(captures, thisTool.protocol, network);
     for (Capture::Packet packet; messages.next(packet);) {
         if (packet.bytes.size() < Capture::IDENTIFIER_SIZE) continue;
         const Velmora::MsgType_t type = Capture::identifierOf(packet.bytes);
         const auto found = files.find(type);
         if (found == files.end()) continue;
-        std::optional<LineFile>& file = found->second;
+        std::optional<AppendedFile>& file = found->second;
         if (!file) file.emplace(_files[type] = folder / std::to_string(type));
-        const SortedHead head{messages.messages(0), packet.original, packet.time,
-                              static_cast<uint32_t>(packet.bytes.size()), packet.connection != nullptr};
+        const SortedHead head{messages.messages(packet.capture),
+                              packet.original,
+                              packet.time,
+                              static_cast<uint32_t>(packet.bytes.size()),
+                              static_cast<uint16_t>(packet.capture),
+                              packet.connection != nullptr};
         file->append({reinterpret_cast<const char*>(&head), sizeof head});
         if (head.hasConnection)
             file->append({reinterpret_cast<const char*>(packet.connection), sizeof *packet.connection});

@@ -1,4 +1,4 @@
-// The messages of a capture, told apart by type: read once, into a file a type, however many tables are made of them.
+// The messages of captures, told apart by type: read once, into a file a type, however many tables are made of them.
 #pragma once
 
 #include <filesystem>
@@ -15,9 +15,9 @@ namespace qlproto::sql {
 
 class SortedMessages {
   public:
-    /// Reads the capture. Messages of these types go into files in the folder, which the caller removes. Throws as
-    /// Capture::Reader does.
-    SortedMessages(const std::string& capture, const std::optional<Capture::NetworkOptions>& network,
+    /// Reads the captures, as Capture::MessageSequence does. Messages of these types go into files in the folder, which the
+    /// caller removes. Throws as that does.
+    SortedMessages(const std::vector<std::string>& captures, const std::optional<Capture::NetworkOptions>& network,
                    const std::vector<Velmora::MsgType_t>& types, const std::filesystem::path& folder);
 
     bool has(Velmora::MsgType_t type) const { return _files.contains(type); }

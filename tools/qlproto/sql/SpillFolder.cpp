@@ -9,7 +9,7 @@
 #include <unistd.h>
 
 #include "Capture/Errors.h"
-#include "tools/qlproto/sql/ExportFolder.h"
+#include "tools/qlproto/sql/ProcessName.h"
 
 namespace qlproto::sql {
 
