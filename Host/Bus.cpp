@@ -68,6 +68,8 @@ std::unique_ptr<Source> Bus::readAs(const std::string& name, From from) {
     return readNamed(name, from);
 }
 
+bool isUrl(std::string_view place) { return place.find(':') != place.npos; }
+
 std::string shownUrl(std::string url) {
     const size_t scheme = url.find("://");
     if (scheme == url.npos) return url;

@@ -133,6 +133,9 @@ struct Engine {
 /// Buses in shared memory: "mem:NAME", or "mem:/path/of/a/file"; see MemBus.h.
 extern const Engine MEM_ENGINE;
 
+/// Whether a place is a bus, by its URL; one without a colon is the folder of a journal.
+bool isUrl(std::string_view place);
+
 /// The URL as people may see it: without user and password.
 std::string shownUrl(std::string url);
 

@@ -31,11 +31,11 @@ LiveMessages::LiveMessages(const std::string& place, const py::object& start, co
     for (const std::string& name : names) _ids.push_back(messageOf(py::str(name)).id);
     const Host::From from = fromOf(start);
     const py::gil_scoped_release unlocked;
-    if (place.find(':') == place.npos) {
-        _source = std::make_unique<Host::JournalReader>(place, from);
-    } else {
+    if (Host::isUrl(place)) {
         _bus = Host::openBus(place, Host::Topics(protocol()), Host::engines());
         _source = _bus->read(from);
+    } else {
+        _source = std::make_unique<Host::JournalReader>(place, from);
     }
 }
 

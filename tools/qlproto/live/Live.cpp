@@ -50,7 +50,7 @@ std::unique_ptr<Host::Bus> openLiveBus(const std::string& url) {
 
 Live openLive(const std::string& what, Host::From from) {
     if (what == "-") return {nullptr, std::make_unique<CaptureSource>(what), true};
-    if (what.find(':') == what.npos) return {nullptr, std::make_unique<Host::JournalReader>(what, from), false};
+    if (!Host::isUrl(what)) return {nullptr, std::make_unique<Host::JournalReader>(what, from), false};
     std::unique_ptr<Host::Bus> bus = openLiveBus(what);
     std::unique_ptr<Host::Source> source = bus->read(from);
     return {std::move(bus), std::move(source), false};
