@@ -52,7 +52,7 @@ class FrameJudge : public FrameReader {
                   uint64_t& work);
 
     uint64_t _allowed = PROOF_RATION * MAX_PACKET; ///< bytes that may be verified in all
-    uint64_t _verified = 0;                  ///< bytes that might have been messages
+    uint64_t _verified = 0;                        ///< bytes that might have been messages
 };
 
 } // namespace Capture
