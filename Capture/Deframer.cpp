@@ -109,6 +109,7 @@ bool Deframer::nextOfFrame(DeframerContext& context, const Connection& connectio
         emit(context, connection, message, packet);
         _inner += message.size;
         ++_taken;
+        if (!isRow) closeFrame();
         return true;
     }
     if (!isOver || (isRow && _inner < _frame.end)) {
@@ -119,9 +120,13 @@ bool Deframer::nextOfFrame(DeframerContext& context, const Connection& connectio
         tellLoss(context, connection, {Loss::Cause::misfit, std::move(reason), at, _bytes.originOf(at), 0},
                  _bytes.here() + _frame.end);
     }
+    closeFrame();
+    return false;
+}
+
+void Deframer::closeFrame() {
     _isOpen = false;
     _bytes.advance(_frame.size);
-    return false;
 }
 
 void Deframer::emit(const DeframerContext& context, const Connection& connection, const FramedMessage& it,

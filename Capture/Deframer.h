@@ -12,6 +12,7 @@
 #include <string>
 #include <string_view>
 
+#include "Backend/Common/Inline.h"
 #include "Capture/Connection.h"
 #include "Capture/FrameJudge.h"
 #include "Capture/Packet.h"
@@ -64,10 +65,12 @@ class Deframer {
     bool advance(DeframerContext& context, const Connection& connection, Packet& message);
     bool openFrame(DeframerContext& context, const Connection& connection);
     bool nextOfFrame(DeframerContext& context, const Connection& connection, Packet& packet);
+    void closeFrame();
     void emit(const DeframerContext& context, const Connection& connection, const FramedMessage& it, Packet& packet);
-    void loseStep(Loss::Cause cause, std::string reason);
-    bool findStep(DeframerContext& context, const Connection& connection);
-    void tellLoss(DeframerContext& context, const Connection& connection, const Loss& loss, uint64_t here) const;
+    QL_COLD_PATH void loseStep(Loss::Cause cause, std::string reason);
+    QL_COLD_PATH bool findStep(DeframerContext& context, const Connection& connection);
+    QL_COLD_PATH void tellLoss(DeframerContext& context, const Connection& connection, const Loss& loss,
+                               uint64_t here) const;
     void checkSequence(DeframerContext& context, const Connection& connection);
 
     StreamBytes _bytes; ///< from the next frame on

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "Backend/Common/Inline.h"
 #include "Capture/Container.h"
 
 namespace Capture {
@@ -15,13 +16,13 @@ class Faults {
     /// Where what is told from now on stands in the capture.
     void at(uint64_t offset, std::size_t capture) { _offset = offset, _capture = capture; }
 
-    void tell(const char* kind, std::string reason, uint64_t skipped = 0) {
+    QL_COLD_PATH void tell(const char* kind, std::string reason, uint64_t skipped = 0) {
         Damage damage{_offset, skipped, std::move(reason)};
         damage.kind = kind;
         damage.capture = _capture;
         _all.push_back(std::move(damage));
     }
-    void tell(Damage damage) { _all.push_back(std::move(damage)); }
+    QL_COLD_PATH void tell(Damage damage) { _all.push_back(std::move(damage)); }
 
     const std::vector<Damage>& all() const { return _all; }
     void clear() { _all.clear(); }

@@ -83,6 +83,7 @@ Fit FrameReader::rowAt(const Framing::Row& row, std::string_view bytes, std::siz
     if (bytes.size() < row.before) return Fit::needsMore;
     if (const Fit fit = endOf(row, length, whole, longest, frame); fit != Fit::fits) return fit;
     if (frame.size > bytes.size()) return Fit::needsMore;
+    if (row.after == 0) return Fit::fits;
     for (const Framing::Field& field : row.fields) {
         if (!field.isAfterBody) continue;
         const uint64_t value = numberAt(bytes, frame.end + field.at, field.size, field.isHighFirst);

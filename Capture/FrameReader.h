@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "Backend/Common/Inline.h"
 #include "Capture/Framing.h"
 #include "Capture/Packet.h"
 
@@ -60,7 +61,7 @@ class FrameReader {
 
     Fit rowAt(const Framing::Row& row, std::string_view bytes, std::size_t whole, std::size_t longest, Frame& frame);
     Fit endOf(const Framing::Row& row, uint64_t length, std::size_t whole, std::size_t longest, Frame& frame);
-    Fit misfit(const Misfit& why);
+    QL_COLD_PATH Fit misfit(const Misfit& why);
 
     bool _isDatagram = false;
     std::size_t _missing = 0; ///< bytes of the datagram that the capture lacks

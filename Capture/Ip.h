@@ -12,6 +12,7 @@
 #include <string>
 #include <string_view>
 
+#include "Backend/Common/Inline.h"
 #include "Capture/Faults.h"
 
 namespace Capture {
@@ -62,10 +63,10 @@ class Ip {
 
     bool takeV4(std::string_view packet, int64_t time, Datagram& datagram);
     bool takeV6(std::string_view packet, int64_t time, Datagram& datagram);
-    bool reassemble(std::string key, const Fragment& fragment, int64_t time, Datagram& datagram);
+    QL_COLD_PATH bool reassemble(std::string key, const Fragment& fragment, int64_t time, Datagram& datagram);
     void fill(Fragmented& it, const Fragment& fragment);
     void giveUp(std::list<Fragmented>::iterator it, const char* why);
-    bool damaged(const std::string& reason);
+    QL_COLD_PATH bool damaged(const std::string& reason);
 
     Faults& _faults;
     std::list<Fragmented> _waiting; ///< the oldest first

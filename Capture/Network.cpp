@@ -123,7 +123,7 @@ Network::ByAge::iterator Network::find(const Endpoint& from, const Endpoint& to,
 /// The connection, a new one if there is none. Who answers did not open it.
 Network::Peers& Network::peersOf(const Endpoint& from, const Endpoint& to, bool isStream, bool isAnswer, bool& isBack) {
     if (const auto found = find(from, to, isStream); found != _byAge.end()) {
-        _byAge.splice(_byAge.end(), _byAge, found);
+        if (std::next(found) != _byAge.end()) _byAge.splice(_byAge.end(), _byAge, found);
     } else {
         Peers& peers = _byAge.emplace_back();
         peers.key = keyOf(from, to, isStream);
@@ -160,7 +160,7 @@ void Network::leave(ByAge::iterator it) {
 
 /// Lets connections go while there are too many, or too much waits in them.
 void Network::bound() {
-    while (_byAge.size() > MOST_CONNECTIONS || (_bytes > MOST_BYTES && _byAge.size() > 1)) {
+    while (isTooMuch()) {
         const auto oldest = _byAge.begin();
         const bool isClosed = oldest->isReset || !oldest->connections[0].isStream
                               || (oldest->streams[0].isOver() && oldest->streams[1].isOver());
@@ -187,7 +187,7 @@ bool Network::next(Packet& message) {
             if (_current->streams[_isBack].next(_context, _current->connections[_isBack], message)) return true;
             count(*_current);
             _current = nullptr;
-            bound();
+            if (isTooMuch()) bound();
         } else {
             return false;
         }

@@ -17,6 +17,7 @@
 #include <string>
 #include <vector>
 
+#include "Backend/Common/Inline.h"
 #include "Capture/Connection.h"
 #include "Capture/Deframer.h"
 #include "Capture/Faults.h"
@@ -78,7 +79,8 @@ class Network {
     Peers& peersOf(const Endpoint& from, const Endpoint& to, bool isStream, bool isAnswer, bool& isBack);
     void use(Peers& peers, bool isBack);
     void leave(ByAge::iterator it);
-    void bound();
+    bool isTooMuch() const { return _byAge.size() > MOST_CONNECTIONS || (_bytes > MOST_BYTES && _byAge.size() > 1); }
+    QL_COLD_PATH void bound();
     void count(Peers& peers);
 
     const NetworkOptions _options;

@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 
+#include "Backend/Common/Inline.h"
 #include "Backend/Velmora/BufferAllocator.h"
 #include "Backend/Velmora/MsgDescriptor.h"
 #include "Capture/Packet.h"
@@ -43,8 +44,8 @@ class MessageReader {
 
   private:
     bool begin(std::string_view packet);
-    bool bad(std::string kind, std::string fault);
-    bool bad(const Inspect::Result& result);
+    QL_COLD_PATH bool bad(std::string kind, std::string fault);
+    QL_COLD_PATH bool bad(const Inspect::Result& result);
 
     // A verified body takes at most 33 bytes of block for each of its own, besides the object. Pages that no message
     // touches cost nothing.
