@@ -326,6 +326,32 @@ TEST_F(Analysis, TapsMergedGiveWhatEitherHasSeenAndTellWhatEachLacks) {
     }
 }
 
+/// Where clocks are coarse: what each tap has seen comes out in the order in which it saw it, whichever is named first.
+TEST_F(Analysis, TapsMergedKeepTheirOrdersWithinOneTime) {
+    struct Case {
+        std::vector<std::string> taps;
+        std::string merged; ///< a letter a packet
+    };
+    const Case cases[] = {{{"mhls", "mtsqu"}, "mhltsqu"}, {{"bc", "abc"}, "abc"},
+                          {{"ab", "aab"}, "aab"},         {{"ab", "ba"}, "ab"}, // they contradict each other
+                          {{"cd", "bc", "ab"}, "abcd"},   {{"", "ab"}, "ab"}};
+    for (const Case& it : cases) {
+        std::string command = "qlproto merge --window 0 -o u.pcap";
+        for (size_t tap = 0; tap < it.taps.size(); ++tap) {
+            std::vector<std::pair<int64_t, std::string>> packets;
+            for (const char letter : it.taps[tap]) packets.push_back({7, std::string("\x24\xD0") + letter});
+            packets.push_back({8, std::string("\x24\xD0") + '.'});
+            folder.store(std::to_string(tap) + ".pcap", packets);
+            command += ' ' + std::to_string(tap) + ".pcap";
+        }
+        EXPECT_EQ(folder.run(command).exitCode, 0);
+        std::string merged;
+        Capture::Reader reader(folder.path("u.pcap"));
+        for (Capture::Packet packet; reader.next(packet);) merged += packet.bytes.back();
+        EXPECT_EQ(merged, it.merged + '.') << it.taps[0];
+    }
+}
+
 // --- pages
 
 /// The data in a report's page.

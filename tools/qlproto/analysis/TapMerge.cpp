@@ -11,19 +11,18 @@ namespace {
 constexpr std::size_t OVERHEAD = 1024; ///< bytes that a packet is held with, at most
 }
 
-/// What all taps see alike of a packet.
-const std::string& TapMerge::bytesOf(const Capture::Packet& packet) {
+const std::string& seenAlike(const Capture::Packet& packet, std::string& room) {
     constexpr std::size_t v6Header = 40; // that long, a packet of IPv6 may not say how long it is
     const std::string_view ip = Capture::ipPacketOf(packet.linkType, packet.bytes);
     const std::size_t size = Capture::lengthOfIp(ip);
-    if (packet.linkType == Capture::LinkType::MESSAGE || size == 0) return _key = packet.bytes;
+    if (packet.linkType == Capture::LinkType::MESSAGE || size == 0) return room = packet.bytes;
     const bool isV4 = static_cast<unsigned char>(ip[0]) >> 4 == 4;
-    _key = isV4 || size != v6Header ? ip.substr(0, size) : ip; // what follows fills up the frame
+    room = isV4 || size != v6Header ? ip.substr(0, size) : ip; // what follows fills up the frame
     if (isV4)
-        _key[8] = _key[10] = _key[11] = '\0';
+        room[8] = room[10] = room[11] = '\0';
     else
-        _key[7] = '\0';
-    return _key;
+        room[7] = '\0';
+    return room;
 }
 
 bool TapMerge::take(const Capture::Packet& packet, std::size_t tap) {
@@ -33,7 +32,7 @@ bool TapMerge::take(const Capture::Packet& packet, std::size_t tap) {
         release();
     }
     ++_sides[tap].packets;
-    const std::string& bytes = bytesOf(packet);
+    const std::string& bytes = seenAlike(packet, _key);
     auto it = _alike.find(bytes);
     if (it == _alike.end()) it = _alike.emplace(bytes, Alike{{}, std::vector<uint64_t>(_sides.size())}).first;
     Alike& alike = it->second;

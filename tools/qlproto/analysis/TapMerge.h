@@ -16,6 +16,9 @@
 
 namespace qlproto {
 
+/// What all taps see alike of a packet, in `room`.
+const std::string& seenAlike(const Capture::Packet& packet, std::string& room);
+
 class TapMerge {
   public:
     static constexpr std::size_t MOST_TAPS = 64;
@@ -61,7 +64,6 @@ class TapMerge {
     };
 
     void release();
-    const std::string& bytesOf(const Capture::Packet& packet);
 
     const int64_t _window;
     const std::function<void(const Gap&)> _onGap;

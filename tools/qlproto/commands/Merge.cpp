@@ -12,6 +12,7 @@
 #include "Capture/MergedReader.h"
 #include "tools/qlproto/Tool.h"
 #include "tools/qlproto/analysis/TapMerge.h"
+#include "tools/qlproto/analysis/TapOrder.h"
 #include "tools/qlproto/commands/CaptureOutput.h"
 #include "tools/qlproto/commands/Commands.h"
 #include "tools/qlproto/terminal/Errors.h"
@@ -50,6 +51,13 @@ int merge(const MergeOptions& options) {
         });
     uint64_t packets = 0, faults = 0;
     int64_t latest = 0;
+    const auto write = [&](const Capture::Packet& packet) {
+        latest = std::max(latest, packet.time); // a capture's own order may be another
+        if (taps && !taps->take({.time = latest, .bytes = packet.bytes, .linkType = linkType}, packet.capture)) return;
+        ++packets;
+        writer->packet(packet);
+    };
+    TapOrder order(names.size(), write);
     Capture::whileRead([&] {
         for (Capture::Packet packet;;) {
             const bool isThere = captures.next(packet);
@@ -63,12 +71,9 @@ int merge(const MergeOptions& options) {
                 throw Capture::DamagedCapture(
                     fmt::format("{}: packets of {} cannot follow those of {}; convert makes messages of either",
                                 names[packet.capture], kindOfPackets(packet.linkType), kindOfPackets(linkType)));
-            latest = std::max(latest, packet.time); // a capture's own order may be another
-            if (taps && !taps->take({.time = latest, .bytes = packet.bytes, .linkType = linkType}, packet.capture))
-                continue;
-            ++packets;
-            writer->packet(packet);
+            taps ? order.add(packet) : write(packet);
         }
+        order.pass();
         if (!writer) writer.emplace(options.output.open());
         writer->close();
     });
@@ -106,10 +111,10 @@ void addMerge(CLI::App& app, Commands& commands) {
     addExamples(
         *command,
         fmt::format(
-            "Of equal times, the capture named first comes first. A packet that comes from several taps "
-            "has the time of the\nfirst that saw it. Packets of a network stay what they are; those that differ "
-            "in frames or hops alone are one.\nCommands that take messages out of them (--framing) find what no "
-            "single tap has seen whole.\n{}",
+            "Of equal times, the capture named first comes first, but taps keep their own orders. A packet that comes\n"
+            "from several taps has the time of the first that saw it. Packets of a network stay what they are; those\n"
+            "that differ in frames or hops alone are one. Commands that take messages out of them (--framing) find\n"
+            "what no single tap has seen whole.\n{}",
             ROTATION_REMARK),
         {"$tool merge session.pcap session.pcap -o twice.pcap",
          "$tool merge session.pcap session.pcap -o once.pcapng.zst --window 500 --gaps"});
