@@ -507,7 +507,9 @@ TEST_F(ColumnsOfCaptures, OfANetworkTellByWhichConnectionEachCame) {
                 ASSERT_EQ(rows[i].at(prefix + name), i < expected.size() ? expected[i][name] : Json()) << name << i;
             EXPECT_FALSE(plain[0].contains(prefix + name)) << "no network";
             Columns::Request one{.table = table, .network = network};
-            one.options.takes = [&](Inspect::Path path) { return Inspect::path_text(path) == prefix + name; };
+            one.options.takes = [&, name = name](Inspect::Path path) {
+                return Inspect::path_text(path) == prefix + name;
+            };
             EXPECT_EQ(read({"net"}, one).back(), (Json{{prefix + name, expected.back()[name]}}));
         }
     }
