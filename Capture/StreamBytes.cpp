@@ -9,12 +9,15 @@ void StreamBytes::take(std::string_view bytes, const Origin& origin) {
     if (_at == all().size()) {
         _position += std::exchange(_at, 0);
         _marks.clear();
+        _bytes.clear();
+        shrink();
         _taken = bytes;
         _isKept = false;
     } else {
         if (_at >= _bytes.size() / 2) { // else more would be moved than is gone
             _bytes.erase(0, _at);
             _position += std::exchange(_at, 0);
+            shrink();
             const auto isHeld = [&](const Mark& it) { return it.end > _position; };
             _marks.erase(_marks.begin(), std::ranges::find_if(_marks, isHeld));
         }
@@ -32,9 +35,13 @@ void StreamBytes::takeDatagram(std::string_view bytes, std::size_t missing, cons
     _last = origin;
 }
 
+/// What has gathered in a burst is not kept for ever.
+void StreamBytes::shrink() {
+    constexpr std::size_t usual = 64 * 1024;
+    if (_bytes.size() < usual && _bytes.capacity() > 2 * usual) _bytes.shrink_to_fit();
+}
+
 void StreamBytes::copyRest() {
-    constexpr std::size_t usual = 64 * 1024; // what has gathered in a burst is not kept for ever
-    if (_bytes.capacity() > 2 * usual) _bytes = std::string();
     _bytes = rest();
     _position += std::exchange(_at, 0);
     _isKept = true;

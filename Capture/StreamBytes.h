@@ -56,6 +56,7 @@ class StreamBytes {
 
     std::string_view all() const { return _isKept ? std::string_view(_bytes) : _taken; }
     void copyRest();
+    void shrink();
 
     std::string _bytes;
     std::string_view _taken; ///< instead of those, until they are kept

@@ -721,6 +721,22 @@ TEST_F(NetworkTest, ConnectionsBeginAndEnd) {
     EXPECT_EQ(outcome.faults.size(), 1u);
 }
 
+/// A stream that once held a long frame in pieces holds little again when it has gone past it.
+TEST_F(NetworkTest, WhatGatheredInABurstIsNotKept) {
+    const std::string piece(150'000, 'x');
+    Capture::StreamBytes bytes;
+    for (int i = 0; i < 2; ++i) {
+        bytes.take(piece, {});
+        bytes.keep();
+    }
+    EXPECT_EQ(bytes.rest(), piece + piece);
+    EXPECT_GE(bytes.memory(), 2 * piece.size());
+    bytes.advance(2 * piece.size());
+    bytes.take("next", {});
+    EXPECT_EQ(bytes.rest(), "next");
+    EXPECT_LT(bytes.memory(), 1000u);
+}
+
 /// Whoever answers did not open the connection.
 TEST_F(NetworkTest, WhoOpenedAConnectionIsToldByItsAnswer) {
     Capture::Faults faults;
