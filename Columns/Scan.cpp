@@ -4,6 +4,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "Capture/KeptConnections.h"
 #include "Capture/Packet.h"
 #include "Capture/Verification.h"
 #include "Inspect/Reflection.h"
@@ -31,7 +32,7 @@ struct Scan::Batch {
         Origin origin;
         uint64_t offset, originalLength;
         size_t begin, size; ///< in `bytes`
-        size_t connection;  ///< in `connections`, from 1; 0 for none
+        size_t connection;  ///< in `connections`
     };
     struct Between {
         size_t item;     ///< before which it stands
@@ -42,24 +43,21 @@ struct Scan::Batch {
     std::string bytes;
     std::vector<Item> items;
     std::vector<Between> damages;
-    std::vector<Capture::Connection> connections;
+    Capture::KeptConnections connections;
 
     void add(const Capture::Packet& packet, uint64_t packetNumber) {
-        // Mostly that of the packet before.
-        if (packet.connection != nullptr && (connections.empty() || connections.back() != *packet.connection))
-            connections.push_back(*packet.connection);
         items.push_back({{packetNumber, packet.time, packet.capture},
                          packet.offset,
                          packet.originalLength(),
                          bytes.size(),
                          packet.bytes.size(),
-                         packet.connection != nullptr ? connections.size() : 0});
+                         connections.add(packet.connection)});
         bytes.append(packet.bytes);
     }
     /// Valid as long as the batch stays as it is.
     Origin originOf(const Item& item) const {
         Origin origin = item.origin;
-        if (item.connection != 0) origin.connection = &connections[item.connection - 1];
+        origin.connection = connections.find(item.connection);
         return origin;
     }
     std::string_view packet(const Item& item) const { return std::string_view(bytes).substr(item.begin, item.size); }

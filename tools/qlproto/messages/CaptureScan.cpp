@@ -68,12 +68,8 @@ void CaptureScan::notePassedOver(uint64_t faults) {
 }
 
 void CaptureScan::Batch::add(const Capture::Packet& packet, uint64_t number) {
-    Item& item = items.emplace_back(Item{packet, number, bytes.size(), packet.bytes.size()});
+    items.push_back({packet, number, bytes.size(), packet.bytes.size(), connections.add(packet.connection)});
     bytes.append(packet.bytes);
-    if (packet.connection == nullptr) return;
-    // Mostly that of the packet before.
-    if (connections.empty() || connections.back() != *packet.connection) connections.push_back(*packet.connection);
-    item.connection = connections.size();
 }
 
 bool CaptureScan::fill(Capture::MessageSource& source, Batch& batch) {

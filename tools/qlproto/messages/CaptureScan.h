@@ -18,6 +18,7 @@
 #include <fmt/format.h>
 
 #include "Capture/Errors.h"
+#include "Capture/KeptConnections.h"
 #include "Capture/MessageSource.h"
 #include "tools/qlproto/Tool.h"
 #include "tools/qlproto/messages/Filter.h"
@@ -181,7 +182,7 @@ class CaptureScan {
         Capture::Packet packet; ///< but for its bytes, and its connection
         uint64_t number;
         std::size_t begin, size;    ///< of the packet in the batch's bytes
-        std::size_t connection = 0; ///< in those of the batch, from 1; 0 for none
+        std::size_t connection = 0; ///< in those of the batch
     };
     struct Batch {
         std::string bytes;
@@ -193,12 +194,12 @@ class CaptureScan {
         std::vector<std::pair<uint64_t, uint64_t>> passedOver;
         std::string text;
         std::vector<Piece> pieces;
-        std::vector<Capture::Connection> connections;
+        Capture::KeptConnections connections;
 
         Capture::Packet packet(const Item& item) const {
             Capture::Packet packet = item.packet;
             packet.bytes = std::string_view(bytes).substr(item.begin, item.size);
-            packet.connection = item.connection != 0 ? &connections[item.connection - 1] : nullptr;
+            packet.connection = connections.find(item.connection);
             return packet;
         }
         void add(const Capture::Packet& packet, uint64_t number);
