@@ -7,10 +7,6 @@
 
 namespace qlproto {
 
-namespace {
-constexpr std::size_t OVERHEAD = 1024; ///< bytes that a packet is held with, at most
-}
-
 const std::string& seenAlike(const Capture::Packet& packet, std::string& room) {
     constexpr std::size_t v6Header = 40; // that long, a packet of IPv6 may not say how long it is
     const std::string_view ip = Capture::ipPacketOf(packet.linkType, packet.bytes);
@@ -47,7 +43,7 @@ bool TapMerge::take(const Capture::Packet& packet, std::size_t tap) {
     _held.push_back({packet.time, uint64_t(1) << tap, &it->first});
     alike.numbers.push_back(number);
     alike.next[tap] = number + 1;
-    _bytes += bytes.size() + OVERHEAD;
+    _bytes += bytes.size() + HELD_WITH;
     return true;
 }
 
@@ -66,7 +62,7 @@ void TapMerge::release() {
             gap.packets = 0;
         }
     }
-    _bytes -= held.bytes->size() + OVERHEAD;
+    _bytes -= held.bytes->size() + HELD_WITH;
     const auto it = _alike.find(*held.bytes);
     it->second.numbers.pop_front();
     if (it->second.numbers.empty()) _alike.erase(it);

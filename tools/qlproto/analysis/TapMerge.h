@@ -16,6 +16,9 @@
 
 namespace qlproto {
 
+/// Bytes that a packet is held with, at most, besides its own.
+constexpr std::size_t HELD_WITH = 1024;
+
 /// What all taps see alike of a packet, in `room`.
 const std::string& seenAlike(const Capture::Packet& packet, std::string& room);
 

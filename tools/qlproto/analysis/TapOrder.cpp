@@ -8,12 +8,11 @@
 namespace qlproto {
 
 void TapOrder::add(const Capture::Packet& packet) {
-    constexpr std::size_t overhead = 1024; // that a packet is held with, at most
     if (packet.time != _time || _bytes > MOST) pass();
     _time = packet.time;
     Held& held = _taps[packet.capture].emplace_back(Held{packet, std::string(packet.bytes), {}});
     seenAlike(packet, held.seen);
-    _bytes += packet.bytes.size() + overhead;
+    _bytes += held.bytes.size() + held.seen.size() + HELD_WITH;
 }
 
 /// Numbers the packets, those that are the same alike.
