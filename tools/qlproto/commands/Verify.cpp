@@ -45,9 +45,9 @@ class Report {
             Count& count = _byMessage[id];
             if (!isCut) {
                 const std::string_view body = packet.bytes.substr(Capture::IDENTIFIER_SIZE);
-                const bool isSound = Capture::isKnownSound(packet, _options.policy);
-                if (!isSound) result = Capture::verifyBody(thisTool.protocol, id, body, _options.policy);
-                if (isSound || result) {
+                if (!Capture::isKnownSound(packet, _options.policy))
+                    result = Capture::verifyBody(thisTool.protocol, id, body, _options.policy);
+                if (result) {
                     ++_sound;
                     ++count.sound;
                     return;
